@@ -1,0 +1,43 @@
+# What every target of the project shares: warnings, definitions, static runtime, the guarded build.
+
+add_library(nr_flags INTERFACE)
+target_compile_definitions(nr_flags INTERFACE UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0800
+                                              NOMINMAX STRICT)
+target_include_directories(nr_flags INTERFACE ${CMAKE_SOURCE_DIR}/afx ${CMAKE_SOURCE_DIR}/kx)
+target_compile_options(nr_flags INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Werror
+  # Message maps cast handler pointers to one common type and back; each cast is made in one macro.
+  -Wno-cast-function-type
+  # -Wconversion also warns about int to float and sign changes that GDI signatures force everywhere.
+  -Wno-sign-conversion
+  -fno-strict-aliasing
+  # Exactness: no fused or excess-precision arithmetic, so that float steps stay float steps.
+  -ffp-contract=off
+  -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
+# Each module carries its own runtime, so that only the project's DLLs and Windows' own remain to ship.
+target_link_options(nr_flags INTERFACE -static)
+
+if(NR_GUARDED)
+  target_compile_options(nr_flags INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error
+                                            -fno-sanitize=vptr)
+  target_compile_definitions(nr_flags INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+
+# nr_finish(target): the guarded build links its own operator new and delete into every module.
+function(nr_finish target)
+  target_link_libraries(${target} PRIVATE nr_flags)
+  set_target_properties(${target} PROPERTIES PREFIX "")
+  if(NR_GUARDED)
+    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/GuardPages.cpp)
+  endif()
+endfunction()
+
+# nr_dll(name sources...): a DLL with its import library under lib/.
+function(nr_dll name)
+  add_library(${name} SHARED ${ARGN})
+  nr_finish(${name})
+  set_target_properties(${name} PROPERTIES IMPORT_PREFIX "lib")
+endfunction()
+
+# windres reads UTF-8 resource scripts.
+set(CMAKE_RC_FLAGS "-c 65001 ${CMAKE_RC_FLAGS}")

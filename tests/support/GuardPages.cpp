@@ -1,0 +1,243 @@
+// Guarded build: operator new and delete that end every block at an inaccessible page and make a freed block
+// inaccessible. Linked into every module, because each carries its own runtime; a block may be freed in another module
+// than made it, so all that delete needs stands in the block's own header, and the counters in memory shared by the
+// whole process. Layer: tests (afx/ and above don't know it).
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+namespace {
+
+enum class Form : std::uint32_t { Single = 0x53494E47, Array = 0x41525259 };
+enum class Place : std::uint32_t { Guarded = 1, Heap = 2 };
+
+// Stands right before the block. An underrun destroys it, which delete notices.
+struct Header {
+    Form form;
+    Place place;
+    void* base; // what VirtualAlloc or HeapAlloc handed out
+    std::size_t size;
+    std::uint64_t check; // all of the above mixed with the header's own address
+};
+
+// A live guarded block costs the host system two memory mappings, of which Linux grants a process 65,530. Blocks
+// beyond this count come from the process heap, with canaries in place of pages.
+constexpr LONG kMaxGuarded = 20000;
+// Freed blocks stay inaccessible until this many later ones were freed; then their address space is given back.
+constexpr LONG kQuarantine = 4096;
+constexpr std::size_t kPage = 4096;
+constexpr unsigned char kFresh = 0xCD;
+constexpr unsigned char kCanary = 0xFD;
+constexpr std::size_t kHeapTail = 16;
+
+struct Shared {
+    LONG live;
+    LONG next;
+    void* quarantine[kQuarantine];
+};
+
+// One record a process: each module maps the same named section.
+Shared* OpenShared() {
+    wchar_t name[64];
+    _snwprintf(name, 64, L"Local\\nr_guard_pages_%lu", GetCurrentProcessId());
+    const HANDLE section =
+        CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(sizeof(Shared)), name);
+    return section ? static_cast<Shared*>(MapViewOfFile(section, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Shared))) : nullptr;
+}
+
+Shared* GetShared() {
+    // No function-local static: its guard could allocate before the runtime is up. Two threads at once map it twice,
+    // which is harmless.
+    static Shared* shared;
+    if (!shared)
+        shared = OpenShared();
+    return shared;
+}
+
+[[noreturn]] void Fail(const char* what, const void* block) {
+    std::fprintf(stderr, "guard pages: %s, block %p\n", what, block);
+    std::fflush(stderr);
+    __builtin_trap();
+}
+
+std::uint64_t Check(const Header& h, const void* at) {
+    return reinterpret_cast<std::uint64_t>(at) * 0x9E3779B97F4A7C15u ^ reinterpret_cast<std::uint64_t>(h.base) ^
+           (h.size << 17) ^ (static_cast<std::uint64_t>(h.form) << 32) ^ static_cast<std::uint64_t>(h.place);
+}
+
+constexpr std::size_t RoundUp(std::size_t n, std::size_t to) {
+    return (n + to - 1) / to * to;
+}
+
+// How exactly the block can end at the page. An object's size is a multiple of its alignment, so an array may end
+// exactly there. A single allocation may be a head with a tail of another type behind it, so it keeps 8 at least; the
+// bytes between its end and the page are canaries.
+std::size_t Alignment(std::size_t size, Form form, std::size_t wanted) {
+    if (wanted)
+        return wanted;
+    if (size % 16 == 0)
+        return 16;
+    if (size % 8 == 0 || form == Form::Single)
+        return 8;
+    return size % 4 == 0 ? 4 : size % 2 == 0 ? 2 : 1;
+}
+
+void* Fill(unsigned char* block, void* base, std::size_t size, std::size_t tail, Form form, Place place) {
+    std::memset(block, kFresh, size);
+    std::memset(block + size, kCanary, tail);
+    // A block that ends exactly at the page may begin at any byte, and its header with it: hence the copies.
+    unsigned char* const at = block - sizeof(Header);
+    Header h{form, place, base, size, 0};
+    h.check = Check(h, at);
+    std::memcpy(at, &h, sizeof h);
+    return block;
+}
+
+void* Allocate(std::size_t size, Form form, std::size_t wanted) {
+    const std::size_t align = Alignment(size, form, wanted);
+    if (size > static_cast<std::size_t>(PTRDIFF_MAX) - 4 * kPage - align)
+        return nullptr;
+    Shared* const shared = GetShared();
+    if (align <= kPage && shared && InterlockedIncrement(&shared->live) <= kMaxGuarded) {
+        const std::size_t body = RoundUp(size, align);
+        const std::size_t pages = RoundUp(body + sizeof(Header), kPage);
+        auto* const base =
+            static_cast<unsigned char*>(VirtualAlloc(nullptr, pages + kPage, MEM_RESERVE, PAGE_NOACCESS));
+        if (base && VirtualAlloc(base, pages, MEM_COMMIT, PAGE_READWRITE))
+            return Fill(base + pages - body, base, size, body - size, form, Place::Guarded);
+        if (base)
+            VirtualFree(base, 0, MEM_RELEASE);
+    }
+    if (align <= kPage && shared)
+        InterlockedDecrement(&shared->live);
+    const std::size_t front = RoundUp(sizeof(Header), 16) + align;
+    auto* const base = static_cast<unsigned char*>(HeapAlloc(GetProcessHeap(), 0, front + size + kHeapTail));
+    if (!base)
+        return nullptr;
+    const auto first = reinterpret_cast<std::uintptr_t>(base) + sizeof(Header);
+    auto* const block = base + (RoundUp(first, align < 16 ? 16 : align) - reinterpret_cast<std::uintptr_t>(base));
+    return Fill(block, base, size, kHeapTail, form, Place::Heap);
+}
+
+void Release(void* pointer, Form form) {
+    if (!pointer)
+        return;
+    auto* const block = static_cast<unsigned char*>(pointer);
+    unsigned char* const at = block - sizeof(Header);
+    Header h;
+    std::memcpy(&h, at, sizeof h); // a block freed before faults here
+    if (h.check != Check(h, at))
+        Fail("freed what was never allocated, or something wrote before the block", pointer);
+    if (h.form != form)
+        Fail("new and delete of different form (array and single)", pointer);
+
+    const auto end = reinterpret_cast<std::uintptr_t>(block + h.size);
+    const std::uintptr_t page = RoundUp(end, kPage);
+    const std::size_t tail = h.place == Place::Guarded ? page - end : kHeapTail;
+    for (std::size_t i = 0; i < tail; i++)
+        if (block[h.size + i] != kCanary)
+            Fail("something wrote behind the block", pointer);
+
+    if (h.place == Place::Heap) {
+        std::memset(block, kCanary, h.size);
+        std::memset(at, 0, sizeof(Header));
+        HeapFree(GetProcessHeap(), 0, h.base);
+        return;
+    }
+    VirtualFree(h.base, page - reinterpret_cast<std::uintptr_t>(h.base), MEM_DECOMMIT);
+    Shared* const shared = GetShared(); // there is one, or no block would be guarded
+    InterlockedDecrement(&shared->live);
+    const auto slot = static_cast<std::uint32_t>(InterlockedIncrement(&shared->next)) % kQuarantine;
+    if (void* const old = InterlockedExchangePointer(&shared->quarantine[slot], h.base))
+        VirtualFree(old, 0, MEM_RELEASE);
+}
+
+void* Make(std::size_t size, Form form, std::size_t wanted) {
+    for (;;) {
+        if (void* const block = Allocate(size, form, wanted))
+            return block;
+        const std::new_handler handler = std::get_new_handler();
+        if (!handler)
+            throw std::bad_alloc();
+        handler();
+    }
+}
+
+void* TryMake(std::size_t size, Form form, std::size_t wanted) noexcept {
+    try {
+        return Make(size, form, wanted);
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+std::size_t Wanted(std::align_val_t align) {
+    return static_cast<std::size_t>(align);
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    return Make(size, Form::Single, 0);
+}
+void* operator new[](std::size_t size) {
+    return Make(size, Form::Array, 0);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return TryMake(size, Form::Single, 0);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return TryMake(size, Form::Array, 0);
+}
+void* operator new(std::size_t size, std::align_val_t align) {
+    return Make(size, Form::Single, Wanted(align));
+}
+void* operator new[](std::size_t size, std::align_val_t align) {
+    return Make(size, Form::Array, Wanted(align));
+}
+void* operator new(std::size_t size, std::align_val_t align, const std::nothrow_t&) noexcept {
+    return TryMake(size, Form::Single, Wanted(align));
+}
+void* operator new[](std::size_t size, std::align_val_t align, const std::nothrow_t&) noexcept {
+    return TryMake(size, Form::Array, Wanted(align));
+}
+void operator delete(void* block) noexcept {
+    Release(block, Form::Single);
+}
+void operator delete[](void* block) noexcept {
+    Release(block, Form::Array);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    Release(block, Form::Single);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    Release(block, Form::Array);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    Release(block, Form::Single);
+}
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    Release(block, Form::Array);
+}
+void operator delete(void* block, std::align_val_t) noexcept {
+    Release(block, Form::Single);
+}
+void operator delete[](void* block, std::align_val_t) noexcept {
+    Release(block, Form::Array);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    Release(block, Form::Single);
+}
+void operator delete[](void* block, std::size_t, std::align_val_t) noexcept {
+    Release(block, Form::Array);
+}
+void operator delete(void* block, std::align_val_t, const std::nothrow_t&) noexcept {
+    Release(block, Form::Single);
+}
+void operator delete[](void* block, std::align_val_t, const std::nothrow_t&) noexcept {
+    Release(block, Form::Array);
+}

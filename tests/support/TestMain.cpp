@@ -1,0 +1,50 @@
+// main() of every test program: a run of no test fails, and a fault ends the process with its address and no dialog.
+// Layer: tests.
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr UINT kExitFault = 70;
+constexpr int kExitNoTests = 71;
+
+// Prints module and offset, so that `x86_64-w64-mingw32-addr2line -e <module> <offset + image base>` finds the line.
+LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
+    const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
+    HMODULE module = nullptr;
+    char path[MAX_PATH] = "?";
+    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                           static_cast<const char*>(record.ExceptionAddress), &module))
+        GetModuleFileNameA(module, path, MAX_PATH);
+    const auto offset = reinterpret_cast<ULONG_PTR>(record.ExceptionAddress) - reinterpret_cast<ULONG_PTR>(module);
+    const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
+    std::fprintf(stderr, "FAULT %08lx at %p (%s+0x%llx)", record.ExceptionCode, record.ExceptionAddress, path,
+                 static_cast<unsigned long long>(offset));
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2)
+        std::fprintf(stderr, ", %s %p", record.ExceptionInformation[0] == 1 ? "writing" : "reading",
+                     reinterpret_cast<void*>(record.ExceptionInformation[1]));
+    if (test)
+        std::fprintf(stderr, ", in %s.%s", test->test_suite_name(), test->name());
+    std::fprintf(stderr, "\n");
+    std::fflush(nullptr);
+    TerminateProcess(GetCurrentProcess(), kExitFault);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+    SetUnhandledExceptionFilter(OnFault);
+    testing::InitGoogleTest(&argc, argv);
+    const int result = RUN_ALL_TESTS();
+    if (!GTEST_FLAG_GET(list_tests) && testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
+        std::fprintf(stderr, "no test ran\n");
+        return kExitNoTests;
+    }
+    return result;
+}
