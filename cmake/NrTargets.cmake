@@ -20,7 +20,7 @@ target_link_options(nr_flags INTERFACE -static)
 if(NR_GUARDED)
   target_compile_options(nr_flags INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error
                                             -fno-sanitize=vptr)
-  target_compile_definitions(nr_flags INTERFACE _GLIBCXX_ASSERTIONS)
+  target_compile_definitions(nr_flags INTERFACE _GLIBCXX_ASSERTIONS NR_GUARDED)
 endif()
 
 # nr_finish(target): the guarded build links its own operator new and delete into every module.

@@ -18,15 +18,18 @@ function(nr_tool name)
   nr_finish(${name})
 endfunction()
 
-# nr_add_tests(name [WINDOWS] [LIBRARIES targets...] sources...)
+# nr_add_tests(name [WINDOWS] sources... [LIBRARIES targets...])
 #   WINDOWS    its suites need the display, the focus or the pointer: they run one at a time. In any other program the
 #              suites whose name begins with "Desktop" do so too.
-#   LIBRARIES  what it links; left out: every DLL of the project.
+#   LIBRARIES  what it links, or "none"; left out: every DLL of the project.
 # The suites are asked from the program itself when CTest starts; nobody registers them.
 function(nr_add_tests name)
   cmake_parse_arguments(arg "WINDOWS" "" "LIBRARIES" ${ARGN})
   if(NOT DEFINED arg_LIBRARIES)
     set(arg_LIBRARIES nrafx nrkx NRVectorView)
+  endif()
+  if(arg_LIBRARIES MATCHES "\\.cpp")
+    message(FATAL_ERROR "${name}: sources stand before LIBRARIES")
   endif()
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   nr_finish(${name})
