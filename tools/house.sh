@@ -90,7 +90,7 @@ house_build() {
     export CCACHE_DIR=$HOUSE_BUILD/ccache CCACHE_MAXSIZE=1G
     mkdir -p "$folder"
     if [ ! -e "$folder/build.ninja" ]; then
-        (cd "$HOUSE_TOP" && house_step 300 cmake --preset "$preset") >"$folder/configure.log" 2>&1 ||
+        house_step 300 cmake -S "$HOUSE_TOP" --preset "$preset" >"$folder/configure.log" 2>&1 ||
             { cat "$folder/configure.log"; return 1; }
     fi
     house_step 3000 cmake --build "$folder" ${1:+--target "$@"} -- --quiet
