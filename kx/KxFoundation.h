@@ -1,0 +1,19 @@
+// The message sink of the helper libraries.
+// Layer: kx (stands on afx).
+#pragma once
+
+#include "KXBaseOpr.h"
+
+namespace KXERROR {
+
+// Called for each message, on the thread that reports it. context is what SetListener was given.
+typedef void (*Listener)(const CString& text, int level, void* context);
+
+// Takes a message that is meant for whoever maintains the host, not for the user: it goes to the debugger's output as
+// "level: text" and then to the listener. The level has no effect of its own.
+NRKX_API void PrintInfo(CString text, int level);
+
+// Installs the one listener (null for none) and returns the one before, whose context goes to *formerContext if wanted.
+NRKX_API Listener SetListener(Listener listener, void* context, void** formerContext = nullptr);
+
+} // namespace KXERROR
