@@ -1,0 +1,11 @@
+// CCommand: the root of the command engine's classes. It has no data of its own.
+// Layer: command operations.
+#pragma once
+
+#include "VectorViewApi.h"
+
+class NRVECTORVIEW_API CCommand : public CObject {
+    DECLARE_DYNAMIC(CCommand)
+public:
+    CCommand() = default;
+};

@@ -1,0 +1,247 @@
+// CCommandOperation: the base of every interactive tool. Layer: command operations.
+
+#include "CommandOperation.h"
+
+#include "Document.h"
+#include "VectorGraphic.h"
+
+#include <cstdlib>
+
+IMPLEMENT_DYNAMIC(CCommandOperation, CCommand)
+
+namespace {
+
+constexpr DWORD kEditStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
+constexpr UINT kEditId = 1;
+constexpr int kEditWidth = 40; // Pixels.
+constexpr int kEditHeight = 20;
+constexpr double kEditOffset = 30.0; // Pixels from the band to the box.
+
+} // namespace
+
+CCommandOperation::CCommandOperation(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
+                                     CGraphicDocument* document)
+    : m_pWnd(wnd), m_pCoordTran(tran), m_pDocument(document), m_pGraphic(graphic),
+      m_hCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(kCursorDefault))) {
+    if (wnd->GetSafeHwnd() != nullptr) {
+        m_Edit.Create(kEditStyle, CRect(0, 0, kEditWidth, kEditHeight), wnd, kEditId);
+    }
+}
+
+CCommandOperation::~CCommandOperation() {
+    if (m_hCursor != nullptr) {
+        ::DestroyCursor(m_hCursor);
+    }
+    m_Edit.DestroyWindow();
+}
+
+// ---- Events --------------------------------------------------------------------------------------------------------
+
+void CCommandOperation::Execute() {}
+
+void CCommandOperation::Cancel() {}
+
+int CCommandOperation::RefreshGrip() {
+    if (m_SnapEnabled == 0 || m_SnapMarkDrawn == 0) {
+        return 0;
+    }
+    CClientDC dc(m_pWnd);
+    InvertSnapMark(&dc);
+    m_SnapMarkDrawn = 0;
+    return 1;
+}
+
+CCommandOperation::ResultState CCommandOperation::OnMouseMove(unsigned int, CGePoint2d point) {
+    if (m_SnapEnabled == 0) {
+        return RS_Cancelled;
+    }
+    CGePoint2d hit;
+    const bool found = GetGripPoint(point, hit) != 0;
+    CClientDC dc(m_pWnd);
+    // A repaint does not clear the flag: after one the next move inverts the old place once more and leaves a stray
+    // marker there. Only the pan takes the marker off first.
+    if (m_SnapMarkDrawn != 0) {
+        InvertSnapMark(&dc);
+        m_SnapMarkDrawn = 0;
+    }
+    if (!found) {
+        return RS_Cancelled;
+    }
+    m_SnapMark = hit;
+    InvertSnapMark(&dc);
+    m_SnapMarkDrawn = 1;
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperation::OnKeyDown(unsigned int, unsigned int, unsigned int) {
+    return RS_NotHandled;
+}
+
+CCommandOperation::ResultState CCommandOperation::OnCancel() {
+    Cancel();
+    return RS_Cancelled;
+}
+
+CCommandOperation::ResultState CCommandOperation::OnMouseMoveForL(unsigned int, CPoint) {
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperation::OnButtonDownForL(unsigned int, CPoint) {
+    return RS_Continue;
+}
+
+void CCommandOperation::PreRedraw() {}
+
+CCommandOperation::ResultState CCommandOperation::OnLButtonDblClk(unsigned int, CPoint) {
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperation::OnSetCursor(CWnd*, unsigned int, unsigned int) {
+    if (m_hCursor == nullptr) {
+        return RS_Continue;
+    }
+    ::SetCursor(m_hCursor);
+    return RS_Done;
+}
+
+// ---- Services ------------------------------------------------------------------------------------------------------
+
+void CCommandOperation::SetInEdit(int inEdit) {
+    m_InEdit = inEdit;
+}
+
+void CCommandOperation::SetOsnapMode(int mode) {
+    m_OsnapMode = mode;
+}
+
+void CCommandOperation::DrawShirrLine(CGePoint2d from, CGePoint2d to) {
+    CPoint p1;
+    CPoint p2;
+    m_pCoordTran->DPToLP(from, p1);
+    m_pCoordTran->DPToLP(to, p2);
+    DrawShirrLine(p1, p2, 0);
+}
+
+int CCommandOperation::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
+    if (m_SnapEnabled == 0) {
+        return 0;
+    }
+    CDrawableArray objects;
+    objects.Copy(*m_pDocument->GetDrawableObjs());
+    objects.Append(*m_pDocument->GetNetDrawableObjs());
+    const int aperture = ApertureUnits(kSnapAperture);
+    CGePointArray grips;
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        CDrawable* object = objects[i];
+        ClearScratch(grips);
+        object->getGripPoints(grips, m_OsnapMode);
+        if ((m_OsnapMode & kOsnapPerpendicular) != 0) {
+            object->GetClosetPt(m_LastPoint, grips);
+        }
+        if (FindCandidate(object, grips, point, aperture, result) != 0) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+int CCommandOperation::OnGetGripPoint(CDrawable*, int, CGePoint2d) {
+    return 1;
+}
+
+int CCommandOperation::GetGripPointForL(CGePoint2d pixel, CGePoint2d& result) {
+    CGePoint2d point;
+    m_pCoordTran->LPToDP(static_cast<float>(pixel.x), static_cast<float>(pixel.y), &point.x, &point.y);
+    const int hit = CCommandOperation::GetGripPoint(point, result);
+    if (hit != 0) {
+        CPoint whole;
+        m_pCoordTran->DPToLP(result, whole);
+        result.SetPoint(whole.x, whole.y);
+    }
+    return hit;
+}
+
+// ---- What the tools share ------------------------------------------------------------------------------------------
+
+void CCommandOperation::RequestRedrawOf(CWnd* wnd) {
+    if (wnd->GetSafeHwnd() != nullptr) {
+        ::InvalidateRect(wnd->m_hWnd, nullptr, TRUE);
+    }
+}
+
+bool CCommandOperation::IsWithin(const CGePoint2d& grip, const CGePoint2d& point, int aperture) {
+    return point.x >= grip.x - aperture && point.x <= grip.x + aperture && point.y >= grip.y - aperture &&
+           point.y <= grip.y + aperture;
+}
+
+bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const {
+    return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture;
+}
+
+int CCommandOperation::ApertureUnits(float pixels) const {
+    return Truncate(m_pCoordTran->LToD(pixels));
+}
+
+int CCommandOperation::FindCandidate(CDrawable* object, CGePointArray& grips, const CGePoint2d& point, int aperture,
+                                     CGePoint2d& result) {
+    for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
+        const CGePoint2d& grip = grips[i];
+        if (IsWithin(grip, point, aperture) && OnGetGripPoint(object, static_cast<int>(i), point) != 0) {
+            result = grip;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+void CCommandOperation::InvertObject(CDC* dc, CDrawable* object) {
+    const enum CDrawable::DrawState state = object->GetDrawState();
+    object->SetDrawState(CDrawable::Dragging);
+    m_pGraphic->OnDraw(dc, object);
+    object->SetDrawState(state);
+}
+
+void CCommandOperation::OrthoStep(const CGePoint2d& base, CGePoint2d& point) {
+    const std::int64_t dx = std::llabs(Truncate(base.x - point.x));
+    const std::int64_t dy = std::llabs(Truncate(base.y - point.y));
+    if (dy > dx) {
+        point.x = base.x;
+    } else {
+        point.y = base.y;
+    }
+}
+
+void CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move) {
+    const CGePoint2d middle((from.x + to.x) / 2, (from.y + to.y) / 2);
+    const CGeVector2d aside = move.perpVector().normal() * kEditOffset * static_cast<double>(m_pCoordTran->GetScale());
+    const CGePoint2d place = middle + aside;
+    float lx = 0.0f;
+    float ly = 0.0f;
+    m_pCoordTran->DPToLP(place.x, place.y, &lx, &ly);
+    if (m_Edit.GetSafeHwnd() == nullptr) {
+        return;
+    }
+    m_Edit.SetWindowPos(nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight, SWP_SHOWWINDOW);
+    CString text;
+    text.Format(L"%d", Truncate(from.distance(to)));
+    m_Edit.SetWindowText(text);
+    m_Edit.SetFocus();
+    // Selected, so that the first digit typed replaces it.
+    m_Edit.SendMessage(EM_SETSEL, 0, -1);
+    m_Edit.SendMessage(EM_SCROLLCARET, 0, 0);
+    m_pWnd->UpdateWindow();
+}
+
+int CCommandOperation::TypedDistance() {
+    CString text;
+    if (m_Edit.GetSafeHwnd() != nullptr) {
+        m_Edit.GetWindowText(text);
+    }
+    return _wtoi(text);
+}
+
+void CCommandOperation::InvertSnapMark(CDC* dc) {
+    CPoint pixel;
+    m_pCoordTran->DPToLP(m_SnapMark, pixel);
+    m_pGraphic->DrawROPNOTGrip(dc, pixel, m_SnapMark.type);
+}

@@ -1,0 +1,274 @@
+// CCommandOperationManager: routing of events, commands and the default click. Layer: manager.
+
+#include "CommandOperationManager.h"
+
+#include "CommandSelectGripPoint.h"
+#include "CommandSelectObj.h"
+#include "CommandWords.h"
+#include "Document.h"
+#include "MemoryInfo.h"
+#include "VectorGraphic.h"
+
+IMPLEMENT_DYNAMIC(CCommandOperationManager, CCommandOperation)
+
+CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
+                                                   CGraphicDocument* document)
+    : CCommandOperation(wnd, graphic, tran, document),
+      m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(kCursorDefault))) {}
+
+CCommandOperationManager::~CCommandOperationManager() {
+    if (m_hDefaultCursor != nullptr) {
+        ::DestroyCursor(m_hDefaultCursor);
+    }
+}
+
+CGePoint2d CCommandOperationManager::ToDrawing(const CGePoint2d& pixel) const {
+    CGePoint2d point;
+    m_pCoordTran->LPToDP(static_cast<float>(pixel.x), static_cast<float>(pixel.y), &point.x, &point.y);
+    return point;
+}
+
+// ---- Events --------------------------------------------------------------------------------------------------------
+
+void CCommandOperationManager::Execute() {
+    if (m_pCommand != nullptr) {
+        m_pCommand->Execute();
+    }
+}
+
+void CCommandOperationManager::Cancel() {
+    if (m_pCommand != nullptr) {
+        m_pCommand->Cancel();
+        m_InCommand = 0;
+        DeleteCommand();
+    }
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned int nFlags, CGePoint2d point) {
+    const CPoint pixel(Truncate(point.x), Truncate(point.y));
+    point = ToDrawing(point);
+    GetInTrackGripPoint(pixel, point);
+    // Tracking ends at every click. Standing assistant lines are forgotten, not erased: they go with the next repaint.
+    m_GripPoints.RemoveAll();
+    m_AssistantPoints.RemoveAll();
+    if (!IsRunning()) {
+        OnDefaultLButtonDown(nFlags, point);
+        return RS_Continue;
+    }
+    CGePoint2d hit;
+    if (m_pCommand->GetGripPoint(point, hit) != 0) {
+        point = hit;
+    }
+    const ResultState state = m_pCommand->OnLButtonDown(nFlags, point);
+    if (m_pCommand != nullptr) {
+        m_pCommand->OnButtonDownForL(nFlags, pixel);
+    }
+    CheckResultState(state);
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned int nFlags, CGePoint2d point) {
+    point = ToDrawing(point);
+    // The manager's own search, in its own mode, and not the tool's: unlike a press, and meant so.
+    CGePoint2d hit;
+    if (GetGripPoint(point, hit) != 0) {
+        point = hit;
+    }
+    if (IsRunning()) {
+        CheckResultState(m_pCommand->OnLButtonUp(nFlags, point));
+    }
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    const CGePoint2d pixel = point;
+    point = ToDrawing(point);
+    if (IsRunning()) {
+        CGePoint2d hit;
+        if (m_pCommand->GetGripPoint(point, hit) != 0) {
+            point = hit;
+            AddGripPoint(point);
+        }
+        m_pCommand->OnMouseMove(nFlags, point);
+        if (m_pCommand != nullptr) {
+            m_pCommand->OnMouseMoveForL(nFlags, CPoint(Truncate(pixel.x), Truncate(pixel.y)));
+        }
+    }
+    if ((nFlags & MK_MBUTTON) != 0) {
+        const CGeVector2d d = pixel - m_MButtonPoint;
+        m_pCoordTran->SetOriginX(m_pCoordTran->GetOriginX() - m_pCoordTran->LToD(static_cast<float>(d.x)));
+        m_pCoordTran->SetOriginY(m_pCoordTran->GetOriginY() + m_pCoordTran->LToD(static_cast<float>(d.y)));
+        m_MButtonPoint = pixel;
+        if (m_pCommand != nullptr) {
+            m_pCommand->RefreshGrip();
+        }
+        RequestRedraw();
+    }
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned int nFlags, short zDelta,
+                                                                      CGePoint2d point) {
+    // The wheel's point comes in screen coordinates and is taken for client pixels all the same: previews jump by the
+    // window's place on the screen until the next move. Hosts see it so.
+    point = ToDrawing(point);
+    if (IsRunning()) {
+        m_pCommand->OnMouseWheel(nFlags, zDelta, point);
+        if (m_pCommand != nullptr) {
+            m_pCommand->OnMouseMove(nFlags, point);
+        }
+    }
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnRButtonDown(unsigned int nFlags, CGePoint2d point) {
+    point = ToDrawing(point);
+    if (IsRunning()) {
+        CheckResultState(m_pCommand->OnRButtonDown(nFlags, point));
+    }
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int nChar, unsigned int nRepCnt,
+                                                                   unsigned int nFlags) {
+    if (IsRunning()) {
+        m_pCommand->OnKeyDown(nChar, nRepCnt, nFlags);
+        return RS_Continue;
+    }
+    if (m_pCommand == nullptr) {
+        // Any key at all: this is how the user deselects.
+        m_pDocument->RemoveAllSelected();
+        RequestRedraw();
+        EmptyPropertyDialog();
+    }
+    return RS_Continue;
+}
+
+void CCommandOperationManager::PreRedraw() {
+    // The repaint wipes the band.
+    m_ShirrDrawn = 0;
+    if (m_pCommand != nullptr) {
+        m_pCommand->PreRedraw();
+    }
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnSetCursor(CWnd* wnd, unsigned int nHitTest,
+                                                                     unsigned int message) {
+    if (IsRunning()) {
+        return m_pCommand->OnSetCursor(wnd, nHitTest, message);
+    }
+    return OnDefaultSetCursor(wnd, nHitTest, message) == RS_Done ? RS_Done : RS_Continue;
+}
+
+void CCommandOperationManager::SetInEdit(int inEdit) {
+    if (m_pCommand != nullptr) {
+        m_pCommand->SetInEdit(inEdit);
+    }
+}
+
+void CCommandOperationManager::SetOsnapMode(int mode) {
+    m_OsnapMode = mode;
+    if (m_pCommand != nullptr) {
+        m_pCommand->SetOsnapMode(mode);
+    }
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnMButtonDown(unsigned int, CGePoint2d pixel) {
+    m_MButtonPoint = pixel;
+    return RS_Continue;
+}
+
+// ---- Commands ------------------------------------------------------------------------------------------------------
+
+int CCommandOperationManager::DoCommand(CString word) {
+    const CommandWord* row = FindCommandWord(word);
+    if (row == nullptr) {
+        return 0;
+    }
+    CCommandOperation* op = row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument());
+    KX_ADD_MEMORY(op);
+    switch (row->running) {
+    case CommandRunning::Installed:
+        return SetCommand(op, 1);
+    case CommandRunning::AtOnce:
+        op->Execute();
+        KX_REMOVE_MEMORY(op);
+        delete op;
+        return 0;
+    case CommandRunning::AtOnceAndKept:
+        op->Execute();
+        return 0;
+    }
+    return 0;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point) {
+    CCommandOperation* select = new CCommandSelectObj(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
+    KX_ADD_MEMORY(select);
+    const ResultState selected = select->OnLButtonDown(nFlags, point);
+    KX_REMOVE_MEMORY(select);
+    delete select;
+    if (selected != RS_Continue) {
+        // An object has just been selected: no grip is taken by the same click.
+        return RS_Continue;
+    }
+    CCommandOperation* grip = new CCommandSelectGripPoint(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
+    KX_ADD_MEMORY(grip);
+    const ResultState taken = grip->OnLButtonDown(nFlags, point);
+    if (taken != RS_Continue) {
+        CheckResultState(grip, taken);
+    } else {
+        KX_REMOVE_MEMORY(grip);
+        delete grip;
+    }
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState CCommandOperationManager::OnDefaultSetCursor(CWnd*, unsigned int, unsigned int) {
+    if (m_hDefaultCursor == nullptr) {
+        return RS_Continue;
+    }
+    ::SetCursor(m_hDefaultCursor);
+    return RS_Done;
+}
+
+int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
+    if (m_pCommand != nullptr) {
+        m_pCommand->Cancel();
+        DeleteCommand();
+    }
+    m_InCommand = inCommand;
+    m_pCommand = op;
+    op->SetOsnapMode(m_OsnapMode);
+    m_GripPoints.RemoveAll();
+    return 1;
+}
+
+void CCommandOperationManager::CheckResultState(ResultState state) {
+    if (state != RS_Continue && state != RS_Capture) {
+        m_InCommand = 0;
+        DeleteCommand();
+    }
+}
+
+void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultState state) {
+    if (state != RS_Capture) {
+        return;
+    }
+    if (m_pCommand != nullptr) {
+        m_pCommand->OnCancel();
+        DeleteCommand();
+    }
+    m_InCommand = 1;
+    m_pCommand = op;
+}
+
+void CCommandOperationManager::DeleteCommand() {
+    if (m_pCommand != nullptr) {
+        CCommandOperation* ended = m_pCommand;
+        // Cleared first: the edit box of the ended tool may send messages while it goes.
+        m_pCommand = nullptr;
+        KX_REMOVE_MEMORY(ended);
+        delete ended;
+    }
+}

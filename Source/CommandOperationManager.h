@@ -1,0 +1,80 @@
+// CCommandOperationManager: routes a view's events to the running tool, and does the default where none runs.
+// Layer: manager.
+#pragma once
+
+#include "CommandOperation.h"
+
+// One for each view. Owns the running tool, the rubber band, the tracked grips and the assistant lines.
+class NRVECTORVIEW_API CCommandOperationManager : public CCommandOperation {
+    DECLARE_DYNAMIC(CCommandOperationManager)
+public:
+    CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
+                             CGraphicDocument* document);
+    // A running tool is not deleted here: whoever replaces or ends the engine cancels it first.
+    ~CCommandOperationManager() override;
+
+    // ---- Events; the view gives client pixels, and all but OnMButtonDown turn them into drawing units ----
+
+    void Execute() override;
+    // Breaks the running tool off and deletes it.
+    void Cancel() override;
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseWheel(unsigned int nFlags, short zDelta, CGePoint2d point) override;
+    ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnKeyDown(unsigned int nChar, unsigned int nRepCnt, unsigned int nFlags) override;
+    void PreRedraw() override;
+    ResultState OnSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
+
+    void SetInEdit(int inEdit) override;
+    using CCommandOperation::DrawShirrLine;
+    void DrawShirrLine(CPoint p1, CPoint p2, int erasing) override;
+    void ErasShirrLine() override;
+    void SetOsnapMode(int mode) override;
+
+    virtual ResultState OnMButtonDown(unsigned int nFlags, CGePoint2d pixel);
+
+    // ---- Commands ----
+
+    // 1 when a tool was installed. Words are compared with case; an unknown one gives 0 and changes nothing.
+    virtual int DoCommand(CString word);
+    // The click with no tool running; drawing units.
+    virtual ResultState OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point);
+    virtual ResultState OnDefaultSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message);
+    // Cancels and deletes the running tool and takes over `op`. `inCommand` 0 holds it without giving it events.
+    int SetCommand(CCommandOperation* op, int inCommand);
+    // Ends the running tool for any state but RS_Continue and RS_Capture. The tool is deleted in here.
+    void CheckResultState(ResultState state);
+    // Installs a temporary tool that asks for it with RS_Capture; otherwise `op` stays the caller's.
+    void CheckResultState(CCommandOperation* op, ResultState state);
+
+    // ---- Tracking ----
+
+    // Starts tracking a grip, unless it is tracked already.
+    void AddGripPoint(CGePoint2d point);
+    // The dotted lines from tracked grips through the cursor, on a context that inverts.
+    void DrawAssistantLine(CDC* dc, CPoint cursor);
+    void ErasDrawAssistantLine(CDC* dc);
+    // The ortho lock, set by the host only.
+    void SetDrawObjLatus(int lock) { m_DrawObjLatus = lock; }
+    int GetDrawObjLatus() { return m_DrawObjLatus; }
+
+protected:
+    // Lets `point` follow tracked grips that stand in the cursor's pixel column or row; nonzero when it took anything.
+    int GetInTrackGripPoint(CPoint cursor, CGePoint2d& point);
+
+private:
+    bool IsRunning() const { return m_InCommand != 0 && m_pCommand != nullptr; }
+    // The drawing point under client pixels, an ordinary point.
+    CGePoint2d ToDrawing(const CGePoint2d& pixel) const;
+    void DeleteCommand();
+    CRect ClientRect() const;
+
+    int m_InCommand = 0; // Nonzero while events go to m_pCommand.
+    int m_DrawObjLatus = 0;
+    HCURSOR m_hDefaultCursor;
+    CGePointArray m_GripPoints;                // Tracked, in the order of first hit; drawing units.
+    CArray<CPoint, CPoint&> m_AssistantPoints; // Standing lines, two entries each, in client pixels.
+    CGePoint2d m_MButtonPoint;                 // Last position of the pan, in client pixels.
+};

@@ -1,0 +1,42 @@
+// CCommandSelectGripPoint: moves one grip of one selected object, by click, move and click, or by a typed distance.
+// Layer: command operations.
+#pragma once
+
+#include "CommandOperation.h"
+
+// Click, move, click: nothing happens on a release. The object itself stays as it is until the finishing click; what
+// moves is the band, the edit box and an inverted copy. The object's own Serialize is the undo.
+class CCommandSelectGripPoint : public CCommandOperation {
+    DECLARE_DYNAMIC(CCommandSelectGripPoint)
+public:
+    CCommandSelectGripPoint(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
+
+    // Confirms the typed distance in the direction of the last mouse move, without the ortho lock. Ends the tool.
+    void Execute() override;
+    // When another tool takes over: the selection goes, the object stays as it is.
+    void Cancel() override;
+    // Takes a grip (RS_Capture, or RS_Continue when none is there), then drops it (RS_Done).
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    // Restores the object.
+    ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    void PreRedraw() override {}
+
+protected:
+    // A grip does not snap to itself.
+    int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d point) override;
+
+private:
+    ResultState TakeGrip(const CGePoint2d& point);
+    void Restore();
+    void MoveGrip(const CGeVector2d& v);
+
+    CGePoint2d m_GripPoint; // The grip taken, as the object reported it.
+    CGeVector2d m_MoveVector;
+    int m_GripIndex = -1;           // In the object's getGripPoints under mask 5.
+    CDrawable* m_pObject = nullptr; // Borrowed; null until a grip was taken.
+    CMemFile m_Memory;              // The object as it was at the first click.
+    int m_PreviewDrawn = 0;
+};

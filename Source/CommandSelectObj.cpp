@@ -1,0 +1,34 @@
+// CCommandSelectObj: the pick of the default click. Layer: command operations.
+
+#include "CommandSelectObj.h"
+
+#include "Document.h"
+
+IMPLEMENT_DYNAMIC(CCommandSelectObj, CCommandOperation)
+
+CCommandOperation::ResultState CCommandSelectObj::OnLButtonDown(unsigned int, CGePoint2d point) {
+    const CDrawableArray& selected = *m_pDocument->GetSelectedDrawableObjs();
+    for (INT_PTR i = 0; i < selected.GetSize(); ++i) {
+        CDrawable* object = selected.GetAt(i);
+        if (IsHit(object, point)) {
+            AnnounceToPropertyDialog(object);
+            return RS_Continue;
+        }
+    }
+    const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        CDrawable* object = objects.GetAt(i);
+        if (object->isCanSelect() == 0 || !IsHit(object, point)) {
+            continue;
+        }
+        if (object->IsSelected() == 0) {
+            object->SetDrawState(CDrawable::Selected);
+            AnnounceToPropertyDialog(object);
+            RequestRedraw();
+            m_pDocument->AddSelected(object);
+            return RS_Done;
+        }
+        AnnounceToPropertyDialog(object);
+    }
+    return RS_Continue;
+}

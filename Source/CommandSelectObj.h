@@ -1,0 +1,19 @@
+// CCommandSelectObj: the pick of the default click. It lives for one call and is never the running tool.
+// Layer: command operations.
+#pragma once
+
+#include "CommandOperation.h"
+
+class CCommandSelectObj : public CCommandOperation {
+    DECLARE_DYNAMIC(CCommandSelectObj)
+public:
+    using CCommandOperation::CCommandOperation;
+
+    // RS_Done when an object was newly selected, RS_Continue when not: the click then looks for a grip. Selection adds
+    // up, and the undermost object within reach wins, not the nearest.
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
+};

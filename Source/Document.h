@@ -1,0 +1,114 @@
+// CGraphicDocument: the drawing, its objects in drawing order, its colours and layers, and its stream.
+// Layer: document.
+#pragma once
+
+#include "Drawable.h"
+#include "LayerManager.h"
+
+#include <afxtempl.h>
+
+class CLine;
+
+using CDrawableArray = CArray<CDrawable*, CDrawable*&>;
+
+// The version word at the head of every stream. There is one version.
+inline constexpr int kDocumentVersion = 1;
+
+// A place kept for an XML form of drawings, which does not exist: see GetXML.
+class CXMLFiler {};
+
+// Made directly by the painter, without template or frame. Owns the objects of its lists except the selected ones.
+class NRVECTORVIEW_API CGraphicDocument : public CDocument {
+    DECLARE_DYNAMIC(CGraphicDocument)
+public:
+    CGraphicDocument();
+    ~CGraphicDocument() override;
+    CGraphicDocument(const CGraphicDocument&) = delete;
+    CGraphicDocument& operator=(const CGraphicDocument&) = delete;
+
+    // ---- Lists and queries ----
+
+    // The lists themselves: callers read and change them directly. Higher indices lie on top.
+    CDrawableArray* GetDrawableObjs() { return &m_DrawableObjs; }
+    // Background lines: drawn first, and in nothing else: not saved, measured, hit, selected, transformed or reset.
+    CDrawableArray* GetNetDrawableObjs() { return &m_NetDrawableObjs; }
+    CDrawableArray* GetSelectedDrawableObjs() { return &m_SelectedDrawableObjs; }
+    CLayerManager* GetLayerManager() { return &m_LayerManager; }
+    CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
+    void SetVectorViewCoordTran(CVectorViewCoordTran* tran) { m_pCoordTran = tran; }
+    // Extent of the drawable list in drawing units; 0, and nothing written, for an empty one.
+    int GetRect(CGePoint2d& min, CGePoint2d& max);
+    int IsSelected(CDrawable* obj);
+    CDrawable* GetCurrentObject() { return m_pCurrentObject; }
+
+    // ---- Editing ----
+
+    // On top, or at the very bottom; an object that is there already stays where it is. Null is ignored.
+    void AddDrawAobject(CDrawable* obj);
+    void AddDrawAobjectFront(CDrawable* obj);
+    // Without a check for doubles.
+    void AddNetobject(CDrawable* obj);
+    void DeleteNet();
+    // Takes the object out of the lists and the current slot and, whatever its name says, frees nothing: the caller
+    // takes over the pointer.
+    void DeleteObject(CDrawable* obj);
+    // The same for all selected ones. They stay allocated: a running command may still refer to them.
+    void DeleteAllSelectedObject();
+    void MoveToTop(CDrawable* obj);
+    void AddSelected(CDrawable* obj);
+    void RemoveSelected(CDrawable* obj);
+    void RemoveAllSelected();
+    // The display slot of a creating command, drawn on top of everything. Not owned.
+    void AddCurrentObject(CDrawable* obj) { m_pCurrentObject = obj; }
+    void removeCurrentObject() { m_pCurrentObject = nullptr; }
+    // An older interface: a line by layer from (x1, y1) to (x2, y2); the first six arguments are ignored.
+    CLine* AddLine(short, short, float, float, short, int, float x1, float y1, float x2, float y2);
+    // Frees the objects. The net, the current slot, layers, background and mapping stay; end a running command first.
+    void Reset();
+
+    // ---- Colours ----
+
+    short GetBKColorIndex() { return m_BKColorIndex; }
+    void SetBKColorIndex(short index) { m_BKColorIndex = index; }
+    short GetFGColorIndex() { return m_FGColorIndex; }
+    void SetFGColorIndex(short index) { m_FGColorIndex = index; }
+    // COLORREFs. Setting one makes it explicit; a later index hides it and does not lose it.
+    void SetBKColor(DWORD color);
+    DWORD GetBKColor();
+
+    // ---- Streaming ----
+
+    // The frame for files. Shows "CGraphicDocument::Serialize错误" on any failure and lets nothing out; a failed store
+    // gives the archive up, so that the save counts as failed.
+    void Serialize(CArchive& ar) override;
+    // The stream itself; virtual for derived documents with fields of their own before or behind it.
+    virtual int StoreData(CArchive& ar);
+    virtual int ReadData(CArchive& ar);
+    // 0 for a null file; a failure raises through to the caller.
+    int StoreToMemFile(CMemFile* file);
+    // From a host's buffer, which is only read and not copied: 0 for a null or empty one, else 1 whatever the load did.
+    int OpenDocument(void* data, unsigned int size);
+    int OpenDocument(CMemFile& file);
+    // By the file dialog. Unlike the two above it adds to what the document holds. 0 when cancelled.
+    int OpenDocument();
+    virtual int DoFileSave();
+    virtual int DoSave(const wchar_t* path, int replace);
+    void OnFileSaveAs();
+    int DoPromptFileName(CString& name, unsigned int titleId, unsigned long flags, int open);
+    BOOL OnNewDocument() override;
+    // There is no XML form: always empty, always 0.
+    CString GetXML() { return CString(); }
+    int LoadFromXML(CString) { return 0; }
+
+private:
+    CDrawableArray m_DrawableObjs;
+    CDrawableArray m_NetDrawableObjs;
+    CDrawableArray m_SpareDrawableObjs; // Nothing here fills it; freed with the others.
+    CDrawableArray m_SelectedDrawableObjs;
+    CLayerManager m_LayerManager;
+    CVectorViewCoordTran* m_pCoordTran = nullptr;
+    DWORD m_BKColor = 0;
+    short m_BKColorIndex = kColorBlack;
+    CDrawable* m_pCurrentObject = nullptr;
+    short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
+};

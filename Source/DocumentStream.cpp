@@ -1,0 +1,223 @@
+// CGraphicDocument: its stream, and the ways to open and save one. Layer: document.
+
+#include "Document.h"
+
+#include "MemoryInfo.h"
+
+#include <afxdlgs.h>
+#include <afxres.h>
+
+#include <unordered_set>
+
+namespace {
+
+constexpr UINT kArchiveBuffer = 4096;
+constexpr UINT kMemoryGrow = 1024;
+constexpr DWORD kPromptFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT;
+constexpr unsigned long kPathFlags = OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
+
+// Titles and filter of the file dialog: the string resources that every MFC program carries.
+constexpr UINT kTitleOpen = 0xF000;
+constexpr UINT kTitleSave = 0xF001;
+constexpr UINT kFilterAllFiles = 0xF002;
+constexpr UINT kTitleSaveCopy = 0xF004;
+
+} // namespace
+
+// ---- The stream ----------------------------------------------------------------------------------------------------
+
+void CGraphicDocument::Serialize(CArchive& ar) {
+    const bool storing = ar.IsStoring() != FALSE;
+    try {
+        if (storing) {
+            StoreData(ar);
+        } else {
+            ReadData(ar);
+        }
+        return;
+    } catch (CException* e) {
+        e->Delete();
+    } catch (...) {
+    }
+    if (storing) {
+        // What was written is half a drawing. Given up, it never takes the place of a good file.
+        ar.Abort();
+    }
+    AfxMessageBox(L"CGraphicDocument::Serialize错误");
+}
+
+int CGraphicDocument::StoreData(CArchive& ar) {
+    ar << kDocumentVersion << m_BKColor << m_BKColorIndex;
+    ar << m_pCoordTran->GetScale() << m_pCoordTran->GetOriginX() << m_pCoordTran->GetOriginY()
+       << m_pCoordTran->GethScreen();
+    ar << static_cast<int>(m_DrawableObjs.GetSize());
+    for (INT_PTR i = 0; i < m_DrawableObjs.GetSize(); ++i) {
+        if (m_DrawableObjs[i] != nullptr) {
+            ar.WriteObject(m_DrawableObjs[i]);
+        }
+    }
+    return 1;
+}
+
+int CGraphicDocument::ReadData(CArchive& ar) {
+    int version = 0;
+    ar >> version;
+    if (version != kDocumentVersion) {
+        AfxMessageBox(L"文件格式错误!");
+        return 0;
+    }
+    // Header fields take effect as they are read: a stream that ends early leaves what came before.
+    ar >> m_BKColor;
+    ar >> m_BKColorIndex;
+    float scale = 0.0f;
+    double origin = 0.0;
+    int height = 0;
+    ar >> scale;
+    m_pCoordTran->SetScale(scale);
+    ar >> origin;
+    m_pCoordTran->SetOriginX(origin);
+    ar >> origin;
+    m_pCoordTran->SetOriginY(origin);
+    ar >> height;
+    m_pCoordTran->SethScreen(height);
+    int count = 0;
+    ar >> count;
+    std::unordered_set<const CObject*> seen;
+    for (int i = 0; i < count; ++i) {
+        // No class is asked for beyond being a drawable: anything else could never be drawn or freed as one.
+        auto* obj = static_cast<CDrawable*>(ar.ReadObject(RUNTIME_CLASS(CDrawable)));
+        if (obj == nullptr) {
+            continue;
+        }
+        if (!seen.insert(obj).second) {
+            // A reference back to an object that stands in the list: drawings have none.
+            AfxThrowArchiveException(CArchiveException::badIndex);
+        }
+        KX_ADD_MEMORY(obj);
+        m_DrawableObjs.Add(obj);
+    }
+    return 1;
+}
+
+int CGraphicDocument::StoreToMemFile(CMemFile* file) {
+    if (file == nullptr) {
+        return 0;
+    }
+    CArchive ar(file, CArchive::store, kArchiveBuffer);
+    return StoreData(ar) != 0;
+}
+
+// ---- Opening -------------------------------------------------------------------------------------------------------
+
+int CGraphicDocument::OpenDocument(CMemFile& file) {
+    IsModified();
+    file.Seek(0, CFile::begin);
+    // The old drawing goes even if the new one proves unreadable.
+    Reset();
+    DeleteContents();
+    SetModifiedFlag(TRUE);
+    try {
+        CArchive ar(&file, CArchive::load | CArchive::bNoFlushOnDelete, kArchiveBuffer);
+        ar.m_pDocument = this;
+        ar.m_bForceFlat = FALSE;
+        if (file.GetLength() != 0) {
+            Serialize(ar);
+        }
+        ar.Close();
+    } catch (CException* e) {
+        e->Delete();
+        DeleteContents();
+    }
+    SetModifiedFlag(FALSE);
+    return 1;
+}
+
+int CGraphicDocument::OpenDocument(void* data, unsigned int size) {
+    if (data == nullptr || size == 0) {
+        return 0;
+    }
+    CMemFile file(kMemoryGrow);
+    file.Attach(static_cast<BYTE*>(data), size, 0);
+    const int result = OpenDocument(file);
+    file.Detach();
+    return result;
+}
+
+int CGraphicDocument::OpenDocument() {
+    CString name;
+    if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0) {
+        return 0;
+    }
+    // The base class knows no Reset: the objects of the file come behind those that are here. Hosts use it to merge.
+    OnOpenDocument(name);
+    return 1;
+}
+
+// ---- Saving --------------------------------------------------------------------------------------------------------
+
+int CGraphicDocument::DoFileSave() {
+    const DWORD attributes = ::GetFileAttributes(GetPathName());
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        // A path that does not exist comes here too: all bits are set then.
+        return DoSave(nullptr, TRUE);
+    }
+    return DoSave(GetPathName(), TRUE);
+}
+
+int CGraphicDocument::DoSave(const wchar_t* path, int replace) {
+    CString name = path;
+    if (name.IsEmpty()) {
+        name = GetPathName();
+        if (replace != 0 && name.IsEmpty()) {
+            name = GetTitle();
+            const int bad = name.FindOneOf(L" #%;/\\");
+            if (bad != -1) {
+                name = name.Left(bad);
+            }
+        }
+        if (DoPromptFileName(name, replace != 0 ? kTitleSave : kTitleSaveCopy, kPathFlags, 0) == 0) {
+            return 0;
+        }
+    }
+    BeginWaitCursor();
+    if (!OnSaveDocument(name)) {
+        if (path == nullptr) {
+            try {
+                CFile::Remove(name);
+            } catch (CException* e) {
+                e->Delete();
+            }
+        }
+        EndWaitCursor();
+        return 0;
+    }
+    if (replace != 0) {
+        SetPathName(name, TRUE);
+    }
+    EndWaitCursor();
+    return 1;
+}
+
+void CGraphicDocument::OnFileSaveAs() {
+    DoSave(nullptr, TRUE);
+}
+
+int CGraphicDocument::DoPromptFileName(CString& name, unsigned int titleId, unsigned long flags, int open) {
+    CFileDialog dialog(open, nullptr, nullptr, kPromptFlags, nullptr, nullptr, 0, TRUE);
+    CString title;
+    VERIFY(title.LoadString(titleId));
+    dialog.m_ofn.Flags |= flags;
+    CString filter;
+    VERIFY(filter.LoadString(kFilterAllFiles));
+    filter += L'\0';
+    filter += L"*.*";
+    filter += L'\0';
+    dialog.m_ofn.nMaxCustFilter++;
+    dialog.m_ofn.lpstrFilter = filter;
+    dialog.m_ofn.lpstrTitle = title;
+    dialog.m_ofn.lpstrFile = name.GetBuffer(_MAX_PATH);
+    dialog.m_ofn.nMaxFile = _MAX_PATH;
+    const INT_PTR answer = dialog.DoModal();
+    name.ReleaseBuffer();
+    return answer == IDOK;
+}

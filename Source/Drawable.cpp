@@ -1,0 +1,204 @@
+// CDrawable: the base of everything that a drawing holds. Layer: drawables.
+
+#include "Drawable.h"
+
+#include "GdiScope.h"
+#include "LayerManager.h"
+
+#include <cmath>
+
+IMPLEMENT_SERIAL(CDrawable, CSerialable, VERSIONABLE_SCHEMA | 5)
+
+namespace {
+
+constexpr float kWideByLayer = -1.0f;
+constexpr COLORREF kGripBlue = 0xFF0000; // 0x00BBGGRR
+
+// Versions of the attribute block. 5 has neither visibility nor selectability, 7 has both, anything else the first.
+constexpr int kVersionPlain = 5;
+constexpr int kVersionCurrent = 7;
+
+// A layer that names its colour by index shows that entry with red and blue exchanged: the exchange is made once by
+// the table and once more here. Drawings have been coloured by eye with it, so it stays. White doesn't tell.
+DWORD LayerColor(const CLayerInfo& layer) {
+    return layer.m_ColorIndex == kColorExplicit
+               ? layer.m_Color
+               : ExchangeRedBlue(CGraphColorInfo::GetInstance()->GetColor(layer.m_ColorIndex));
+}
+
+} // namespace
+
+// ---- Geometry and queries ------------------------------------------------------------------------------------------
+
+void CDrawable::getGripPoints(CGePointArray&, int) {}
+
+CString CDrawable::GetName() {
+    return L"对象";
+}
+
+int CDrawable::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
+    min = CGePoint2d();
+    max = CGePoint2d();
+    return 0;
+}
+
+float CDrawable::HitTest(CGePoint2d) {
+    return 100.0f;
+}
+
+int CDrawable::GetClosetPt(CGePoint2d, CGePointArray&) {
+    return 1;
+}
+
+float CDrawable::DistanceLine(CGePoint2d a, CGePoint2d b, CGePoint2d p) {
+    const CGeVector2d ap = p - a;
+    const CGeVector2d ab = b - a;
+    if (ap.normal().dotProduct(ab.normal()) < 0.0) {
+        return static_cast<float>(ap.length());
+    }
+    const CGeVector2d bp = p - b;
+    if (bp.normal().dotProduct(a - b) < 0.0) {
+        return static_cast<float>(bp.length());
+    }
+    return static_cast<float>(ab.perpVector().dotProduct(ap) / ab.length());
+}
+
+CGePoint2d CDrawable::PerpendicularFoot(CGePoint2d a, CGePoint2d b, CGePoint2d p) {
+    // The line as A x + B y + C = 0.
+    const double A = b.y - a.y;
+    const double B = a.x - b.x;
+    const double C = a.y * (b.x - a.x) - a.x * (b.y - a.y);
+    const double D = A * A + B * B;
+    CGePoint2d foot((B * B * p.x - A * B * p.y - A * C) / D, (A * A * p.y - A * B * p.x - B * C) / D);
+    foot.type = kSnapFoot;
+    return foot;
+}
+
+// ---- Editing -------------------------------------------------------------------------------------------------------
+
+void CDrawable::moveGripPointsAt(const CIndexArray&, const CGeVector2d&) {}
+
+void CDrawable::transformBy(const CGeMatrix2d&) {}
+
+DWORD CDrawable::GetPenColor() {
+    const auto index = static_cast<unsigned short>(m_PenColorIndex);
+    return index < static_cast<unsigned short>(kColorExplicit) ? CGraphColorInfo::GetInstance()->GetColor(index)
+                                                               : m_PenColor;
+}
+
+void CDrawable::SetPenColor(DWORD color) {
+    m_PenColor = color;
+    m_PenColorIndex = kColorExplicit;
+}
+
+// The layer row goes out under the line type's key and is looked for under the width's. So an edit of the layer
+// reaches nothing, and an edit of the width also writes the low half of the float's bits into the layer: 2.0 moves
+// the object to layer 0. Hosts have stored drawings edited this way; the keys stay as they are.
+void CDrawable::GetProperty(CDrawableProperty& list) {
+    PropertyRows::Add(list, L"color", L"颜色", L"指定对象的颜色", VT_I2, COleVariant(m_PenColorIndex, VT_I2));
+    PropertyRows::Add(list, L"LineWide", L"线宽", L"指定线宽度", VT_R4, COleVariant(m_LineWide));
+    PropertyRows::AddEnum(list, L"LineType", L"线型", L"指定线型", VT_I2, COleVariant(m_LineType, VT_I2));
+    PropertyRows::AddEnum(list, L"LineType", L"图层", L"指定图层", VT_I2, COleVariant(m_Layer, VT_I2));
+}
+
+void CDrawable::SetProperty(CDrawableProperty& list) {
+    PropertyRows::TakeShort(list, L"color", m_PenColorIndex);
+    PropertyRows::TakeFloat(list, L"LineWide", m_LineWide);
+    PropertyRows::TakeShort(list, L"LineType", m_LineType);
+    PropertyRows::TakeShort(list, L"LineWide", m_Layer);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CDrawable::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    if (m_DrawState == Selected) {
+        CGePointArray grips;
+        getGripPoints(grips, kGripPainted);
+        DrawGripPoints(pDC, grips, pGeom);
+    }
+}
+
+void CDrawable::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom) {
+    CPen pen(PS_SOLID, 0, kGripBlue);
+    CScopedPen selectedPen(pDC, &pen);
+    CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
+    const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+    for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
+        int x = 0;
+        int y = 0;
+        tran->DPToLP(grips[i].x, grips[i].y, &x, &y);
+        pDC->Rectangle(WrapSubtract(x, 3), WrapSubtract(y, 3), WrapAdd(x, 4), WrapAdd(y, 4));
+    }
+    selectedBrush.Restore();
+    selectedPen.Restore();
+}
+
+DWORD CDrawable::InnerGetPenColor(CDrawGeometry* pGeom) {
+    switch (m_PenColorIndex) {
+    case kColorExplicit:
+        return m_PenColor;
+    case kColorByLayer: {
+        const CLayerInfo* layer = pGeom->GetLayerManager()->GetLayerInfo(m_Layer);
+        return layer != nullptr ? LayerColor(*layer) : m_PenColor;
+    }
+    default:
+        return GetPenColor();
+    }
+}
+
+float CDrawable::InnerGetLineWide(CDrawGeometry* pGeom) {
+    if (std::fabs(static_cast<double>(m_LineWide - kWideByLayer)) < kSameCoordinate) {
+        if (const CLayerInfo* layer = pGeom->GetLayerManager()->GetLayerInfo(m_Layer)) {
+            return layer->m_LineWide;
+        }
+    }
+    return m_LineWide;
+}
+
+short CDrawable::InnerGetLineType(CDrawGeometry* pGeom) {
+    if (m_LineType == -1) {
+        if (const CLayerInfo* layer = pGeom->GetLayerManager()->GetLayerInfo(m_Layer)) {
+            return layer->m_LineType;
+        }
+    }
+    return m_LineType;
+}
+
+float CDrawable::PenWidth(CDrawGeometry* pGeom, bool locked, float floorWidth) {
+    const float width = InnerGetLineWide(pGeom);
+    if (locked) {
+        return width;
+    }
+    const float pixels = pGeom->GetVectorViewCoordTran()->DToL(width);
+    return floorWidth > pixels ? floorWidth : pixels;
+}
+
+void CDrawable::ReportDrawFailure(LPCTSTR function, LPCTSTR step) {
+    AfxMessageBox(CString(function) + L"出错:step=" + step);
+}
+
+// ---- Streaming -----------------------------------------------------------------------------------------------------
+
+void CDrawable::Serialize(CArchive& ar) {
+    CSerialable::Serialize(ar);
+    if (ar.IsStoring()) {
+        ar << kVersionCurrent << m_PenColorIndex << m_PenColor << m_ColorBrush << m_LineWide << m_LineType << m_Scale
+           << m_Layer << m_ID << m_IsDelete << static_cast<int>(m_DrawState) << m_IsShow << m_CanBeSelect;
+        return;
+    }
+    int version = kVersionPlain;
+    if (IsCurrentForm(ar)) {
+        ar >> version;
+    }
+    int state = 0;
+    ar >> m_PenColorIndex >> m_PenColor >> m_ColorBrush >> m_LineWide >> m_LineType >> m_Scale >> m_Layer >> m_ID >>
+        m_IsDelete >> state;
+    if (version != kVersionPlain) {
+        ar >> m_IsShow;
+        if (version == kVersionCurrent) {
+            ar >> m_CanBeSelect;
+        }
+    }
+    // A drawing saved while an object was selected brings it back selected, though in no list of selected objects.
+    m_DrawState = static_cast<enum DrawState>(state);
+}

@@ -1,0 +1,85 @@
+// The editable data of an object as keyed rows, which a property window shows and hands back.
+// Layer: drawables.
+#pragma once
+
+#include "VectorViewApi.h"
+
+#include <afxdisp.h>
+#include <afxtempl.h>
+
+class NRVECTORVIEW_API CSimpleProperty : public CObject {
+    DECLARE_DYNAMIC(CSimpleProperty)
+public:
+    // `type` is a VARTYPE; the value's own type may differ from it (a yes-or-no row carries a 4-byte integer).
+    CSimpleProperty(CString key, CString description, CString label, short type, COleVariant value);
+    CSimpleProperty(CString key, CString description, CString label, short type);
+
+    CString GetKey() const { return m_Key; }
+    CString GetLabel() const { return m_Label; }
+    COleVariant GetValue() const { return m_Value; }
+
+    CString m_Description;
+    CString m_Label;
+    CString m_Key;
+    VARTYPE m_Type;
+    int m_Changed = 0; // Set by the window that edits the row; nothing resets it.
+    COleVariant m_Value;
+};
+
+// A mark that the value is a number out of a list. No names are attached: it shows and edits as its plain number.
+class NRVECTORVIEW_API CEnumProperty : public CSimpleProperty {
+    DECLARE_DYNAMIC(CEnumProperty)
+public:
+    CEnumProperty(CString key, CString description, CString label, short type, COleVariant value);
+    CEnumProperty(CString key, CString description, CString label, short type);
+};
+
+// The rows of one object, in order. Rows are freed by Clear only: the destructor leaves them alone.
+class NRVECTORVIEW_API CDrawableProperty {
+public:
+    CDrawableProperty() = default;
+    virtual ~CDrawableProperty() = default;
+    CDrawableProperty(const CDrawableProperty&) = delete;
+    CDrawableProperty& operator=(const CDrawableProperty&) = delete;
+
+    void Add(CSimpleProperty* row);
+    void Clear();
+    // The first row of that key, with case; null when there is none.
+    CSimpleProperty* Find(CString key);
+    int GetSize() const { return static_cast<int>(m_Rows.GetSize()); }
+    // Null outside the rows.
+    CSimpleProperty* GetRow(int index) const;
+
+private:
+    CArray<CSimpleProperty*, CSimpleProperty*&> m_Rows;
+};
+
+// What every GetProperty and SetProperty does with a row. Not exported: hosts use the classes above.
+namespace PropertyRows {
+
+// A new row, registered and appended; label and description are the same text in most rows.
+void Add(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
+         const COleVariant& value);
+void AddEnum(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
+             const COleVariant& value);
+void AddText(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, const CString& value);
+void AddShort(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, short value);
+void AddLong(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, long value);
+void AddFloat(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, float value);
+void AddDouble(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, double value);
+// A row of type VT_BOOL whose value is a 4-byte integer variant.
+void AddFlag(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, int value);
+
+// Takes the first row of that key back when it was changed; otherwise the field stays. The field is read from the
+// variant's member of the named type, with no conversion.
+void TakeText(CDrawableProperty& list, LPCTSTR key, CString& field);
+void TakeShort(CDrawableProperty& list, LPCTSTR key, short& field);
+void TakeLong(CDrawableProperty& list, LPCTSTR key, int& field);
+void TakeFloat(CDrawableProperty& list, LPCTSTR key, float& field);
+void TakeDouble(CDrawableProperty& list, LPCTSTR key, double& field);
+// The 16-bit value with sign, widened: a true variant stores -1.
+void TakeFlag(CDrawableProperty& list, LPCTSTR key, int& field);
+// The low byte with sign, widened: 256 stores 0, 255 stores -1.
+void TakeLowByte(CDrawableProperty& list, LPCTSTR key, int& field);
+
+} // namespace PropertyRows

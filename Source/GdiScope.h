@@ -1,0 +1,45 @@
+// Selections into a device context that are put back on every path, also when something throws.
+// Layer: drawables.
+#pragma once
+
+#include <afxwin.h>
+
+// Selects a pen; Restore, or the destructor where no Restore came, selects the old one back.
+class CScopedPen {
+public:
+    CScopedPen(CDC* dc, CPen* pen) : m_pDC(dc), m_pOld(dc->SelectObject(pen)) {}
+    ~CScopedPen() { Restore(); }
+    CScopedPen(const CScopedPen&) = delete;
+    CScopedPen& operator=(const CScopedPen&) = delete;
+    void Restore() {
+        if (m_pDC != nullptr) {
+            CDC* dc = m_pDC;
+            m_pDC = nullptr;
+            dc->SelectObject(m_pOld);
+        }
+    }
+
+private:
+    CDC* m_pDC;
+    CPen* m_pOld;
+};
+
+// Selects a stock brush; an index that is no brush changes nothing, and then nothing is put back.
+class CScopedStockBrush {
+public:
+    CScopedStockBrush(CDC* dc, int index) : m_pDC(dc), m_pOld(static_cast<CBrush*>(dc->SelectStockObject(index))) {}
+    ~CScopedStockBrush() { Restore(); }
+    CScopedStockBrush(const CScopedStockBrush&) = delete;
+    CScopedStockBrush& operator=(const CScopedStockBrush&) = delete;
+    void Restore() {
+        if (m_pDC != nullptr && m_pOld != nullptr) {
+            CDC* dc = m_pDC;
+            m_pDC = nullptr;
+            dc->SelectObject(m_pOld);
+        }
+    }
+
+private:
+    CDC* m_pDC;
+    CBrush* m_pOld;
+};

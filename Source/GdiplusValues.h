@@ -1,0 +1,7 @@
+// Gdiplus::Color and Gdiplus::PointF as plain value types; nothing of GDI+ is started or called.
+// Layer: base.
+#pragma once
+
+#include <afxwin.h>
+#include <objidl.h>
+#include <gdiplus.h>

@@ -1,0 +1,50 @@
+// The layer table of a document, from which objects with by-layer attributes read when they draw.
+// Layer: drawables.
+#pragma once
+
+#include "Serialable.h"
+
+#include <afxtempl.h>
+
+class CLayerInfo : public CSerialable {
+    DECLARE_SERIAL(CLayerInfo)
+public:
+    CLayerInfo() = default;
+
+    // At most 20 bytes; a longer name is refused with a message and the old one stays. Null is ignored.
+    void SetName(const char* name);
+    const char* GetName() const { return m_Name; }
+
+    // A name in a file that is longer than the field keeps its first 20 bytes; a negative length is a corrupt stream.
+    void Serialize(CArchive& ar) override;
+
+    char m_Name[21] = {};
+    int m_State = 1; // Kept in files; nothing reads it.
+    int m_ColorIndex = 137;
+    DWORD m_Color = 0;    // COLORREF, in force with index -2.
+    short m_LineType = 0; // GDI pen style.
+    float m_LineWide = 1.0f;
+};
+
+// Every document is born with the one layer "Layer 0". Owns its layers.
+class CLayerManager : public CSerialable {
+    DECLARE_SERIAL(CLayerManager)
+public:
+    CLayerManager();
+    ~CLayerManager() override;
+
+    // The new index, or -1 when the count is above the limit: a count equal to the limit still passes.
+    int AddLayer(const char* name);
+    // Null at or above the count; a negative index raises the invalid-argument exception.
+    CLayerInfo* GetLayerInfo(int index);
+    int GetLayerCount() const { return static_cast<int>(m_Layers.GetSize()); }
+    void RemoveAll();
+
+    // Without the leading word of the other classes. Documents do not store their layers: this is for hosts.
+    void Serialize(CArchive& ar) override;
+
+private:
+    int m_MaxLayer = 100;
+    int m_LayerFlag = 1; // Stored and loaded; nothing reads it.
+    CArray<CLayerInfo*, CLayerInfo*&> m_Layers;
+};

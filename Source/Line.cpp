@@ -1,0 +1,188 @@
+// CLine: the straight segment. Layer: drawables.
+
+#include "Line.h"
+
+#include "GdiScope.h"
+
+#include <algorithm>
+#include <cmath>
+
+IMPLEMENT_SERIAL(CLine, CDrawable, VERSIONABLE_SCHEMA | 5)
+
+namespace {
+
+enum Grip { kGripStart = 0, kGripMiddle = 1, kGripEnd = 2 };
+
+int PixelOf(float coordinate) {
+    return CSerialable::GetNear(static_cast<double>(coordinate), 0);
+}
+
+// The rounded pixel passes through float once more before it reaches GDI.
+int ThroughFloat(int pixel) {
+    return Truncate(static_cast<float>(pixel));
+}
+
+} // namespace
+
+// ---- Geometry and queries ------------------------------------------------------------------------------------------
+
+CString CLine::GetName() {
+    return L"直线";
+}
+
+int CLine::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
+    if (m_IsShow == 0) {
+        return 0;
+    }
+    min.SetPoint(std::min(m_X1, m_X2), std::min(m_Y1, m_Y2));
+    max.SetPoint(std::max(m_X1, m_X2), std::max(m_Y1, m_Y2));
+    return 1;
+}
+
+float CLine::HitTest(CGePoint2d p) {
+    if (m_IsShow == 0) {
+        return 100.0f;
+    }
+    return std::fabs(DistanceLine(GetStartPoint(), GetEndPoint(), p));
+}
+
+int CLine::GetClosetPt(CGePoint2d p, CGePointArray& out) {
+    CGePoint2d foot = PerpendicularFoot(GetStartPoint(), GetEndPoint(), p);
+    out.Add(foot);
+    return 1;
+}
+
+void CLine::getGripPoints(CGePointArray& out, int) {
+    CGePoint2d start(m_X1, m_Y1);
+    CGePoint2d middle(m_X1 + (m_X2 - m_X1) / 2, m_Y1 + (m_Y2 - m_Y1) / 2);
+    CGePoint2d end(m_X2, m_Y2);
+    out.Add(start);
+    out.Add(middle);
+    out.Add(end);
+}
+
+// ---- Editing -------------------------------------------------------------------------------------------------------
+
+void CLine::SetStartPoint(CGePoint2d p) {
+    m_X1 = p.x;
+    m_Y1 = p.y;
+}
+
+void CLine::SetEndPoint(CGePoint2d p) {
+    m_X2 = p.x;
+    m_Y2 = p.y;
+}
+
+void CLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
+    const int grip = indices.GetAt(0);
+    if (grip == kGripStart || grip == kGripMiddle) {
+        SetStartPoint(GetStartPoint() + v);
+    }
+    if (grip == kGripEnd || grip == kGripMiddle) {
+        SetEndPoint(GetEndPoint() + v);
+    }
+}
+
+void CLine::transformBy(const CGeMatrix2d& m) {
+    SetStartPoint(GetStartPoint().transformBy(m));
+    SetEndPoint(GetEndPoint().transformBy(m));
+}
+
+void CLine::GetProperty(CDrawableProperty& list) {
+    CDrawable::GetProperty(list);
+    PropertyRows::AddDouble(list, L"m_X1", L"起点x坐标", m_X1);
+    PropertyRows::AddDouble(list, L"m_Y1", L"起点y坐标", m_Y1);
+    PropertyRows::AddDouble(list, L"m_X2", L"终点x坐标", m_X2);
+    PropertyRows::AddDouble(list, L"m_Y2", L"终点y坐标", m_Y2);
+    PropertyRows::AddText(list, L"m_strParmName", L"参数名称", m_strParmName);
+    PropertyRows::AddText(list, L"m_strMsgInfo", L"扩展信息", m_strMsgInfo);
+    PropertyRows::AddLong(list, L"m_LockBojZoom", L"是否锁定线宽", m_LockMode);
+}
+
+void CLine::SetProperty(CDrawableProperty& list) {
+    CDrawable::SetProperty(list);
+    PropertyRows::TakeDouble(list, L"m_X1", m_X1);
+    PropertyRows::TakeDouble(list, L"m_Y1", m_Y1);
+    PropertyRows::TakeDouble(list, L"m_X2", m_X2);
+    PropertyRows::TakeDouble(list, L"m_Y2", m_Y2);
+    PropertyRows::TakeText(list, L"m_strParmName", m_strParmName);
+    PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
+    PropertyRows::TakeLong(list, L"m_LockBojZoom", m_LockMode);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    LPCTSTR step = L"0";
+    try {
+        if (m_IsShow == 0 || m_IsDelete != 0) {
+            return;
+        }
+        const short lineType = InnerGetLineType(pGeom);
+        const float width = PenWidth(pGeom, m_LockMode == 1);
+        const DWORD color = InnerGetPenColor(pGeom);
+        const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+        float x1 = 0.0f;
+        float y1 = 0.0f;
+        float x2 = 0.0f;
+        float y2 = 0.0f;
+        tran->DPToLP(m_X1, m_Y1, &x1, &y1);
+        tran->DPToLP(m_X2, m_Y2, &x2, &y2);
+        step = L"1";
+        const auto stroke = [&] {
+            pDC->MoveTo(ThroughFloat(PixelOf(x1)), ThroughFloat(PixelOf(y1)));
+            pDC->LineTo(ThroughFloat(PixelOf(x2)), ThroughFloat(PixelOf(y2)));
+        };
+        if (m_DrawState == Selected || m_DrawState == Normal) {
+            // The background mode is left transparent here; only a dragged line puts it back.
+            pDC->SetBkMode(TRANSPARENT);
+            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, Truncate(width), color);
+            CScopedPen selected(pDC, &pen);
+            stroke();
+        } else if (m_DrawState == Dragging) {
+            const int oldMode = pDC->SetBkMode(TRANSPARENT);
+            CPen pen(PS_SOLID, Truncate(width), color);
+            CScopedPen selected(pDC, &pen);
+            const int oldRop = pDC->SetROP2(R2_NOT);
+            stroke();
+            selected.Restore();
+            pDC->SetROP2(oldRop);
+            pDC->SetBkMode(oldMode);
+        }
+        step = L"2";
+        CDrawable::Draw(pDC, pGeom);
+    } catch (CException* e) {
+        e->Delete();
+        ReportDrawFailure(L"CLine::Draw", step);
+    } catch (...) {
+        ReportDrawFailure(L"CLine::Draw", step);
+    }
+}
+
+// ---- Streaming -----------------------------------------------------------------------------------------------------
+
+void CLine::Serialize(CArchive& ar) {
+    CDrawable::Serialize(ar);
+    if (ar.IsStoring()) {
+        ar << static_cast<int>(kCurrentSchema) << m_X1 << m_Y1 << m_X2 << m_Y2 << m_strParmName << m_strMsgInfo
+           << m_LockMode;
+        return;
+    }
+    // Older schemas have fewer fields; a schema that never was reads nothing here and keeps what construction set.
+    const bool current = IsCurrentForm(ar);
+    const UINT schema = ar.GetObjectSchema();
+    if (!current && (schema < 1 || schema > 3)) {
+        return;
+    }
+    if (current) {
+        int version = 0;
+        ar >> version;
+    }
+    ar >> m_X1 >> m_Y1 >> m_X2 >> m_Y2;
+    if (current || schema >= 2) {
+        ar >> m_strParmName >> m_strMsgInfo;
+    }
+    if (current || schema == 3) {
+        ar >> m_LockMode;
+    }
+}

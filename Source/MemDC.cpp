@@ -1,0 +1,29 @@
+// CMemDC: the off-screen bitmap through which the view paints without flicker. Layer: painter.
+
+#include "MemDC.h"
+
+CMemDC::CMemDC(CDC* dc) : m_pDC(dc), m_bMemDC(!dc->IsPrinting()) {
+    if (m_bMemDC == 0) {
+        m_bPrinting = dc->m_bPrinting;
+        m_hDC = dc->m_hDC;
+        m_hAttribDC = dc->m_hAttribDC;
+        return;
+    }
+    dc->GetClipBox(&m_Rect);
+    if (!CreateCompatibleDC(dc) || !m_Bitmap.CreateCompatibleBitmap(dc, m_Rect.Width(), m_Rect.Height())) {
+        AfxThrowResourceException();
+    }
+    m_pOldBitmap = SelectObject(&m_Bitmap);
+    SetWindowOrg(m_Rect.left, m_Rect.top);
+}
+
+CMemDC::~CMemDC() {
+    if (m_bMemDC != 0) {
+        m_pDC->BitBlt(m_Rect.left, m_Rect.top, m_Rect.Width(), m_Rect.Height(), this, m_Rect.left, m_Rect.top, SRCCOPY);
+        SelectObject(m_pOldBitmap);
+    } else {
+        // They belong to the target.
+        m_hDC = nullptr;
+        m_hAttribDC = nullptr;
+    }
+}

@@ -1,0 +1,50 @@
+// COperationCreateLine: a line by two clicks. Layer: command operations.
+
+#include "OperationCreateLine.h"
+
+#include "Document.h"
+#include "Line.h"
+#include "MemoryInfo.h"
+
+IMPLEMENT_DYNAMIC(COperationCreateLine, COperationCreateObjAb)
+
+void COperationCreateLine::Cancel() {
+    DiscardCurrentObject();
+}
+
+CCommandOperation::ResultState COperationCreateLine::OnLButtonDown(unsigned int, CGePoint2d point) {
+    m_LastPoint = point;
+    ++m_ClickCount;
+    if (m_ClickCount == 1) {
+        m_StartPoint = point;
+        TrackGripPoint(m_StartPoint);
+        return RS_Continue;
+    }
+    if (IsOrthoOn()) {
+        OrthoStep(m_StartPoint, point);
+    }
+    auto* line = new CLine;
+    KX_ADD_MEMORY(line);
+    OnCreateObject(line);
+    line->SetStartPoint(m_StartPoint);
+    line->SetEndPoint(point);
+    m_pDocument->AddDrawAobject(line);
+    RequestRedraw();
+    return RS_Done;
+}
+
+CCommandOperation::ResultState COperationCreateLine::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    if (m_ClickCount == 1 && IsOrthoOn()) {
+        OrthoStep(m_StartPoint, point);
+    }
+    MoveMarkerAndTrack(nFlags, point);
+    ErasShirrLine();
+    DrawShirrLine(m_ClickCount == 0 ? point : m_StartPoint, point);
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState COperationCreateLine::OnRButtonDown(unsigned int, CGePoint2d) {
+    ErasShirrLine();
+    m_ClickCount = 0;
+    return RS_Cancelled;
+}

@@ -1,0 +1,29 @@
+// COperationCreateLine: a line by two clicks, with rubber band, snap and ortho lock.
+// Layer: command operations.
+#pragma once
+
+#include "OperationCreateObjAb.h"
+
+// | m_ClickCount | event        | action                                          | result       |
+// |--------------|--------------|-------------------------------------------------|--------------|
+// | 0            | move         | marker; a band of no length (assistant lines)   | RS_Continue  |
+// | 0            | left button  | start point                                     | RS_Continue  |
+// | 1            | move         | ortho; marker; band from the start              | RS_Continue  |
+// | 1            | left button  | ortho; the line is added                        | RS_Done      |
+// | any          | right button | band off                                        | RS_Cancelled |
+class COperationCreateLine : public COperationCreateObjAb {
+    DECLARE_DYNAMIC(COperationCreateLine)
+public:
+    using COperationCreateObjAb::COperationCreateObjAb;
+
+    void Execute() override {}
+    void Cancel() override;
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
+
+private:
+    CGePoint2d m_StartPoint;
+};

@@ -1,0 +1,29 @@
+// CSerialable: the root of everything that is stored in a drawing, and the pixel rounding that most objects share.
+// Layer: drawables.
+#pragma once
+
+#include "VectorViewApi.h"
+
+// The schema in each class record. Objects of schemas 1 to 4 are older forms, told apart by each class's Serialize.
+inline constexpr UINT kCurrentSchema = 5;
+inline constexpr UINT kNoSchema = 0xFFFFFFFF; // What an archive holds outside ReadObject.
+
+class NRVECTORVIEW_API CSerialable : public CObject {
+    DECLARE_SERIAL(CSerialable)
+public:
+    CSerialable() = default;
+
+    // Nearest integer to x, halves upwards, for d = 0, which is what all callers pass. For d above 0 the fraction is
+    // looked at to d decimals and the result is still whole: GetNear(2.96, 1) is 3. A negative d is an integer
+    // division by zero.
+    static int GetNear(double x, int d);
+    // The step above: floor(x) + 1 for d = 0, also for a whole x. Kept for hosts.
+    static int GetNear_X(double x, int d);
+
+    // A word 5 in front of every object; absent in the older schemas.
+    void Serialize(CArchive& ar) override;
+
+protected:
+    // Whether the object being read has the current form, in which every level begins with a version word.
+    static bool IsCurrentForm(CArchive& ar);
+};

@@ -1,0 +1,112 @@
+// CVectorGraphic: document ownership, paint loop and snap marker. Layer: painter.
+
+#include "VectorGraphic.h"
+
+#include "Document.h"
+#include "GdiScope.h"
+#include "MemoryInfo.h"
+
+CVectorGraphic::CVectorGraphic() : m_pDocument(new CGraphicDocument), m_pDrawGeometry(nullptr) {
+    KX_ADD_MEMORY(m_pDocument);
+    m_pDrawGeometry = new CDrawGeometry(this, m_pDocument->GetLayerManager());
+    KX_ADD_MEMORY(m_pDrawGeometry);
+}
+
+CVectorGraphic::~CVectorGraphic() {
+    if (m_pDocument != nullptr && m_bExternalDocument == 0) {
+        KX_REMOVE_MEMORY(m_pDocument);
+        delete m_pDocument;
+    }
+    KX_REMOVE_MEMORY(m_pDrawGeometry);
+    delete m_pDrawGeometry;
+}
+
+void CVectorGraphic::SetDocument(CGraphicDocument* doc, int external) {
+    if (m_pDocument != nullptr && m_bExternalDocument == 0) {
+        KX_REMOVE_MEMORY(m_pDocument);
+        delete m_pDocument;
+    }
+    m_bExternalDocument = external;
+    m_pDocument = doc;
+    m_pDrawGeometry->SetLayerManager(doc->GetLayerManager());
+    doc->SetVectorViewCoordTran(m_pCoordTran);
+}
+
+void CVectorGraphic::SetVectorViewCoordTran(CVectorViewCoordTran* tran) {
+    m_pCoordTran = tran;
+    m_pDocument->SetVectorViewCoordTran(tran);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
+    CDrawable* drawing = nullptr; // For the message: the object that was being drawn.
+    const auto drawAll = [&](CDrawableArray* list) {
+        for (INT_PTR i = 0; i < list->GetSize(); ++i) {
+            drawing = list->GetAt(i);
+            drawing->Draw(pDC, m_pDrawGeometry);
+        }
+    };
+    const auto report = [&] {
+        CString text;
+        text.Format(L"pDrawObj=%d", static_cast<int>(reinterpret_cast<INT_PTR>(drawing)));
+        AfxMessageBox(L"CVectorGraphic::OnDraw出错:" + text);
+    };
+    try {
+        if (erase == 1) {
+            CRect clip;
+            pDC->GetClipBox(&clip);
+            CBrush brush(m_pDocument->GetBKColor());
+            CBrush* old = pDC->SelectObject(&brush);
+            pDC->PatBlt(clip.left, clip.top, clip.Width(), clip.Height(), PATCOPY);
+            pDC->SelectObject(old);
+        }
+        drawAll(m_pDocument->GetNetDrawableObjs());
+        drawAll(m_pDocument->GetDrawableObjs());
+        if (CDrawable* current = m_pDocument->GetCurrentObject()) {
+            drawing = current;
+            current->Draw(pDC, m_pDrawGeometry);
+        }
+    } catch (CException* e) {
+        e->Delete();
+        report();
+    } catch (...) {
+        report();
+    }
+}
+
+void CVectorGraphic::OnDraw(CDC* pDC, CDrawable* obj) {
+    obj->Draw(pDC, m_pDrawGeometry);
+}
+
+void CVectorGraphic::DrawROPNOTGrip(CDC* pDC, CPoint p, int kind) {
+    CPen pen(PS_SOLID, 2, RGB(255, 0, 0));
+    pDC->SetROP2(R2_NOT);
+    CScopedPen selectedPen(pDC, &pen);
+    CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
+    // A marker around a pixel that did not fit an int stays defined.
+    const auto x = [&](int d) { return WrapAdd(p.x, d); };
+    const auto y = [&](int d) { return WrapAdd(p.y, d); };
+    if ((kind & 8) != 0) {
+        pDC->Rectangle(x(-4), y(-4), x(4), y(4));
+        pDC->MoveTo(x(-4), y(-5));
+        pDC->LineTo(x(-4), y(-8));
+        pDC->MoveTo(x(5), y(4));
+        pDC->LineTo(x(8), y(4));
+    } else if ((kind & 4) != 0) {
+        pDC->MoveTo(x(-7), y(5));
+        pDC->LineTo(x(7), y(5));
+        pDC->LineTo(x(0), y(-7));
+        pDC->LineTo(x(-7), y(5));
+    } else if ((kind & 2) != 0) {
+        pDC->MoveTo(x(-4), y(4));
+        pDC->LineTo(x(4), y(-4));
+        pDC->MoveTo(x(-4), y(-4));
+        pDC->LineTo(x(4), y(4));
+    } else if ((kind & 1) != 0) {
+        pDC->Rectangle(x(-7), y(-7), x(7), y(7));
+    }
+    selectedBrush.Restore();
+    selectedPen.Restore();
+    // The raster mode is left at R2_NOT: the callers' device contexts live no longer than this drawing.
+}

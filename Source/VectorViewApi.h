@@ -1,0 +1,14 @@
+// The export mark of the library's public classes, and the handle of the library's own module.
+// Layer: base; included by every public header.
+#pragma once
+
+#include <afxwin.h>
+
+#ifdef NRVECTORVIEW_BUILD
+#define NRVECTORVIEW_API __declspec(dllexport)
+#else
+#define NRVECTORVIEW_API __declspec(dllimport)
+#endif
+
+// The module that holds the library's cursors, dialogs and menu; null before the library is attached.
+HINSTANCE VectorViewModule();

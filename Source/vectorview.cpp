@@ -1,0 +1,251 @@
+// CVectorView: the window, its messages and its paint. Layer: views and dialogs.
+
+#include "vectorview.h"
+
+#include "CommandOperationManager.h"
+#include "Dialog_DrawAbleProperty.h"
+#include "MemDC.h"
+#include "MemoryInfo.h"
+
+#include <algorithm>
+
+IMPLEMENT_DYNAMIC(CVectorView, CWnd)
+
+BEGIN_MESSAGE_MAP(CVectorView, CWnd)
+    ON_WM_CREATE()
+    ON_WM_SIZE()
+    ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_MOUSEMOVE()
+    ON_WM_RBUTTONDOWN()
+    ON_WM_MBUTTONDOWN()
+    ON_WM_MBUTTONUP()
+    ON_WM_MBUTTONDBLCLK()
+    ON_WM_MOUSEWHEEL()
+    ON_WM_KEYDOWN()
+    ON_WM_SETCURSOR()
+    ON_WM_HSCROLL()
+    ON_WM_VSCROLL()
+END_MESSAGE_MAP()
+
+namespace {
+
+constexpr double kWheelIn = 0.8; // Once a message, whatever its delta.
+constexpr double kWheelOut = 1.2;
+constexpr double kLeastPixels = 50.0; // The whole drawing stays larger than this on the screen.
+
+// What is said of a failed paint. An MFC exception first speaks for itself.
+void ReportPaintFailure(CException* e, LPCTSTR text) {
+    if (e != nullptr) {
+        e->ReportError(MB_OK, 0);
+        e->Delete();
+    }
+    AfxMessageBox(text);
+}
+
+} // namespace
+
+// ---- Construction --------------------------------------------------------------------------------------------------
+
+CVectorView::CVectorView() {
+    m_Graphic.SetVectorViewCoordTran(&m_CoordTran);
+    CVectorView::OnCreateCommandOperationManager();
+}
+
+CVectorView::~CVectorView() {
+    // The engine goes first, while the document lives.
+    FreeCommandOperationManager();
+    if (m_pDlgDrawAbleProperty != nullptr && m_pDlgDrawAbleProperty->GetSafeHwnd() != nullptr) {
+        m_pDlgDrawAbleProperty->SendMessage(WM_CLOSE);
+    }
+    KX_REMOVE_MEMORY(m_pDlgDrawAbleProperty);
+    delete m_pDlgDrawAbleProperty;
+}
+
+int CVectorView::Create(const wchar_t* className, const wchar_t* windowName, unsigned long style, const RECT& rect,
+                        CWnd* parent, unsigned int id, CCreateContext* context) {
+    return CWnd::Create(className, windowName, style, rect, parent, id, context);
+}
+
+// ---- The view as a whole -------------------------------------------------------------------------------------------
+
+int CVectorView::VectorPaint(CDC* dc) {
+    LPCTSTR failure = L"CVectorView::VectorPaint() 错误";
+    try {
+        m_pManager->PreRedraw();
+        m_Graphic.OnDraw(dc, 0);
+        return 1;
+    } catch (CException* e) {
+        ReportPaintFailure(e, failure);
+    } catch (...) {
+        ReportPaintFailure(nullptr, failure);
+    }
+    return 0;
+}
+
+int CVectorView::LoadFile(unsigned char* data, unsigned int size) {
+    return GetDocument()->OpenDocument(data, size);
+}
+
+void CVectorView::DoCommand(CString word) {
+    if (auto* manager = DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager)) {
+        manager->DoCommand(word);
+    }
+    if (word == L"open") {
+        GetDocument()->OpenDocument();
+        InvalidateRect(nullptr, TRUE);
+    }
+    if (word == L"save") {
+        GetDocument()->DoFileSave();
+    }
+    // For every word, also an unknown one, also after a save: hosts ask their users at the end of a session.
+    GetDocument()->SetModifiedFlag(TRUE);
+}
+
+void CVectorView::ZoomAll() {
+    if (m_hWnd == nullptr) {
+        return;
+    }
+    CRect rect;
+    GetClientRect(&rect);
+    m_Graphic.ZoomAll(rect);
+    InvalidateRect(nullptr, TRUE);
+}
+
+// ---- Hooks ---------------------------------------------------------------------------------------------------------
+
+void CVectorView::OnCreateCommandOperationManager() {
+    m_pManager = new CCommandOperationManager(this, &m_Graphic, &m_CoordTran, GetDocument());
+    KX_ADD_MEMORY(m_pManager);
+}
+
+int CVectorView::DrawSpecInfo(CDC*, int) {
+    return 1;
+}
+
+void CVectorView::FreeCommandOperationManager() {
+    KX_REMOVE_MEMORY(m_pManager);
+    delete m_pManager;
+    m_pManager = nullptr;
+}
+
+// ---- Window messages: life and paint -------------------------------------------------------------------------------
+
+int CVectorView::OnCreate(LPCREATESTRUCT) {
+    return Default() == -1 ? -1 : 0;
+}
+
+void CVectorView::OnSize(UINT, int, int) {
+    // The mapping keeps its old screen size until the next fit: the host calls ZoomAll when it wants one.
+    Default();
+}
+
+void CVectorView::OnPaint() {
+    LPCTSTR failure = L"CVectorView::OnPaint() 错误";
+    try {
+        m_pManager->PreRedraw();
+        CPaintDC paint(this);
+        CMemDC memory(&paint);
+        m_Graphic.OnDraw(&memory, 1);
+        DrawSpecInfo(&memory, 1);
+    } catch (CException* e) {
+        ReportPaintFailure(e, failure);
+    } catch (...) {
+        ReportPaintFailure(nullptr, failure);
+    }
+}
+
+BOOL CVectorView::OnEraseBkgnd(CDC*) {
+    return TRUE; // The paint loop clears.
+}
+
+// ---- Window messages: mouse and keys -------------------------------------------------------------------------------
+// Nothing captures the mouse: a button released outside the window is never seen.
+
+void CVectorView::OnLButtonDown(UINT nFlags, CPoint point) {
+    m_pManager->OnLButtonDown(nFlags, CGePoint2d(point));
+    Default();
+}
+
+void CVectorView::OnLButtonUp(UINT nFlags, CPoint point) {
+    m_pManager->OnLButtonUp(nFlags, CGePoint2d(point));
+    Default();
+}
+
+void CVectorView::OnLButtonDblClk(UINT, CPoint) {
+    // The engine is not told: a double click reaches it as its two presses and releases.
+    HINSTANCE previous = AfxGetResourceHandle();
+    AfxSetResourceHandle(VectorViewModule());
+    Default();
+    AfxSetResourceHandle(previous);
+}
+
+void CVectorView::OnMouseMove(UINT nFlags, CPoint point) {
+    m_pManager->OnMouseMove(nFlags, CGePoint2d(point));
+    Default();
+}
+
+void CVectorView::OnRButtonDown(UINT nFlags, CPoint point) {
+    m_pManager->OnRButtonDown(nFlags, CGePoint2d(point));
+    Default();
+}
+
+void CVectorView::OnMButtonDown(UINT nFlags, CPoint point) {
+    if (auto* manager = DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager)) {
+        manager->OnMButtonDown(nFlags, CGePoint2d(point));
+    }
+    Default();
+}
+
+void CVectorView::OnMButtonUp(UINT, CPoint) {
+    Default();
+}
+
+void CVectorView::OnMButtonDblClk(UINT, CPoint) {
+    ZoomAll();
+    Default();
+}
+
+BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
+    CPoint cursor;
+    ::GetCursorPos(&cursor);
+    ScreenToClient(&cursor);
+    CGePoint2d min;
+    CGePoint2d max;
+    if (GetDocument()->GetRect(min, max) == 0) {
+        return static_cast<BOOL>(Default());
+    }
+    const double extent = std::max(max.x - min.x, max.y - min.y);
+    const double newScale = static_cast<double>(m_CoordTran.GetScale()) * (zDelta >= 0 ? kWheelIn : kWheelOut);
+    if (extent / newScale > kLeastPixels) {
+        m_CoordTran.SetScale(cursor, static_cast<float>(newScale));
+    }
+    InvalidateRect(nullptr, TRUE);
+    // The point of this message is in screen coordinates, and goes on as it is.
+    m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point));
+    return static_cast<BOOL>(Default());
+}
+
+void CVectorView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
+    m_pManager->OnKeyDown(nChar, nRepCnt, nFlags);
+    Default();
+}
+
+BOOL CVectorView::OnSetCursor(CWnd* wnd, UINT nHitTest, UINT message) {
+    AFX_MANAGE_STATE(AfxGetAppModuleState());
+    if (static_cast<int>(m_pManager->OnSetCursor(wnd, nHitTest, message)) == 1) {
+        return TRUE;
+    }
+    return static_cast<BOOL>(Default());
+}
+
+void CVectorView::OnHScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar) {
+    CWnd::OnHScroll(nSBCode, nPos, scrollBar);
+}
+
+void CVectorView::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar) {
+    CWnd::OnVScroll(nSBCode, nPos, scrollBar);
+}

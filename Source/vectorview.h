@@ -1,0 +1,130 @@
+// CVectorView: the child window that a host embeds to show and edit a drawing, and the host's calls to fill one.
+// Layer: views and dialogs. This is the header that a host includes.
+#pragma once
+
+#include "CommandOperation.h"
+#include "Document.h"
+#include "GdiplusValues.h"
+#include "VectorGraphic.h"
+
+#include <afxwin.h>
+
+class CDialog_DrawAbleProperty;
+class CPLine;
+
+using CBulgeArray = CArray<double, double&>;
+
+// Owns mapping, painter, document and command engine. All of them exist before the window does, so a host can fill the
+// drawing first. Call it on the thread of its window only.
+class NRVECTORVIEW_API CVectorView : public CWnd {
+    DECLARE_DYNAMIC(CVectorView)
+public:
+    CVectorView();
+    ~CVectorView() override;
+    CVectorView(const CVectorView&) = delete;
+    CVectorView& operator=(const CVectorView&) = delete;
+
+    virtual int Create(const wchar_t* className, const wchar_t* windowName, unsigned long style, const RECT& rect,
+                       CWnd* parent, unsigned int id, CCreateContext* context = nullptr);
+
+    // ---- The view as a whole ----
+
+    // Paints the drawing into a device context of the host, who provides clip and background. 0, after a message, when
+    // that failed.
+    virtual int VectorPaint(CDC* dc);
+    // A stream from the host's buffer: 0 for a null or empty one, else 1. Neither repaints nor fits.
+    virtual int LoadFile(unsigned char* data, unsigned int size);
+    // Starts a command by its word, or "open", or "save". Always leaves the document marked as modified.
+    void DoCommand(CString word);
+    // Fits the drawing into the client area and repaints. Until the first call the mapping knows no window size.
+    void ZoomAll();
+    CGraphicDocument* GetDocument() { return m_Graphic.GetDocument(); }
+    CVectorViewCoordTran* GetVectorViewCoordTran() { return &m_CoordTran; }
+    CCommandOperation* GetCommandOperationManager() { return m_pManager; }
+    CDialog_DrawAbleProperty* GetDlgDrawAbleProperty() { return m_pDlgDrawAbleProperty; }
+
+    // ---- Filling a drawing ----
+    // Each call makes one object with an explicit colour (the alpha is dropped), puts it on top, and returns it; the
+    // document owns it. `redraw` nonzero repaints: pass 0 and repaint once when adding many.
+
+    CDrawable* AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, CString parm, CString msg, int lock, int redraw);
+    // Never repaints.
+    CDrawable* AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect);
+    // A fixed line under the drawing, in the net list. Never repaints.
+    CDrawable* AddNetLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect);
+    // Angles in radians, anticlockwise from the positive x axis.
+    CDrawable* AddArc(CGePoint2d center, float radius, float start, float end, Gdiplus::Color c, CString parm,
+                      CString msg, int lock, int redraw);
+    // Through three points; null when they lie on a line.
+    CDrawable* AddArc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, Gdiplus::Color c, CString parm, CString msg,
+                      int lock, int redraw);
+    CDrawable* AddCenterPoint(CGePoint2d p, CString parm, CString msg, Gdiplus::Color c, int redraw);
+    // Null when the numbers of points and bulges differ. Name and message arrays as long as `pts`, or the
+    // invalid-argument exception is raised. `wide`: its low 16 bits, signed, are the line width.
+    CDrawable* AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
+                        CStringArray& msgs, int wide, int closed, int lock, int redraw);
+    // Always closed.
+    CDrawable* AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
+                        CStringArray& msgs, int lock, int redraw);
+    // `onTop` zero puts it at the very bottom. Never repaints.
+    CDrawable* AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, int closed, int canSelect,
+                        int onTop);
+    // Angles in degrees.
+    CDrawable* AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, int redraw);
+    CDrawable* AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, double height, int canSelect,
+                       int redraw);
+    // Parameter texts. The double behind the strings is accepted and dropped.
+    CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, int redraw);
+    CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, double height,
+                           int redraw);
+    CDrawable* AddParmTextNoRegExp(CGePoint2d p, CString& text, CString& name, double, Gdiplus::Color c, double height,
+                                   int redraw);
+    CDrawable* AddParmTextForSS(CGePoint2d p, CString& text, CString& name, double, Gdiplus::Color c, double height,
+                                int redraw);
+    // A plain text; the name is ignored.
+    CDrawable* AddParmTextNoEdit(CGePoint2d p, CString& text, CString& name, double, Gdiplus::Color c, double height,
+                                 int redraw);
+    // Turns every object of the drawing, not the net, by `angle` radians. Does not repaint.
+    void transformBy(double angle, CGePoint2d center);
+    // The first polyline with a curved segment within four pixels of client pixel p, and that segment; else null, with
+    // `segment` that of the last polyline passed.
+    CPLine* GetPLine_IsArc(CPoint p, int& segment);
+
+protected:
+    // ---- Hooks ----
+
+    // Makes the engine. Runs inside the constructor, so an override does not reach it: a derived view calls its own
+    // from its own constructor, and that one frees the engine already there.
+    virtual void OnCreateCommandOperationManager();
+    // At the end of each window paint, with the off-screen context and 1.
+    virtual int DrawSpecInfo(CDC* dc, int n);
+
+    // Deregisters and deletes the engine.
+    void FreeCommandOperationManager();
+
+    // ---- Window messages ----
+
+    afx_msg int OnCreate(LPCREATESTRUCT create);
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg void OnMouseMove(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint point);
+    afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg BOOL OnSetCursor(CWnd* wnd, UINT nHitTest, UINT message);
+    afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar);
+    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar);
+    DECLARE_MESSAGE_MAP()
+
+    CVectorViewCoordTran m_CoordTran;
+    CVectorGraphic m_Graphic;
+    CCommandOperation* m_pManager = nullptr;
+    CDialog_DrawAbleProperty* m_pDlgDrawAbleProperty = nullptr; // Nothing here assigns it; a derived view may.
+};
