@@ -64,6 +64,8 @@ house_lock() {
     fi
 }
 
+house_unlock() { exec 9>&-; }
+
 # --- steps that can be broken off
 
 HOUSE_STEP=
@@ -153,20 +155,20 @@ house_wine() {
 
 house_wineserver() { (house_wine_env; exec timeout -k 5 60 "$WINESERVER" "$@" >/dev/null 2>&1 </dev/null 9>&-); }
 
-# Makes the prefix once: no Mono, no Gecko, no menus, windows placed by nobody but their programs, no crash dialog, and
-# the drawing's default face mapped to an installed one (under both its names, or dialog captions stay boxes).
+# house_prefix [MANAGED]: makes the prefix once: no Mono, no Gecko, no menus, no crash dialog, and the drawing's default
+# face mapped to an installed one (under both its names, or dialog captions stay boxes). MANAGED is N where no window
+# manager runs, as on the virtual display: windows then stand where their programs put them, at once.
 house_prefix() {
     local prefix=${NR_WINEPREFIX:-$HOUSE_BUILD/wineprefix}
-    house_wineserver -k # what an interrupted run left behind
-    house_wineserver -w
     [ ! -e "$prefix/house-made" ] || return 0
     house_say "making the Wine prefix"
+    house_wineserver -k
     rm -rf "$prefix"
     mkdir -p "$prefix/home"
     house_wine 180 wineboot -i || return 1
     house_wineserver -w
     local fonts='HKCU\Software\Wine\Fonts\Replacements'
-    house_wine 60 reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f &&
+    house_wine 60 reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "${1:-N}" /f &&
         house_wine 60 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
         house_wine 60 reg add "$fonts" /v SimSun /d 'WenQuanYi Micro Hei' /f &&
         house_wine 60 reg add "$fonts" /v 宋体 /d 'WenQuanYi Micro Hei' /f || return 1
@@ -178,6 +180,8 @@ HOUSE_WINE_STARTED=
 
 # house_start_wine [KEEPALIVE]: a server that stays, its services with no pipe of ours, and a window to hold the desktop.
 house_start_wine() {
+    house_wineserver -k # what an interrupted run left behind
+    house_wineserver -w
     HOUSE_WINE_STARTED=1
     house_wineserver -p
     house_wine 120 wineboot || return 1

@@ -12,8 +12,15 @@ namespace {
 constexpr UINT kExitFault = 70;
 constexpr int kExitNoTests = 71;
 
+// GoogleTest can be asked for the running test only while it runs tests: not from a destructor at exit.
+bool g_testing = false;
+
 // Prints module and offset, so that `x86_64-w64-mingw32-addr2line -e <module> <offset + image base>` finds the line.
 LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
+    static bool again = false;
+    if (again) // a fault in here
+        TerminateProcess(GetCurrentProcess(), kExitFault);
+    again = true;
     const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
     HMODULE module = nullptr;
     char path[MAX_PATH] = "?";
@@ -21,7 +28,7 @@ LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
                            static_cast<const char*>(record.ExceptionAddress), &module))
         GetModuleFileNameA(module, path, MAX_PATH);
     const auto offset = reinterpret_cast<ULONG_PTR>(record.ExceptionAddress) - reinterpret_cast<ULONG_PTR>(module);
-    const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
+    const testing::TestInfo* const test = g_testing ? testing::UnitTest::GetInstance()->current_test_info() : nullptr;
     std::fprintf(stderr, "FAULT %08lx at %p (%s+0x%llx)", record.ExceptionCode, record.ExceptionAddress, path,
                  static_cast<unsigned long long>(offset));
     if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2)
@@ -41,7 +48,9 @@ int main(int argc, char** argv) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SetUnhandledExceptionFilter(OnFault);
     testing::InitGoogleTest(&argc, argv);
+    g_testing = true;
     const int result = RUN_ALL_TESTS();
+    g_testing = false;
     if (!GTEST_FLAG_GET(list_tests) && testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
         std::fprintf(stderr, "no test ran\n");
         return kExitNoTests;
