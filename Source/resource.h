@@ -3,18 +3,18 @@
 // Layer: base.
 #pragma once
 
-// Cursors, loaded by their number. IDC_OPERATION is the default of every command and of the idle view.
-#define IDC_OPERATION 131
-#define IDC_PAN 1479
-#define IDC_PLINE_ADD_POINT 7001
-#define IDC_PLINE_REMOVE_POINT 7002
+// Cursors, loaded by their number. IDC_CURSOR_OPERATION is the default of every command and of the idle view.
+#define IDC_CURSOR_OPERATION 131
+#define IDC_CURSOR_PAN 1479
+#define IDC_CURSOR_ADD_POINT 7001
+#define IDC_CURSOR_REMOVE_POINT 7002
 // The other cursors of the module; no code loads them, hosts may.
-#define IDC_CROSS 142
-#define IDC_ZOOM 1014
-#define IDC_ZOOM_IN 1016
-#define IDC_ZOOM_OUT 1017
-#define IDC_PAN_GRAB 1478
-#define IDC_MOVE 1480
+#define IDC_CURSOR_CROSS 142
+#define IDC_CURSOR_ZOOM 1014
+#define IDC_CURSOR_ZOOM_IN 1016
+#define IDC_CURSOR_ZOOM_OUT 1017
+#define IDC_CURSOR_PAN_GRAB 1478
+#define IDC_CURSOR_MOVE 1480
 
 // Icons, 16 by 16, one for each family of commands.
 #define IDI_LINE 301

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Draws the cursors and icons of the library and writes them to resources/ as .cur and .ico files.
+"""Draws the cursors and icons: the library's go to resources/, the demo's to demo/, as .cur and .ico files.
 
-Usage: make_resources.py [FOLDER]   (default: the resources folder beside this program's folder)
+Usage: make_resources.py [FOLDER]   (default: the folder above this program's one)
 
 Every picture is a short list of shapes on a small canvas, so that it can be changed here and written anew; the files
 are committed because the build uses them and should not need Python. The same shapes give the same bytes.
@@ -187,12 +187,16 @@ def write_cursor(folder, number, canvas, hot_x, hot_y):
         file.write(head + entry + image)
 
 
-def write_icon(folder, word, canvas):
-    image = image_32(canvas)
-    head = struct.pack("<HHH", 0, 1, 1)
-    entry = struct.pack("<BBBBHHII", canvas.size, canvas.size, 0, 0, 1, 32, len(image), 22)
-    with open(os.path.join(folder, f"ICON_16_{word}.ico"), "wb") as file:
-        file.write(head + entry + image)
+def write_icon(path, *canvases):
+    """One picture for each canvas; the system takes the size that it needs."""
+    images = [image_32(canvas) for canvas in canvases]
+    data = struct.pack("<HHH", 0, 1, len(images))
+    offset = len(data) + 16 * len(images)
+    for canvas, image in zip(canvases, images):
+        data += struct.pack("<BBBBHHII", canvas.size, canvas.size, 0, 0, 1, 32, len(image), offset)
+        offset += len(image)
+    with open(path, "wb") as file:
+        file.write(data + b"".join(images))
 
 
 # ---- Cursors, 32 by 32. White with a black ring shows on the dark drawing and on a light one.
@@ -453,16 +457,35 @@ ICONS = {
 }
 
 
+def demo_icon(size):
+    """The demo's own icon: a dark sheet with a part drawn on it, in units of a 32nd of its side."""
+    u = size / 32
+    c = Canvas(size, smooth=True)
+    sheet = union(box(4 * u, 2 * u, 28 * u, 30 * u), box(2 * u, 4 * u, 30 * u, 28 * u), disc(4 * u, 4 * u, 2 * u),
+                  disc(28 * u, 4 * u, 2 * u), disc(4 * u, 28 * u, 2 * u), disc(28 * u, 28 * u, 2 * u))
+    c.fill(sheet, (28, 44, 72))
+    width = max(1.2, 2 * u)
+    c.fill(path(width, (7 * u, 24 * u), (25 * u, 24 * u), (25 * u, 17 * u)), WHITE)
+    c.fill(path(width, (7 * u, 24 * u), (7 * u, 17 * u)), WHITE)
+    c.fill(arc(16 * u, 17 * u, 9 * u, 0, 180, width), WHITE)
+    c.fill(arc(16 * u, 17 * u, 4 * u, 0, 360, width), (255, 176, 60))
+    for x, y in ((7, 24), (25, 24)):
+        c.fill(box((x - 2) * u, (y - 2) * u, (x + 2) * u, (y + 2) * u), (90, 160, 255))
+    return c
+
+
 def main():
     if len(sys.argv) > 2 or "-h" in sys.argv or "--help" in sys.argv:
         print(__doc__.strip())
         return 0 if len(sys.argv) == 2 else 2
     here = os.path.dirname(os.path.abspath(__file__))
-    folder = sys.argv[1] if len(sys.argv) == 2 else os.path.join(here, "..", "resources")
+    top = sys.argv[1] if len(sys.argv) == 2 else os.path.join(here, "..")
+    folder = os.path.join(top, "resources")
     for number, canvas, hot_x, hot_y in cursors():
         write_cursor(folder, number, canvas, hot_x, hot_y)
     for word, draw in ICONS.items():
-        write_icon(folder, word, draw(Canvas(16, smooth=True)))
+        write_icon(os.path.join(folder, f"ICON_16_{word}.ico"), draw(Canvas(16, smooth=True)))
+    write_icon(os.path.join(top, "demo", "demo.ico"), *[demo_icon(size) for size in (16, 32, 48)])
     return 0
 
 

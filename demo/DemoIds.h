@@ -1,0 +1,29 @@
+// Numbers of the demo's own resources, menu items and controls; the resource script includes it too.
+// Layer: demo.
+#pragma once
+
+#define IDI_DEMO 1
+#define IDR_DEMO_KEYS 2
+
+// The angle dialog that the library asks its host for; number and controls are the library's.
+#define IDD_HOST_ANGLE 134
+#define IDC_HOST_ANGLE 1002
+
+#define ID_HOST_ZOOM_ALL 200
+#define ID_HOST_ORTHO 201
+#define ID_HOST_BREAK_OFF 202
+#define ID_HOST_DESELECT 203
+#define ID_HOST_ERASE 204
+#define ID_HOST_ABOUT 205
+// Snap modes: the number of the bit in the mode is the place behind the first one.
+#define ID_HOST_SNAP_FIRST 210
+#define ID_HOST_SNAP_LAST 213
+#define ID_HOST_BACKGROUND_FIRST 220
+#define ID_HOST_BACKGROUND_LAST 223
+// One number for each row of the command table.
+#define ID_HOST_COMMAND_FIRST 300
+#define ID_HOST_COMMAND_LAST 399
+
+#define IDC_HOST_VIEW 500
+#define IDC_HOST_STATUS 501
+#define IDC_HOST_TOOLBAR 502

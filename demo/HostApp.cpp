@@ -1,0 +1,69 @@
+// The demo program: one window with a drawing, opened from the command line or from its menu.
+// Layer: demo.
+#include <afxcmn.h>
+#include <afxwin.h>
+
+#include <shellapi.h>
+
+#include <memory>
+
+#include "HostFrame.h"
+
+namespace {
+
+class CHostApp : public CWinApp {
+public:
+    BOOL InitInstance() override {
+        INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
+        ::InitCommonControlsEx(&controls);
+        m_frame = std::make_unique<CHostFrame>();
+        if (!m_frame->CreateFrame()) {
+            return FALSE;
+        }
+        m_pMainWnd = m_frame.get();
+        m_frame->ShowWindow(m_nCmdShow);
+        m_frame->UpdateWindow();
+        m_frame->SetFocus();
+
+        int count = 0;
+        wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+        if (arguments != nullptr && count > 1) {
+            m_frame->OpenFile(FullPath(arguments[1]));
+        }
+        ::LocalFree(arguments);
+        return TRUE;
+    }
+
+    BOOL OnIdle(LONG count) override {
+        if (count == 0 && m_frame) {
+            m_frame->UpdateShown();
+        }
+        return CWinApp::OnIdle(count);
+    }
+
+    int DoMessageBox(LPCTSTR text, UINT type, UINT help) override {
+        if (m_frame) {
+            m_frame->NoteMessage();
+        }
+        return CWinApp::DoMessageBox(text, type, help);
+    }
+
+    int ExitInstance() override {
+        m_frame.reset();
+        return CWinApp::ExitInstance();
+    }
+
+private:
+    // A save dialog changes the current folder; the name must not depend on it.
+    static CString FullPath(const wchar_t* path) {
+        wchar_t full[MAX_PATH] = L"";
+        const DWORD length = ::GetFullPathNameW(path, MAX_PATH, full, nullptr);
+        return length > 0 && length < MAX_PATH ? full : path;
+    }
+
+    std::unique_ptr<CHostFrame> m_frame;
+};
+
+CHostApp theApp;
+
+} // namespace

@@ -1,0 +1,163 @@
+// The demo's main window: new, open, save, and the questions around them.
+// Layer: demo.
+#include "HostFrame.h"
+
+#include <afxdlgs.h>
+
+#include <algorithm>
+
+namespace {
+
+const wchar_t Filter[] = L"图形文件 (*.nrv)|*.nrv|所有文件 (*.*)|*.*||";
+const wchar_t Extension[] = L"nrv";
+
+// Why a file cannot be read, in the user's words.
+CString DescribeCause(const CFileException& error) {
+    switch (error.m_cause) {
+    case CFileException::fileNotFound:
+        return L"找不到该文件。";
+    case CFileException::badPath:
+        return L"路径无效。";
+    case CFileException::accessDenied:
+        return L"没有访问权限。";
+    case CFileException::sharingViolation:
+    case CFileException::lockViolation:
+        return L"该文件正被其他程序使用。";
+    default: {
+        CString text;
+        text.Format(L"读取失败（错误 %ld）。", static_cast<long>(error.m_lOsError));
+        return text;
+    }
+    }
+}
+
+} // namespace
+
+CString CHostFrame::GetShownName() {
+    if (m_path.IsEmpty()) {
+        return L"未命名";
+    }
+    const int slash = std::max(m_path.ReverseFind(L'\\'), m_path.ReverseFind(L'/'));
+    return m_path.Mid(slash + 1);
+}
+
+void CHostFrame::ForgetDrawing() {
+    m_view.BreakOff(); // first: a running command may hold objects of the drawing
+    m_view.GetDocument()->Reset();
+    m_view.GetDocument()->SetPathName(L"", FALSE);
+    m_view.GetDocument()->SetModifiedFlag(FALSE);
+    m_path.Empty();
+}
+
+bool CHostFrame::OpenFile(const CString& path) {
+    // Looked at first, so that a file that cannot be read leaves the present drawing alone.
+    CFile file;
+    CFileException error;
+    if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
+        AfxMessageBox(L"无法打开文件：\n" + path + L"\n\n" + DescribeCause(error), MB_OK | MB_ICONWARNING);
+        return false;
+    }
+    const bool empty = file.GetLength() == 0;
+    file.Close();
+    if (empty) {
+        AfxMessageBox(L"无法打开文件：\n" + path + L"\n\n文件是空的，不是图形文件。", MB_OK | MB_ICONWARNING);
+        return false;
+    }
+
+    ForgetDrawing();
+    const int messages = m_messages;
+    CGraphicDocument* document = m_view.GetDocument();
+    const bool loaded = document->OnOpenDocument(path) != 0 && m_messages == messages;
+    if (loaded) {
+        m_path = path;
+        document->SetPathName(path, FALSE);
+        document->SetModifiedFlag(FALSE);
+    } else {
+        // The library has said so and kept what it could read. The name is not taken over, so that saving the
+        // remains does not overwrite the file by itself.
+        document->SetPathName(L"", FALSE);
+        document->SetModifiedFlag(document->GetDrawableObjs()->GetSize() > 0);
+        AfxMessageBox(L"文件已损坏或不是图形文件：\n" + path + L"\n\n只载入了能够读出的对象。", MB_OK | MB_ICONWARNING);
+    }
+    CGePoint2d low;
+    CGePoint2d high;
+    if (document->GetRect(low, high)) {
+        m_view.ZoomAll();
+    } else {
+        m_view.ResetMapping();
+    }
+    return loaded;
+}
+
+bool CHostFrame::Save() {
+    if (m_path.IsEmpty()) {
+        return SaveAs();
+    }
+    // Reports its own failures, and leaves the old file alone then.
+    return m_view.GetDocument()->DoSave(m_path, TRUE) != 0;
+}
+
+bool CHostFrame::SaveAs() {
+    CFileDialog dialog(FALSE, Extension, m_path.IsEmpty() ? L"图形1" : static_cast<LPCTSTR>(m_path),
+                       OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, Filter, this);
+    if (dialog.DoModal() != IDOK) {
+        return false;
+    }
+    const CString path = dialog.GetPathName();
+    if (!m_view.GetDocument()->DoSave(path, TRUE)) {
+        return false;
+    }
+    m_path = path;
+    m_view.GetDocument()->SetModifiedFlag(FALSE);
+    return true;
+}
+
+// Whether the present drawing may go: it is saved, or the user does not want it.
+bool CHostFrame::MayDiscard() {
+    if (!m_view.GetDocument()->IsModified()) {
+        return true;
+    }
+    switch (AfxMessageBox(L"是否保存对“" + GetShownName() + L"”的更改？", MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    case IDYES:
+        return Save();
+    case IDNO:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void CHostFrame::OnFileNew() {
+    if (MayDiscard()) {
+        ForgetDrawing();
+        m_view.ResetMapping();
+    }
+}
+
+void CHostFrame::OnFileOpen() {
+    if (!MayDiscard()) {
+        return;
+    }
+    CFileDialog dialog(TRUE, Extension, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, Filter, this);
+    if (dialog.DoModal() == IDOK) {
+        OpenFile(dialog.GetPathName());
+    }
+}
+
+void CHostFrame::OnFileSave() { Save(); }
+
+void CHostFrame::OnFileSaveAs() { SaveAs(); }
+
+void CHostFrame::OnFileExit() { PostMessage(WM_CLOSE); }
+
+void CHostFrame::OnClose() {
+    if (MayDiscard()) {
+        m_view.GetManager()->Cancel();
+        DestroyWindow();
+    }
+}
+
+void CHostFrame::OnDestroy() {
+    CWnd::OnDestroy();
+    AfxPostQuitMessage(0);
+}

@@ -1,0 +1,423 @@
+// The demo's main window: layout, menus and commands.
+// Layer: demo.
+#include "HostFrame.h"
+
+#include "CommandTable.h"
+#include "DemoIds.h"
+
+#include <afxres.h>
+#include <resource.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+const int PaneCommand = 0;
+const int PanePoint = 1;
+const int PaneScale = 2;
+const int PaneModes = 3;
+
+const wchar_t* const SnapNames[] = {L"端点", L"插入点", L"中点", L"垂足"};
+
+struct Background {
+    const wchar_t* caption;
+    short index;    // into the library's colour table, or -2 for the colour
+    COLORREF color; // with index -2
+    short pen;      // colour index for new objects, so that they show
+};
+const Background Backgrounds[] = {
+    {L"黑色", 7, 0, 137},
+    {L"深蓝", -2, RGB(16, 32, 64), 137},
+    {L"深灰", -2, RGB(48, 48, 48), 137},
+    {L"白色", 137, 0, 7},
+};
+
+// As many decimals as one pixel is worth, at most six.
+CString FormatCoordinate(double value, double unitsPerPixel) {
+    int decimals = 0;
+    for (double step = 1.0; decimals < 6 && step > unitsPerPixel; step /= 10.0) {
+        ++decimals;
+    }
+    CString text;
+    text.Format(L"%.*f", decimals, value);
+    return text;
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
+ON_WM_CREATE()
+ON_WM_SIZE()
+ON_WM_SETFOCUS()
+ON_WM_CLOSE()
+ON_WM_DESTROY()
+ON_WM_INITMENUPOPUP()
+ON_COMMAND(ID_FILE_NEW, OnFileNew)
+ON_COMMAND(ID_FILE_OPEN, OnFileOpen)
+ON_COMMAND(ID_FILE_SAVE, OnFileSave)
+ON_COMMAND(ID_FILE_SAVE_AS, OnFileSaveAs)
+ON_COMMAND(ID_APP_EXIT, OnFileExit)
+ON_COMMAND(ID_HOST_ZOOM_ALL, OnZoomAll)
+ON_COMMAND(ID_HOST_ORTHO, OnOrtho)
+ON_COMMAND(ID_HOST_BREAK_OFF, OnBreakOff)
+ON_COMMAND(ID_HOST_DESELECT, OnDeselect)
+ON_COMMAND(ID_HOST_ERASE, OnErase)
+ON_COMMAND(ID_HOST_ABOUT, OnAbout)
+ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, OnSnap)
+ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, OnBackground)
+ON_COMMAND_RANGE(ID_HOST_COMMAND_FIRST, ID_HOST_COMMAND_LAST, OnRunCommand)
+END_MESSAGE_MAP()
+
+// ---- Construction
+
+CHostFrame::~CHostFrame() {
+    for (INT_PTR i = 0; i < m_itemBitmaps.GetSize(); ++i) {
+        ::DeleteObject(m_itemBitmaps[i]);
+    }
+    if (m_images != nullptr) {
+        ::ImageList_Destroy(m_images);
+    }
+}
+
+BOOL CHostFrame::CreateFrame() {
+    const HICON icon = AfxGetApp()->LoadIcon(IDI_DEMO);
+    const LPCTSTR className = AfxRegisterWndClass(0, ::LoadCursorW(nullptr, IDC_ARROW),
+                                                  reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
+    RECT work = {0, 0, 1280, 800};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const int width = std::min(1120L, work.right - work.left);
+    const int height = std::min(780L, work.bottom - work.top);
+    return CreateEx(0, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, work.left + (work.right - width) / 2,
+                    work.top + (work.bottom - height) / 2, width, height, nullptr, nullptr);
+}
+
+int CHostFrame::OnCreate(LPCREATESTRUCT create) {
+    if (CWnd::OnCreate(create) == -1) {
+        return -1;
+    }
+    MakeMenus();
+    MakeToolbar();
+    const CRect nothing(0, 0, 0, 0);
+    if (!m_status.Create(WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, nothing, this, IDC_HOST_STATUS) ||
+        !m_view.CreateIn(this, CRect(0, 0, create->cx, create->cy), IDC_HOST_VIEW)) {
+        return -1;
+    }
+    m_keys = ::LoadAcceleratorsW(AfxGetInstanceHandle(), MAKEINTRESOURCEW(IDR_DEMO_KEYS));
+    LayOut();
+    m_view.ResetMapping();
+    return 0;
+}
+
+// Adds the rows of one menu of the command table.
+void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
+    for (int i = 0; i < CommandRowCount; ++i) {
+        const CommandRow& row = CommandRows[i];
+        if ((row.menu == CommandMenu::Edit) != edit) {
+            continue;
+        }
+        if (row.flags & CommandGroup) {
+            menu.AppendMenu(MF_SEPARATOR);
+        }
+        const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
+        menu.AppendMenu(MF_STRING, id, row.caption);
+        SetItemIcon(menu, id, row.icon);
+    }
+}
+
+void CHostFrame::MakeMenus() {
+    CMenu file;
+    file.CreatePopupMenu();
+    file.AppendMenu(MF_STRING, ID_FILE_NEW, L"新建(&N)\tCtrl+N");
+    file.AppendMenu(MF_STRING, ID_FILE_OPEN, L"打开(&O)…\tCtrl+O");
+    file.AppendMenu(MF_STRING, ID_FILE_SAVE, L"保存(&S)\tCtrl+S");
+    file.AppendMenu(MF_STRING, ID_FILE_SAVE_AS, L"另存为(&A)…");
+    file.AppendMenu(MF_SEPARATOR);
+    file.AppendMenu(MF_STRING, ID_APP_EXIT, L"退出(&X)\tAlt+F4");
+
+    CMenu background;
+    background.CreatePopupMenu();
+    for (UINT i = 0; i < std::size(Backgrounds); ++i) {
+        background.AppendMenu(MF_STRING, ID_HOST_BACKGROUND_FIRST + i, Backgrounds[i].caption);
+    }
+    CMenu view;
+    view.CreatePopupMenu();
+    view.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
+    SetItemIcon(view, ID_HOST_ZOOM_ALL, IDI_ZOOMALL);
+    view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
+
+    CMenu draw;
+    draw.CreatePopupMenu();
+    MakeCommandItems(draw, false);
+
+    CMenu edit;
+    edit.CreatePopupMenu();
+    MakeCommandItems(edit, true);
+    edit.AppendMenu(MF_SEPARATOR);
+    edit.AppendMenu(MF_STRING, ID_HOST_DESELECT, L"取消选择(&D)");
+    edit.AppendMenu(MF_STRING, ID_HOST_BREAK_OFF, L"中断命令(&B)\tEsc");
+
+    CMenu snap;
+    snap.CreatePopupMenu();
+    for (UINT i = 0; i < std::size(SnapNames); ++i) {
+        snap.AppendMenu(MF_STRING, ID_HOST_SNAP_FIRST + i, SnapNames[i]);
+    }
+    snap.AppendMenu(MF_SEPARATOR);
+    snap.AppendMenu(MF_STRING, ID_HOST_ORTHO, L"正交(&O)\tF8");
+
+    CMenu help;
+    help.CreatePopupMenu();
+    help.AppendMenu(MF_STRING, ID_HOST_ABOUT, L"关于(&A)…");
+
+    CMenu bar;
+    bar.CreateMenu();
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(file.Detach()), L"文件(&F)");
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), L"视图(&V)");
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(draw.Detach()), L"绘图(&D)");
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(edit.Detach()), L"编辑(&E)");
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(snap.Detach()), L"捕捉(&S)");
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(help.Detach()), L"帮助(&H)");
+    SetMenu(&bar);
+    bar.Detach(); // the window owns it now
+}
+
+// Menus take bitmaps with premultiplied alpha: an icon drawn onto nothing is one.
+void CHostFrame::SetItemIcon(CMenu& menu, UINT id, UINT icon) {
+    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(icon), RT_GROUP_ICON);
+    const HICON handle =
+        static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(icon), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
+    if (handle == nullptr) {
+        return;
+    }
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = info.bmiHeader.biHeight = 16;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    const HDC dc = ::CreateCompatibleDC(nullptr);
+    void* bits = nullptr;
+    HBITMAP bitmap = ::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (bitmap != nullptr) {
+        const HGDIOBJ former = ::SelectObject(dc, bitmap);
+        ::DrawIconEx(dc, 0, 0, handle, 16, 16, 0, nullptr, DI_NORMAL);
+        ::SelectObject(dc, former);
+        MENUITEMINFOW item = {};
+        item.cbSize = sizeof(item);
+        item.fMask = MIIM_BITMAP;
+        item.hbmpItem = bitmap;
+        ::SetMenuItemInfoW(menu, id, FALSE, &item);
+        m_itemBitmaps.Add(bitmap);
+    }
+    ::DeleteDC(dc);
+    ::DestroyIcon(handle);
+}
+
+void CHostFrame::MakeToolbar() {
+    m_toolbar = ::CreateWindowExW(0, TOOLBARCLASSNAMEW, L"",
+                                  WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS, 0, 0, 0, 0,
+                                  m_hWnd, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_HOST_TOOLBAR)),
+                                  AfxGetInstanceHandle(), nullptr);
+    if (m_toolbar == nullptr) {
+        return;
+    }
+    m_images = ::ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
+    ::SendMessageW(m_toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    ::SendMessageW(m_toolbar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
+    ::SendMessageW(m_toolbar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images));
+    const auto add = [this](UINT id, UINT icon, const wchar_t* text) {
+        const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(icon), RT_GROUP_ICON);
+        const HICON handle =
+            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(icon), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
+        TBBUTTON button = {};
+        button.iBitmap = ::ImageList_ReplaceIcon(m_images, -1, handle);
+        button.idCommand = static_cast<int>(id);
+        button.fsState = TBSTATE_ENABLED;
+        button.fsStyle = BTNS_BUTTON;
+        button.iString = reinterpret_cast<INT_PTR>(text); // without BTNS_SHOWTEXT: the tip
+        ::SendMessageW(m_toolbar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+        ::DestroyIcon(handle);
+    };
+    const auto separate = [this] {
+        TBBUTTON line = {};
+        line.fsStyle = BTNS_SEP;
+        ::SendMessageW(m_toolbar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&line));
+    };
+    add(ID_HOST_ZOOM_ALL, IDI_ZOOMALL, L"全屏缩放");
+    separate();
+    UINT lastIcon = 0;
+    for (int i = 0; i < CommandRowCount; ++i) {
+        const CommandRow& row = CommandRows[i];
+        if (i > 0 && row.menu != CommandRows[i - 1].menu) {
+            separate();
+        }
+        // Of the rows of one family, which follow each other, the first stands for all.
+        if (row.icon != lastIcon && !(row.menu == CommandMenu::Edit && (row.icon == IDI_PLINE || row.icon == IDI_TEXT))) {
+            add(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), row.icon, PlainCaption(row));
+        }
+        lastIcon = row.icon;
+    }
+    ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
+}
+
+// ---- Layout
+
+// The only place that knows where the views lie.
+void CHostFrame::LayOut() {
+    if (m_view.m_hWnd == nullptr) {
+        return;
+    }
+    CRect client;
+    GetClientRect(&client);
+    m_status.SendMessage(WM_SIZE, 0, 0);
+    CRect status;
+    m_status.GetWindowRect(&status);
+    CRect bar(0, 0, 0, 0);
+    if (m_toolbar != nullptr) {
+        ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
+        ::GetWindowRect(m_toolbar, &bar);
+    }
+    const int width = client.Width();
+    int edges[] = {std::max(120, width - 540), std::max(120, width - 330), std::max(120, width - 180), -1};
+    m_status.SetParts(4, edges);
+    m_view.MoveWindow(0, bar.Height(), width, std::max(0, client.Height() - bar.Height() - status.Height()));
+}
+
+void CHostFrame::OnSize(UINT nType, int cx, int cy) {
+    CWnd::OnSize(nType, cx, cy);
+    if (nType != SIZE_MINIMIZED) {
+        LayOut();
+    }
+}
+
+void CHostFrame::OnSetFocus(CWnd*) {
+    if (m_view.m_hWnd != nullptr) {
+        m_view.SetFocus();
+    }
+}
+
+BOOL CHostFrame::PreTranslateMessage(MSG* message) {
+    // While a distance is typed the keys belong to its edit box.
+    const bool inEditBox = ::IsChild(m_view.m_hWnd, message->hwnd);
+    if (!inEditBox && m_keys != nullptr && ::TranslateAcceleratorW(m_hWnd, m_keys, message)) {
+        return TRUE;
+    }
+    return CWnd::PreTranslateMessage(message);
+}
+
+// ---- Status bar and title
+
+void CHostFrame::SetStatus(int pane, const CString& text) {
+    if (m_shown[pane] != text) {
+        m_shown[pane] = text;
+        m_status.SetText(text, pane, 0);
+    }
+}
+
+CString CHostFrame::DescribeCommand() {
+    if (!m_view.GetManager()->GetHasCommand()) {
+        return L"就绪";
+    }
+    const int row = m_view.GetCommandRow();
+    if (row < 0) {
+        return L"夹点编辑：单击目标点，或键入距离后按回车；Esc 取消";
+    }
+    return PlainCaption(CommandRows[row]) + L"：" + CommandRows[row].hint + L"；Esc 取消";
+}
+
+void CHostFrame::UpdateShown() {
+    if (m_hWnd == nullptr || m_view.m_hWnd == nullptr) {
+        return;
+    }
+    SetStatus(PaneCommand, DescribeCommand());
+
+    const double scale = static_cast<double>(m_view.GetVectorViewCoordTran()->GetScale());
+    CGePoint2d point;
+    if (m_view.GetCursorPoint(point)) {
+        SetStatus(PanePoint, L"X " + FormatCoordinate(point.x, scale) + L"   Y " + FormatCoordinate(point.y, scale));
+    }
+    CString text;
+    text.Format(L"1 像素 = %.4g 单位", scale);
+    SetStatus(PaneScale, text);
+
+    text = m_ortho ? L"正交  " : L"";
+    for (UINT i = 0; i < std::size(SnapNames); ++i) {
+        if (m_osnap & (1 << i)) {
+            text += CString(SnapNames[i]) + L" ";
+        }
+    }
+    SetStatus(PaneModes, text);
+
+    const CString title =
+        GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - NRVectorView 演示";
+    if (title != m_title) {
+        m_title = title;
+        SetWindowText(title);
+    }
+    // An edit box that went with its command takes the focus with it.
+    if (::GetFocus() == nullptr && ::GetActiveWindow() == m_hWnd) {
+        m_view.SetFocus();
+    }
+}
+
+void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
+    if (sysMenu) {
+        return;
+    }
+    popup->CheckMenuItem(ID_HOST_ORTHO, m_ortho ? MF_CHECKED : MF_UNCHECKED);
+    for (UINT i = 0; i < std::size(SnapNames); ++i) {
+        popup->CheckMenuItem(ID_HOST_SNAP_FIRST + i, m_osnap & (1 << i) ? MF_CHECKED : MF_UNCHECKED);
+    }
+    popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST,
+                              static_cast<UINT>(ID_HOST_BACKGROUND_FIRST + m_background), MF_BYCOMMAND);
+    popup->EnableMenuItem(ID_HOST_BREAK_OFF, m_view.GetManager()->GetHasCommand() ? MF_ENABLED : MF_GRAYED);
+}
+
+// ---- Commands
+
+void CHostFrame::OnRunCommand(UINT id) {
+    const int row = static_cast<int>(id) - ID_HOST_COMMAND_FIRST;
+    if (row < CommandRowCount) {
+        m_view.RunCommand(row);
+    }
+}
+
+void CHostFrame::OnErase() { m_view.RunCommand(FindCommandRow(L"erase")); }
+
+void CHostFrame::OnZoomAll() { m_view.ZoomAll(); }
+
+void CHostFrame::OnOrtho() {
+    m_ortho = !m_ortho;
+    m_view.GetManager()->SetDrawObjLatus(m_ortho);
+}
+
+void CHostFrame::OnBreakOff() { m_view.BreakOff(); }
+
+void CHostFrame::OnDeselect() {
+    m_view.GetDocument()->RemoveAllSelected();
+    m_view.Invalidate();
+}
+
+void CHostFrame::OnSnap(UINT id) {
+    m_osnap ^= 1 << (id - ID_HOST_SNAP_FIRST);
+    m_view.GetManager()->SetOsnapMode(m_osnap);
+}
+
+void CHostFrame::OnBackground(UINT id) {
+    m_background = static_cast<int>(id - ID_HOST_BACKGROUND_FIRST);
+    const Background& background = Backgrounds[m_background];
+    CGraphicDocument* document = m_view.GetDocument();
+    if (background.index == -2) {
+        document->SetBKColor(background.color);
+    } else {
+        document->SetBKColorIndex(background.index);
+    }
+    document->SetFGColorIndex(background.pen);
+    document->SetModifiedFlag(TRUE); // the background is saved with the drawing
+    m_view.Invalidate();
+}
+
+void CHostFrame::OnAbout() {
+    AfxMessageBox(L"NRVectorView 演示\n\n嵌入 CVectorView 的宿主程序：滚轮缩放，按住中键平移，双击中键全屏缩放。\n"
+                  L"单击选择对象，再单击夹点进行编辑；任意键取消选择。",
+                  MB_OK | MB_ICONINFORMATION);
+}

@@ -1,0 +1,75 @@
+// The demo's main window: menus, toolbar, status bar, files, and the views that it lays out.
+// Layer: demo.
+#pragma once
+
+#include <afxcmn.h>
+#include <afxwin.h>
+
+#include "HostView.h"
+
+class CHostFrame : public CWnd {
+public:
+    CHostFrame() = default;
+    ~CHostFrame() override;
+
+    BOOL CreateFrame();
+    // Replaces the drawing by that of a file. Says what went wrong, and returns whether all went well.
+    bool OpenFile(const CString& path);
+    // From the program's idle time: status bar, title, focus.
+    void UpdateShown();
+    // Counts the messages that are shown to the user: how the frame sees that a load reported a failure.
+    void NoteMessage() { ++m_messages; }
+
+protected:
+    BOOL PreTranslateMessage(MSG* message) override;
+
+    afx_msg int OnCreate(LPCREATESTRUCT create);
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnSetFocus(CWnd* old);
+    afx_msg void OnClose();
+    afx_msg void OnDestroy();
+    afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL sysMenu);
+    afx_msg void OnFileNew();
+    afx_msg void OnFileOpen();
+    afx_msg void OnFileSave();
+    afx_msg void OnFileSaveAs();
+    afx_msg void OnFileExit();
+    afx_msg void OnZoomAll();
+    afx_msg void OnOrtho();
+    afx_msg void OnBreakOff();
+    afx_msg void OnDeselect();
+    afx_msg void OnErase();
+    afx_msg void OnAbout();
+    afx_msg void OnSnap(UINT id);
+    afx_msg void OnBackground(UINT id);
+    afx_msg void OnRunCommand(UINT id);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void MakeMenus();
+    void MakeCommandItems(CMenu& menu, bool edit);
+    void SetItemIcon(CMenu& menu, UINT id, UINT icon);
+    void MakeToolbar();
+    void LayOut();
+    bool SaveAs();
+    bool Save();
+    bool MayDiscard();
+    void ForgetDrawing();
+    CString GetShownName();
+    void SetStatus(int pane, const CString& text);
+    CString DescribeCommand();
+
+    CHostView m_view;
+    CStatusBarCtrl m_status;
+    HWND m_toolbar = nullptr;
+    HIMAGELIST m_images = nullptr;
+    HACCEL m_keys = nullptr;
+    CArray<HBITMAP, HBITMAP&> m_itemBitmaps;
+    CString m_shown[4]; // texts that stand in the status bar
+    CString m_title;
+    CString m_path; // empty while the drawing has no file of its own
+    int m_osnap = 15;
+    int m_ortho = 0;
+    int m_background = 0;
+    int m_messages = 0;
+};

@@ -1,0 +1,46 @@
+// The demo's drawing view: what a host adds to CVectorView so that typed distances, Escape and the focus work.
+// Layer: demo.
+#pragma once
+
+#include <vectorview.h>
+#include <CommandOperationManager.h>
+
+class CHostView : public CVectorView {
+public:
+    CHostView() = default;
+
+    BOOL CreateIn(CWnd* parent, const RECT& rect, UINT id);
+    CCommandOperationManager* GetManager() {
+        return static_cast<CCommandOperationManager*>(GetCommandOperationManager());
+    }
+    // Starts the command of a row of the table.
+    void RunCommand(int row);
+    // The row of the running command; -1 when none runs, or one that a click has started.
+    int GetCommandRow();
+    // Breaks the running command off and repaints, which takes its previews off the window.
+    void BreakOff();
+    // Gives the mapping the window's size: once for an empty drawing, which has no extent to fit.
+    void ResetMapping();
+    // The drawing point under the mouse; false while the mouse has not been over the view yet.
+    bool GetCursorPoint(CGePoint2d& point);
+
+protected:
+    BOOL PreTranslateMessage(MSG* message) override;
+
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMouseMove(UINT nFlags, CPoint point);
+    afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    bool HandleEditKey(const MSG& message);
+    bool CanRestore();
+    void TakeFocus();
+
+    CPoint m_cursor;
+    bool m_hasCursor = false;
+    int m_row = -1;   // row of the command started last
+    int m_clicks = 0; // left clicks since
+};

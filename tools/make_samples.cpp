@@ -1,0 +1,135 @@
+// Makes the drawings of samples/ through the library's public interface: make_samples FOLDER.
+// Each drawing is one function and one row of the table below. Layer: tools.
+#include <vectorview.h>
+
+#include <afxwin.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+const Gdiplus::Color White(255, 255, 255);
+const Gdiplus::Color Grey(128, 128, 128);
+const Gdiplus::Color Cyan(0, 200, 220);
+const Gdiplus::Color Orange(240, 150, 40);
+const Gdiplus::Color Green(80, 200, 110);
+
+void Line(CVectorView& view, double x1, double y1, double x2, double y2, const Gdiplus::Color& color) {
+    view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), color, 1);
+}
+
+// A cross on a stroke, as the end of a dimension.
+void Tick(CVectorView& view, double x, double y) { Line(view, x - 60, y - 60, x + 60, y + 60, Green); }
+
+// A bridge girder of eight panels: chords in white, posts in cyan, diagonals in orange, dimensions in green.
+void MakeTruss(CVectorView& view) {
+    const int panels = 8;
+    const double panel = 1500;
+    const double height = 1800;
+    const double span = panels * panel;
+
+    Line(view, 0, 0, span, 0, White);
+    Line(view, panel, height, span - panel, height, White);
+    for (int i = 1; i < panels; ++i) {
+        Line(view, i * panel, 0, i * panel, height, Cyan);
+    }
+    Line(view, 0, 0, panel, height, Orange);
+    Line(view, span, 0, span - panel, height, Orange);
+    for (int i = 1; i < panels / 2; ++i) {
+        Line(view, i * panel, height, (i + 1) * panel, 0, Orange);
+        Line(view, span - i * panel, height, span - (i + 1) * panel, 0, Orange);
+    }
+
+    // Supports with the ground under them.
+    for (const double x : {0.0, span}) {
+        Line(view, x, 0, x - 260, -420, White);
+        Line(view, x, 0, x + 260, -420, White);
+        Line(view, x - 420, -420, x + 420, -420, White);
+        for (int i = 0; i < 6; ++i) {
+            const double foot = x - 400 + i * 160;
+            Line(view, foot, -420, foot - 120, -560, Grey);
+        }
+    }
+
+    // Dimensions of the panels, and of the whole below them.
+    for (const double y : {-900.0, -1300.0}) {
+        Line(view, 0, y, span, y, Green);
+    }
+    for (int i = 0; i <= panels; ++i) {
+        Tick(view, i * panel, -900);
+        Line(view, i * panel, -680, i * panel, i == 0 || i == panels ? -1420 : -1000, Green);
+    }
+    Tick(view, 0, -1300);
+    Tick(view, span, -1300);
+
+    // The height, left of the girder.
+    Line(view, -800, 0, -800, height, Green);
+    Line(view, -920, 0, -300, 0, Green);
+    Line(view, -920, height, panel - 300, height, Green);
+    Tick(view, -800, 0);
+    Tick(view, -800, height);
+}
+
+struct Sample {
+    const wchar_t* file;
+    void (*make)(CVectorView& view);
+};
+const Sample Samples[] = {
+    {L"truss.nrv", MakeTruss},
+};
+
+// Stores the drawing so that it comes up fitted into a window of 1000 by 600 pixels.
+void Save(CVectorView& view, const CString& path) {
+    CGePoint2d low;
+    CGePoint2d high;
+    view.GetDocument()->GetRect(low, high);
+    CVectorViewCoordTran* mapping = view.GetVectorViewCoordTran();
+    mapping->SetScreenSize(CSize(1000, 600));
+    const double scale = std::max((high.x - low.x) / 900, (high.y - low.y) / 500);
+    mapping->SetScale(static_cast<float>(scale));
+    mapping->SetOriginX((low.x + high.x) / 2 - 500 * scale);
+    mapping->SetOriginY((low.y + high.y) / 2 - 300 * scale);
+
+    CMemFile stream;
+    view.GetDocument()->StoreToMemFile(&stream);
+    const UINT length = static_cast<UINT>(stream.GetLength());
+    BYTE* bytes = stream.Detach();
+    const std::unique_ptr<BYTE, decltype(&free)> owner(bytes, free);
+    CFile file(path, CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
+    file.Write(bytes, length);
+    file.Close();
+}
+
+} // namespace
+
+int main() {
+    if (!AfxWinInit(::GetModuleHandleW(nullptr), nullptr, ::GetCommandLineW(), 0)) {
+        std::fputs("make_samples: the program could not be initialised\n", stderr);
+        return 1;
+    }
+    int count = 0;
+    wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    if (arguments == nullptr || count != 2) {
+        std::fputs("usage: make_samples FOLDER\n", stderr);
+        return 2;
+    }
+    const CString folder = arguments[1];
+    ::LocalFree(arguments);
+    for (const Sample& sample : Samples) {
+        const CString path = folder + L"\\" + sample.file;
+        try {
+            CVectorView view;
+            sample.make(view);
+            Save(view, path);
+            std::printf("%ls\n", static_cast<const wchar_t*>(path));
+        } catch (CException* error) {
+            wchar_t text[256] = L"";
+            error->GetErrorMessage(text, 256);
+            error->Delete();
+            std::fprintf(stderr, "make_samples: %ls: %ls\n", static_cast<const wchar_t*>(path), text);
+            return 1;
+        }
+    }
+    return 0;
+}
