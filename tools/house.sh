@@ -138,7 +138,6 @@ house_wine_env() {
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d'
     export LANG=C.UTF-8 LC_ALL=C.UTF-8
     export HOME=$WINEPREFIX/home XDG_CACHE_HOME=$WINEPREFIX/home/cache XDG_CONFIG_HOME=$WINEPREFIX/home/config
-    export NR_TEST_DATA=Z:$HOUSE_TOP/tests/data
     case ${NR_DISPLAY:-} in
         '') ;;
         none) unset DISPLAY ;;
