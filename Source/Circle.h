@@ -1,0 +1,54 @@
+// CCircle: a circle by centre and radius, hollow or filled.
+// Layer: drawables.
+#pragma once
+
+#include "Drawable.h"
+
+class NRVECTORVIEW_API CCircle : public CDrawable {
+    DECLARE_SERIAL(CCircle)
+public:
+    CCircle() = default;
+    CCircle(Gdiplus::PointF center, float radius);
+    CCircle(Gdiplus::PointF center, float radius, int fill);
+
+    CGePoint2d Center() { return CGePoint2d(m_CircleX, m_CircleY); }
+    double Radius() { return m_Radius; }
+    int IsFill() { return m_Fill; }
+    int GetLockMode() { return m_LockMode; }
+    CString GetParmName() { return m_strParmName; }
+    CString GetMsgInfo() { return m_strMsgInfo; }
+    CString GetName() override;
+    int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
+    // To the outline, also for a filled circle.
+    float HitTest(CGePoint2d p) override;
+    // Centre, then the points at the right, top, left and bottom.
+    void getGripPoints(CGePointArray& out, int mask) override;
+
+    void SetCenter(CGePoint2d center);
+    void SetCenter(Gdiplus::PointF center) { SetCenter(CGePoint2d(center)); }
+    void setRadius(double radius) { m_Radius = radius; }
+    void SetFill(int fill) { m_Fill = fill; }
+    // Nonzero keeps the width of the outline in pixels at every zoom. Centre and radius follow the zoom all the same.
+    void SetLockMode(int mode) { m_LockMode = mode; }
+    void SetParmName(CString name) { m_strParmName = name; }
+    void SetMsgInfo(CString info) { m_strMsgInfo = info; }
+    // Nothing keeps the radius positive: a grip dragged past the centre makes it negative.
+    void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) override;
+    // Moves the centre; the radius stays, whatever the matrix scales.
+    void transformBy(const CGeMatrix2d& m) override;
+    void GetProperty(CDrawableProperty& list) override;
+    void SetProperty(CDrawableProperty& list) override;
+
+    void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
+
+    void Serialize(CArchive& ar) override;
+
+protected:
+    double m_CircleX = 0.0;
+    double m_CircleY = 0.0;
+    double m_Radius = 0.0; // Drawing units.
+    int m_Fill = 0;        // Nonzero fills.
+    CString m_strParmName; // The host's own tags: stored, shown, never interpreted.
+    CString m_strMsgInfo;
+    int m_LockMode = 0;
+};

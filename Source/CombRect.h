@@ -1,0 +1,33 @@
+// CCombRect: a frame with an identifier, by which a host marks a group of objects.
+// Layer: drawables.
+#pragma once
+
+#include "Drawable.h"
+
+// Has no grips and no extent and is never hit: hosts hold it and move it with SetPoint.
+class NRVECTORVIEW_API CCombRect : public CDrawable {
+    DECLARE_SERIAL(CCombRect)
+public:
+    CCombRect() = default;
+
+    CString GetVectorId() const { return m_strVectorId; }
+    void GetPoint(CGePoint2d& a, CGePoint2d& b);
+
+    void SetVectorId(CString id) { m_strVectorId = id; }
+    // Any two opposite corners; nothing is put into order.
+    void SetPoint(const CGePoint2d& a, const CGePoint2d& b);
+    // Moves every object of the list by the vector from `from` to `to`. The frame itself stays.
+    void transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d from, CGePoint2d to);
+    using CDrawable::transformBy;
+
+    // Paints a hidden or deleted frame too.
+    void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
+
+    void Serialize(CArchive& ar) override;
+
+private:
+    CString m_strVectorId;
+    CString m_strCombText; // Kept and stored; nothing reads it.
+    CGePoint2d m_Corner1;
+    CGePoint2d m_Corner2;
+};
