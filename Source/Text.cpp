@@ -1,0 +1,279 @@
+// CText: a single run of text. Layer: drawables.
+
+#include "Text.h"
+
+#include "GdiScope.h"
+#include "TextFont.h"
+#include "TextFormator.h"
+
+#include <algorithm>
+
+IMPLEMENT_SERIAL(CText, CDrawable, VERSIONABLE_SCHEMA | 5)
+
+namespace {
+
+constexpr int kVersionCurrent = 6;
+constexpr float kHiddenDistance = 1000.0f; // Not the 100.0 of the base: hosts tell the two apart.
+
+// Any text would do: it is the height of a line that counts, and it must not depend on what the object says.
+constexpr WCHAR kSample[] = L"ABCabc";
+constexpr int kSampleLength = 6;
+
+// The grips' turn, and the formator's: clockwise, as the full turn less the angle.
+double ClockwiseTurn(float degrees) {
+    return kFullTurn - static_cast<double>(degrees) * kHalfTurn / 180.0;
+}
+
+float MeasuredHeight(CDC* pDC, CVectorViewCoordTran* tran) {
+    const CSize size = pDC->GetTextExtent(kSample, kSampleLength);
+    return static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
+}
+
+// The screen's device context, given back on every path.
+class ScreenDC {
+public:
+    ScreenDC() : m_hDC(::GetDC(nullptr)) { m_DC.Attach(m_hDC); }
+    ~ScreenDC() {
+        m_DC.Detach();
+        ::ReleaseDC(nullptr, m_hDC);
+    }
+    ScreenDC(const ScreenDC&) = delete;
+    ScreenDC& operator=(const ScreenDC&) = delete;
+    CDC* Get() { return &m_DC; }
+
+private:
+    HDC m_hDC;
+    CDC m_DC;
+};
+
+} // namespace
+
+// ---- Geometry and queries ------------------------------------------------------------------------------------------
+
+CString CText::GetName() {
+    return L"多行文字"; // Its word all the same: a line feed starts no line.
+}
+
+int CText::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) {
+    if (m_IsShow == 0) {
+        return 0;
+    }
+    if (m_MinCalHeight <= 0.0f) {
+        m_MinCalHeight = GetMinCalHeight(nullptr, tran);
+    }
+    min.SetPoint(m_StartX, m_StartY - static_cast<double>(m_MinCalHeight));
+    max.SetPoint(m_StartX + static_cast<double>(m_TextWide), m_StartY);
+    return 1;
+}
+
+float CText::HitTest(CGePoint2d p) {
+    return HitBox(p, m_TextWide);
+}
+
+float CText::HitBox(CGePoint2d p, float wide) {
+    if (m_IsShow == 0) {
+        return kHiddenDistance;
+    }
+    // The box is one of whole drawing units, and 2 of them, not pixels, are missing on its left and added above. Clicks
+    // on stored diagrams are answered by this box, so it is neither made exact nor turned with the text.
+    const RECT box = {Truncate(m_StartX + 2.0), Truncate(m_StartY - static_cast<double>(m_MinCalHeight)),
+                      Truncate(m_StartX + static_cast<double>(wide)), WrapAdd(Truncate(m_StartY), 2)};
+    const POINT at = {Truncate(p.x), Truncate(p.y)};
+    if (::PtInRect(&box, at)) {
+        return 0.0f;
+    }
+    const CGePoint2d centre(static_cast<double>(WrapAdd(box.left, box.right) / 2),
+                            static_cast<double>(WrapAdd(box.top, box.bottom) / 2));
+    return static_cast<float>(centre.distance(p));
+}
+
+void CText::getGripPoints(CGePointArray& out, int) {
+    const CGeMatrix2d turn = CGeMatrix2d::rotation(-ClockwiseTurn(m_Angle), CGePoint2d(m_StartX, m_StartY));
+    const double right = m_StartX + static_cast<double>(m_TextWide);
+    const double bottom = m_StartY - static_cast<double>(m_MinCalHeight);
+    CGePoint2d start(m_StartX, m_StartY);
+    CGePoint2d topRight(right, m_StartY);
+    CGePoint2d bottomLeft(m_StartX, bottom);
+    CGePoint2d bottomRight(right, bottom);
+    out.Add(start);
+    out.Add(topRight.transformBy(turn));
+    out.Add(bottomLeft.transformBy(turn));
+    out.Add(bottomRight.transformBy(turn));
+}
+
+// ---- Editing -------------------------------------------------------------------------------------------------------
+
+void CText::SetPos(CGePoint2d pos) {
+    m_StartX = pos.x;
+    m_StartY = pos.y;
+}
+
+void CText::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
+    const int grip = indices.GetAt(0);
+    if (grip == 0) {
+        SetPos(GetPos() + v);
+    } else if (grip == 1) {
+        // By the x of the move, whatever the rotation.
+        m_TextWide = static_cast<float>(static_cast<double>(m_TextWide) + v.x);
+    }
+}
+
+void CText::transformBy(const CGeMatrix2d& m) {
+    SetPos(GetPos().transformBy(m));
+}
+
+// The ratio goes out under the height's key and is looked for under a key of its own, which no row has. So it shows,
+// and an edit of it is never taken back. The row of the height stands first and answers for the key.
+void CText::GetProperty(CDrawableProperty& list) {
+    CDrawable::GetProperty(list);
+    PropertyRows::AddDouble(list, L"m_StartX", L"位置x坐标", m_StartX);
+    PropertyRows::AddDouble(list, L"m_StartY", L"位置y坐标", m_StartY);
+    PropertyRows::AddFloat(list, L"m_Angle", L"旋转", m_Angle);
+    PropertyRows::AddFloat(list, L"m_TextWide", L"宽度", m_TextWide);
+    PropertyRows::AddText(list, L"m_Text", L"内容", m_Text);
+    PropertyRows::AddText(list, L"m_fontFaceName", L"字体", m_fontFaceName);
+    PropertyRows::AddFloat(list, L"m_TextHeight", L"字体高度", m_TextHeight);
+    PropertyRows::AddFloat(list, L"m_TextHeight", L"文字宽高比", m_TextRatio);
+}
+
+void CText::SetProperty(CDrawableProperty& list) {
+    CDrawable::SetProperty(list);
+    PropertyRows::TakeDouble(list, L"m_StartX", m_StartX);
+    PropertyRows::TakeDouble(list, L"m_StartY", m_StartY);
+    PropertyRows::TakeFloat(list, L"m_Angle", m_Angle);
+    PropertyRows::TakeFloat(list, L"m_TextWide", m_TextWide);
+    PropertyRows::TakeText(list, L"m_Text", m_Text);
+    PropertyRows::TakeText(list, L"m_fontFaceName", m_fontFaceName);
+    PropertyRows::TakeFloat(list, L"m_TextHeight", m_TextHeight);
+    PropertyRows::TakeFloat(list, L"m_TextRatio", m_TextRatio);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    LPCTSTR step = L"0";
+    try {
+        if (m_IsShow == 0 || m_IsDelete != 0) {
+            return;
+        }
+        const DWORD color = InnerGetPenColor(pGeom);
+        step = L"1";
+        CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+        if (m_DrawState == Dragging) {
+            DrawDragged(pDC, tran);
+            return;
+        }
+        pDC->SetBkMode(m_BKMode);
+        pDC->SetBkColor(m_BKColor);
+        step = L"2";
+        // A text that became too small for a pixel is still drawn.
+        const int height = std::max(PixelHeight(tran), 1);
+        const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
+        CFont font;
+        font.Attach(::CreateFontIndirectW(&description));
+        TextFont::ScopedSelection selected(pDC, &font);
+        TextFont::ScopedColor colored(pDC, color);
+        int x = 0;
+        int y = 0;
+        tran->DPToLP(m_StartX, m_StartY, &x, &y);
+        step = L"3";
+        // The measures are taken and not used: the device is asked the same questions at every paint, and a font that
+        // answers none of them is drawn like any other.
+        CTextFormator formator;
+        formator.m_Rotation = ClockwiseTurn(m_Angle);
+        formator.Setup(pDC->m_hDC, font, static_cast<float>(height), m_Text);
+        step = L"31";
+        pDC->TextOut(x, y, m_Text, m_Text.GetLength());
+        step = L"32";
+        step = L"33";
+        m_MinCalHeight = GetMinCalHeight(pDC, tran);
+        step = L"35";
+        selected.Restore();
+        step = L"36";
+        colored.Restore();
+        step = L"4";
+        CDrawable::Draw(pDC, pGeom);
+        step = L"5";
+    } catch (CException* e) {
+        e->Delete();
+        ReportDrawFailure(L"CText::Draw", step);
+    } catch (...) {
+        ReportDrawFailure(L"CText::Draw", step);
+    }
+}
+
+void CText::DrawDragged(CDC* pDC, CVectorViewCoordTran* tran) {
+    int x1 = 0;
+    int y1 = 0;
+    int x2 = 0;
+    int y2 = 0;
+    tran->DPToLP(m_StartX, m_StartY, &x1, &y1);
+    tran->DPToLP(m_StartX + static_cast<double>(m_TextWide), m_StartY, &x2, &y2);
+    pDC->SetROP2(R2_NOT);
+    CPen pen(PS_DOT, 0, RGB(255, 255, 255));
+    CScopedPen selected(pDC, &pen);
+    pDC->MoveTo(x1, y1);
+    pDC->LineTo(x2, y2);
+    selected.Restore();
+}
+
+int CText::PixelHeight(CVectorViewCoordTran* tran) {
+    return Truncate(tran->DToL(static_cast<double>(m_TextHeight)));
+}
+
+int CText::PixelWidth(int height) {
+    return Truncate(static_cast<double>(height / 2) * static_cast<double>(m_TextRatio));
+}
+
+int CText::Escapement() {
+    return WrapMultiply(Truncate(m_Angle), 10);
+}
+
+float CText::GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran) {
+    if (pDC != nullptr) {
+        return MeasuredHeight(pDC, tran);
+    }
+    ScreenDC screen;
+    const int height = PixelHeight(tran);
+    if (height < 1) {
+        return m_TextHeight;
+    }
+    const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
+    CFont font;
+    font.Attach(::CreateFontIndirectW(&description));
+    TextFont::ScopedSelection selected(screen.Get(), &font);
+    return MeasuredHeight(screen.Get(), tran);
+}
+
+// ---- Streaming -----------------------------------------------------------------------------------------------------
+
+void CText::Serialize(CArchive& ar) {
+    CDrawable::Serialize(ar);
+    if (ar.IsStoring()) {
+        ar << kVersionCurrent << m_Text << m_fontFaceName << m_StartX << m_StartY << m_TextHeight << m_TextWide
+           << m_TextRatio << m_OffWide << m_Spare << m_Angle;
+        return;
+    }
+    // The ratio came with the sixth version, the angle with the version word itself. A restore point, read outside
+    // ReadObject, is always of the newest form.
+    const bool hasVersion = IsCurrentForm(ar);
+    int version = 0;
+    if (hasVersion) {
+        ar >> version;
+    }
+    const bool hasRatio = hasVersion && (ar.GetObjectSchema() == kNoSchema || version == kVersionCurrent);
+    ar >> m_Text >> m_fontFaceName >> m_StartX >> m_StartY >> m_TextHeight >> m_TextWide;
+    if (hasRatio) {
+        ar >> m_TextRatio;
+    }
+    ar >> m_OffWide >> m_Spare;
+    if (hasVersion) {
+        ar >> m_Angle;
+    } else {
+        m_Angle = 0.0f;
+    }
+    // A box narrower than the font is high comes from hosts that never set it.
+    if (m_TextHeight > m_TextWide) {
+        m_TextWide = m_TextHeight * 3.0f;
+    }
+}

@@ -1,0 +1,285 @@
+// CTextFormator: measures one text and lays it out line by line. Layer: geometry.
+
+#include "TextFormator.h"
+
+#include "Geometry2d.h"
+#include "KLineBreaker.h"
+#include "MemoryInfo.h"
+#include "Truncate.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cwchar>
+
+namespace {
+
+constexpr UINT kMetricsSize = 696; // Room for the metrics and the four names behind them.
+constexpr double kSmallestAdvance = 1e-12;
+
+// Traced like every heap object of the system, but taken off the registry after it is freed.
+template <typename T>
+void FreeArray(T* array) {
+    const auto address = reinterpret_cast<std::uintptr_t>(array);
+    delete[] array;
+    KX_REMOVE_MEMORY(reinterpret_cast<void*>(address));
+}
+
+template <typename T>
+struct ArrayFreer {
+    void operator()(T* array) const { FreeArray(array); }
+};
+
+template <typename T>
+using TracedArray = std::unique_ptr<T[], ArrayFreer<T>>;
+
+template <typename T>
+TracedArray<T> MakeArray(int count) {
+    T* array = new T[static_cast<std::size_t>(count)]();
+    KX_ADD_MEMORY(array);
+    return TracedArray<T>(array);
+}
+
+struct OutlineMetrics {
+    // False for a font without outlines.
+    bool Read(HDC hdc) { return ::GetOutlineTextMetricsW(hdc, kMetricsSize, &metrics) != 0; }
+
+    union {
+        OUTLINETEXTMETRICW metrics;
+        unsigned char room[kMetricsSize];
+    };
+};
+
+// A memory context with a font selected. The context is freed through DeleteObject, as the font is.
+class DesignContext {
+public:
+    DesignContext(HDC like, HFONT font)
+        : m_hFont(font), m_hDC(::CreateCompatibleDC(like)), m_hOld(::SelectObject(m_hDC, font)) {}
+    ~DesignContext() {
+        ::SelectObject(m_hDC, m_hOld);
+        ::DeleteObject(m_hDC);
+        ::DeleteObject(m_hFont);
+    }
+    DesignContext(const DesignContext&) = delete;
+    DesignContext& operator=(const DesignContext&) = delete;
+
+    HDC Get() const { return m_hDC; }
+
+private:
+    HFONT m_hFont;
+    HDC m_hDC;
+    HGDIOBJ m_hOld;
+};
+
+// The font at its design size, where its metrics carry no rounding.
+HFONT CreateDesignFont(HFONT font, UINT emSquare) {
+    LOGFONTW description = {};
+    ::GetObjectW(font, sizeof(description), &description);
+    description.lfHeight = -static_cast<LONG>(emSquare);
+    description.lfWidth = 0;
+    return ::CreateFontIndirectW(&description);
+}
+
+} // namespace
+
+// ---- Measuring -----------------------------------------------------------------------------------------------------
+
+int CTextFormator::Setup(HDC hdc, HFONT font, float size, CString& text) {
+    const float pixels = size * static_cast<float>(::GetDeviceCaps(hdc, LOGPIXELSY)) / 72.0f;
+    return SetupPixel(hdc, font, pixels, text);
+}
+
+int CTextFormator::SetupPixel(HDC hdc, HFONT font, float size, CString& text) {
+    m_CharPos = nullptr;
+    m_Table.reset();
+    m_Count = 0;
+    const int length = text.GetLength();
+    m_Str = text.GetBuffer(0);
+
+    OutlineMetrics metrics;
+    if (!metrics.Read(hdc)) {
+        return 0;
+    }
+    const UINT emSquare = metrics.metrics.otmEMSquare;
+    {
+        const DesignContext design(hdc, CreateDesignFont(font, emSquare));
+        // The positions are those of the font as drawn; only the heights come from the design size.
+        const TracedArray<int> extents = MakeArray<int>(length);
+        SIZE whole = {};
+        ::GetTextExtentExPointW(hdc, m_Str, length, 0, nullptr, extents.get(), &whole);
+        if (!metrics.Read(design.Get())) {
+            return 0;
+        }
+        TracedArray<float> table = MakeArray<float>(length);
+        std::transform(extents.get(), extents.get() + length, table.get(),
+                       [](int extent) { return static_cast<float>(extent); });
+        m_CharPos = table.get();
+        m_Table = std::shared_ptr<const float>(table.release(), [](float* array) { FreeArray(array); });
+        m_Count = length;
+    }
+    const TEXTMETRICW& inner = metrics.metrics.otmTextMetrics;
+    const float em = static_cast<float>(emSquare);
+    m_Height = static_cast<float>(inner.tmHeight) * size / em;
+    m_Linespace = static_cast<float>(inner.tmHeight + inner.tmExternalLeading) * size / em;
+    return 1;
+}
+
+float CTextFormator::PositionAt(long long index) const {
+    if (m_Count == 0) {
+        return 0.0f;
+    }
+    return m_CharPos[std::clamp<long long>(index, 0, m_Count - 1)];
+}
+
+int CTextFormator::ReadableCount(const wchar_t* text, int begin, int count) const {
+    const long long inTable = std::clamp<long long>(static_cast<long long>(m_Count) - begin, 0, m_Count);
+    if (count <= inTable) {
+        return std::max(count, 0);
+    }
+    const int inside = static_cast<int>(inTable);
+    return inside + static_cast<int>(::wcsnlen(text + inside, static_cast<std::size_t>(count - inside)));
+}
+
+int CTextFormator::GetTextExtent(HDC, const wchar_t* lpString, int startPos, int cbString, float& width,
+                                 float& height) {
+    // See KLineBreaker::GetLine on the stages.
+    enum { kEntered = 300000, kCounting, kMeasuring, kMeasured } stage = kEntered;
+    const auto report = [&] {
+        CString step;
+        const wchar_t* shown = lpString != nullptr ? lpString : L"(null)";
+        if (stage == kCounting) {
+            step.Format(L"%d:lpString=%s", stage, shown);
+        } else if (stage == kMeasuring) {
+            // The bracket without a partner is part of the text.
+            step.Format(L"%d:m_Str=%s,iLen=%d,lpString=%s,startPos=%d,cbString=%d)", stage, m_Str, ::lstrlenW(m_Str),
+                        shown, startPos, cbString);
+        } else if (stage == kMeasured) {
+            step.Format(L"%d:width=%d", stage, Truncate(width));
+        } else {
+            step.Format(L"%d", stage);
+        }
+        AfxMessageBox(L"CTextFormator::GetTextExtent错误:strStep=" + step);
+    };
+    try {
+        stage = kCounting;
+        if (cbString < 1) {
+            if (lpString == nullptr) {
+                AfxThrowInvalidArgException();
+            }
+            cbString = static_cast<int>(std::wcslen(lpString));
+        }
+        width = 0.0f;
+        stage = kMeasuring;
+        // Entry i closes character i, so this is the stretch one character further on, and it reaches for one entry
+        // behind the table when it ends with the text. Lines of stored diagrams break where this measure says; the
+        // difference to the stretch that is named must stay.
+        width = PositionAt(static_cast<long long>(startPos) + cbString) - PositionAt(startPos);
+        stage = kMeasured;
+        height = m_Height;
+        return 1;
+    } catch (CException* e) {
+        e->Delete();
+        report();
+    } catch (...) {
+        report();
+    }
+    return 1;
+}
+
+// ---- Drawing -------------------------------------------------------------------------------------------------------
+
+int CTextFormator::TextOutW(HDC hdc, int x, int y, const wchar_t* lpString, int begin, int count) {
+    if (m_CharPos == nullptr || lpString == nullptr) {
+        return 0;
+    }
+    count = ReadableCount(lpString, begin, count);
+    const TracedArray<int> spacing = MakeArray<int>(count);
+    for (int i = 0; i < count; ++i) {
+        const long long p = static_cast<long long>(begin) + i;
+        if (p == 0) {
+            spacing[i] = Truncate(PositionAt(0));
+        } else {
+            // Each advance is truncated for itself, so that rounding is not carried forward.
+            const double advance = static_cast<double>(PositionAt(p) - PositionAt(p - 1));
+            spacing[i] = kSmallestAdvance > advance ? 0 : Truncate(advance);
+        }
+    }
+    return ::ExtTextOutW(hdc, x, y, 0, nullptr, lpString, static_cast<UINT>(count), spacing.get());
+}
+
+unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCount, const RECT* rect, unsigned int) {
+    unsigned long total = 0;
+    if (lpString == nullptr) {
+        return total;
+    }
+    // See KLineBreaker::GetLine on the stages.
+    enum { kEntered, kPlaced, kSized, kLine, kLineOut } stage = kEntered;
+    int x = 0;
+    float y = 0.0f;
+    int width = 0;
+    int begin = 0;
+    int end = 0;
+    const auto report = [&] {
+        CString step;
+        switch (stage) {
+        case kEntered:
+            step = L"300";
+            break;
+        case kPlaced:
+            step.Format(L"301:x=%d,y=%d", x, Truncate(y));
+            break;
+        case kSized:
+            step.Format(L"302:width=%d", width);
+            break;
+        case kLine:
+            step.Format(L"302:width=%d,begin=%d,end=%d", width, begin, end);
+            break;
+        case kLineOut:
+            step.Format(L"304:pString=%s,x=%d,y=%d,width=%d,begin=%d,end=%d", lpString, x, Truncate(y), width, begin,
+                        end);
+            break;
+        }
+        AfxMessageBox(L"CTextFormator::DrawText出错，step=" + step);
+    };
+    try {
+        if (rect == nullptr) {
+            AfxThrowInvalidArgException();
+        }
+        if (m_CharPos == nullptr) {
+            return total;
+        }
+        const int length = nCount < 1 ? static_cast<int>(std::wcslen(lpString)) : ReadableCount(lpString, 0, nCount);
+        KLineBreaker breaker(lpString, length, m_Height);
+        x = rect->left;
+        y = static_cast<float>(rect->top);
+        stage = kPlaced;
+        width = WrapSubtract(rect->right, rect->left);
+        stage = kSized;
+        const CGeMatrix2d rotation =
+            CGeMatrix2d::rotation(m_Rotation, CGePoint2d(static_cast<double>(x), static_cast<double>(y)));
+        int reached = -1;
+        while (breaker.GetLine(*this, hdc, width, begin, end) != 0) {
+            stage = kLine;
+            if (breaker.GetPosition() == reached) {
+                break; // A line that failed, and will do so again.
+            }
+            reached = breaker.GetPosition();
+            while (end > begin && KLineBreaker::IsBlank(lpString[end - 1])) {
+                --end;
+            }
+            CGePoint2d corner(static_cast<double>(x), static_cast<double>(y));
+            corner.transformBy(rotation);
+            stage = kLineOut;
+            TextOutW(hdc, Truncate(corner.x), Truncate(corner.y), lpString + begin, begin, end - begin);
+            // The place of the next line keeps the fraction of the height, the sum does not.
+            y += breaker.GetHeight();
+            total += static_cast<unsigned long>(Truncate(breaker.GetHeight()));
+        }
+    } catch (CException* e) {
+        e->Delete();
+        report();
+    } catch (...) {
+        report();
+    }
+    return total;
+}

@@ -1,0 +1,123 @@
+// CKXVectorLabel: a dimension label; its painting stands in VectorLabelDraw.cpp. Layer: drawables.
+
+#include "VectorLabel.h"
+
+#include <algorithm>
+#include <cmath>
+
+IMPLEMENT_SERIAL(CKXVectorLabel, CDrawable, VERSIONABLE_SCHEMA | 5)
+
+namespace {
+
+// 5 ends before the figure, anything below has no fields at all.
+constexpr int kVersionCurrent = 6;
+constexpr int kVersionWithoutFigure = 5;
+
+constexpr float kHiddenDistance = 1000.0f;
+
+void Store(CArchive& ar, const CGePoint2d& p) {
+    ar << p.x << p.y;
+}
+
+void Load(CArchive& ar, CGePoint2d& p) {
+    ar >> p.x >> p.y;
+}
+
+} // namespace
+
+// ---- Geometry and queries ------------------------------------------------------------------------------------------
+
+CString CKXVectorLabel::GetName() {
+    return L"标注";
+}
+
+int CKXVectorLabel::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
+    const auto x = std::minmax({m_LeftLabelStartPt.x, m_LeftLabelEndPt.x, m_RightLabelStartPt.x, m_RightLabelEndPt.x});
+    const auto y = std::minmax({m_LeftLabelStartPt.y, m_LeftLabelEndPt.y, m_RightLabelStartPt.y, m_RightLabelEndPt.y});
+    min.SetPoint(x.first - m_LabelLength, y.first - m_LabelLength);
+    max.SetPoint(x.second + m_LabelLength, y.second + m_LabelLength);
+    return 1;
+}
+
+float CKXVectorLabel::HitTest(CGePoint2d p) {
+    if (m_IsShow == 0) {
+        return kHiddenDistance;
+    }
+    // A line without length gives not-a-number, which is passed over.
+    float nearest = NAN;
+    for (const float distance :
+         {DistanceLine(m_LeftLabelStartPt, m_LeftLabelEndPt, p), DistanceLine(m_LeftLabelEndPt, m_RightLabelEndPt, p),
+          DistanceLine(m_RightLabelStartPt, m_RightLabelEndPt, p), m_LabelText.HitTest(p)}) {
+        nearest = std::fmin(nearest, std::fabs(distance));
+    }
+    return std::isnan(nearest) ? kHiddenDistance : nearest;
+}
+
+void CKXVectorLabel::getGripPoints(CGePointArray& out, int) {
+    out.Add(m_LeftLabelEndPt);
+    out.Add(m_RightLabelEndPt);
+}
+
+// ---- Editing -------------------------------------------------------------------------------------------------------
+
+void CKXVectorLabel::SetLeftLabel(const CGePoint2d& start, const CGePoint2d& end) {
+    m_LeftLabelStartPt = start;
+    m_LeftLabelEndPt = end;
+}
+
+void CKXVectorLabel::SetRightLabel(const CGePoint2d& start, const CGePoint2d& end) {
+    m_RightLabelStartPt = start;
+    m_RightLabelEndPt = end;
+}
+
+// The grips only show.
+void CKXVectorLabel::moveGripPointsAt(const CIndexArray&, const CGeVector2d&) {}
+
+void CKXVectorLabel::transformBy(const CGeMatrix2d& m) {
+    m_LeftLabelStartPt.transformBy(m);
+    m_LeftLabelEndPt.transformBy(m);
+    m_RightLabelStartPt.transformBy(m);
+    m_RightLabelEndPt.transformBy(m);
+}
+
+void CKXVectorLabel::GetProperty(CDrawableProperty& list) {
+    CDrawable::GetProperty(list);
+    PropertyRows::AddLong(list, L"m_LockBojZoom", L"是否锁定线宽", m_LockMode);
+}
+
+void CKXVectorLabel::SetProperty(CDrawableProperty& list) {
+    CDrawable::SetProperty(list);
+    PropertyRows::TakeLong(list, L"m_LockBojZoom", m_LockMode);
+}
+
+// ---- Streaming -----------------------------------------------------------------------------------------------------
+
+void CKXVectorLabel::Serialize(CArchive& ar) {
+    CDrawable::Serialize(ar);
+    if (ar.IsStoring()) {
+        ar << kVersionCurrent;
+        Store(ar, m_LeftLabelStartPt);
+        Store(ar, m_LeftLabelEndPt);
+        Store(ar, m_RightLabelStartPt);
+        Store(ar, m_RightLabelEndPt);
+        ar << m_LabelLength << m_LabelWidth << m_TextHoleWidth << m_bHasTextHole << m_LockMode << m_TextShow;
+        m_LabelText.Serialize(ar);
+        return;
+    }
+    // The version word stands in every schema. A restore point, read outside ReadObject, is always of the newest form.
+    int version = 0;
+    ar >> version;
+    const bool newest = ar.GetObjectSchema() == kNoSchema;
+    if (!newest && version < kVersionWithoutFigure) {
+        return;
+    }
+    Load(ar, m_LeftLabelStartPt);
+    Load(ar, m_LeftLabelEndPt);
+    Load(ar, m_RightLabelStartPt);
+    Load(ar, m_RightLabelEndPt);
+    ar >> m_LabelLength >> m_LabelWidth >> m_TextHoleWidth >> m_bHasTextHole >> m_LockMode;
+    if (newest || version > kVersionWithoutFigure) {
+        ar >> m_TextShow;
+        m_LabelText.Serialize(ar);
+    }
+}

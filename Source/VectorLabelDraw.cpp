@@ -1,0 +1,186 @@
+// CKXVectorLabel: its strokes, computed in pixels, and its figure, placed in drawing units. Layer: drawables.
+
+#include "VectorLabel.h"
+
+#include "GdiScope.h"
+
+#include <KxBaseClass.h>
+
+#include <cmath>
+
+namespace {
+
+// The quarter and the three-quarter turn, with the digits that stored drawings were made with.
+constexpr double kQuarterTurn = 1.57079632675;
+constexpr double kThreeQuarterTurn = 4.71238898025;
+constexpr double kDegreesPerRadian = 57.29577951308232;
+
+constexpr double kOvershoot = 2.5; // Of an extension line beyond the dimension line, in ticks.
+
+// The figure's sizes are fixed, in drawing units.
+constexpr float kFigureHeight = 100.0f;
+constexpr double kFigureLift = 100.0;
+constexpr int kFigureHalfStep = 40; // For two characters.
+
+// False for the unit vector of a vector without length. What needs that direction is not drawn.
+bool IsDirection(const CGeVector2d& u) {
+    return !std::isnan(u.x) && !std::isnan(u.y);
+}
+
+void MoveTo(CDC* pDC, const CGePoint2d& p) {
+    pDC->MoveTo(Truncate(p.x), Truncate(p.y));
+}
+
+void LineTo(CDC* pDC, const CGePoint2d& p) {
+    pDC->LineTo(Truncate(p.x), Truncate(p.y));
+}
+
+POINT PixelOf(const CGePoint2d& p) {
+    return {Truncate(p.x), Truncate(p.y)};
+}
+
+CGePoint2d Middle(const CGePoint2d& p, const CGePoint2d& q) {
+    return CGePoint2d((p.x + q.x) / 2, (p.y + q.y) / 2);
+}
+
+} // namespace
+
+void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    LPCTSTR step = L"0";
+    try {
+        // Whether the label is shown is not asked here, only in HitTest: a hidden label draws and can't be hit.
+        if (m_IsDelete != 0) {
+            return;
+        }
+        const short lineType = InnerGetLineType(pGeom);
+        const float width = PenWidth(pGeom, m_LockMode == 1);
+        const DWORD color = InnerGetPenColor(pGeom);
+        const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+        CGePoint2d a;
+        CGePoint2d b;
+        CGePoint2d c;
+        CGePoint2d d;
+        tran->DPToLP_Double(m_LeftLabelStartPt.x, m_LeftLabelStartPt.y, &a.x, &a.y);
+        tran->DPToLP_Double(m_LeftLabelEndPt.x, m_LeftLabelEndPt.y, &b.x, &b.y);
+        tran->DPToLP_Double(m_RightLabelStartPt.x, m_RightLabelStartPt.y, &c.x, &c.y);
+        tran->DPToLP_Double(m_RightLabelEndPt.x, m_RightLabelEndPt.y, &d.x, &d.y);
+        const double len = static_cast<double>(tran->DToL(m_LabelLength));
+        const double half = static_cast<double>(tran->DToL(m_LabelWidth)) / 2.0;
+        const double hole = static_cast<double>(tran->DToL(m_TextHoleWidth));
+        step = L"1";
+        if (m_DrawState == Selected || m_DrawState == Normal) {
+            // The background mode is left transparent here; only a dragged label puts it back.
+            pDC->SetBkMode(TRANSPARENT);
+            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, Truncate(width), color);
+            CScopedPen selected(pDC, &pen);
+            DoDrawLable(pDC, a, b, c, d, len, half, hole);
+            selected.Restore();
+            DoDrawText(pDC, pGeom, m_LeftLabelEndPt, m_RightLabelEndPt);
+        } else if (m_DrawState == Dragging) {
+            const int oldMode = pDC->SetBkMode(TRANSPARENT);
+            CPen pen(PS_SOLID, Truncate(width), color);
+            CScopedPen selected(pDC, &pen);
+            // Not the R2_NOT of the other objects.
+            const int oldRop = pDC->SetROP2(R2_MASKPENNOT);
+            DoDrawLable(pDC, a, b, c, d, len, half, hole);
+            selected.Restore();
+            pDC->SetROP2(oldRop);
+            pDC->SetBkMode(oldMode);
+        }
+        step = L"2";
+        CDrawable::Draw(pDC, pGeom);
+    } catch (CException* e) {
+        e->Delete();
+        // The name is that of the line's Draw: hosts look for this text in what their users report.
+        ReportDrawFailure(L"CLine::Draw", step);
+    } catch (...) {
+        ReportDrawFailure(L"CLine::Draw", step);
+    }
+}
+
+void CKXVectorLabel::DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d d, double len,
+                                 double half, double hole) {
+    // Both extension lines and both ticks take the direction of the left extension line.
+    const CGeVector2d u = (b - a).normal();
+    const bool directed = IsDirection(u);
+    const CGeVector2d ext = u * len * kOvershoot;
+    if (directed) {
+        DoDrawLable_WidthBian(pDC, u, b, len, half);
+        DoDrawLable_WidthBian(pDC, u, d, len, half);
+        MoveTo(pDC, a);
+        LineTo(pDC, b + ext);
+    }
+    DoDrawLabel_TextHole(pDC, b, d, hole);
+    if (directed) {
+        MoveTo(pDC, c);
+        LineTo(pDC, d + ext);
+    }
+}
+
+void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p, double len, double half) {
+    const CGeVector2d across = u.rotateBy(kQuarterTurn).normal() * len;
+    const CGePoint2d e1 = p + u * len + across;
+    const CGePoint2d e2 = p - u * len - across;
+    const CGeVector2d q = (e1 - e2).rotateBy(kThreeQuarterTurn).normal() * half;
+    if (!IsDirection(q)) {
+        return;
+    }
+    const CGePoint2d q1 = e1 + q;
+    const CGePoint2d q2 = e1 - q;
+    const CGePoint2d q3 = e2 + q;
+    const CGePoint2d q4 = e2 - q;
+    MoveTo(pDC, q1);
+    LineTo(pDC, q2);
+    LineTo(pDC, q4);
+    LineTo(pDC, q3);
+    LineTo(pDC, q1);
+    // The inside is white whatever the pen; only the outline has its colour.
+    const POINT points[4] = {PixelOf(q1), PixelOf(q2), PixelOf(q4), PixelOf(q3)};
+    CRgn region;
+    region.CreatePolygonRgn(points, 4, ALTERNATE);
+    CBrush brush(RGB(255, 255, 255));
+    pDC->FillRgn(&region, &brush);
+}
+
+void CKXVectorLabel::DoDrawLabel_TextHole(CDC* pDC, CGePoint2d p1, CGePoint2d p2, double hole) {
+    if (!m_bHasTextHole) {
+        MoveTo(pDC, p1);
+        LineTo(pDC, p2);
+        return;
+    }
+    const CGePoint2d m = Middle(p1, p2);
+    const CGeVector2d v = (p2 - p1).normal() * hole;
+    if (!IsDirection(v)) {
+        return;
+    }
+    MoveTo(pDC, p1);
+    LineTo(pDC, m - v);
+    MoveTo(pDC, m + v);
+    LineTo(pDC, p2);
+}
+
+void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CGePoint2d q) {
+    if (m_TextShow == 0) {
+        return;
+    }
+    CString figure;
+    figure.Format(L"%d", Truncate(p.distance(q) + 0.5));
+    CGePoint2d m = Middle(p, q);
+    const CGeVector2d v = q - p;
+    const CGeVector2d e = m_LeftLabelEndPt - m_LeftLabelStartPt;
+    // Beyond the dimension line when the extension lines point upwards, on the line otherwise.
+    if (kxcommon::CompareDbl(e.angle(), kHalfTurn) < 0) {
+        m = m + e.normal() * kFigureLift;
+    }
+    // Centred by an assumed width, in whole steps for two characters: what a figure really measures depends on the
+    // font.
+    m = m - v.normal() * static_cast<double>(figure.GetLength() / 2 * kFigureHalfStep);
+    m_LabelText.SetAngle(static_cast<float>(v.angle() * kDegreesPerRadian));
+    m_LabelText.SetBKMode(TRANSPARENT);
+    m_LabelText.SetText(figure);
+    m_LabelText.SetPos(m);
+    m_LabelText.SetTextHeight(kFigureHeight);
+    // The stored colour, not the resolved one: the figure of a label by layer is not in the layer's colour.
+    m_LabelText.SetPenColor(m_PenColor);
+    m_LabelText.Draw(pDC, pGeom);
+}
