@@ -43,3 +43,23 @@ private:
     CDC* m_pDC;
     CBrush* m_pOld;
 };
+
+// Sets a raster mode; Restore, or the destructor where no Restore came, sets the old one back.
+class CScopedRop {
+public:
+    CScopedRop(CDC* dc, int mode) : m_pDC(dc), m_OldMode(dc->SetROP2(mode)) {}
+    ~CScopedRop() { Restore(); }
+    CScopedRop(const CScopedRop&) = delete;
+    CScopedRop& operator=(const CScopedRop&) = delete;
+    void Restore() {
+        if (m_pDC != nullptr) {
+            CDC* dc = m_pDC;
+            m_pDC = nullptr;
+            dc->SetROP2(m_OldMode);
+        }
+    }
+
+private:
+    CDC* m_pDC;
+    int m_OldMode;
+};

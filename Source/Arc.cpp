@@ -1,0 +1,300 @@
+// CArc: a circular arc, and the circle through three points. Layer: drawables.
+
+#include "Arc.h"
+
+#include "GdiScope.h"
+
+#include <cmath>
+#include <utility>
+
+IMPLEMENT_SERIAL(CArc, CCircle, VERSIONABLE_SCHEMA | 5)
+
+namespace {
+
+enum Grip { kGripCenter = 0, kGripStart = 1, kGripMiddle = 2, kGripEnd = 3 };
+
+// Twice the area of the triangle of three points, in square drawing units: below this they are in line.
+constexpr double kInLine = 1e-15;
+
+// A quarter turn as the quadrant test has it, in single precision.
+constexpr float kQuarterTurn = 1.5707964f;
+
+void GrowBy(double x, double y, CGePoint2d& min, CGePoint2d& max) {
+    if (x < min.x) {
+        min.x = x;
+    }
+    if (y < min.y) {
+        min.y = y;
+    }
+    if (x > max.x) {
+        max.x = x;
+    }
+    if (y > max.y) {
+        max.y = y;
+    }
+}
+
+} // namespace
+
+// ---- Construction --------------------------------------------------------------------------------------------------
+
+CArc::CArc(Gdiplus::PointF center, float radius, float startAngle, float endAngle)
+    : CCircle(center, radius), m_StartAngle(startAngle), m_EndAngle(endAngle) {}
+
+// ---- The circle through three points -------------------------------------------------------------------------------
+
+int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center, double& radius) {
+    if (p1 == p2 || p1 == p3 || p2 == p3) {
+        return 0;
+    }
+    const CGeVector2d a = p2 - p1;
+    const CGeVector2d b = p3 - p2;
+    const CGeVector2d c = p1 - p3;
+    if (std::fabs(a.dotProduct(b.perpVector())) < kInLine) {
+        return 0;
+    }
+    const double t = b.dotProduct(c) / a.perpVector().dotProduct(c);
+    center = p1 + (a + a.perpVector() * t) * 0.5;
+    // Single precision on purpose: stored arcs have such radii, and rebuilding one must give the same again.
+    radius = static_cast<double>(static_cast<float>(a.length() * std::sqrt(t * t + 1)) / 2.0f);
+    return 1;
+}
+
+int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, double* cx, double* cy, double* radius,
+                 double* startAngle, double* endAngle) {
+    CGePoint2d center;
+    double r = 0.0;
+    const int found = Calarc(p1, p2, p3, center, r);
+    const double a1 = (p1 - center).angle();
+    const double a2 = (p2 - center).angle();
+    const double a3 = (p3 - center).angle();
+    double lo = a1;
+    double hi = a3;
+    if (lo > hi) {
+        std::swap(lo, hi);
+    }
+    if (!(lo < a2 && a2 < hi)) {
+        std::swap(lo, hi);
+    }
+    *cx = center.x;
+    *cy = center.y;
+    *radius = r;
+    *startAngle = lo;
+    *endAngle = hi;
+    return found;
+}
+
+// ---- Geometry and queries ------------------------------------------------------------------------------------------
+
+void CArc::PointAt(double angle, CGePoint2d& p) {
+    p.SetPoint(m_CircleX + m_Radius * std::cos(angle), m_CircleY + m_Radius * std::sin(angle));
+}
+
+void CArc::GetMidPT(CGePoint2d& p) {
+    // Across angle 0 the middle of the two numbers lies on the other side of the circle: half a turn further.
+    PointAt(m_StartAngle > m_EndAngle ? (m_StartAngle - m_EndAngle) / 2 + m_EndAngle + kHalfTurn
+                                      : (m_EndAngle - m_StartAngle) / 2 + m_StartAngle,
+            p);
+}
+
+int CArc::IsInArc(float angle) {
+    // The angle has the precision of a float, the ends that of a double: they are compared as they are.
+    const double a = static_cast<double>(angle);
+    if (m_EndAngle > m_StartAngle) {
+        return a > m_StartAngle && a < m_EndAngle;
+    }
+    if (m_StartAngle > m_EndAngle) {
+        return a > m_StartAngle || a < m_EndAngle;
+    }
+    return 0;
+}
+
+CString CArc::GetName() {
+    return L"圆弧";
+}
+
+int CArc::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
+    if (m_IsShow == 0) {
+        return 0;
+    }
+    CGePoint2d end;
+    GetEndPT(end);
+    GetStartPT(min);
+    max.SetPoint(min.x, min.y);
+    GrowBy(end.x, end.y, min, max);
+    const double quadrants[][2] = {{m_CircleX + m_Radius, m_CircleY},
+                                   {m_CircleX, m_CircleY + m_Radius},
+                                   {m_CircleX - m_Radius, m_CircleY},
+                                   {m_CircleX, m_CircleY - m_Radius}};
+    for (int i = 0; i < 4; ++i) {
+        if (IsInArc(kQuarterTurn * static_cast<float>(i)) != 0) {
+            GrowBy(quadrants[i][0], quadrants[i][1], min, max);
+        }
+    }
+    return 1;
+}
+
+void CArc::getGripPoints(CGePointArray& out, int) {
+    CGePoint2d center = Center();
+    CGePoint2d start;
+    CGePoint2d mid;
+    CGePoint2d end;
+    GetStartPT(start);
+    GetMidPT(mid);
+    GetEndPT(end);
+    out.Add(center);
+    out.Add(start);
+    out.Add(mid);
+    out.Add(end);
+}
+
+// ---- Editing -------------------------------------------------------------------------------------------------------
+
+int CArc::Set(const CGePoint2d& p1, const CGePoint2d& p2, const CGePoint2d& p3) {
+    CGePoint2d center;
+    double radius = 0.0;
+    if (Calarc(p1, p2, p3, center, radius) == 0) {
+        return 0;
+    }
+    SetCenter(center);
+    m_Radius = radius;
+    m_StartAngle = (p1 - center).angle();
+    m_EndAngle = (p3 - center).angle();
+    return 1;
+}
+
+void CArc::Rebuild(CGePoint2d start, CGePoint2d mid, CGePoint2d end) {
+    double cx = 0.0;
+    double cy = 0.0;
+    double radius = 0.0;
+    double startAngle = 0.0;
+    double endAngle = 0.0;
+    if (Calarc(start, mid, end, &cx, &cy, &radius, &startAngle, &endAngle) != 0) {
+        m_CircleX = cx;
+        m_CircleY = cy;
+        m_Radius = radius;
+        m_StartAngle = startAngle;
+        m_EndAngle = endAngle;
+    }
+}
+
+void CArc::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
+    const int grip = indices.GetAt(0);
+    if (grip == kGripCenter) {
+        SetCenter(Center() + v);
+        return;
+    }
+    CGePoint2d start;
+    CGePoint2d mid;
+    CGePoint2d end;
+    GetStartPT(start);
+    GetMidPT(mid);
+    GetEndPT(end);
+    switch (grip) {
+    case kGripStart:
+        start = start + v;
+        break;
+    case kGripMiddle:
+        mid = mid + v;
+        break;
+    case kGripEnd:
+        end = end + v;
+        break;
+    default:
+        return;
+    }
+    Rebuild(start, mid, end);
+}
+
+void CArc::transformBy(const CGeMatrix2d& m) {
+    CGePoint2d start;
+    CGePoint2d mid;
+    CGePoint2d end;
+    GetStartPT(start);
+    GetMidPT(mid);
+    GetEndPT(end);
+    Rebuild(start.transformBy(m), mid.transformBy(m), end.transformBy(m));
+}
+
+void CArc::GetProperty(CDrawableProperty& list) {
+    CCircle::GetProperty(list);
+    PropertyRows::AddDouble(list, L"m_StartAngle", L"起点弧度", m_StartAngle);
+    PropertyRows::AddDouble(list, L"m_EndAngle", L"端点弧度", m_EndAngle);
+}
+
+void CArc::SetProperty(CDrawableProperty& list) {
+    CCircle::SetProperty(list);
+    PropertyRows::TakeDouble(list, L"m_StartAngle", m_StartAngle);
+    PropertyRows::TakeDouble(list, L"m_EndAngle", m_EndAngle);
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CArc::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    LPCTSTR step = L"0";
+    try {
+        if (m_IsShow == 0 || m_IsDelete != 0) {
+            return;
+        }
+        step = L"1";
+        const short lineType = InnerGetLineType(pGeom);
+        // The floor is 0, not the 1 of the other kinds: zoomed out, an arc takes GDI's thinnest pen, which keeps its
+        // pattern where a pen of one pixel need not.
+        const int width = Truncate(PenWidth(pGeom, m_LockMode != 0, 0.0f));
+        const DWORD color = InnerGetPenColor(pGeom);
+        const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+        float px = 0.0f;
+        float py = 0.0f;
+        tran->DPToLP(m_CircleX, m_CircleY, &px, &py);
+        const float pr = tran->DToL(m_Radius);
+        step = L"2";
+        const float sx = px + tran->DToL(m_Radius * std::cos(m_StartAngle));
+        const float sy = py - tran->DToL(m_Radius * std::sin(m_StartAngle));
+        const float ex = px + tran->DToL(m_Radius * std::cos(m_EndAngle));
+        const float ey = py - tran->DToL(m_Radius * std::sin(m_EndAngle));
+        // Truncated, where a polyline's arcs round. The context's own direction, anticlockwise as seen, is the arc's:
+        // angles are taken with y upwards.
+        const auto stroke = [&] {
+            pDC->Arc(Truncate(px - pr), Truncate(py - pr), Truncate(px + pr), Truncate(py + pr), Truncate(sx),
+                     Truncate(sy), Truncate(ex), Truncate(ey));
+        };
+        if (m_DrawState == Selected || m_DrawState == Normal) {
+            pDC->SetBkMode(TRANSPARENT);
+            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, width, color);
+            CScopedPen selected(pDC, &pen);
+            CScopedStockBrush brush(pDC, NULL_BRUSH);
+            stroke();
+            brush.Restore();
+            selected.Restore();
+        } else if (m_DrawState == Dragging) {
+            CPen pen(lineType, width, color);
+            CScopedPen selected(pDC, &pen);
+            CScopedRop rop(pDC, R2_NOT);
+            stroke();
+            rop.Restore();
+            selected.Restore();
+        }
+        step = L"3";
+        CDrawable::Draw(pDC, pGeom);
+    } catch (CException* e) {
+        e->Delete();
+        ReportDrawFailure(L"CArc::Draw", step);
+    } catch (...) {
+        ReportDrawFailure(L"CArc::Draw", step);
+    }
+}
+
+// ---- Streaming -----------------------------------------------------------------------------------------------------
+
+void CArc::Serialize(CArchive& ar) {
+    CCircle::Serialize(ar);
+    if (ar.IsStoring()) {
+        ar << static_cast<int>(kCurrentSchema) << m_StartAngle << m_EndAngle;
+        return;
+    }
+    if (IsCurrentForm(ar)) {
+        int version = 0;
+        ar >> version;
+    }
+    ar >> m_StartAngle >> m_EndAngle;
+}

@@ -1,0 +1,91 @@
+// CDraw_Common: the arithmetic of bulges. Layer: drawables.
+
+#include "DrawCommon.h"
+
+#include "Arc.h"
+#include "DrawGeometry.h"
+#include "VectorViewCoordTran.h"
+
+#include <cmath>
+
+namespace {
+
+// Twice the area of the triangle under an arc, in square drawing units: at or below this its top lies on the chord.
+constexpr double kFlatTriangle = 1e-5;
+
+CGePoint2d Middle(const CGePoint2d& a, const CGePoint2d& b) {
+    return CGePoint2d((a.x + b.x) / 2.0, (a.y + b.y) / 2.0);
+}
+
+} // namespace
+
+// ---- Geometry ------------------------------------------------------------------------------------------------------
+
+CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bulge) {
+    const CGeVector2d v = p2 - p1;
+    CGeVector2d left = v.perpVector().normal();
+    // Only a bulge clearly above zero goes to the right: 0.001 itself still has its top on the left.
+    if (bulge > kStraightDrawn) {
+        left = left.negate();
+    }
+    const double height = p1.distance(p2) / 2.0 * GetAbs(bulge);
+    return Middle(p1, p2) + left * height;
+}
+
+// The opposite sign of GetArcMidHighPt is on purpose: hosts call both, and each caller here turns the sign itself.
+int CDraw_Common::CalTwoPoint_Bulge(CGePoint2d p1, CGePoint2d p2, CGePoint2d mp, double& bulge) {
+    if (p1 == p2) {
+        return 0;
+    }
+    const CGePoint2d m = Middle(p1, p2);
+    const double half = p1.distance(m);
+    const double height = m.distance(mp);
+    const double c = (p2 - p1).CrossProduct(mp - p1);
+    bulge = GetAbs(c) > kFlatTriangle ? height / half * c / std::fabs(c) : 0.0;
+    return 1;
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+int CDraw_Common::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CPoint* pts, int count, CBulgeArray& bulges) {
+    if (pts == nullptr) {
+        return 0;
+    }
+    const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+    for (int i = 0; i < count - 1; ++i) {
+        const double bulge = i < bulges.GetSize() ? bulges[i] : 0.0;
+        const CGePoint2d start(pts[i]);
+        const CGePoint2d end(pts[i + 1]);
+        if (kStraightDrawn > GetAbs(bulge)) {
+            CPoint from;
+            CPoint to;
+            tran->DPToLP(start, from);
+            tran->DPToLP(end, to);
+            pDC->MoveTo(from);
+            pDC->LineTo(to);
+            continue;
+        }
+        double centerX = 0.0;
+        double centerY = 0.0;
+        double radius = 0.0;
+        double startAngle = 0.0;
+        double endAngle = 0.0;
+        if (CArc::Calarc(start, GetArcMidHighPt(start, end, bulge), end, &centerX, &centerY, &radius, &startAngle,
+                         &endAngle) == 0) {
+            return 0;
+        }
+        float cx = 0.0f;
+        float cy = 0.0f;
+        tran->DPToLP(centerX, centerY, &cx, &cy);
+        const float r = tran->DToL(radius);
+        // Angles are taken with y upwards and pixels run downwards, so the context's own direction, anticlockwise as
+        // seen, is the arc's.
+        const float sx = cx + tran->DToL(radius * std::cos(startAngle));
+        const float sy = cy - tran->DToL(radius * std::sin(startAngle));
+        const float ex = cx + tran->DToL(radius * std::cos(endAngle));
+        const float ey = cy - tran->DToL(radius * std::sin(endAngle));
+        pDC->Arc(Truncate(cx - r), Truncate(cy - r), Truncate(cx + r), Truncate(cy + r), Truncate(sx), Truncate(sy),
+                 Truncate(ex), Truncate(ey));
+    }
+    return 1;
+}

@@ -1,0 +1,316 @@
+// CPLine: painting, hit test and extents of a polyline. Layer: drawables.
+
+#include "PLine.h"
+
+#include "Arc.h"
+#include "GdiScope.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr COLORREF kVertexBlue = 0xFF0000; // 0x00BBGGRR
+constexpr COLORREF kMidpointYellow = 0x0BEEF6;
+
+// Also the distance of a polyline without a segment: ten times what other kinds answer when they are not hit.
+constexpr float kNotHit = 1000.0f;
+
+// Two points of a two-vertex line nearer than this, in drawing units, are taken as one.
+constexpr double kTouching = 1e-5;
+
+int PixelOf(float coordinate) {
+    return CSerialable::GetNear(static_cast<double>(coordinate), 0);
+}
+
+void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& min, CGePoint2d& max) {
+    if (boxMin.x < min.x) {
+        min.x = boxMin.x;
+    }
+    if (boxMin.y < min.y) {
+        min.y = boxMin.y;
+    }
+    if (boxMax.x > max.x) {
+        max.x = boxMax.x;
+    }
+    if (boxMax.y > max.y) {
+        max.y = boxMax.y;
+    }
+}
+
+// There and back, so that both end pixels are inked: LineTo leaves out its last one. Under inversion the two strokes
+// cancel each other but for the ends; rubber bands of polylines have always looked so.
+void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end) {
+    float sx = 0.0f;
+    float sy = 0.0f;
+    float ex = 0.0f;
+    float ey = 0.0f;
+    tran.DPToLP(start.x, start.y, &sx, &sy);
+    tran.DPToLP(end.x, end.y, &ex, &ey);
+    const int x1 = PixelOf(sx);
+    const int y1 = PixelOf(sy);
+    const int x2 = PixelOf(ex);
+    const int y2 = PixelOf(ey);
+    pDC->MoveTo(x1, y1);
+    pDC->LineTo(x2, y2);
+    pDC->MoveTo(x2, y2);
+    pDC->LineTo(x1, y1);
+}
+
+// False when there is no circle through the ends and the top. The sweep comes ordered for the context's own direction,
+// whichever way the bulge runs.
+bool StrokeArc(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end,
+               double bulge) {
+    double cx = 0.0;
+    double cy = 0.0;
+    double radius = 0.0;
+    double startAngle = 0.0;
+    double endAngle = 0.0;
+    if (CArc::Calarc(start, CDraw_Common::GetArcMidHighPt(start, end, bulge), end, &cx, &cy, &radius, &startAngle,
+                     &endAngle) == 0) {
+        return false;
+    }
+    float px = 0.0f;
+    float py = 0.0f;
+    tran.DPToLP(cx, cy, &px, &py);
+    const float rp = tran.DToL(radius);
+    const float sx = px + tran.DToL(radius * std::cos(startAngle));
+    const float sy = py - tran.DToL(radius * std::sin(startAngle));
+    const float ex = px + tran.DToL(radius * std::cos(endAngle));
+    const float ey = py - tran.DToL(radius * std::sin(endAngle));
+    pDC->Arc(PixelOf(px - rp), PixelOf(py - rp), PixelOf(px + rp), PixelOf(py + rp), PixelOf(sx), PixelOf(sy),
+             PixelOf(ex), PixelOf(ey));
+    return true;
+}
+
+} // namespace
+
+// ---- Hit test ------------------------------------------------------------------------------------------------------
+
+float CPLine::HitTest(CGePoint2d p) {
+    if (m_IsShow == 0) {
+        return kNotHit;
+    }
+    float best = kNotHit;
+    int found = -1;
+    // Compared in single precision, and strictly: of two segments at one distance the first stays.
+    const auto measure = [&](const CGePoint2d& start, const CGePoint2d& end, double bulge, int segment) {
+        float distance = 0.0f;
+        if (CDraw_Common::GetAbs(bulge) < kStraightHit) {
+            distance = std::fabs(DistanceLine(start, end, p));
+        } else {
+            // To the full circle, not to the sweep. Where there is no circle, to the origin.
+            CGePoint2d center;
+            double radius = 0.0;
+            CArc::Calarc(start, CDraw_Common::GetArcMidHighPt(start, end, bulge), end, center, radius);
+            distance = static_cast<float>(std::fabs(p.distance(center) - radius));
+        }
+        if (best > distance) {
+            best = distance;
+            found = segment;
+        }
+    };
+    for (int i = 1; i < m_VertexCount; ++i) {
+        measure(m_PointList[i - 1], m_PointList[i], m_BulgeList[i - 1], i - 1);
+    }
+    if (m_isClosed != 0 && m_VertexCount > 0) {
+        const int last = m_VertexCount - 1;
+        measure(m_PointList[last], m_PointList[0], m_BulgeList[last], last);
+    }
+    m_SelLine = found;
+    return best;
+}
+
+// ---- Feet and distances --------------------------------------------------------------------------------------------
+
+CGePoint2d CPLine::GetClosetPt(CGePoint2d a, CGePoint2d b, CGePoint2d p) {
+    return PerpendicularFoot(a, b, p);
+}
+
+int CPLine::GetClosetPt(CGePoint2d p, CGePointArray& out) {
+    const auto addFoot = [&](const CGePoint2d& start, const CGePoint2d& end, double bulge) {
+        if (CDraw_Common::GetAbs(bulge) < kStraightHit) {
+            CGePoint2d foot = GetClosetPt(start, end, p);
+            out.Add(foot);
+        }
+    };
+    for (int i = 1; i < m_VertexCount; ++i) {
+        addFoot(m_PointList[i - 1], m_PointList[i], m_BulgeList[i - 1]);
+    }
+    if (m_isClosed != 0 && m_VertexCount > 0) {
+        const int last = m_VertexCount - 1;
+        addFoot(m_PointList[last], m_PointList[0], m_BulgeList[last]);
+    }
+    return 1;
+}
+
+int CPLine::isLeft(CGePoint2d p) {
+    if (m_PointList.GetSize() != 2 || IsArc(0) != 0) {
+        return 0;
+    }
+    const CGePoint2d& a = m_PointList[0];
+    const CGePoint2d& b = m_PointList[1];
+    return (a.x - p.x) * (b.y - p.y) - (b.x - p.x) * (a.y - p.y) >= 0;
+}
+
+double CPLine::GetClosestDistance(CGePoint2d p) {
+    if (m_PointList.GetSize() != 2 || IsArc(0) != 0) {
+        return 0.0;
+    }
+    const CGePoint2d& a = m_PointList[0];
+    const CGePoint2d& b = m_PointList[1];
+    const double d1 = b.distance(p);
+    const double d2 = a.distance(p);
+    const double d3 = a.distance(b);
+    if (d1 <= kTouching || d2 <= kTouching) {
+        return 0.0;
+    }
+    if (d3 <= kTouching) {
+        return d1;
+    }
+    // Beyond an end: the distance to that end.
+    if (d1 * d1 >= d2 * d2 + d3 * d3) {
+        return d2;
+    }
+    if (d2 * d2 >= d1 * d1 + d3 * d3) {
+        return d1;
+    }
+    // The height of the triangle from its area. Rounding may take the product below 0 for a point on the line.
+    const double s = (d1 + d2 + d3) / 2;
+    const double areaSquared = s * (s - d1) * (s - d2) * (s - d3);
+    return 2 * std::sqrt(areaSquared < 0 ? 0.0 : areaSquared) / d3;
+}
+
+// ---- Extents -------------------------------------------------------------------------------------------------------
+
+int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) {
+    if (m_IsShow == 0) {
+        return 0;
+    }
+    min = m_PointList[0];
+    max = m_PointList[0];
+    for (int i = 1; i < m_VertexCount; ++i) {
+        MergeBox(m_PointList[i], m_PointList[i], min, max);
+    }
+    // One arc for all segments: where a segment has no circle, the box of the last one that had is merged once more,
+    // or the point (0, 0) when there was none.
+    CArc arc;
+    const auto mergeArc = [&](const CGePoint2d& from, const CGePoint2d& mid, const CGePoint2d& to) {
+        CGePoint2d boxMin;
+        CGePoint2d boxMax;
+        arc.Set(from, mid, to);
+        arc.GetRect(tran, boxMin, boxMax);
+        MergeBox(boxMin, boxMax, min, max);
+    };
+    for (int i = 0; i < m_VertexCount - 1; ++i) {
+        const double bulge = m_BulgeList[i];
+        if (CDraw_Common::GetAbs(bulge) >= kStraightDrawn) {
+            const CGePoint2d& start = m_PointList[i];
+            const CGePoint2d& end = m_PointList[i + 1];
+            const CGePoint2d mid = CDraw_Common::GetArcMidHighPt(start, end, bulge);
+            // An arc's points go anticlockwise.
+            if (bulge >= 0) {
+                mergeArc(start, mid, end);
+            } else {
+                mergeArc(end, mid, start);
+            }
+        }
+    }
+    if (m_isClosed != 0) {
+        const int last = m_VertexCount - 1;
+        const double bulge = m_BulgeList[last];
+        if (CDraw_Common::GetAbs(bulge) >= kStraightDrawn) {
+            // Never turned round: a negative closing bulge gives the box of the rest of its circle. Zooms to the
+            // extents have always shown such outlines with that margin.
+            mergeArc(m_PointList[last], CDraw_Common::GetArcMidHighPt(m_PointList[last], m_PointList[0], bulge),
+                     m_PointList[0]);
+        }
+    }
+    return 1;
+}
+
+// ---- Painting ------------------------------------------------------------------------------------------------------
+
+void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    LPCTSTR step = L"0";
+    try {
+        if (m_IsShow == 0 || m_IsDelete != 0 || m_VertexCount == 0) {
+            return;
+        }
+        // Width and colour are asked once more for the strokes; asked here too, a bad layer is reported as stage 0.
+        const short lineType = InnerGetLineType(pGeom);
+        PenWidth(pGeom, m_LockMode != 0);
+        InnerGetPenColor(pGeom);
+        CGePointArray points;
+        points.Copy(m_PointList);
+        if (m_isClosed != 0) {
+            CGePoint2d first = points[0];
+            points.Add(first);
+        }
+        step = L"1";
+        DrawPolyLine(pDC, pGeom, points, m_BulgeList, lineType);
+        step = L"4";
+        CDrawable::Draw(pDC, pGeom);
+    } catch (CException* e) {
+        e->Delete();
+        ReportDrawFailure(L"CPLine::Draw", step);
+    } catch (...) {
+        ReportDrawFailure(L"CPLine::Draw", step);
+    }
+}
+
+// No path and no cached pen: a pattern begins anew at each vertex, and each segment may have its own colour.
+int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBulgeArray& bulges, int penStyle) {
+    if (pts.IsEmpty()) {
+        return 0;
+    }
+    const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
+    const int width = Truncate(PenWidth(pGeom, m_LockMode != 0));
+    for (INT_PTR i = 0; i < pts.GetSize() - 1; ++i) {
+        const double bulge = i < bulges.GetSize() ? bulges[i] : 0.0;
+        const int oldMode = pDC->SetBkMode(TRANSPARENT);
+        const int oldRop = pDC->GetROP2();
+        const DWORD color = m_SegPenFlagList[i] == 1 ? m_SegPenColorList[i] : InnerGetPenColor(pGeom);
+        // In a state that never was the empty pen is selected, which changes nothing in the context.
+        CPen pen;
+        if (m_DrawState == Normal || m_DrawState == Dragging) {
+            pen.CreatePen(penStyle, width, color);
+        } else if (m_DrawState == Selected) {
+            pen.CreatePen(PS_DOT, width, color);
+        }
+        if (m_DrawState == Dragging) {
+            pDC->SetROP2(R2_NOT);
+        }
+        CPen* oldPen = pDC->SelectObject(&pen);
+        if (CDraw_Common::GetAbs(bulge) < kStraightDrawn) {
+            StrokeStraight(pDC, tran, pts[i], pts[i + 1]);
+        } else if (!StrokeArc(pDC, tran, pts[i], pts[i + 1], bulge)) {
+            // The rest stays unpainted. Pen and modes are not put back: what follows a broken outline on the screen
+            // has been judged by eye with them in force, and GDI keeps the pen alive until another is selected.
+            return 0;
+        }
+        pDC->SelectObject(oldPen);
+        pDC->SetBkMode(oldMode);
+        pDC->SetROP2(oldRop);
+    }
+    return 1;
+}
+
+void CPLine::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom) {
+    CPen vertexPen(PS_SOLID, 0, kVertexBlue);
+    CPen midpointPen(PS_SOLID, 0, kMidpointYellow);
+    CPen* oldPen = pDC->SelectObject(&vertexPen);
+    auto* oldBrush = static_cast<CBrush*>(pDC->SelectStockObject(NULL_BRUSH));
+    const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+    for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
+        int x = 0;
+        int y = 0;
+        tran->DPToLP(grips[i].x, grips[i].y, &x, &y);
+        pDC->SelectObject(i % 2 != 0 ? &midpointPen : &vertexPen);
+        pDC->Rectangle(WrapSubtract(x, 3), WrapSubtract(y, 3), WrapAdd(x, 4), WrapAdd(y, 4));
+    }
+    // Deleted while one of them is still selected: GDI lets go of it when the old pen comes back.
+    vertexPen.DeleteObject();
+    midpointPen.DeleteObject();
+    pDC->SelectObject(oldBrush);
+    pDC->SelectObject(oldPen);
+}
