@@ -16,8 +16,10 @@ public:
     explicit CDialog_DrawAbleProperty(CWnd* parent = nullptr);
     ~CDialog_DrawAbleProperty() override;
 
-    int Create(unsigned int id, CWnd* parent);
-    // What a click on an object calls: shows it when the window is there and visible. Not owned.
+    // Modeless; `id` is the template.
+    virtual int Create(unsigned int id, CWnd* parent);
+    // What a click on an object calls: shows it when the window is there and visible. Not owned: whoever frees the
+    // object calls LoadObject with null first.
     void SetObject(CDrawable* object);
     // Fills the rows; null empties them.
     void LoadObject(CDrawable* object);
@@ -25,19 +27,28 @@ public:
     void ApplyToObject();
     // The window to repaint after an edit; none at first.
     void SetView(CWnd* view) { m_pView = view; }
+    CDrawable* GetObject() const { return m_pObject; }
+
+    BOOL PreTranslateMessage(MSG* msg) override;
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     BOOL OnInitDialog() override;
     void OnCancel() override;
-    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnDestroy();
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    // What the grid asks and tells.
+    afx_msg void OnGridGetText(NMHDR* header, LRESULT* result);
+    afx_msg void OnGridEdited(NMHDR* header, LRESULT* result);
+    afx_msg void OnGridOther(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
 private:
+    using CDialog::Create;
+
     void FitGrid(int cx, int cy);
+    // Row i of the grid is row i of the object. Empty outside the rows.
     CString GetRowLabel(int row) const;
     CString GetRowValue(int row) const;
     void SetRowValue(int row, CString text);

@@ -1,0 +1,315 @@
+// CInPlaceEdit: the edit box over a parameter: keys that end an edit, and growth with the text.
+// Layer: views and dialogs.
+
+#include "InPlaceEdit.h"
+
+#include "Truncate.h"
+#include "VectorViewParm.h"
+
+#include <algorithm>
+
+IMPLEMENT_DYNAMIC(CInPlaceEdit, CEdit)
+
+BEGIN_MESSAGE_MAP(CInPlaceEdit, CEdit)
+    ON_WM_KEYDOWN()
+    ON_WM_CHAR()
+    ON_WM_KILLFOCUS()
+    ON_WM_GETDLGCODE()
+    ON_WM_CUT()
+    ON_WM_COPY()
+    ON_WM_CLEAR()
+END_MESSAGE_MAP()
+
+namespace {
+
+// No border: the box lies on the picture like the text that it covers.
+constexpr DWORD kBoxStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
+
+// Pixels up to which the window follows its text; from there on the text scrolls inside.
+constexpr int kWidestGrown = 200;
+
+bool IsControlDown() {
+    return (::GetKeyState(VK_CONTROL) & 0x8000) != 0;
+}
+
+} // namespace
+
+// ---- Construction --------------------------------------------------------------------------------------------------
+
+CInPlaceEdit::CInPlaceEdit(CWnd* parent, const CRect& rect, DWORD style, UINT id, int, int, CString text, UINT firstKey)
+    : m_InitText(text), m_ArrowsEndEdit(firstKey != VK_LBUTTON), m_EditRect(rect), m_pParentView(parent) {
+    if (!CWnd::CreateEx(WS_EX_CLIENTEDGE, L"EDIT", nullptr, style, rect, parent, id)) {
+        return;
+    }
+    SetFont(parent->GetFont(), TRUE);
+    SetWindowText(text);
+    SetFocus();
+    if (firstKey == VK_LBUTTON || firstKey == VK_RETURN) {
+        PlaceCaret(text.GetLength(), text.GetLength());
+        return;
+    }
+    if (firstKey == VK_BACK) {
+        PlaceCaret(text.GetLength(), text.GetLength());
+    } else {
+        PlaceCaret(0, -1);
+        if (firstKey == VK_TAB || (firstKey >= VK_SPACE && firstKey <= VK_DOWN)) {
+            return;
+        }
+    }
+    SendMessage(WM_CHAR, firstKey);
+}
+
+// ---- The virtual interface -----------------------------------------------------------------------------------------
+
+int CInPlaceEdit::CheckText(CString) {
+    return 1;
+}
+
+LRESULT CInPlaceEdit::SetFont(CFont* font, int) {
+    if (m_hWnd == nullptr) {
+        return 0;
+    }
+    const HGDIOBJ handle = font != nullptr ? font->GetSafeHandle() : nullptr;
+    return SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(handle), TRUE);
+}
+
+void CInPlaceEdit::SetEditLimit(unsigned int, unsigned int) {}
+
+int CInPlaceEdit::Create(CWnd* parent, CTextParm* parm, unsigned int id) {
+    m_pTextParm = parm;
+    if (parent == nullptr || parent->GetSafeHwnd() == nullptr) {
+        return 0;
+    }
+    if (!CEdit::Create(kBoxStyle, CRect(0, 0, 100, 100), parent, id)) {
+        return 0;
+    }
+    m_pParentView = parent;
+    return 1;
+}
+
+int CInPlaceEdit::GetEditText(CString& text) {
+    if (m_hWnd == nullptr) {
+        // Nobody could type: what an edit would store is what it began with.
+        text = m_InitText;
+    } else {
+        GetWindowText(text);
+    }
+    return 1;
+}
+
+int CInPlaceEdit::SetEditText(const CString& text) {
+    if (m_hWnd != nullptr) {
+        SetWindowText(text);
+    }
+    return 1;
+}
+
+CString CInPlaceEdit::FormatText(const CString& text) {
+    return text;
+}
+
+void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useOther, CString other) {
+    // The view starts one pixel further left: its rectangle is that of the text with a margin, the box has none.
+    rect.left = WrapAdd(rect.left, 1);
+    m_EditRect = rect;
+    m_InitText = text;
+    if (m_hWnd == nullptr) {
+        return;
+    }
+    SetWindowText(useOther != 0 ? other : text);
+    SetWindowPos(&wndTop, rect.left, rect.top, rect.Width(), rect.Height(), SWP_NOREDRAW | SWP_SHOWWINDOW);
+    SetFocus();
+    if (key == VK_F2 || useOther != 0) {
+        // Behind the start text also where the other one is shown.
+        SendMessage(EM_SETSEL, static_cast<WPARAM>(text.GetLength()), text.GetLength());
+    } else {
+        SendMessage(EM_SETSEL, 0, -1);
+    }
+}
+
+void CInPlaceEdit::EndEdit() {
+    if (m_hWnd != nullptr) {
+        // Hiding takes the focus away, and WM_KILLFOCUS comes in here.
+        SetWindowPos(&wndNoTopMost, 0, 0, 0, 0, SWP_NOZORDER | SWP_HIDEWINDOW);
+    }
+    m_pTextParm = nullptr;
+}
+
+// ---- Ending an edit ------------------------------------------------------------------------------------------------
+
+CVectorViewParm* CInPlaceEdit::ParentView() const {
+    return m_pParentView != nullptr ? DYNAMIC_DOWNCAST(CVectorViewParm, m_pParentView) : nullptr;
+}
+
+void CInPlaceEdit::EndParentEdit() {
+    if (CVectorViewParm* view = ParentView()) {
+        view->DoEndEdit();
+    }
+}
+
+void CInPlaceEdit::FocusParent() {
+    if (m_hWnd != nullptr) {
+        if (CWnd* parent = GetParent()) {
+            parent->SetFocus();
+        }
+    }
+}
+
+// Whether the arrow stands at its edge of the text, or leads out of a single line anyway. Page keys never do.
+bool CInPlaceEdit::IsAtEdge(UINT key) {
+    const int caret = HIWORD(SendMessage(EM_GETSEL));
+    switch (key) {
+    case VK_RIGHT:
+        return caret >= GetWindowTextLength();
+    case VK_LEFT:
+        return caret == 0;
+    case VK_UP:
+    case VK_DOWN:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// ---- Messages ------------------------------------------------------------------------------------------------------
+
+BOOL CInPlaceEdit::PreTranslateMessage(MSG* msg) {
+    if (msg->message == WM_SYSCHAR) {
+        return TRUE;
+    }
+    if (msg->message == WM_KEYDOWN && (msg->wParam == VK_TAB || msg->wParam == VK_RETURN)) {
+        // Return stores and goes on, like Tab.
+        OnKeyDown(VK_TAB, 0, 0);
+        return TRUE;
+    }
+    if (msg->message == WM_KEYDOWN && msg->hwnd == m_hWnd && IsControlDown()) {
+        switch (msg->wParam) {
+        case 'C':
+            SendMessage(WM_COPY);
+            break;
+        case 'X':
+            SendMessage(WM_CUT);
+            SendMessage(WM_CLEAR);
+            break;
+        case 'A':
+            PlaceCaret(0, -1);
+            break;
+        default:
+            break;
+        }
+    }
+    return CWnd::PreTranslateMessage(msg);
+}
+
+void CInPlaceEdit::OnKeyDown(UINT nChar, UINT, UINT) {
+    switch (nChar) {
+    case VK_PRIOR:
+    case VK_NEXT:
+    case VK_LEFT:
+    case VK_UP:
+    case VK_RIGHT:
+    case VK_DOWN:
+        if (m_ArrowsEndEdit != 0 || IsControlDown()) {
+            m_LastKey = nChar;
+            if (IsAtEdge(nChar)) {
+                EndParentEdit();
+                FocusParent();
+                return;
+            }
+        }
+        break;
+    case VK_TAB: {
+        // The end of the edit clears it.
+        CTextParm* parm = m_pTextParm;
+        EndParentEdit();
+        if (CVectorViewParm* view = ParentView()) {
+            view->OnEditTabDown(parm);
+        }
+        return;
+    }
+    default:
+        break;
+    }
+    Default();
+}
+
+void CInPlaceEdit::OnChar(UINT nChar, UINT, UINT) {
+    switch (nChar) {
+    case VK_ESCAPE:
+        // A store of the old text: every hook runs as for any other end.
+        SetWindowText(m_InitText);
+        [[fallthrough]];
+    case VK_TAB:
+    case VK_RETURN:
+        m_LastKey = nChar;
+        EndParentEdit();
+        FocusParent();
+        return;
+    default:
+        Default();
+        GrowToText();
+        return;
+    }
+}
+
+void CInPlaceEdit::OnKillFocus(CWnd*) {
+    Default();
+    EndParentEdit();
+}
+
+UINT CInPlaceEdit::OnGetDlgCode() {
+    // A dialog around the view must not take Tab, Return or Escape away.
+    return DLGC_WANTALLKEYS;
+}
+
+void CInPlaceEdit::OnCut() {
+    Default();
+    SendMessage(WM_CLEAR);
+}
+
+void CInPlaceEdit::OnCopy() {
+    Default();
+}
+
+void CInPlaceEdit::OnClear() {
+    Default();
+}
+
+void CInPlaceEdit::PostNcDestroy() {
+    // A member of its view: nothing deletes itself here.
+    CEdit::PostNcDestroy();
+}
+
+// ---- Looks ---------------------------------------------------------------------------------------------------------
+
+void CInPlaceEdit::PlaceCaret(int start, int end) {
+    SendMessage(EM_SETSEL, static_cast<WPARAM>(start), end);
+    SendMessage(EM_SCROLLCARET);
+}
+
+void CInPlaceEdit::GrowToText() {
+    CString text;
+    GetWindowText(text);
+    text += L"  "; // Room for the next character.
+    CSize size;
+    {
+        CWindowDC dc(this);
+        const auto font = reinterpret_cast<HGDIOBJ>(SendMessage(WM_GETFONT));
+        const HGDIOBJ old = font != nullptr ? ::SelectObject(dc.m_hDC, font) : nullptr;
+        ::GetTextExtentPoint32W(dc.m_hDC, text, text.GetLength(), &size);
+        if (old != nullptr) {
+            ::SelectObject(dc.m_hDC, old);
+        }
+    }
+    if (size.cx > m_EditRect.Width()) {
+        m_EditRect.right = WrapAdd(m_EditRect.left, size.cx);
+        CRect client;
+        if (CWnd* parent = GetParent()) {
+            parent->GetClientRect(&client);
+            m_EditRect.right = std::min(m_EditRect.right, client.right);
+        }
+    }
+    if (m_EditRect.Width() <= kWidestGrown) {
+        MoveWindow(&m_EditRect, TRUE);
+    }
+}

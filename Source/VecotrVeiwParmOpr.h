@@ -1,0 +1,34 @@
+// CVecotrVeiwParmOpr: lists the parameters of a stored drawing without showing it.
+// Layer: views and dialogs. The name is as hosts know it.
+#pragma once
+
+#include "VectorViewApi.h"
+
+#include <afxcoll.h>
+
+class CVectorViewParm;
+
+// A singleton around one hidden view that never gets a window. All users share it: the last load wins. One thread.
+class NRVECTORVIEW_API CVecotrVeiwParmOpr {
+public:
+    static CVecotrVeiwParmOpr& Instance();
+    CVecotrVeiwParmOpr(const CVecotrVeiwParmOpr&) = default; // A copy shares the view; only one may release it.
+    CVecotrVeiwParmOpr& operator=(const CVecotrVeiwParmOpr&) = default;
+    virtual ~CVecotrVeiwParmOpr();
+
+    // Replaces what was loaded before. Always 1, also for a null buffer and a stream that can't be read.
+    int LoadFile(unsigned char* data, unsigned int size);
+    int LoadFileV2(const void* data, unsigned int size);
+    // Appends the name of each parameter, in drawing order, doubles included. 1; 0 before the first load.
+    int GetParm(CStringArray& names);
+    // Frees the view; the next load makes a new one.
+    void ReleaseVector();
+
+protected:
+    void CreateVector();
+
+private:
+    CVecotrVeiwParmOpr() = default;
+
+    CVectorViewParm* m_pVector = nullptr; // Owned.
+};

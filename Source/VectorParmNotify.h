@@ -1,0 +1,47 @@
+// What a parameter view tells its parent window through WM_NOTIFY: the record and its codes, for hosts.
+// Layer: views and dialogs.
+#pragma once
+
+#include "VectorViewApi.h"
+
+#include <cstddef>
+
+class CCircle;
+class CLine;
+class CPLine;
+class CText;
+
+// Notification codes.
+inline constexpr UINT kVpnQueryEdit = static_cast<UINT>(-160); // An edit box is about to open; nKind -1 refuses it.
+inline constexpr UINT kVpnClick = static_cast<UINT>(-161);     // An object was clicked, or nothing was.
+inline constexpr UINT kVpnDblClk = static_cast<UINT>(-162);    // Left double click; only the header is filled in.
+
+// Values of nKind in kVpnClick. There is no 3 in practice: an arc is a circle too, and circles are tested first.
+inline constexpr int kVpkNothing = 0;
+inline constexpr int kVpkLine = 1;
+inline constexpr int kVpkCircle = 2;
+inline constexpr int kVpkArc = 3;
+inline constexpr int kVpkPLine = 4;
+inline constexpr int kVpkParm = 5;
+inline constexpr int kVpkText = 6;
+// The host's answer to kVpnQueryEdit: no edit box.
+inline constexpr int kVpkRefused = -1;
+
+// One record for each view, and it keeps its values between messages: only the field that belongs to nKind is written,
+// so read by nKind. All pointers belong to the document of the view. lParam points to it, wParam is idFrom.
+struct NMVECTORPARM {
+    HWND hwndFrom;   // The view; this and the next two lie as in NMHDR.
+    UINT_PTR idFrom; // The view's control ID.
+    UINT code;
+    CText* pText; // Kinds 5 and 6, and the parameter in question in kVpnQueryEdit; null for kind 0.
+    int nKind;
+    int nSelLine; // Kind 4: the segment that was hit.
+    CLine* pLine;
+    CCircle* pCircle;
+    CPLine* pPLine;
+};
+
+static_assert(offsetof(NMVECTORPARM, idFrom) == offsetof(NMHDR, idFrom) &&
+                  offsetof(NMVECTORPARM, code) == offsetof(NMHDR, code) &&
+                  offsetof(NMVECTORPARM, pText) >= sizeof(NMHDR),
+              "a parent reads the record through an NMHDR first");

@@ -1,0 +1,316 @@
+// CVectorView: the calls with which a host fills, turns and asks a drawing. Layer: views and dialogs.
+
+#include "vectorview.h"
+
+#include "Arc.h"
+#include "CenterPoint.h"
+#include "Circle.h"
+#include "Line.h"
+#include "MemoryInfo.h"
+#include "PLine.h"
+#include "Text.h"
+#include "TextParm.h"
+
+#include <memory>
+
+namespace {
+
+// Parameter types that the library gives.
+constexpr short kParmTypePlain = 0;
+constexpr short kParmTypeSized = 2;
+
+// What a host's validation finds in the parameter: digits with at most one point, no sign.
+constexpr wchar_t kNumberExpression[] = L"^((\\d\\.?\\d*)|([1-9]\\d*\\.?\\d*))$";
+// A keyword and no pattern: a host knows by it the parameters made by AddParmTextForSS.
+constexpr wchar_t kShiShu[] = L"$shishu$";
+
+// Black in GDI+ form, where a COLORREF belongs. Hosts read it back, so it stays.
+constexpr DWORD kTextBackground = 0xFF000000;
+
+// Added to the measured text: drawing units, to a size in pixels; the two mix freely here.
+constexpr int kWideMargin = 50;
+constexpr int kHeightMargin = 5;
+
+Gdiplus::PointF Narrow(const CGePoint2d& p) {
+    return Gdiplus::PointF(static_cast<float>(p.x), static_cast<float>(p.y));
+}
+
+// A registered object with an explicit colour.
+template <class Object, class... Args>
+Object* Make(Gdiplus::Color color, Args... args) {
+    auto* obj = new Object(args...);
+    KX_ADD_MEMORY(obj);
+    obj->SetPenColor(ExchangeRedBlue(color.GetValue()));
+    return obj;
+}
+
+// Gives up an object that never reached a document.
+struct Discard {
+    void operator()(CDrawable* obj) const {
+        KX_REMOVE_MEMORY(obj);
+        delete obj;
+    }
+};
+using Pending = std::unique_ptr<CPLine, Discard>;
+
+void Tag(CLine* obj, const CString& parm, const CString& msg, int lock) {
+    obj->SetParmName(parm);
+    obj->SetMsgInfo(msg);
+    obj->SetLockMode(lock);
+}
+
+void Tag(CCircle* obj, const CString& parm, const CString& msg, int lock) {
+    obj->SetParmName(parm);
+    obj->SetMsgInfo(msg);
+    obj->SetLockMode(lock);
+}
+
+// Null, with nothing allocated, when the sizes differ.
+CPLine* MakePLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color color) {
+    if (pts.GetSize() != bulges.GetSize()) {
+        return nullptr;
+    }
+    auto* pline = Make<CPLine>(color);
+    for (INT_PTR i = 0; i < pts.GetSize(); ++i) {
+        pline->AddPoint(pts[i]);
+        pline->GetBulgeList()->SetAt(i, bulges[i]);
+    }
+    return pline;
+}
+
+// Raises the invalid-argument exception for arrays shorter than the polyline.
+void NameSegments(CPLine* pline, CStringArray& names, CStringArray& msgs) {
+    for (int i = 0; i < pline->GetVertexCount(); ++i) {
+        pline->SetSLineInfo(i, names[i], msgs[i]);
+    }
+}
+
+template <class Object>
+Object* MakeText(const CGePoint2d& p, const CString& text, Gdiplus::Color color) {
+    auto* obj = Make<Object>(color);
+    obj->SetText(text);
+    obj->SetPos(p);
+    obj->SetBKMode(OPAQUE);
+    obj->SetBKColor(kTextBackground);
+    return obj;
+}
+
+// In pixels, in the default font of the window's context; without a window, the screen's measures the same way.
+CSize MeasureInDefaultFont(HWND window, const CString& text) {
+    CSize size;
+    HDC dc = ::GetDC(window);
+    ::GetTextExtentPoint32W(dc, text, text.GetLength(), &size);
+    ::ReleaseDC(window, dc);
+    return size;
+}
+
+// Width of a text that is drawn `height` units high.
+float ScaledWide(const CSize& size, double height) {
+    // An empty text may measure as nothing at all.
+    const double wide = size.cy != 0 ? size.cx * height / size.cy : 0.0;
+    return static_cast<float>(wide + kWideMargin);
+}
+
+CTextParm* MakeSizedParm(HWND window, const CGePoint2d& p, const CString& text, const CString& name,
+                         Gdiplus::Color color, double height, LPCTSTR expression) {
+    auto* obj = MakeText<CTextParm>(p, text, color);
+    obj->SetParmName(name);
+    obj->SetParmType(kParmTypeSized);
+    obj->SetParmRegularExp(expression);
+    obj->SetTextHeight(static_cast<float>(height));
+    obj->SetTextWide(ScaledWide(MeasureInDefaultFont(window, text), height));
+    return obj;
+}
+
+// On top of the drawing; repaints when asked to, and never a window that is not there: that would be the desktop.
+CDrawable* Enter(CVectorView* view, CDrawable* obj, int redraw) {
+    view->GetDocument()->AddDrawAobject(obj);
+    if (redraw != 0 && view->m_hWnd != nullptr) {
+        view->InvalidateRect(nullptr, TRUE);
+    }
+    return obj;
+}
+
+} // namespace
+
+// ---- Lines and curves ----------------------------------------------------------------------------------------------
+
+CDrawable* CVectorView::AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, CString parm, CString msg, int lock,
+                                int redraw) {
+    auto* line = Make<CLine>(c);
+    line->SetStartPoint(a);
+    line->SetEndPoint(b);
+    Tag(line, parm, msg, lock);
+    return Enter(this, line, redraw);
+}
+
+CDrawable* CVectorView::AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect) {
+    auto* line = Make<CLine>(c);
+    line->SetStartPoint(a);
+    line->SetEndPoint(b);
+    line->SetCanBeSelect(canSelect);
+    return Enter(this, line, 0);
+}
+
+CDrawable* CVectorView::AddNetLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect) {
+    auto* pline = Make<CPLine>(c);
+    pline->AddPoint(a);
+    pline->AddPoint(b);
+    pline->SetCanBeSelect(canSelect);
+    GetDocument()->AddNetobject(pline);
+    return pline;
+}
+
+CDrawable* CVectorView::AddArc(CGePoint2d center, float radius, float start, float end, Gdiplus::Color c, CString parm,
+                               CString msg, int lock, int redraw) {
+    // Centres are float here and in the file of old; a host that needs more digits sets them afterwards.
+    auto* arc = Make<CArc>(c, Narrow(center), radius, start, end);
+    Tag(arc, parm, msg, lock);
+    return Enter(this, arc, redraw);
+}
+
+CDrawable* CVectorView::AddArc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, Gdiplus::Color c, CString parm, CString msg,
+                               int lock, int redraw) {
+    CGePoint2d center;
+    double radius = 0.0;
+    double start = 0.0;
+    double end = 0.0;
+    if (CArc::Calarc(p1, p2, p3, &center.x, &center.y, &radius, &start, &end) == 0) {
+        return nullptr;
+    }
+    return AddArc(center, static_cast<float>(radius), static_cast<float>(start), static_cast<float>(end), c, parm, msg,
+                  lock, redraw);
+}
+
+CDrawable* CVectorView::AddCenterPoint(CGePoint2d p, CString parm, CString msg, Gdiplus::Color c, int redraw) {
+    auto* mark = Make<CCenterPoint>(c, Narrow(p));
+    mark->SetParmName(parm);
+    mark->SetMsgInfo(msg);
+    mark->SetLockMode(1);
+    return Enter(this, mark, redraw);
+}
+
+// ---- Polylines -----------------------------------------------------------------------------------------------------
+
+CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
+                                 CStringArray& msgs, int wide, int closed, int lock, int redraw) {
+    Pending pline(MakePLine(pts, bulges, c));
+    if (pline == nullptr) {
+        return nullptr;
+    }
+    NameSegments(pline.get(), names, msgs);
+    pline->SetLockMode(lock);
+    pline->SetClose(closed);
+    // The low half with its sign: 0xFFFF is -1, by layer.
+    pline->SetLineWide(static_cast<short>(wide));
+    return Enter(this, pline.release(), redraw);
+}
+
+CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
+                                 CStringArray& msgs, int lock, int redraw) {
+    Pending pline(MakePLine(pts, bulges, c));
+    if (pline == nullptr) {
+        return nullptr;
+    }
+    NameSegments(pline.get(), names, msgs);
+    pline->SetLockMode(lock);
+    pline->SetClose(1);
+    return Enter(this, pline.release(), redraw);
+}
+
+CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, int closed, int canSelect,
+                                 int onTop) {
+    CPLine* pline = MakePLine(pts, bulges, c);
+    if (pline == nullptr) {
+        return nullptr;
+    }
+    pline->SetClose(closed);
+    pline->SetCanBeSelect(canSelect);
+    if (onTop == 0) {
+        GetDocument()->AddDrawAobjectFront(pline);
+        return pline;
+    }
+    return Enter(this, pline, 0);
+}
+
+// ---- Texts ---------------------------------------------------------------------------------------------------------
+
+CDrawable* CVectorView::AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, int redraw) {
+    auto* obj = MakeText<CText>(p, text, c);
+    obj->SetAngle(static_cast<float>(angle));
+    return Enter(this, obj, redraw);
+}
+
+CDrawable* CVectorView::AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, double height,
+                                int canSelect, int redraw) {
+    auto* obj = MakeText<CText>(p, text, c);
+    obj->SetAngle(static_cast<float>(angle));
+    obj->SetTextHeight(static_cast<float>(height));
+    obj->SetCanBeSelect(canSelect);
+    return Enter(this, obj, redraw);
+}
+
+CDrawable* CVectorView::AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, int redraw) {
+    auto* obj = MakeText<CTextParm>(p, text, c);
+    obj->SetParmName(name);
+    obj->SetParmType(kParmTypePlain);
+    obj->SetParmRegularExp(kNumberExpression);
+    const CSize size = MeasureInDefaultFont(m_hWnd, text);
+    obj->SetTextHeight(static_cast<float>(size.cy + kHeightMargin));
+    obj->SetTextWide(static_cast<float>(size.cx + kWideMargin));
+    return Enter(this, obj, redraw);
+}
+
+CDrawable* CVectorView::AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, double height,
+                                    int redraw) {
+    return Enter(this, MakeSizedParm(m_hWnd, p, text, name, c, height, kNumberExpression), redraw);
+}
+
+CDrawable* CVectorView::AddParmTextNoRegExp(CGePoint2d p, CString& text, CString& name, double, Gdiplus::Color c,
+                                            double height, int redraw) {
+    return Enter(this, MakeSizedParm(m_hWnd, p, text, name, c, height, L""), redraw);
+}
+
+CDrawable* CVectorView::AddParmTextForSS(CGePoint2d p, CString& text, CString& name, double, Gdiplus::Color c,
+                                         double height, int redraw) {
+    return Enter(this, MakeSizedParm(m_hWnd, p, text, name, c, height, kShiShu), redraw);
+}
+
+CDrawable* CVectorView::AddParmTextNoEdit(CGePoint2d p, CString& text, CString&, double, Gdiplus::Color c,
+                                          double height, int redraw) {
+    // A plain text, with no name and with the default width: it looks like its neighbours and is none of them.
+    auto* obj = MakeText<CText>(p, text, c);
+    obj->SetTextHeight(static_cast<float>(height));
+    return Enter(this, obj, redraw);
+}
+
+// ---- Transforms and queries ----------------------------------------------------------------------------------------
+
+void CVectorView::transformBy(double angle, CGePoint2d center) {
+    const CGeMatrix2d m = CGeMatrix2d::rotation(angle, center);
+    CDrawableArray* objs = GetDocument()->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
+        objs->GetAt(i)->transformBy(m);
+    }
+}
+
+CPLine* CVectorView::GetPLine_IsArc(CPoint p, int& segment) {
+    CGePoint2d d;
+    m_CoordTran.LPToDP(p, d);
+    CDrawableArray* objs = GetDocument()->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
+        CDrawable* obj = objs->GetAt(i);
+        const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(d)));
+        if (!(kPickAperture >= pixels)) {
+            continue;
+        }
+        if (auto* pline = DYNAMIC_DOWNCAST(CPLine, obj)) {
+            // Past a straight segment the search goes on, and `segment` keeps what it found there.
+            segment = pline->GetSelSelLine();
+            if (pline->IsArc(segment) != 0) {
+                return pline;
+            }
+        }
+    }
+    return nullptr;
+}
