@@ -29,10 +29,23 @@ CCommandOperation::CCommandOperation(CWnd* wnd, CVectorGraphic* graphic, CVector
 }
 
 CCommandOperation::~CCommandOperation() {
+    for (CLifeWatch* watch = m_pWatch; watch != nullptr; watch = watch->m_pOuter) {
+        watch->m_pWatched = nullptr;
+    }
     if (m_hCursor != nullptr) {
         ::DestroyCursor(m_hCursor);
     }
     m_Edit.DestroyWindow();
+}
+
+CCommandOperation::CLifeWatch::CLifeWatch(CCommandOperation* op) : m_pWatched(op), m_pOuter(op->m_pWatch) {
+    op->m_pWatch = this;
+}
+
+CCommandOperation::CLifeWatch::~CLifeWatch() {
+    if (m_pWatched != nullptr) {
+        m_pWatched->m_pWatch = m_pOuter;
+    }
 }
 
 // ---- Events --------------------------------------------------------------------------------------------------------
@@ -178,6 +191,18 @@ bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const 
     return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture;
 }
 
+CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const {
+    const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        CDrawable* object = objects.GetAt(i);
+        // The hit test comes first, for all kinds: polylines remember the segment that it found.
+        if (IsHit(object, point) && object->IsKindOf(kind)) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
 int CCommandOperation::ApertureUnits(float pixels) const {
     return Truncate(m_pCoordTran->LToD(pixels));
 }
@@ -211,7 +236,7 @@ void CCommandOperation::OrthoStep(const CGePoint2d& base, CGePoint2d& point) {
     }
 }
 
-void CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move) {
+bool CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move) {
     const CGePoint2d middle((from.x + to.x) / 2, (from.y + to.y) / 2);
     const CGeVector2d aside = move.perpVector().normal() * kEditOffset * static_cast<double>(m_pCoordTran->GetScale());
     const CGePoint2d place = middle + aside;
@@ -219,17 +244,22 @@ void CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& t
     float ly = 0.0f;
     m_pCoordTran->DPToLP(place.x, place.y, &lx, &ly);
     if (m_Edit.GetSafeHwnd() == nullptr) {
-        return;
+        return true;
     }
     m_Edit.SetWindowPos(nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight, SWP_SHOWWINDOW);
     CString text;
     text.Format(L"%d", Truncate(from.distance(to)));
     m_Edit.SetWindowText(text);
+    const CLifeWatch watch(this);
     m_Edit.SetFocus();
+    if (watch.IsGone()) {
+        return false;
+    }
     // Selected, so that the first digit typed replaces it.
     m_Edit.SendMessage(EM_SETSEL, 0, -1);
     m_Edit.SendMessage(EM_SCROLLCARET, 0, 0);
     m_pWnd->UpdateWindow();
+    return !watch.IsGone();
 }
 
 int CCommandOperation::TypedDistance() {

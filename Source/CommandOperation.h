@@ -93,6 +93,22 @@ public:
 protected:
     // ---- What the tools share ----
 
+    // Tells, across a modal box or a call that sends messages, whether the tool is still there: whatever ran inside may
+    // have replaced it, and nothing of a deleted tool may be touched. Lives on the stack, inside the tool's handler.
+    class NRVECTORVIEW_API CLifeWatch {
+    public:
+        explicit CLifeWatch(CCommandOperation* op);
+        ~CLifeWatch();
+        CLifeWatch(const CLifeWatch&) = delete;
+        CLifeWatch& operator=(const CLifeWatch&) = delete;
+        bool IsGone() const { return m_pWatched == nullptr; }
+
+    private:
+        friend class CCommandOperation;
+        CCommandOperation* m_pWatched;
+        CLifeWatch* m_pOuter;
+    };
+
     // The manager and the property dialog of the view that the tool runs in; null outside one.
     CCommandOperationManager* Manager() const;
     CDialog_DrawAbleProperty* PropertyDialog() const;
@@ -113,6 +129,9 @@ protected:
     // Whether the object lies within four pixels of the point. A hidden object's 100.0 is an ordinary distance here, so
     // that it can be picked in a view zoomed far out.
     bool IsHit(CDrawable* object, const CGePoint2d& point) const;
+    // The undermost object of the drawing that is hit and of that kind; selection and selectability play no part. Null
+    // when there is none.
+    CDrawable* FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const;
     // The aperture in drawing units, cut to a whole number: it may be 0, and then only an exact hit counts.
     int ApertureUnits(float pixels) const;
     // The first candidate of `grips` that lies within the aperture and passes the veto; nonzero on a hit.
@@ -126,8 +145,9 @@ protected:
     // Whether the host has switched the ortho lock on.
     bool IsOrthoOn() const;
     // Puts the edit box beside the middle of the band from `from` to `to`, thirty pixels off it on the left of `move`,
-    // holding the length in whole units, selected and focused.
-    void PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move);
+    // holding the length in whole units, selected and focused. False when the tool was deleted by what the focus and
+    // the repaint set off.
+    bool PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move);
     // The whole number typed into the edit box; 0 when it does not begin with one.
     int TypedDistance();
 
@@ -152,4 +172,6 @@ protected:
 
 private:
     void InvertSnapMark(CDC* dc);
+
+    CLifeWatch* m_pWatch = nullptr; // The innermost of those that stand.
 };

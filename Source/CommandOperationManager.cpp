@@ -59,10 +59,13 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
     if (m_pCommand->GetGripPoint(point, hit) != 0) {
         point = hit;
     }
+    // A press may open a modal box, and what runs there may end this tool and start another: its answer is not theirs.
+    const CLifeWatch watch(m_pCommand);
     const ResultState state = m_pCommand->OnLButtonDown(nFlags, point);
-    if (m_pCommand != nullptr) {
-        m_pCommand->OnButtonDownForL(nFlags, pixel);
+    if (watch.IsGone()) {
+        return RS_Continue;
     }
+    m_pCommand->OnButtonDownForL(nFlags, pixel);
     CheckResultState(state);
     return RS_Continue;
 }
@@ -124,7 +127,11 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
 CCommandOperation::ResultState CCommandOperationManager::OnRButtonDown(unsigned int nFlags, CGePoint2d point) {
     point = ToDrawing(point);
     if (IsRunning()) {
-        CheckResultState(m_pCommand->OnRButtonDown(nFlags, point));
+        const CLifeWatch watch(m_pCommand);
+        const ResultState state = m_pCommand->OnRButtonDown(nFlags, point);
+        if (!watch.IsGone()) {
+            CheckResultState(state);
+        }
     }
     return RS_Continue;
 }

@@ -6,23 +6,14 @@
 
 IMPLEMENT_DYNAMIC(CCommandSelectGripPoint, CCommandOperation)
 
-namespace {
-
-constexpr UINT kMemoryGrow = 1024;
-constexpr UINT kArchiveBuffer = 4096;
-
-} // namespace
-
-CCommandSelectGripPoint::CCommandSelectGripPoint(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
-                                                 CGraphicDocument* document)
-    : CCommandOperation(wnd, graphic, tran, document), m_Memory(kMemoryGrow) {}
-
 // ---- Events --------------------------------------------------------------------------------------------------------
 
 void CCommandSelectGripPoint::Execute() {
     if (m_pObject != nullptr) {
-        const CGePoint2d target = m_GripPoint + m_MoveVector.normal() * static_cast<double>(TypedDistance());
-        Restore();
+        // Before the first move, and with the cursor on the grip itself, there is no direction: the grip stays.
+        const CGeVector2d direction = m_MoveVector.length() > 0.0 ? m_MoveVector.normal() : CGeVector2d();
+        const CGePoint2d target = m_GripPoint + direction * static_cast<double>(TypedDistance());
+        m_Memory.Restore(m_pObject);
         MoveGrip(target - m_GripPoint);
     }
     // The window is taken first: the next call deletes this tool.
@@ -44,7 +35,7 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnLButtonDown(unsigned i
     if (IsOrthoOn()) {
         OrthoStep(m_GripPoint, point);
     }
-    Restore();
+    m_Memory.Restore(m_pObject);
     MoveGrip(point - m_GripPoint);
     RequestRedraw();
     return RS_Done;
@@ -69,7 +60,9 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnMouseMove(unsigned int
     m_MoveVector = point - m_GripPoint;
     CClientDC dc(m_pWnd);
     ErasShirrLine();
-    PlaceEditBox(m_GripPoint, point, m_MoveVector);
+    if (!PlaceEditBox(m_GripPoint, point, m_MoveVector)) {
+        return RS_Continue;
+    }
     DrawShirrLine(m_GripPoint, point);
     InvertObject(&dc, m_pObject);
     m_PreviewDrawn = 1;
@@ -77,7 +70,9 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnMouseMove(unsigned int
 }
 
 CCommandOperation::ResultState CCommandSelectGripPoint::OnRButtonDown(unsigned int, CGePoint2d) {
-    Restore();
+    if (m_pObject != nullptr) {
+        m_Memory.Restore(m_pObject);
+    }
     RequestRedraw();
     return RS_Done;
 }
@@ -105,23 +100,12 @@ CCommandOperation::ResultState CCommandSelectGripPoint::TakeGrip(const CGePoint2
             m_pObject = object;
             m_GripIndex = static_cast<int>(g);
             m_GripPoint = grips[g];
-            CArchive ar(&m_Memory, CArchive::store, kArchiveBuffer);
-            m_pObject->Serialize(ar);
-            ar.Close();
+            m_Memory.Store(m_pObject);
             m_LastPoint = m_GripPoint;
             return RS_Capture;
         }
     }
     return RS_Continue;
-}
-
-void CCommandSelectGripPoint::Restore() {
-    if (m_pObject == nullptr) {
-        return;
-    }
-    m_Memory.Seek(0, CFile::begin);
-    CArchive ar(&m_Memory, CArchive::load, kArchiveBuffer);
-    m_pObject->Serialize(ar);
 }
 
 void CCommandSelectGripPoint::MoveGrip(const CGeVector2d& v) {

@@ -3,13 +3,24 @@
 #pragma once
 
 #include "CommandOperation.h"
+#include "ObjectMemory.h"
 
 // Click, move, click: nothing happens on a release. The object itself stays as it is until the finishing click; what
-// moves is the band, the edit box and an inverted copy. The object's own Serialize is the undo.
+// moves is the band, the edit box and the marker, with the object inverted where it stands.
+//
+// | m_pObject | event        | action                                                        | result |
+// |-----------|--------------|---------------------------------------------------------------|---------------------------|
+// | null      | left button  | takes the grip, stores the object                             | RS_Capture or
+// RS_Continue | | set       | move         | ortho; marker; edit box, band, object inverted; none while a  |
+// RS_Continue               | |           |              | distance is being typed |                           | | set
+// | left button  | ortho; the object as stored, its grip moved to the click      | RS_Done                   | | set |
+// right button | the object as stored                                          | RS_Done                   | | set |
+// Execute      | the object as stored, its grip moved by the typed distance    | ended                     | | set |
+// Cancel       | nothing selected any more; the object stays as it is          | ended                     |
 class CCommandSelectGripPoint : public CCommandOperation {
     DECLARE_DYNAMIC(CCommandSelectGripPoint)
 public:
-    CCommandSelectGripPoint(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
+    using CCommandOperation::CCommandOperation;
 
     // Confirms the typed distance in the direction of the last mouse move, without the ortho lock. Ends the tool.
     void Execute() override;
@@ -30,13 +41,12 @@ protected:
 
 private:
     ResultState TakeGrip(const CGePoint2d& point);
-    void Restore();
     void MoveGrip(const CGeVector2d& v);
 
     CGePoint2d m_GripPoint; // The grip taken, as the object reported it.
     CGeVector2d m_MoveVector;
     int m_GripIndex = -1;           // In the object's getGripPoints under mask 5.
     CDrawable* m_pObject = nullptr; // Borrowed; null until a grip was taken.
-    CMemFile m_Memory;              // The object as it was at the first click.
+    CObjectMemory m_Memory;         // The object as it was at the first click.
     int m_PreviewDrawn = 0;
 };

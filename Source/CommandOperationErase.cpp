@@ -1,0 +1,15 @@
+// CCommandOperationErase: takes the selected objects out of the drawing. Layer: command operations.
+
+#include "CommandOperationErase.h"
+
+#include "Document.h"
+
+IMPLEMENT_DYNAMIC(CCommandOperationErase, CCommandOperation)
+
+void CCommandOperationErase::Execute() {
+    if (AfxMessageBox(L"是否确认删除选中的对象", MB_YESNO, 0) == IDNO) {
+        return;
+    }
+    m_pDocument->DeleteAllSelectedObject();
+    RequestRedraw();
+}

@@ -1,0 +1,31 @@
+// The engine of the parameter view, which picks nothing, and its one minimal operation.
+// Layer: manager.
+#pragma once
+
+#include "CommandOperationManager.h"
+
+// Words work as in the base; a click with no tool running does nothing.
+class CCommandOperationManager_ViewParm : public CCommandOperationManager {
+    DECLARE_DYNAMIC(CCommandOperationManager_ViewParm)
+public:
+    using CCommandOperationManager::CCommandOperationManager;
+
+    ResultState OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnDefaultSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
+};
+
+// Takes hold of the engine on its first press and does nothing with it. It has no word; derived views may install it.
+class CCommandOperationInplaceEdit_ViewParms : public CCommandOperation {
+    DECLARE_DYNAMIC(CCommandOperationInplaceEdit_ViewParms)
+public:
+    using CCommandOperation::CCommandOperation;
+
+    void Cancel() override {}
+    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Capture; }
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
+    ResultState OnCancel() override;
+};

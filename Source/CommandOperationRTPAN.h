@@ -1,0 +1,35 @@
+// CCommandOperationRTPAN: pans the view with the left button until the right one.
+// Layer: command operations.
+#pragma once
+
+#include "CommandOperation.h"
+
+// Thinks in client pixels: the drawing point under a pixel changes with the pan itself. Nothing changes the view back.
+//
+// | event                     | action                     | result      |
+// |---------------------------|----------------------------|-------------|
+// | left button               | the place to pan from      | RS_Continue |
+// | move, left button held    | the origin moves; repaint  | RS_Continue |
+// | move, without it          | -                          | RS_Continue |
+// | right button              | -                          | RS_Done     |
+class CCommandOperationRTPAN : public CCommandOperation {
+    DECLARE_DYNAMIC(CCommandOperationRTPAN)
+public:
+    using CCommandOperation::CCommandOperation;
+    ~CCommandOperationRTPAN() override;
+
+    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Done; }
+    ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
+    ResultState OnMouseMoveForL(unsigned int nFlags, CPoint point) override;
+    ResultState OnButtonDownForL(unsigned int nFlags, CPoint point) override;
+    void PreRedraw() override {}
+    ResultState OnSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
+
+private:
+    HCURSOR m_hPanCursor = nullptr; // Loaded when first needed.
+    CGePoint2d m_DownPoint;         // The last position of the pan, in client pixels.
+};

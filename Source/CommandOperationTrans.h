@@ -1,0 +1,91 @@
+// The transforming commands: translation, rotation, mirroring and copy of what was selected when the word came.
+// Layer: command operations.
+#pragma once
+
+#include "CommandOperation.h"
+#include "ObjectMemory.h"
+
+// The objects themselves move: each step reads them back from the restore point and transforms them anew, so that no
+// error adds up. Broken off by another command they stay where the last move put them.
+//
+// | m_Step | event        | action                                                   | result      |
+// |--------|--------------|----------------------------------------------------------|-------------|
+// | 0      | move         | marker                                                   | RS_Continue |
+// | 0      | left button  | base point; the objects are stored                       | RS_Capture  |
+// | 1      | move         | marker; preview, where something was selected            | RS_Continue |
+// | 1      | left button  | preview; keep the originals? (copy: always)              | RS_Done     |
+// | any    | right button | the objects as stored; before the base point and with a  | RS_Done     |
+// |        |              | selection CArchiveException, and the tool stays          |             |
+class CCommandOperationTrans : public CCommandOperation {
+    DECLARE_DYNAMIC(CCommandOperationTrans)
+public:
+    CCommandOperationTrans(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
+
+    void Execute() override {}
+    void Cancel() override {}
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    void PreRedraw() override {}
+
+protected:
+    // The matrix that the point asks for, in drawing units.
+    virtual void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) = 0;
+    // Moves the objects to where the point puts them and shows that by inversion.
+    virtual void DoTransPreview(CGePoint2d point);
+
+    // New objects of the same classes take the old places; the moved ones are no longer selected.
+    void KeepOriginals();
+
+    CGePoint2d m_BasePoint;
+    CDrawableArray m_Objects; // The selection at construction; borrowed.
+
+private:
+    void InvertObjects();
+
+    CObjectMemory m_Memory;
+    int m_PreviewDrawn = 0;
+};
+
+class CCommandOperationTranslation : public CCommandOperationTrans {
+    DECLARE_DYNAMIC(CCommandOperationTranslation)
+public:
+    using CCommandOperationTrans::CCommandOperationTrans;
+
+protected:
+    void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) override;
+};
+
+// The objects turn to point along the band: its angle from the x axis is theirs.
+class CCommandOperationRotation : public CCommandOperationTrans {
+    DECLARE_DYNAMIC(CCommandOperationRotation)
+public:
+    using CCommandOperationTrans::CCommandOperationTrans;
+
+protected:
+    void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) override;
+};
+
+// The band is the axis.
+class CCommandOperationMirroring : public CCommandOperationTrans {
+    DECLARE_DYNAMIC(CCommandOperationMirroring)
+public:
+    using CCommandOperationTrans::CCommandOperationTrans;
+
+protected:
+    void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) override;
+};
+
+// A translation that keeps the originals without asking.
+class CCommandOperationCopy : public CCommandOperationTrans {
+    DECLARE_DYNAMIC(CCommandOperationCopy)
+public:
+    using CCommandOperationTrans::CCommandOperationTrans;
+
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+
+protected:
+    void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) override;
+};

@@ -1,0 +1,50 @@
+// CObjectMemory: the restore point of an editing command. Layer: command operations.
+
+#include "ObjectMemory.h"
+
+namespace {
+
+constexpr UINT kMemoryGrow = 1024;
+constexpr int kArchiveBuffer = 4096;
+
+// Where reading begins: at the front. The archive looks at the file's position when it is made.
+CFile* Rewound(CFile& file) {
+    file.Seek(0, CFile::begin);
+    return &file;
+}
+
+} // namespace
+
+CObjectMemory::CObjectMemory() : CMemFile(kMemoryGrow) {}
+
+void CObjectMemory::Store(CDrawable* object) {
+    CArchive ar(this, CArchive::store, kArchiveBuffer);
+    object->Serialize(ar);
+    ar.Close();
+}
+
+void CObjectMemory::Store(const CDrawableArray& objects) {
+    CArchive ar(this, CArchive::store, kArchiveBuffer);
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        objects.GetAt(i)->Serialize(ar);
+    }
+    ar.Close();
+}
+
+void CObjectMemory::Restore(CDrawable* object) {
+    CObjectMemoryReader(*this).Read(object);
+}
+
+void CObjectMemory::Restore(const CDrawableArray& objects) {
+    CObjectMemoryReader reader(*this);
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        reader.Read(objects.GetAt(i));
+    }
+}
+
+CObjectMemoryReader::CObjectMemoryReader(CObjectMemory& memory)
+    : m_Archive(Rewound(memory), CArchive::load, kArchiveBuffer) {}
+
+void CObjectMemoryReader::Read(CDrawable* object) {
+    object->Serialize(m_Archive);
+}

@@ -1,0 +1,32 @@
+// CObjectMemory: the restore point of an editing command: objects write themselves into memory and are read back.
+// Layer: command operations.
+#pragma once
+
+#include "Document.h"
+
+#include <afx.h>
+
+// The objects' own Serialize is the undo, so reading back runs their own rules of loading: the segment colours of a
+// polyline go, a text box narrower than its font is repaired.
+class CObjectMemory : public CMemFile {
+public:
+    CObjectMemory();
+
+    void Store(CDrawable* object);
+    // One after the other, in list order.
+    void Store(const CDrawableArray& objects);
+    // Into the object that was stored, or into another one of its class. Raises CArchiveException when nothing is
+    // there.
+    void Restore(CDrawable* object);
+    void Restore(const CDrawableArray& objects);
+};
+
+// Reads the objects back one by one, from the first.
+class CObjectMemoryReader {
+public:
+    explicit CObjectMemoryReader(CObjectMemory& memory);
+    void Read(CDrawable* object);
+
+private:
+    CArchive m_Archive;
+};

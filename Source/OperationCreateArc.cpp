@@ -1,0 +1,75 @@
+// COperationCreateArc: an arc through three points. Layer: command operations.
+
+#include "OperationCreateArc.h"
+
+#include "Arc.h"
+#include "Document.h"
+#include "MemoryInfo.h"
+
+IMPLEMENT_DYNAMIC(COperationCreateArc, COperationCreateCircle)
+
+CCommandOperation::ResultState COperationCreateArc::OnLButtonDown(unsigned int, CGePoint2d point) {
+    if (m_ClickCount == 0) {
+        m_CenterPoint = point;
+        auto* arc = new CArc;
+        KX_ADD_MEMORY(arc);
+        OnCreateObject(arc);
+        arc->SetCenter(point);
+        Show(arc);
+        m_ArcPoints[0] = point;
+        m_LastPoint = point;
+        ++m_ClickCount;
+        return RS_Continue;
+    }
+    if (m_ClickCount == 1) {
+        m_ArcPoints[1] = point;
+        m_LastPoint = point;
+        ++m_ClickCount;
+        return RS_Continue;
+    }
+    ErasShirrLine();
+    KeepCurrentObject();
+    // Three points on a line end the command all the same: the arc keeps what the last good move gave it, or, without
+    // one, what it was made with.
+    BendTo(point);
+    RequestRedraw();
+    RemoveCurrentObjectAtDocument();
+    return RS_Done;
+}
+
+CCommandOperation::ResultState COperationCreateArc::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    COperationCreateObjAb::OnMouseMove(nFlags, point);
+    ErasShirrLine();
+    switch (m_ClickCount) {
+    case 0:
+        DrawShirrLine(point, point);
+        break;
+    case 1:
+        // The band to the first point is taken off before anyone sees it: only assistant lines stand in this state.
+        // The calls are kept in this order for those who record them.
+        DrawShirrLine(m_CenterPoint, point);
+        ErasShirrLine();
+        DrawShirrLine(point, point);
+        break;
+    default:
+        if (!(m_ArcPoints[1] == m_ArcPoints[0]) && BendTo(point)) {
+            InvertCurrentObject();
+            m_ObjectDrawn = 1;
+        }
+        break;
+    }
+    return RS_Continue;
+}
+
+bool COperationCreateArc::BendTo(const CGePoint2d& third) {
+    if (CArc::Calarc(m_ArcPoints[0], m_ArcPoints[1], third, &m_ArcCenterX, &m_ArcCenterY, &m_ArcRadius,
+                     &m_ArcStartAngle, &m_ArcEndAngle) != 1) {
+        return false;
+    }
+    auto* arc = static_cast<CArc*>(m_pCurrentObject);
+    arc->SetStartAngle(m_ArcStartAngle);
+    arc->SetEndAngle(m_ArcEndAngle);
+    arc->SetCenter(CGePoint2d(m_ArcCenterX, m_ArcCenterY));
+    arc->setRadius(m_ArcRadius);
+    return true;
+}

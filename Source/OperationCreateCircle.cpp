@@ -1,0 +1,100 @@
+// COperationCreateCircle: a circle by centre and radius. Layer: command operations.
+
+#include "OperationCreateCircle.h"
+
+#include "Circle.h"
+#include "Document.h"
+#include "MemoryInfo.h"
+#include "VectorGraphic.h"
+
+#include <cmath>
+
+IMPLEMENT_DYNAMIC(COperationCreateCircle, COperationCreateObjAb)
+
+namespace {
+
+// In single precision from end to end: circles drawn by hand are stored with such a radius.
+double RadiusTo(const CGePoint2d& center, const CGePoint2d& point) {
+    const float dx = static_cast<float>(center.x - point.x);
+    const float dy = static_cast<float>(center.y - point.y);
+    const float squares = dx * dx + dy * dy;
+    return std::sqrt(squares);
+}
+
+} // namespace
+
+// ---- Events --------------------------------------------------------------------------------------------------------
+
+void COperationCreateCircle::Cancel() {
+    // No repaint is asked for: band and outline stay on the window until the next one.
+    DiscardCurrentObject();
+}
+
+CCommandOperation::ResultState COperationCreateCircle::OnLButtonDown(unsigned int, CGePoint2d point) {
+    if (m_ClickCount == 0) {
+        m_CenterPoint = point;
+        auto* circle = new CCircle;
+        KX_ADD_MEMORY(circle);
+        OnCreateObject(circle);
+        circle->SetCenter(point);
+        Show(circle);
+        m_LastPoint = point;
+        m_ClickCount = 1;
+        return RS_Continue;
+    }
+    // The radius stays that of the last move, also where this click lies elsewhere.
+    ErasShirrLine();
+    KeepCurrentObject();
+    RequestRedraw();
+    RemoveCurrentObjectAtDocument();
+    return RS_Done;
+}
+
+CCommandOperation::ResultState COperationCreateCircle::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    COperationCreateObjAb::OnMouseMove(nFlags, point);
+    ErasShirrLine();
+    if (m_ClickCount == 0) {
+        DrawShirrLine(point, point);
+        return RS_Continue;
+    }
+    DrawShirrLine(m_CenterPoint, point);
+    static_cast<CCircle*>(m_pCurrentObject)->setRadius(RadiusTo(m_CenterPoint, point));
+    InvertCurrentObject();
+    m_ObjectDrawn = 1;
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState COperationCreateCircle::OnRButtonDown(unsigned int, CGePoint2d) {
+    if (m_ClickCount >= 1) {
+        Cancel();
+    }
+    return RS_Cancelled;
+}
+
+// ---- The object ----------------------------------------------------------------------------------------------------
+
+void COperationCreateCircle::ErasShirrLine() {
+    CCommandOperation::ErasShirrLine();
+    if (m_ObjectDrawn != 0) {
+        m_ObjectDrawn = 0;
+        InvertCurrentObject();
+    }
+}
+
+void COperationCreateCircle::Show(CDrawable* object) {
+    m_pCurrentObject = object;
+    object->SetDrawState(CDrawable::Dragging);
+    AddCurrentObjectToDocument();
+}
+
+void COperationCreateCircle::InvertCurrentObject() {
+    if (m_pCurrentObject != nullptr) {
+        CClientDC dc(m_pWnd);
+        m_pGraphic->OnDraw(&dc, m_pCurrentObject);
+    }
+}
+
+void COperationCreateCircle::KeepCurrentObject() {
+    m_pDocument->AddDrawAobject(m_pCurrentObject);
+    m_pCurrentObject->SetDrawState(CDrawable::Normal);
+}

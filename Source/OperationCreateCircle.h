@@ -1,0 +1,39 @@
+// COperationCreateCircle: a circle by centre and radius, shown by inversion while it grows.
+// Layer: command operations.
+#pragma once
+
+#include "OperationCreateObjAb.h"
+
+// | m_ClickCount | event        | action                                              | result       |
+// |--------------|--------------|-----------------------------------------------------|--------------|
+// | 0            | move         | marker; a band of no length (assistant lines)       | RS_Continue  |
+// | 0            | left button  | centre; the circle is made and shown                | RS_Continue  |
+// | 1            | move         | marker; band; radius; circle by inversion           | RS_Continue  |
+// | 1            | left button  | the circle of the last move is added                | RS_Done      |
+// | 0            | right button | -                                                   | RS_Cancelled |
+// | 1            | right button | the circle is freed; its outline stays on the window| RS_Cancelled |
+class COperationCreateCircle : public COperationCreateObjAb {
+    DECLARE_DYNAMIC(COperationCreateCircle)
+public:
+    using COperationCreateObjAb::COperationCreateObjAb;
+
+    void Execute() override {}
+    void Cancel() override;
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    // Takes off the band and the object.
+    void ErasShirrLine() override;
+
+protected:
+    // Makes the object its own, in the state Dragging, and shows it.
+    void Show(CDrawable* object);
+    void InvertCurrentObject();
+    // Gives the object to the document, as an ordinary one.
+    void KeepCurrentObject();
+
+    CGePoint2d m_CenterPoint; // The first click.
+    int m_ObjectDrawn = 0;    // The object stands inverted on the window.
+};

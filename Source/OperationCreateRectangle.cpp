@@ -1,0 +1,92 @@
+// COperationCreateRectangle: four lines by two corners. Layer: command operations.
+
+#include "OperationCreateRectangle.h"
+
+#include "Document.h"
+#include "Line.h"
+#include "MemoryInfo.h"
+#include "VectorGraphic.h"
+
+IMPLEMENT_DYNAMIC(COperationCreateRectangle, COperationCreateObjAb)
+
+// ---- Events --------------------------------------------------------------------------------------------------------
+
+void COperationCreateRectangle::Cancel() {
+    // The sides of a rectangle that is broken off are neither added nor freed: that is their required life, and the
+    // leak tracer lists them.
+    DiscardCurrentObject();
+}
+
+CCommandOperation::ResultState COperationCreateRectangle::OnLButtonDown(unsigned int, CGePoint2d point) {
+    m_LastPoint = point;
+    ++m_ClickCount;
+    if (m_ClickCount == 1) {
+        m_FirstCorner = point;
+        TrackGripPoint(m_FirstCorner);
+        for (CLine*& side : m_Lines) {
+            side = new CLine;
+            KX_ADD_MEMORY(side);
+            side->SetDrawState(CDrawable::Dragging);
+        }
+        return RS_Continue;
+    }
+    for (CLine* side : m_Lines) {
+        OnCreateObject(side);
+    }
+    SetSides(point);
+    // Nothing sets the sides back to Normal: they go on being drawn by inversion, with a solid pen, until a selection
+    // changes their state. It is required so: files hold the sides in that state, and look the same when loaded.
+    for (CLine* side : m_Lines) {
+        m_pDocument->AddDrawAobject(side);
+    }
+    RequestRedraw();
+    return RS_Done;
+}
+
+CCommandOperation::ResultState COperationCreateRectangle::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    COperationCreateObjAb::OnMouseMove(nFlags, point);
+    ErasShirrLine();
+    if (m_ClickCount == 0) {
+        DrawShirrLine(point, point);
+        return RS_Continue;
+    }
+    DrawShirrLine(m_FirstCorner, point);
+    SetSides(point);
+    InvertSides();
+    m_PreviewDrawn = 1;
+    return RS_Continue;
+}
+
+CCommandOperation::ResultState COperationCreateRectangle::OnRButtonDown(unsigned int, CGePoint2d) {
+    ErasShirrLine();
+    m_ClickCount = 0;
+    return RS_Cancelled;
+}
+
+// ---- The sides -----------------------------------------------------------------------------------------------------
+
+void COperationCreateRectangle::ErasShirrLine() {
+    // The base's erasure is left out on purpose: the diagonal of a rectangle that is broken off stays on the window
+    // until something else is drawn there.
+    if (m_PreviewDrawn != 0) {
+        m_PreviewDrawn = 0;
+        InvertSides();
+    }
+}
+
+void COperationCreateRectangle::SetSides(const CGePoint2d& corner) {
+    const CGePoint2d b(corner.x, m_FirstCorner.y);
+    const CGePoint2d a(m_FirstCorner.x, corner.y);
+    const CGePoint2d round[kSides + 1] = {m_FirstCorner, b, corner, a, m_FirstCorner};
+    for (int i = 0; i < kSides; ++i) {
+        m_Lines[i]->SetStartPoint(round[i]);
+        m_Lines[i]->SetEndPoint(round[i + 1]);
+    }
+}
+
+void COperationCreateRectangle::InvertSides() {
+    CClientDC dc(m_pWnd);
+    for (CLine* side : m_Lines) {
+        m_pGraphic->OnDraw(&dc, side);
+    }
+}

@@ -1,0 +1,40 @@
+// COperationCreateRectangle: four lines by two corners. A rectangle is not a kind of object.
+// Layer: command operations.
+#pragma once
+
+#include "OperationCreateObjAb.h"
+
+class CLine;
+
+// | m_ClickCount | event        | action                                             | result       |
+// |--------------|--------------|----------------------------------------------------|--------------|
+// | 0            | move         | marker; a band of no length (assistant lines)      | RS_Continue  |
+// | 0            | left button  | first corner; the four sides are made              | RS_Continue  |
+// | 1            | move         | marker; band along the diagonal; sides by inversion| RS_Continue  |
+// | 1            | left button  | the sides are added                                | RS_Done      |
+// | any          | right button | sides off; the diagonal stays on the window        | RS_Cancelled |
+class COperationCreateRectangle : public COperationCreateObjAb {
+    DECLARE_DYNAMIC(COperationCreateRectangle)
+public:
+    using COperationCreateObjAb::COperationCreateObjAb;
+
+    void Execute() override {}
+    void Cancel() override;
+    ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
+    // Takes off the sides and not the band: that one goes with the next band or the next repaint.
+    void ErasShirrLine() override;
+
+private:
+    static constexpr int kSides = 4;
+
+    void SetSides(const CGePoint2d& corner);
+    void InvertSides();
+
+    CGePoint2d m_FirstCorner;
+    CLine* m_Lines[kSides] = {}; // From the first click on; owned until they are given to the document.
+    int m_PreviewDrawn = 0;      // The four sides stand inverted on the window.
+};

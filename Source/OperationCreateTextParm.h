@@ -1,0 +1,14 @@
+// COperationCreateTextParm: a parameter text by one click and a dialog.
+// Layer: command operations.
+#pragma once
+
+#include "OperationCreateText.h"
+
+class COperationCreateTextParm : public COperationCreateText {
+    DECLARE_DYNAMIC(COperationCreateTextParm)
+public:
+    using COperationCreateText::COperationCreateText;
+
+protected:
+    CText* CreateTextObject() override;
+};
