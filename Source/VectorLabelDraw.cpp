@@ -6,7 +6,10 @@
 
 #include <KxBaseClass.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 namespace {
 
@@ -41,6 +44,49 @@ POINT PixelOf(const CGePoint2d& p) {
 
 CGePoint2d Middle(const CGePoint2d& p, const CGePoint2d& q) {
     return CGePoint2d((p.x + q.x) / 2, (p.y + q.y) / 2);
+}
+
+// GDI keeps a region as a list of scan lines, seen or not: the bar of a tick far larger than any window would take
+// seconds and gigabytes. Only such a bar is cut to the rows that can be seen before it becomes a region.
+constexpr double kTallBar = 32768.0;
+constexpr LONG kLastRow = 65536;
+
+// The part of the convex outline with a y not below `limit` (sign 1), or not above it (sign -1).
+void CutRows(std::vector<CGePoint2d>& outline, double limit, double sign) {
+    std::vector<CGePoint2d> kept;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+        const CGePoint2d& p = outline[i];
+        const CGePoint2d& next = outline[(i + 1) % outline.size()];
+        const double before = (p.y - limit) * sign;
+        const double behind = (next.y - limit) * sign;
+        if (before >= 0.0) {
+            kept.push_back(p);
+        }
+        if ((before < 0.0) != (behind < 0.0)) {
+            kept.emplace_back(p.x + (next.x - p.x) * (before / (before - behind)), limit);
+        }
+    }
+    outline.swap(kept);
+}
+
+// The bar between four corners, in pixels.
+void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
+    const auto rows = std::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
+    if (rows.second - rows.first < kTallBar) {
+        const POINT points[4] = {PixelOf(corners[0]), PixelOf(corners[1]), PixelOf(corners[2]), PixelOf(corners[3])};
+        bar.CreatePolygonRgn(points, 4, ALTERNATE);
+        return;
+    }
+    CRect seen;
+    pDC->GetClipBox(&seen);
+    std::vector<CGePoint2d> outline(corners, corners + 4);
+    CutRows(outline, static_cast<double>(std::max(seen.top, -kLastRow)) - 1.0, 1.0);
+    CutRows(outline, static_cast<double>(std::min(seen.bottom, kLastRow)) + 1.0, -1.0);
+    std::vector<POINT> points;
+    for (const CGePoint2d& corner : outline) {
+        points.push_back(PixelOf(corner));
+    }
+    bar.CreatePolygonRgn(points.data(), static_cast<int>(points.size()), ALTERNATE);
 }
 
 } // namespace
@@ -135,9 +181,8 @@ void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p
     LineTo(pDC, q3);
     LineTo(pDC, q1);
     // The inside is white whatever the pen; only the outline has its colour.
-    const POINT points[4] = {PixelOf(q1), PixelOf(q2), PixelOf(q4), PixelOf(q3)};
     CRgn region;
-    region.CreatePolygonRgn(points, 4, ALTERNATE);
+    MakeBar(pDC, region, {q1, q2, q4, q3});
     CBrush brush(RGB(255, 255, 255));
     pDC->FillRgn(&region, &brush);
 }
