@@ -1,4 +1,4 @@
-// The export mark of the library's public classes, and the handle of the library's own module.
+// The export mark of the library's public classes, and the handle of the library's own module for its resources.
 // Layer: base; included by every public header.
 #pragma once
 
@@ -11,4 +11,4 @@
 #endif
 
 // The module that holds the library's cursors, dialogs and menu; null before the library is attached.
-HINSTANCE VectorViewModule();
+NRVECTORVIEW_API HINSTANCE VectorViewModule();
