@@ -2,6 +2,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afxwnd_.h"
+
 class NRAFX_API CWinThread : public CCmdTarget {
     DECLARE_DYNAMIC(CWinThread)
 public:

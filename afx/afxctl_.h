@@ -2,6 +2,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afxwnd_.h"
+
 class NRAFX_API CStatic : public CWnd {
     DECLARE_DYNAMIC(CStatic)
 public:

@@ -3,6 +3,10 @@
 // Layer: afx.
 #pragma once
 
+#include "afxgdi_.h"
+
+class CWnd;
+
 class NRAFX_API CDC : public CObject {
     DECLARE_DYNCREATE(CDC)
 public:

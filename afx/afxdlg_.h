@@ -2,6 +2,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afxwnd_.h"
+
 // One exchange between a window's members and its controls; made by CWnd::UpdateData.
 class NRAFX_API CDataExchange {
 public:

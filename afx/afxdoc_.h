@@ -2,6 +2,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afxtarg_.h"
+
 class NRAFX_API CDocument : public CCmdTarget {
     DECLARE_DYNAMIC(CDocument)
 public:

@@ -3,6 +3,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afx.h"
+
 class CDC;
 
 class NRAFX_API CGdiObject : public CObject {

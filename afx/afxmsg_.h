@@ -3,6 +3,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afx.h"
+
 class CCmdTarget;
 class CWnd;
 class CCmdUI;

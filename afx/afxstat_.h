@@ -3,6 +3,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afx.h"
+
 class CWinApp;
 class CWinThread;
 class CWnd;

@@ -3,6 +3,8 @@
 // Layer: afx.
 #pragma once
 
+#include "afxmsg_.h"
+
 // Anything that answers commands.
 class NRAFX_API CCmdTarget : public CObject {
     DECLARE_DYNAMIC(CCmdTarget)

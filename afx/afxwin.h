@@ -5,8 +5,6 @@
 #include "afx.h"
 #include "afxcoll.h"
 #include "atltypes.h"
-#include <commctrl.h>
-#include <shellapi.h>
 
 #include "afxres.h"
 

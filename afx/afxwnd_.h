@@ -2,6 +2,11 @@
 // Layer: afx.
 #pragma once
 
+#include "afxtarg_.h"
+#include "afxdc_.h"
+#include <commctrl.h>
+#include <shellapi.h>
+
 class CScrollBar;
 class CDataExchange;
 struct CCreateContext;

@@ -1,0 +1,359 @@
+// The thread's message loop, the application, message boxes.
+// Layer: afx.
+#include "HandleMap.h"
+#include "afxdlgs.h"
+
+IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
+IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
+
+// --- the loop without an object ----------------------------------------------------------------------------------
+
+static BOOL PumpOne(MSG& message) {
+    if (::GetMessage(&message, nullptr, 0, 0) <= 0)
+        return FALSE;
+    if (!AfxPreTranslateMessage(&message)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessage(&message);
+    }
+    return TRUE;
+}
+
+BOOL AFXAPI AfxPumpMessage() {
+    if (CWinThread* thread = AfxGetThread())
+        return thread->PumpMessage();
+    MSG message;
+    return PumpOne(message);
+}
+
+BOOL AFXAPI AfxPreTranslateMessage(MSG* pMsg) {
+    if (CWinThread* thread = AfxGetThread())
+        return thread->PreTranslateMessage(pMsg);
+    return CWnd::WalkPreTranslateTree(nullptr, pMsg);
+}
+
+void AFXAPI AfxPostQuitMessage(int nExitCode) {
+    ::PostQuitMessage(nExitCode);
+}
+
+// --- CWinThread --------------------------------------------------------------------------------------------------
+
+CWinThread::CWinThread()
+    : m_pMainWnd(nullptr), m_hThread(::GetCurrentThread()), m_nThreadID(::GetCurrentThreadId()), m_msgCur(),
+      m_ptCursorLast(0, 0), m_nMsgLast(WM_NULL) {
+    AfxState().thread = this;
+}
+
+CWinThread::~CWinThread() {
+    if (AfxThreadState* state = AfxStateIfAny())
+        if (state->thread == this)
+            state->thread = nullptr;
+}
+
+BOOL CWinThread::InitInstance() {
+    return FALSE;
+}
+
+int CWinThread::Run() {
+    bool idle = true;
+    LONG idleCount = 0;
+    for (;;) {
+        // Idle work goes on until it is done or a message comes.
+        while (idle && !::PeekMessage(&m_msgCur, nullptr, 0, 0, PM_NOREMOVE)) {
+            if (!OnIdle(idleCount++))
+                idle = false;
+        }
+        do {
+            if (!PumpMessage())
+                return ExitInstance();
+            if (IsIdleMessage(&m_msgCur)) {
+                idle = true;
+                idleCount = 0;
+            }
+        } while (::PeekMessage(&m_msgCur, nullptr, 0, 0, PM_NOREMOVE));
+    }
+}
+
+BOOL CWinThread::PreTranslateMessage(MSG* pMsg) {
+    CWnd* main = GetMainWnd();
+    if (CWnd::WalkPreTranslateTree(AfxHandleOf(main), pMsg))
+        return TRUE;
+    // The walk from another top-level window, a modeless dialog for one, has not passed the main window.
+    if (main != nullptr && pMsg->hwnd != nullptr) {
+        HWND top = pMsg->hwnd;
+        for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent))
+            top = parent;
+        if (top != main->m_hWnd)
+            return main->PreTranslateMessage(pMsg);
+    }
+    return FALSE;
+}
+
+BOOL CWinThread::PumpMessage() {
+    return PumpOne(m_msgCur);
+}
+
+BOOL CWinThread::OnIdle(LONG lCount) {
+    if (lCount == 0)
+        return TRUE; // more to do
+    AfxDeleteTemporaries();
+    return FALSE;
+}
+
+BOOL CWinThread::IsIdleMessage(MSG* pMsg) {
+    // A mouse that has not moved changes no state; neither do paints, the caret's timer and timers.
+    if (pMsg->message == WM_MOUSEMOVE || pMsg->message == WM_NCMOUSEMOVE) {
+        const CPoint place(static_cast<int>(pMsg->pt.x), static_cast<int>(pMsg->pt.y));
+        if (m_ptCursorLast == place && pMsg->message == m_nMsgLast)
+            return FALSE;
+        m_ptCursorLast = place;
+        m_nMsgLast = pMsg->message;
+        return TRUE;
+    }
+    constexpr UINT caretTimer = 0x0118; // WM_SYSTIMER
+    return pMsg->message != WM_PAINT && pMsg->message != caretTimer;
+}
+
+int CWinThread::ExitInstance() {
+    // The loop has ended with WM_QUIT: its parameter is the exit code.
+    return static_cast<int>(m_msgCur.wParam);
+}
+
+LRESULT CWinThread::ProcessWndProcException(CException*, const MSG* pMsg) {
+    if (pMsg->message == WM_CREATE)
+        return -1; // the window is not made
+    // A window that can't be painted must not ask for it for ever.
+    if (pMsg->message == WM_PAINT)
+        ::ValidateRect(pMsg->hwnd, nullptr);
+    return 0;
+}
+
+CWnd* CWinThread::GetMainWnd() {
+    return m_pMainWnd;
+}
+
+BOOL CWinThread::PostThreadMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::PostThreadMessage(m_nThreadID, message, wParam, lParam);
+}
+
+// --- CWinApp -----------------------------------------------------------------------------------------------------
+
+CWinApp::CWinApp(LPCTSTR lpszAppName)
+    : m_hInstance(::GetModuleHandle(nullptr)), m_lpCmdLine(nullptr), m_nCmdShow(SW_SHOWNORMAL),
+      m_pszAppName(lpszAppName), m_pszExeName(m_szExeName), m_nWaitCursorCount(0), m_hcurWaitCursorRestore(nullptr) {
+    AFX_MODULE_STATE* state = AfxGetModuleState();
+    ::lstrcpyn(m_szExeName, AfxGetAppName(), MAX_PATH);
+    state->m_pCurrentWinApp = this;
+    if (lpszAppName == nullptr)
+        m_pszAppName = m_szExeName;
+    state->m_lpszCurrentAppName = m_pszAppName;
+}
+
+CWinApp::~CWinApp() {
+    AFX_MODULE_STATE* state = AfxGetAppModuleState();
+    if (state->m_pCurrentWinApp == this) {
+        state->m_pCurrentWinApp = nullptr;
+        state->m_lpszCurrentAppName = nullptr;
+    }
+}
+
+BOOL CWinApp::InitApplication() {
+    return TRUE;
+}
+
+BOOL CWinApp::InitInstance() {
+    return TRUE;
+}
+
+int CWinApp::Run() {
+    // Nothing would ever end the loop of a program that has shown no window.
+    if (m_pMainWnd == nullptr)
+        AfxPostQuitMessage(0);
+    return CWinThread::Run();
+}
+
+BOOL CWinApp::OnIdle(LONG lCount) {
+    return CWinThread::OnIdle(lCount);
+}
+
+int CWinApp::ExitInstance() {
+    return CWinThread::ExitInstance();
+}
+
+LRESULT CWinApp::ProcessWndProcException(CException* e, const MSG* pMsg) {
+    const LRESULT result = CWinThread::ProcessWndProcException(e, pMsg);
+    if (pMsg->message == WM_CREATE)
+        return result; // who made the window sees that it failed
+    const bool command = pMsg->message == WM_COMMAND && pMsg->lParam == 0;
+    // Who threw a user exception has told the user already.
+    if (!e->IsKindOf(RUNTIME_CLASS(CUserException)))
+        e->ReportError(MB_ICONEXCLAMATION | MB_TASKMODAL, command ? AFX_IDP_COMMAND_FAILURE : AFX_IDP_INTERNAL_FAILURE);
+    return pMsg->message == WM_COMMAND ? TRUE : result;
+}
+
+int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
+    if ((nType & MB_ICONMASK) == 0)
+        nType |= MB_ICONEXCLAMATION;
+    // Owned by the window that the user works in, with its open popup in front.
+    HWND owner = ::GetActiveWindow();
+    if (owner == nullptr && m_pMainWnd != nullptr)
+        owner = m_pMainWnd->m_hWnd;
+    if (owner != nullptr)
+        owner = ::GetLastActivePopup(owner);
+    else if ((nType & MB_SYSTEMMODAL) == 0)
+        nType |= MB_TASKMODAL;
+    return ::MessageBox(owner, lpszPrompt, m_pszAppName, nType);
+}
+
+void CWinApp::DoWaitCursor(int nCode) {
+    m_nWaitCursorCount += nCode;
+    if (m_nWaitCursorCount > 0) {
+        const HCURSOR before = ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
+        if (nCode > 0 && m_nWaitCursorCount == 1)
+            m_hcurWaitCursorRestore = before;
+    } else {
+        m_nWaitCursorCount = 0;
+        if (nCode < 0)
+            ::SetCursor(m_hcurWaitCursorRestore);
+    }
+}
+
+BOOL CWinApp::DoPromptFileName(CString& fileName, UINT nIDSTitle, DWORD lFlags, BOOL bOpenFileDialog) {
+    CFileDialog dialog(bOpenFileDialog);
+    CString title, all;
+    title.LoadString(nIDSTitle);
+    all.LoadString(AFX_IDS_ALLFILTER);
+    // The pairs of a filter are parted, and the whole ended, by zeros.
+    CString filter = all;
+    filter += _T('\0');
+    filter += _T("*.*");
+    filter += _T('\0');
+    dialog.m_ofn.Flags |= lFlags;
+    dialog.m_ofn.lpstrFilter = filter;
+    dialog.m_ofn.lpstrTitle = title;
+    dialog.m_ofn.lpstrFile = fileName.GetBuffer(MAX_PATH);
+    dialog.m_ofn.nMaxFile = MAX_PATH;
+    const INT_PTR result = dialog.DoModal();
+    fileName.ReleaseBuffer();
+    return result == IDOK;
+}
+
+HCURSOR CWinApp::LoadCursor(LPCTSTR lpszResourceName) const {
+    return ::LoadCursor(AfxFindResourceHandle(lpszResourceName, RT_GROUP_CURSOR), lpszResourceName);
+}
+
+HCURSOR CWinApp::LoadCursor(UINT nIDResource) const {
+    return LoadCursor(MAKEINTRESOURCE(nIDResource));
+}
+
+HCURSOR CWinApp::LoadStandardCursor(LPCTSTR lpszCursorName) const {
+    return ::LoadCursor(nullptr, lpszCursorName);
+}
+
+HICON CWinApp::LoadIcon(LPCTSTR lpszResourceName) const {
+    return ::LoadIcon(AfxFindResourceHandle(lpszResourceName, RT_GROUP_ICON), lpszResourceName);
+}
+
+HICON CWinApp::LoadIcon(UINT nIDResource) const {
+    return LoadIcon(MAKEINTRESOURCE(nIDResource));
+}
+
+HICON CWinApp::LoadStandardIcon(LPCTSTR lpszIconName) const {
+    return ::LoadIcon(nullptr, lpszIconName);
+}
+
+// --- starting ----------------------------------------------------------------------------------------------------
+
+BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPTSTR lpCmdLine, int nCmdShow) {
+    AFX_MODULE_STATE* state = AfxGetAppModuleState();
+    if (hInstance == nullptr)
+        hInstance = ::GetModuleHandle(nullptr);
+    state->m_hCurrentInstanceHandle = hInstance;
+    state->m_hCurrentResourceHandle = hInstance;
+    CWinApp* app = AfxGetApp();
+    if (app == nullptr)
+        return TRUE;
+    if (lpCmdLine == nullptr) {
+        // Behind the program's name, which may stand in quotes.
+        lpCmdLine = ::GetCommandLine();
+        const bool quoted = *lpCmdLine == _T('"');
+        if (quoted)
+            ++lpCmdLine;
+        while (*lpCmdLine != 0 && (quoted ? *lpCmdLine != _T('"') : *lpCmdLine > _T(' ')))
+            ++lpCmdLine;
+        if (quoted && *lpCmdLine != 0)
+            ++lpCmdLine;
+        while (*lpCmdLine != 0 && *lpCmdLine <= _T(' '))
+            ++lpCmdLine;
+    }
+    app->m_hInstance = hInstance;
+    app->m_lpCmdLine = lpCmdLine;
+    app->m_nCmdShow = nCmdShow;
+    return TRUE;
+}
+
+int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPTSTR lpCmdLine, int nCmdShow) {
+    if (!AfxWinInit(hInstance, hPrevInstance, lpCmdLine, nCmdShow))
+        return -1;
+    CWinApp* app = AfxGetApp();
+    if (app == nullptr || !app->InitApplication()) {
+        AfxWinTerm();
+        return -1;
+    }
+    int result = 0;
+    if (app->InitInstance()) {
+        result = app->Run();
+    } else {
+        if (app->m_pMainWnd != nullptr)
+            app->m_pMainWnd->DestroyWindow();
+        result = app->ExitInstance();
+    }
+    AfxWinTerm();
+    return result;
+}
+
+void AFXAPI AfxWinTerm() {
+    AfxDeleteTemporaries();
+}
+
+// --- message boxes -----------------------------------------------------------------------------------------------
+
+int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType, UINT nIDHelp) {
+    if (CWinApp* app = AfxGetApp())
+        return app->DoMessageBox(lpszText, nType, nIDHelp);
+    if ((nType & MB_ICONMASK) == 0)
+        nType |= MB_ICONEXCLAMATION;
+    const HWND active = ::GetActiveWindow();
+    return ::MessageBox(active, lpszText, AfxGetAppName(), active == nullptr ? nType | MB_TASKMODAL : nType);
+}
+
+int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp) {
+    CString text;
+    text.LoadString(nIDPrompt);
+    return AfxMessageBox(text, nType, nIDHelp == static_cast<UINT>(-1) ? nIDPrompt : nIDHelp);
+}
+
+static void Substitute(CString& result, UINT id, LPCTSTR const* texts, int count) {
+    CString format;
+    format.LoadString(id);
+    result.Empty();
+    for (int i = 0; i < format.GetLength(); ++i) {
+        const int which = format[i] == _T('%') && i + 1 < format.GetLength() ? format[i + 1] - _T('1') : -1;
+        if (which >= 0 && which < count) {
+            if (texts[which] != nullptr)
+                result += texts[which];
+            ++i;
+        } else {
+            result += format[i];
+        }
+    }
+}
+
+void AFXAPI AfxFormatString1(CString& rString, UINT nIDS, LPCTSTR lpsz1) {
+    const LPCTSTR texts[] = {lpsz1};
+    Substitute(rString, nIDS, texts, 1);
+}
+
+void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCTSTR lpsz1, LPCTSTR lpsz2) {
+    const LPCTSTR texts[] = {lpsz1, lpsz2};
+    Substitute(rString, nIDS, texts, 2);
+}

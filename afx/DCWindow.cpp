@@ -1,0 +1,67 @@
+// Device contexts of windows, for the life of an object, and of metafiles.
+// Layer: afx.
+#include "HandleMap.h"
+
+IMPLEMENT_DYNAMIC(CClientDC, CDC)
+IMPLEMENT_DYNAMIC(CWindowDC, CDC)
+IMPLEMENT_DYNAMIC(CPaintDC, CDC)
+IMPLEMENT_DYNAMIC(CMetaFileDC, CDC)
+
+CClientDC::CClientDC(CWnd* pWnd) : m_hWnd(AfxHandleOf(pWnd)) {
+    if (!Attach(::GetDC(m_hWnd)))
+        AfxThrowResourceException();
+}
+
+CClientDC::~CClientDC() {
+    if (m_hDC != nullptr)
+        ::ReleaseDC(m_hWnd, Detach());
+}
+
+CWindowDC::CWindowDC(CWnd* pWnd) : m_hWnd(AfxHandleOf(pWnd)) {
+    if (!Attach(::GetWindowDC(m_hWnd)))
+        AfxThrowResourceException();
+}
+
+CWindowDC::~CWindowDC() {
+    if (m_hDC != nullptr)
+        ::ReleaseDC(m_hWnd, Detach());
+}
+
+CPaintDC::CPaintDC(CWnd* pWnd) : m_ps(), m_hWnd(AfxHandleOf(pWnd)) {
+    if (!Attach(::BeginPaint(m_hWnd, &m_ps)))
+        AfxThrowResourceException();
+}
+
+CPaintDC::~CPaintDC() {
+    // EndPaint also when somebody took the context: the update region and the caret wait for it.
+    Detach();
+    ::EndPaint(m_hWnd, &m_ps);
+}
+
+CMetaFileDC::~CMetaFileDC() {
+    // A metafile that nobody closed is thrown away.
+    if (m_hDC != nullptr) {
+        if (::GetObjectType(m_hDC) == OBJ_ENHMETADC)
+            ::DeleteEnhMetaFile(CloseEnhanced());
+        else
+            ::DeleteMetaFile(Close());
+    }
+}
+
+BOOL CMetaFileDC::Create(LPCTSTR lpszFilename) {
+    const BOOL done = Attach(::CreateMetaFile(lpszFilename));
+    m_hAttribDC = nullptr; // the old kind answers no queries
+    return done;
+}
+
+BOOL CMetaFileDC::CreateEnhanced(CDC* pDCRef, LPCTSTR lpszFileName, LPCRECT lpBounds, LPCTSTR lpszDescription) {
+    return Attach(::CreateEnhMetaFile(AfxHandleOf(pDCRef), lpszFileName, lpBounds, lpszDescription));
+}
+
+HMETAFILE CMetaFileDC::Close() {
+    return ::CloseMetaFile(Detach());
+}
+
+HENHMETAFILE CMetaFileDC::CloseEnhanced() {
+    return ::CloseEnhMetaFile(Detach());
+}

@@ -1,0 +1,169 @@
+// The table from Windows handles to the objects that stand for them, and the layer's state of one thread.
+// Internal to nrafx.dll. Layer: afx.
+#pragma once
+
+#include "afxwin.h"
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+// Open addressing with linear probing; nothing is allocated per entry. A permanent entry belongs to its object,
+// which takes it out again. Temporary objects belong to the map: they go at the thread's next idle time.
+template <class T>
+class HandleMap {
+public:
+    HandleMap() : m_entries(64) {}
+    HandleMap(const HandleMap&) = delete;
+    HandleMap& operator=(const HandleMap&) = delete;
+
+    struct Entry {
+        void* handle = nullptr;
+        T* object = nullptr;
+        bool temporary = false;
+    };
+
+    Entry* Find(const void* handle) {
+        for (size_t i = Home(handle);; i = Next(i)) {
+            if (m_entries[i].handle == handle)
+                return &m_entries[i];
+            if (m_entries[i].handle == nullptr)
+                return nullptr;
+        }
+    }
+    T* Permanent(const void* handle) {
+        const Entry* entry = Find(handle);
+        return entry != nullptr && !entry->temporary ? entry->object : nullptr;
+    }
+    // A temporary object that stood for the handle is kept until idle time, but found no more.
+    void Set(void* handle, T* object, bool temporary) {
+        size_t i = Home(handle);
+        while (m_entries[i].handle != nullptr && m_entries[i].handle != handle)
+            i = Next(i);
+        Entry& entry = m_entries[i];
+        if (entry.handle == handle) {
+            if (entry.temporary)
+                m_retired.push_back(entry.object);
+        } else if (2 * ++m_count > m_entries.size()) {
+            Grow();
+            --m_count;
+            Set(handle, object, temporary);
+            return;
+        }
+        entry = {handle, object, temporary};
+        m_temporaries += temporary ? 1 : 0;
+    }
+    // Takes the entry out if it is the object's; a temporary object stays alive until idle time.
+    void Remove(const void* handle, const T* object) {
+        Entry* entry = Find(handle);
+        if (entry == nullptr || entry->object != object)
+            return;
+        if (entry->temporary)
+            m_retired.push_back(entry->object);
+        Erase(static_cast<size_t>(entry - m_entries.data()));
+    }
+    // Deletes the temporary objects; release must part each from its handle first.
+    template <class Release>
+    void DeleteTemporaries(Release release) {
+        if (m_temporaries == 0)
+            return;
+        std::vector<T*> doomed;
+        doomed.swap(m_retired);
+        std::vector<Entry> kept;
+        for (const Entry& entry : m_entries) {
+            if (entry.handle == nullptr)
+                continue;
+            if (entry.temporary)
+                doomed.push_back(entry.object);
+            else
+                kept.push_back(entry);
+        }
+        m_entries.assign(m_entries.size(), Entry());
+        m_count = 0;
+        m_temporaries = 0;
+        for (const Entry& entry : kept)
+            Set(entry.handle, entry.object, false);
+        for (T* object : doomed) {
+            release(object);
+            delete object;
+        }
+    }
+
+private:
+    size_t Home(const void* handle) const {
+        const uint64_t mixed = reinterpret_cast<uintptr_t>(handle) * 0x9E3779B97F4A7C15u;
+        return static_cast<size_t>(mixed >> 32) & (m_entries.size() - 1);
+    }
+    size_t Next(size_t i) const { return (i + 1) & (m_entries.size() - 1); }
+    void Erase(size_t hole) {
+        for (size_t i = Next(hole); m_entries[i].handle != nullptr; i = Next(i)) {
+            const size_t home = Home(m_entries[i].handle);
+            // The entry may move back into the hole unless its home lies behind it.
+            const bool stays = hole < i ? hole < home && home <= i : hole < home || home <= i;
+            if (stays)
+                continue;
+            m_entries[hole] = m_entries[i];
+            hole = i;
+        }
+        m_entries[hole] = Entry();
+        --m_count;
+    }
+    void Grow() {
+        std::vector<Entry> old(m_entries.size() * 2);
+        old.swap(m_entries);
+        for (const Entry& entry : old) {
+            if (entry.handle == nullptr)
+                continue;
+            size_t i = Home(entry.handle);
+            while (m_entries[i].handle != nullptr)
+                i = Next(i);
+            m_entries[i] = entry;
+        }
+    }
+
+    std::vector<Entry> m_entries; // their number is a power of two, at least twice the entries in use
+    std::vector<T*> m_retired;
+    size_t m_count = 0;
+    size_t m_temporaries = 0; // how many were made since the last idle time
+};
+
+// What the layer keeps for each thread.
+struct AfxThreadState {
+    HandleMap<CWnd> windows;
+    HandleMap<CDC> contexts;
+    HandleMap<CMenu> menus;
+    HandleMap<CGdiObject> gdi;
+    MSG message = {};                        // the message being handled
+    int depth = 0;                           // nesting of window procedures
+    CWnd* created = nullptr;                 // gets the next window that is made
+    HHOOK createHook = nullptr;              //
+    HWND lockedOut = nullptr;                // its controls' notifications are ignored: an exchange is running
+    AFX_MODULE_STATE* moduleState = nullptr; // null: the application's
+    CWinThread* thread = nullptr;
+};
+
+AfxThreadState& AfxState();
+// The state of the thread if it has one: for destructors, which may run when all is over.
+AfxThreadState* AfxStateIfAny();
+void AfxDeleteTemporaries(); // unless a window procedure is on the stack
+
+inline HGDIOBJ AfxHandleOf(const CGdiObject* object) {
+    return object == nullptr ? nullptr : object->m_hObject;
+}
+inline HWND AfxHandleOf(const CWnd* window) {
+    return window == nullptr ? nullptr : window->m_hWnd;
+}
+inline HDC AfxHandleOf(const CDC* dc) {
+    return dc == nullptr ? nullptr : dc->m_hDC;
+}
+inline HMENU AfxHandleOf(const CMenu* menu) {
+    return menu == nullptr ? nullptr : menu->m_hMenu;
+}
+
+HINSTANCE AfxLayerInstance(); // nrafx.dll itself
+
+// The next window that this thread makes belongs to the object. Unhooking tells whether one was made.
+void AfxHookWindowCreate(CWnd* pWnd);
+BOOL AfxUnhookWindowCreate();
+
+// Reports what a handler has thrown, deletes it and gives the message's result in its place.
+LRESULT AfxReportHandlerException(CException* e, const MSG& message);
