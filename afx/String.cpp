@@ -248,6 +248,8 @@ template <typename T>
 int CStringT<T>::Find(PCXSTR pszSub, int iStart) const {
     if (pszSub == NULL || iStart < 0 || iStart > GetLength())
         return -1;
+    if (pszSub[0] == 0)
+        return iStart; // C runtimes disagree about an empty text in an empty one
     const T* pszFound = FindText(m_pszData + iStart, pszSub);
     return pszFound == NULL ? -1 : static_cast<int>(pszFound - m_pszData);
 }
