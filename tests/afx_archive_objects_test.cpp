@@ -329,17 +329,20 @@ TEST(AfxArchiveObjects, ACycleComesBackAsACycle) {
     });
 }
 
-TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
+// Links nested to this depth, without the end of the innermost.
+Bytes Nested(int depth) {
     Bytes bytes = Record("CLink", 2);
-    for (int i = 0; i < 300000; ++i)
-        Append(bytes, {0x01, 0x80});
-    EXPECT_EQ(Cause(bytes, 1), CArchiveException::genericException);
+    for (int i = 1; i < depth; ++i) {
+        bytes.push_back(0x01);
+        bytes.push_back(0x80);
+    }
+    return bytes;
+}
+
+TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
+    EXPECT_EQ(Cause(Nested(300000), 1), CArchiveException::genericException);
     // Five hundred are fine.
-    bytes = Record("CLink", 2);
-    for (int i = 0; i < 499; ++i)
-        Append(bytes, {0x01, 0x80});
-    Append(bytes, {0, 0});
-    Load(bytes, [](CArchive& ar) {
+    Load(Joined({Nested(500), {0, 0}}), [](CArchive& ar) {
         CObject* ob = ar.ReadObject(NULL);
         int depth = 0;
         while (ob != NULL) {
@@ -353,40 +356,42 @@ TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
 }
 
 TEST(AfxArchiveObjects, NumbersFrom7FFFOnAreWrittenInThirtyTwoBits) {
-    // Class 1, objects 2 to 0x7FFE in short form; then a class, an object and references above the limit.
-    std::vector<std::unique_ptr<CFixed>> many;
-    for (int i = 2; i <= 0x7FFE; ++i)
-        many.push_back(std::make_unique<CFixed>());
-    CFixed high;
+    // Class 1 and object 2; then numbers are taken without a byte written, up to 0x7FFD.
+    CFixed first, last, high, filler;
     CDot dot(6), dot2(7);
     const Bytes bytes = Stored([&](CArchive& ar) {
-        for (const auto& ob : many)
-            ar.WriteObject(ob.get());
-        ar.WriteObject(&high);             // object 0x7FFF, class 1 still short
-        ar.WriteObject(&dot);              // class 0x8000, object 0x8001
-        ar.WriteObject(&dot2);             // of class 0x8000, object 0x8002
-        ar.WriteObject(many.back().get()); // 0x7FFE
-        ar.WriteObject(&high);             // 0x7FFF
-        ar.WriteObject(&dot);              // 0x8001
+        ar.WriteObject(&first);
+        for (int i = 3; i <= 0x7FFD; ++i)
+            ar.MapObject(&filler);
+        ar.WriteObject(&last); // object 0x7FFE, the last that a short tag can name
+        ar.WriteObject(&high); // object 0x7FFF; class 1 is still short
+        ar.WriteObject(&dot);  // class 0x8000, object 0x8001
+        ar.WriteObject(&dot2); // of class 0x8000, object 0x8002
+        ar.WriteObject(&last);
+        ar.WriteObject(&high);
+        ar.WriteObject(&dot);
     });
-    const size_t tail = 12 + (many.size() - 1) * 2;
-    const Bytes expected = Joined({{0x01, 0x80},
-                                   Record("CDot", 5),
-                                   {6, 0, 0, 0},
-                                   {0xFF, 0x7F, 0x00, 0x80, 0x00, 0x80, 7, 0, 0, 0},
-                                   {0xFE, 0x7F},
-                                   {0xFF, 0x7F, 0xFF, 0x7F, 0x00, 0x00},
-                                   {0xFF, 0x7F, 0x01, 0x80, 0x00, 0x00}});
-    ASSERT_EQ(bytes.size(), tail + expected.size());
-    EXPECT_EQ(Bytes(bytes.begin() + static_cast<ptrdiff_t>(tail), bytes.end()), expected);
+    EXPECT_EQ(bytes, Joined({Record("CFixed", 3),
+                             {0x01, 0x80},
+                             {0x01, 0x80},
+                             Record("CDot", 5),
+                             {6, 0, 0, 0},
+                             {0xFF, 0x7F, 0x00, 0x80, 0x00, 0x80, 7, 0, 0, 0},
+                             {0xFE, 0x7F},
+                             {0xFF, 0x7F, 0xFF, 0x7F, 0x00, 0x00},
+                             {0xFF, 0x7F, 0x01, 0x80, 0x00, 0x00}}));
     Load(bytes, [&](CArchive& ar) {
-        std::vector<std::unique_ptr<CObject>> back;
-        for (size_t i = 0; i < many.size() + 3; ++i)
-            back.emplace_back(ar.ReadObject(NULL));
-        EXPECT_EQ(static_cast<CDot*>(back[many.size() + 2].get())->value, 7);
-        EXPECT_EQ(ar.ReadObject(NULL), back[many.size() - 1].get());
-        EXPECT_EQ(ar.ReadObject(NULL), back[many.size()].get());
-        EXPECT_EQ(ar.ReadObject(NULL), back[many.size() + 1].get());
+        std::unique_ptr<CObject> firstBack(ar.ReadObject(NULL));
+        for (int i = 3; i <= 0x7FFD; ++i)
+            ar.MapObject(&filler);
+        std::unique_ptr<CObject> lastBack(ar.ReadObject(NULL));
+        std::unique_ptr<CObject> highBack(ar.ReadObject(NULL));
+        std::unique_ptr<CObject> dotBack(ar.ReadObject(NULL));
+        std::unique_ptr<CObject> dot2Back(ar.ReadObject(NULL));
+        EXPECT_EQ(static_cast<CDot*>(dot2Back.get())->value, 7);
+        EXPECT_EQ(ar.ReadObject(NULL), lastBack.get());
+        EXPECT_EQ(ar.ReadObject(NULL), highBack.get());
+        EXPECT_EQ(ar.ReadObject(NULL), dotBack.get());
     });
 }
 
