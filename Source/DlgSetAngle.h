@@ -1,10 +1,11 @@
-// CDlgSetAngle: the modal dialog that asks for an angle. The library has no template for it: a host that offers
-// "rotatetext" supplies number 134 with an edit box 1002, IDOK and IDCANCEL; without one DoModal gives -1.
+// CDlgSetAngle: the modal dialog that asks for an angle.
 // Layer: command operations.
 #pragma once
 
 #include <afxwin.h>
 
+// The library has no template for it: a host that offers "rotatetext" supplies number 134 with an edit box 1002, IDOK
+// and IDCANCEL; without one DoModal gives -1.
 class CDlgSetAngle : public CDialog {
     DECLARE_DYNAMIC(CDlgSetAngle)
 public:
