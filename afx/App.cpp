@@ -186,7 +186,7 @@ LRESULT CWinApp::ProcessWndProcException(CException* e, const MSG* pMsg) {
     const bool command = pMsg->message == WM_COMMAND && pMsg->lParam == 0;
     // Who threw a user exception has told the user already.
     if (!e->IsKindOf(RUNTIME_CLASS(CUserException)))
-        e->ReportError(MB_ICONEXCLAMATION | MB_TASKMODAL, command ? AFX_IDP_COMMAND_FAILURE : AFX_IDP_INTERNAL_FAILURE);
+        e->ReportError(MB_ICONEXCLAMATION, command ? AFX_IDP_COMMAND_FAILURE : AFX_IDP_INTERNAL_FAILURE);
     return pMsg->message == WM_COMMAND ? TRUE : result;
 }
 
@@ -199,8 +199,6 @@ int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
         owner = m_pMainWnd->m_hWnd;
     if (owner != nullptr)
         owner = ::GetLastActivePopup(owner);
-    else if ((nType & MB_SYSTEMMODAL) == 0)
-        nType |= MB_TASKMODAL;
     return ::MessageBox(owner, lpszPrompt, m_pszAppName, nType);
 }
 
@@ -322,8 +320,7 @@ int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType, UINT nIDHelp) {
         return app->DoMessageBox(lpszText, nType, nIDHelp);
     if ((nType & MB_ICONMASK) == 0)
         nType |= MB_ICONEXCLAMATION;
-    const HWND active = ::GetActiveWindow();
-    return ::MessageBox(active, lpszText, AfxGetAppName(), active == nullptr ? nType | MB_TASKMODAL : nType);
+    return ::MessageBox(::GetActiveWindow(), lpszText, AfxGetAppName(), nType);
 }
 
 int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp) {

@@ -51,7 +51,7 @@ LRESULT AfxReportHandlerException(CException* e, const MSG& message) {
         // A window that can't be painted must not ask for it for ever.
         if (message.message == WM_PAINT)
             ::ValidateRect(message.hwnd, nullptr);
-        e->ReportError(MB_ICONEXCLAMATION | MB_TASKMODAL, AFX_IDP_INTERNAL_FAILURE);
+        e->ReportError(MB_ICONEXCLAMATION, AFX_IDP_INTERNAL_FAILURE);
     }
     e->Delete();
     return result;
