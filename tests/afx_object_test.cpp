@@ -95,4 +95,25 @@ TEST(AfxObject, AClassLeavesTheListWithItsModule) {
     EXPECT_EQ(CRuntimeClass::FromName("CStoredThing"), RUNTIME_CLASS(CStoredThing));
 }
 
+TEST(AfxObject, ClassesOfAnExtensionModuleAreFoundWhileItIsLinkedIn) {
+    HMODULE extension = LoadLibraryW(L"afx_test_extension.dll");
+    ASSERT_NE(extension, nullptr);
+    const auto link = reinterpret_cast<void (*)(HMODULE)>(GetProcAddress(extension, "LinkExtension"));
+    const auto unlink = reinterpret_cast<void (*)()>(GetProcAddress(extension, "UnlinkExtension"));
+    ASSERT_TRUE(link && unlink);
+    EXPECT_EQ(CRuntimeClass::FromName("CExtensionThing"), nullptr);
+    link(extension);
+    CRuntimeClass* record = CRuntimeClass::FromName("CExtensionThing");
+    ASSERT_NE(record, nullptr);
+    std::unique_ptr<CObject> thing(record->CreateObject());
+    ASSERT_NE(thing, nullptr);
+    EXPECT_STREQ(thing->GetRuntimeClass()->m_lpszClassName, "CExtensionThing");
+    thing.reset();
+    unlink();
+    EXPECT_EQ(CRuntimeClass::FromName("CExtensionThing"), nullptr);
+    EXPECT_TRUE(FreeLibrary(extension));
+    EXPECT_EQ(CRuntimeClass::FromName("CExtensionThing"), nullptr);
+    EXPECT_EQ(CRuntimeClass::FromName("CStoredThing"), RUNTIME_CLASS(CStoredThing));
+}
+
 } // namespace
