@@ -67,3 +67,8 @@ private:
 CHostApp theApp;
 
 } // namespace
+
+// The layer takes the command line from the process, in its wide form.
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE former, LPSTR, int show) {
+    return AfxWinMain(instance, former, nullptr, show);
+}

@@ -144,11 +144,17 @@ void CHostFrame::OnFileOpen() {
     }
 }
 
-void CHostFrame::OnFileSave() { Save(); }
+void CHostFrame::OnFileSave() {
+    Save();
+}
 
-void CHostFrame::OnFileSaveAs() { SaveAs(); }
+void CHostFrame::OnFileSaveAs() {
+    SaveAs();
+}
 
-void CHostFrame::OnFileExit() { PostMessage(WM_CLOSE); }
+void CHostFrame::OnFileExit() {
+    PostMessage(WM_CLOSE);
+}
 
 void CHostFrame::OnClose() {
     if (MayDiscard()) {

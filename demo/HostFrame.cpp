@@ -47,26 +47,26 @@ CString FormatCoordinate(double value, double unitsPerPixel) {
 } // namespace
 
 BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
-ON_WM_CREATE()
-ON_WM_SIZE()
-ON_WM_SETFOCUS()
-ON_WM_CLOSE()
-ON_WM_DESTROY()
-ON_WM_INITMENUPOPUP()
-ON_COMMAND(ID_FILE_NEW, OnFileNew)
-ON_COMMAND(ID_FILE_OPEN, OnFileOpen)
-ON_COMMAND(ID_FILE_SAVE, OnFileSave)
-ON_COMMAND(ID_FILE_SAVE_AS, OnFileSaveAs)
-ON_COMMAND(ID_APP_EXIT, OnFileExit)
-ON_COMMAND(ID_HOST_ZOOM_ALL, OnZoomAll)
-ON_COMMAND(ID_HOST_ORTHO, OnOrtho)
-ON_COMMAND(ID_HOST_BREAK_OFF, OnBreakOff)
-ON_COMMAND(ID_HOST_DESELECT, OnDeselect)
-ON_COMMAND(ID_HOST_ERASE, OnErase)
-ON_COMMAND(ID_HOST_ABOUT, OnAbout)
-ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, OnSnap)
-ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, OnBackground)
-ON_COMMAND_RANGE(ID_HOST_COMMAND_FIRST, ID_HOST_COMMAND_LAST, OnRunCommand)
+    ON_WM_CREATE()
+    ON_WM_SIZE()
+    ON_WM_SETFOCUS()
+    ON_WM_CLOSE()
+    ON_WM_DESTROY()
+    ON_WM_INITMENUPOPUP()
+    ON_COMMAND(ID_FILE_NEW, OnFileNew)
+    ON_COMMAND(ID_FILE_OPEN, OnFileOpen)
+    ON_COMMAND(ID_FILE_SAVE, OnFileSave)
+    ON_COMMAND(ID_FILE_SAVE_AS, OnFileSaveAs)
+    ON_COMMAND(ID_APP_EXIT, OnFileExit)
+    ON_COMMAND(ID_HOST_ZOOM_ALL, OnZoomAll)
+    ON_COMMAND(ID_HOST_ORTHO, OnOrtho)
+    ON_COMMAND(ID_HOST_BREAK_OFF, OnBreakOff)
+    ON_COMMAND(ID_HOST_DESELECT, OnDeselect)
+    ON_COMMAND(ID_HOST_ERASE, OnErase)
+    ON_COMMAND(ID_HOST_ABOUT, OnAbout)
+    ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, OnSnap)
+    ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, OnBackground)
+    ON_COMMAND_RANGE(ID_HOST_COMMAND_FIRST, ID_HOST_COMMAND_LAST, OnRunCommand)
 END_MESSAGE_MAP()
 
 // ---- Construction
@@ -82,8 +82,8 @@ CHostFrame::~CHostFrame() {
 
 BOOL CHostFrame::CreateFrame() {
     const HICON icon = AfxGetApp()->LoadIcon(IDI_DEMO);
-    const LPCTSTR className = AfxRegisterWndClass(0, ::LoadCursorW(nullptr, IDC_ARROW),
-                                                  reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
+    const LPCTSTR className =
+        AfxRegisterWndClass(0, ::LoadCursorW(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
     RECT work = {0, 0, 1280, 800};
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     const int width = std::min(1120L, work.right - work.left);
@@ -213,10 +213,9 @@ void CHostFrame::SetItemIcon(CMenu& menu, UINT id, UINT icon) {
 }
 
 void CHostFrame::MakeToolbar() {
-    m_toolbar = ::CreateWindowExW(0, TOOLBARCLASSNAMEW, L"",
-                                  WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS, 0, 0, 0, 0,
-                                  m_hWnd, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_HOST_TOOLBAR)),
-                                  AfxGetInstanceHandle(), nullptr);
+    m_toolbar = ::CreateWindowExW(
+        0, TOOLBARCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS, 0, 0, 0,
+        0, m_hWnd, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_HOST_TOOLBAR)), AfxGetInstanceHandle(), nullptr);
     if (m_toolbar == nullptr) {
         return;
     }
@@ -251,7 +250,8 @@ void CHostFrame::MakeToolbar() {
             separate();
         }
         // Of the rows of one family, which follow each other, the first stands for all.
-        if (row.icon != lastIcon && !(row.menu == CommandMenu::Edit && (row.icon == IDI_PLINE || row.icon == IDI_TEXT))) {
+        if (row.icon != lastIcon &&
+            !(row.menu == CommandMenu::Edit && (row.icon == IDI_PLINE || row.icon == IDI_TEXT))) {
             add(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), row.icon, PlainCaption(row));
         }
         lastIcon = row.icon;
@@ -347,8 +347,7 @@ void CHostFrame::UpdateShown() {
     }
     SetStatus(PaneModes, text);
 
-    const CString title =
-        GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - NRVectorView 演示";
+    const CString title = GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - NRVectorView 演示";
     if (title != m_title) {
         m_title = title;
         SetWindowText(title);
@@ -381,16 +380,22 @@ void CHostFrame::OnRunCommand(UINT id) {
     }
 }
 
-void CHostFrame::OnErase() { m_view.RunCommand(FindCommandRow(L"erase")); }
+void CHostFrame::OnErase() {
+    m_view.RunCommand(FindCommandRow(L"erase"));
+}
 
-void CHostFrame::OnZoomAll() { m_view.ZoomAll(); }
+void CHostFrame::OnZoomAll() {
+    m_view.ZoomAll();
+}
 
 void CHostFrame::OnOrtho() {
     m_ortho = !m_ortho;
     m_view.GetManager()->SetDrawObjLatus(m_ortho);
 }
 
-void CHostFrame::OnBreakOff() { m_view.BreakOff(); }
+void CHostFrame::OnBreakOff() {
+    m_view.BreakOff();
+}
 
 void CHostFrame::OnDeselect() {
     m_view.GetDocument()->RemoveAllSelected();

@@ -5,11 +5,11 @@
 #include "CommandTable.h"
 
 BEGIN_MESSAGE_MAP(CHostView, CVectorView)
-ON_WM_LBUTTONDOWN()
-ON_WM_RBUTTONDOWN()
-ON_WM_MBUTTONDOWN()
-ON_WM_MOUSEMOVE()
-ON_WM_KEYDOWN()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_RBUTTONDOWN()
+    ON_WM_MBUTTONDOWN()
+    ON_WM_MOUSEMOVE()
+    ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
 BOOL CHostView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {

@@ -625,6 +625,7 @@ BEGIN_MESSAGE_MAP(CSheetGridEdit, CEdit)
     ON_WM_KEYDOWN()
     ON_WM_CHAR()
     ON_WM_KILLFOCUS()
+    ON_WM_MOUSEWHEEL()
 END_MESSAGE_MAP()
 
 UINT CSheetGridEdit::OnGetDlgCode() {
@@ -647,4 +648,10 @@ void CSheetGridEdit::OnChar(UINT nChar, UINT, UINT) {
 void CSheetGridEdit::OnKillFocus(CWnd*) {
     Default();
     m_pGrid->EndEdit(1);
+}
+
+BOOL CSheetGridEdit::OnMouseWheel(UINT, short, CPoint) {
+    // One line has nothing to scroll, but an edit control may keep the message to itself.
+    const MSG* message = GetCurrentMessage();
+    return m_pGrid->SendMessage(WM_MOUSEWHEEL, message->wParam, message->lParam) != 0;
 }

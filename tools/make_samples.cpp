@@ -20,7 +20,9 @@ void Line(CVectorView& view, double x1, double y1, double x2, double y2, const G
 }
 
 // A cross on a stroke, as the end of a dimension.
-void Tick(CVectorView& view, double x, double y) { Line(view, x - 60, y - 60, x + 60, y + 60, Green); }
+void Tick(CVectorView& view, double x, double y) {
+    Line(view, x - 60, y - 60, x + 60, y + 60, Green);
+}
 
 // A bridge girder of eight panels: chords in white, posts in cyan, diagonals in orange, dimensions in green.
 void MakeTruss(CVectorView& view) {
