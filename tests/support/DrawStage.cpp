@@ -1,0 +1,15 @@
+// A painter with a mapping and a recording context. Layer: tests.
+
+#include "support/DrawStage.h"
+
+#include "Document.h"
+
+CLayerManager* DrawStage::Layers() {
+    return graphic.GetDocument()->GetLayerManager();
+}
+
+Calls DrawStage::Draw(CDrawable& object) {
+    dc.Clear();
+    object.Draw(&dc, &geometry);
+    return dc.Calls();
+}
