@@ -3,7 +3,7 @@
 #include "KLineBreaker.h"
 
 #include "TextFormator.h"
-#include "Truncate.h"
+#include "TextSteps.h"
 
 namespace {
 
@@ -36,20 +36,11 @@ void KLineBreaker::NextWord() {
 }
 
 int KLineBreaker::GetLine(CTextFormator& formator, HDC hdc, int width, int& begin, int& end) {
-    // The stage is a text with the values of that moment. It is put together only when something failed: written out
-    // at every word, a long text would be copied as often as it has words.
-    enum { kEntered = 30000, kSkipped, kAtWord, kMeasuring, kMeasured } stage = kEntered;
+    using TextSteps::Line;
+    Line stage = Line::Entered;
     const auto report = [&] {
-        CString step;
-        if (stage == kMeasuring) {
-            step.Format(L"%d:m_pText=%s,m_nPos=%d,begin=%d", stage, m_pText, m_nPos, begin);
-        } else if (stage == kMeasured) {
-            step.Format(L"%d:m_pText=%s,begin=%d,textwidth=%d,textHeight=%d", stage, m_pText, begin, Truncate(m_Width),
-                        Truncate(m_Height));
-        } else {
-            step.Format(L"%d", stage);
-        }
-        AfxMessageBox(L"KLineBreaker::GetLine出错:strStep=" + step);
+        AfxMessageBox(L"KLineBreaker::GetLine出错:strStep=" +
+                      TextSteps::OfLine(stage, m_pText, m_nPos, begin, m_Width, m_Height));
     };
     try {
         if (m_pText == nullptr) {
@@ -58,10 +49,10 @@ int KLineBreaker::GetLine(CTextFormator& formator, HDC hdc, int width, int& begi
         if (!SkipBlanks()) {
             return 0;
         }
-        stage = kSkipped;
+        stage = Line::Skipped;
         begin = m_nPos;
         for (;;) {
-            stage = kAtWord;
+            stage = Line::AtWord;
             if (!SkipBlanks()) {
                 end = m_nPos;
                 return 1;
@@ -72,9 +63,9 @@ int KLineBreaker::GetLine(CTextFormator& formator, HDC hdc, int width, int& begi
                 end = m_nPos;
                 return 1;
             }
-            stage = kMeasuring;
+            stage = Line::Measuring;
             formator.GetTextExtent(hdc, m_pText + begin, begin, m_nPos - begin, m_Width, m_Height);
-            stage = kMeasured;
+            stage = Line::Measured;
             if (m_Width >= static_cast<float>(width) - kWidthTolerance) {
                 end = m_nPos;
                 return 1;

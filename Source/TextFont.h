@@ -22,11 +22,22 @@ inline LOGFONTW Describe(int height, int width, int escapement, const CString& f
     return font;
 }
 
+// For destructors: something is being thrown already, and a device context that fails again adds nothing.
+template <typename Scope>
+void QuietlyRestore(Scope& scope) noexcept {
+    try {
+        scope.Restore();
+    } catch (CException* e) {
+        e->Delete();
+    } catch (...) {
+    }
+}
+
 // Selects a font; Restore, or the destructor where no Restore came, selects the old one back.
 class ScopedSelection {
 public:
     ScopedSelection(CDC* dc, CFont* font) : m_pDC(dc), m_pOld(dc->SelectObject(font)) {}
-    ~ScopedSelection() { Restore(); }
+    ~ScopedSelection() { QuietlyRestore(*this); }
     ScopedSelection(const ScopedSelection&) = delete;
     ScopedSelection& operator=(const ScopedSelection&) = delete;
     void Restore() {
@@ -46,7 +57,7 @@ private:
 class ScopedColor {
 public:
     ScopedColor(CDC* dc, COLORREF color) : m_pDC(dc), m_Old(dc->SetTextColor(color)) {}
-    ~ScopedColor() { Restore(); }
+    ~ScopedColor() { QuietlyRestore(*this); }
     ScopedColor(const ScopedColor&) = delete;
     ScopedColor& operator=(const ScopedColor&) = delete;
     void Restore() {

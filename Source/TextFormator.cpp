@@ -5,6 +5,7 @@
 #include "Geometry2d.h"
 #include "KLineBreaker.h"
 #include "MemoryInfo.h"
+#include "TextSteps.h"
 #include "Truncate.h"
 
 #include <algorithm>
@@ -142,26 +143,14 @@ int CTextFormator::ReadableCount(const wchar_t* text, int begin, int count) cons
 
 int CTextFormator::GetTextExtent(HDC, const wchar_t* lpString, int startPos, int cbString, float& width,
                                  float& height) {
-    // See KLineBreaker::GetLine on the stages.
-    enum { kEntered = 300000, kCounting, kMeasuring, kMeasured } stage = kEntered;
+    using TextSteps::Extent;
+    Extent stage = Extent::Entered;
     const auto report = [&] {
-        CString step;
-        const wchar_t* shown = lpString != nullptr ? lpString : L"(null)";
-        if (stage == kCounting) {
-            step.Format(L"%d:lpString=%s", stage, shown);
-        } else if (stage == kMeasuring) {
-            // The bracket without a partner is part of the text.
-            step.Format(L"%d:m_Str=%s,iLen=%d,lpString=%s,startPos=%d,cbString=%d)", stage, m_Str, ::lstrlenW(m_Str),
-                        shown, startPos, cbString);
-        } else if (stage == kMeasured) {
-            step.Format(L"%d:width=%d", stage, Truncate(width));
-        } else {
-            step.Format(L"%d", stage);
-        }
-        AfxMessageBox(L"CTextFormator::GetTextExtent错误:strStep=" + step);
+        AfxMessageBox(L"CTextFormator::GetTextExtent错误:strStep=" +
+                      TextSteps::OfExtent(stage, m_Str, lpString, startPos, cbString, width));
     };
     try {
-        stage = kCounting;
+        stage = Extent::Counting;
         if (cbString < 1) {
             if (lpString == nullptr) {
                 AfxThrowInvalidArgException();
@@ -169,12 +158,12 @@ int CTextFormator::GetTextExtent(HDC, const wchar_t* lpString, int startPos, int
             cbString = static_cast<int>(std::wcslen(lpString));
         }
         width = 0.0f;
-        stage = kMeasuring;
+        stage = Extent::Measuring;
         // Entry i closes character i, so this is the stretch one character further on, and it reaches for one entry
         // behind the table when it ends with the text. Lines of stored diagrams break where this measure says; the
         // difference to the stretch that is named must stay.
         width = PositionAt(static_cast<long long>(startPos) + cbString) - PositionAt(startPos);
-        stage = kMeasured;
+        stage = Extent::Measured;
         height = m_Height;
         return 1;
     } catch (CException* e) {
@@ -212,34 +201,16 @@ unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCo
     if (lpString == nullptr) {
         return total;
     }
-    // See KLineBreaker::GetLine on the stages.
-    enum { kEntered, kPlaced, kSized, kLine, kLineOut } stage = kEntered;
+    using TextSteps::Draw;
+    Draw stage = Draw::Entered;
     int x = 0;
     float y = 0.0f;
     int width = 0;
     int begin = 0;
     int end = 0;
     const auto report = [&] {
-        CString step;
-        switch (stage) {
-        case kEntered:
-            step = L"300";
-            break;
-        case kPlaced:
-            step.Format(L"301:x=%d,y=%d", x, Truncate(y));
-            break;
-        case kSized:
-            step.Format(L"302:width=%d", width);
-            break;
-        case kLine:
-            step.Format(L"302:width=%d,begin=%d,end=%d", width, begin, end);
-            break;
-        case kLineOut:
-            step.Format(L"304:pString=%s,x=%d,y=%d,width=%d,begin=%d,end=%d", lpString, x, Truncate(y), width, begin,
-                        end);
-            break;
-        }
-        AfxMessageBox(L"CTextFormator::DrawText出错，step=" + step);
+        AfxMessageBox(L"CTextFormator::DrawText出错，step=" +
+                      TextSteps::OfDraw(stage, lpString, x, y, width, begin, end));
     };
     try {
         if (rect == nullptr) {
@@ -252,14 +223,14 @@ unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCo
         KLineBreaker breaker(lpString, length, m_Height);
         x = rect->left;
         y = static_cast<float>(rect->top);
-        stage = kPlaced;
+        stage = Draw::Placed;
         width = WrapSubtract(rect->right, rect->left);
-        stage = kSized;
+        stage = Draw::Sized;
         const CGeMatrix2d rotation =
             CGeMatrix2d::rotation(m_Rotation, CGePoint2d(static_cast<double>(x), static_cast<double>(y)));
         int reached = -1;
         while (breaker.GetLine(*this, hdc, width, begin, end) != 0) {
-            stage = kLine;
+            stage = Draw::AtLine;
             if (breaker.GetPosition() == reached) {
                 break; // A line that failed, and will do so again.
             }
@@ -269,7 +240,7 @@ unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCo
             }
             CGePoint2d corner(static_cast<double>(x), static_cast<double>(y));
             corner.transformBy(rotation);
-            stage = kLineOut;
+            stage = Draw::LineOut;
             TextOutW(hdc, Truncate(corner.x), Truncate(corner.y), lpString + begin, begin, end - begin);
             // The place of the next line keeps the fraction of the height, the sum does not.
             y += breaker.GetHeight();
