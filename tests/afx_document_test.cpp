@@ -11,7 +11,7 @@ namespace {
 // Holds bytes; can be told to fail half-way.
 class Bytes : public CDocument {
 public:
-    enum Failure { None, Throw, SwallowAndAbort, SwallowAndClose, User };
+    enum Failure { None, Throw, SwallowAndAbort, SwallowAndClose, User, BreakFile };
     Bytes() { m_bAutoDelete = FALSE; }
     std::string m_bytes;
     Failure m_failure = None;
@@ -34,6 +34,10 @@ public:
             AfxThrowArchiveException(CArchiveException::badClass);
         case User:
             AfxThrowUserException();
+        case BreakFile:
+            // What is still in the archive's buffer can't be written any more.
+            ::CloseHandle(ar.GetFile()->m_hFile);
+            break;
         case SwallowAndAbort:
             ar.Abort();
             break;
@@ -156,6 +160,20 @@ TEST_F(DesktopAfxDocument, ASaveWhoseArchiveWasEndedBySerializeCountsAsFailed) {
         EXPECT_TRUE(document.IsModified());
     }
     EXPECT_TRUE(boxes.Texts().empty()); // Serialize has reported it
+}
+
+TEST_F(DesktopAfxDocument, AFailureOfTheLastWriteLeavesTheOldFileAndIsShown) {
+    Put("good");
+    Bytes document;
+    document.m_bytes = "in the buffer until the end";
+    document.m_failure = Bytes::BreakFile;
+    document.SetModifiedFlag();
+    BoxAnswer boxes({IDOK});
+    EXPECT_FALSE(document.OnSaveDocument(m_path));
+    EXPECT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_EQ(Get(), "good");
+    EXPECT_EQ(Names().size(), 1u);
+    EXPECT_TRUE(document.IsModified());
 }
 
 TEST_F(DesktopAfxDocument, AFailedFirstSaveLeavesNoFile) {
