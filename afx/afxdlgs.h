@@ -18,8 +18,8 @@ protected:
 class NRAFX_API CFileDialog : public CCommonDialog {
     DECLARE_DYNAMIC(CFileDialog)
 public:
-    // lpszFilter: pairs of a name and a pattern, each ended by '|', with a second '|' at the end. dwSize and bVistaStyle
-    // choose among looks of the dialog on later Windows; this layer shows one look whatever they say.
+    // lpszFilter: pairs of a name and a pattern, each ended by '|', with a second '|' at the end. dwSize and
+    // bVistaStyle choose among looks of the dialog on later Windows; this layer shows one look whatever they say.
     explicit CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt = nullptr, LPCTSTR lpszFileName = nullptr,
                          DWORD dwFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, LPCTSTR lpszFilter = nullptr,
                          CWnd* pParentWnd = nullptr, DWORD dwSize = 0, BOOL bVistaStyle = TRUE);
@@ -31,9 +31,9 @@ public:
 
     INT_PTR DoModal() override; // IDOK or IDCANCEL
 
-    CString GetPathName() const; // folder, name and extension
-    CString GetFileName() const; // name and extension
-    CString GetFileExt() const;  // without the dot
+    CString GetPathName() const;  // folder, name and extension
+    CString GetFileName() const;  // name and extension
+    CString GetFileExt() const;   // without the dot
     CString GetFileTitle() const; // name alone
     CString GetFolderPath() const;
     BOOL GetReadOnlyPref() const;
