@@ -13,6 +13,8 @@ namespace {
 
 class CHostApp : public CWinApp {
 public:
+    CHostApp() : CWinApp(L"NRVectorView 演示") {} // the title of message boxes
+
     BOOL InitInstance() override {
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
         ::InitCommonControlsEx(&controls);
@@ -21,6 +23,7 @@ public:
             return FALSE;
         }
         m_pMainWnd = m_frame.get();
+        m_frame->UpdateShown();
         m_frame->ShowWindow(m_nCmdShow);
         m_frame->UpdateWindow();
         m_frame->SetFocus();

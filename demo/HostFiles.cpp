@@ -75,9 +75,12 @@ bool CHostFrame::OpenFile(const CString& path) {
     } else {
         // The library has said so and kept what it could read. The name is not taken over, so that saving the
         // remains does not overwrite the file by itself.
+        const bool some = document->GetDrawableObjs()->GetSize() > 0;
         document->SetPathName(L"", FALSE);
-        document->SetModifiedFlag(document->GetDrawableObjs()->GetSize() > 0);
-        AfxMessageBox(L"文件已损坏或不是图形文件：\n" + path + L"\n\n只载入了能够读出的对象。", MB_OK | MB_ICONWARNING);
+        document->SetModifiedFlag(some);
+        AfxMessageBox(L"文件已损坏或不是图形文件：\n" + path + L"\n\n" +
+                          (some ? L"只载入了能够读出的对象。" : L"没有载入任何对象。"),
+                      MB_OK | MB_ICONWARNING);
     }
     CGePoint2d low;
     CGePoint2d high;

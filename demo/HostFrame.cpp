@@ -53,6 +53,8 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_WM_CLOSE()
     ON_WM_DESTROY()
     ON_WM_INITMENUPOPUP()
+    ON_WM_MEASUREITEM()
+    ON_WM_DRAWITEM()
     ON_COMMAND(ID_FILE_NEW, OnFileNew)
     ON_COMMAND(ID_FILE_OPEN, OnFileOpen)
     ON_COMMAND(ID_FILE_SAVE, OnFileSave)
@@ -72,9 +74,6 @@ END_MESSAGE_MAP()
 // ---- Construction
 
 CHostFrame::~CHostFrame() {
-    for (INT_PTR i = 0; i < m_itemBitmaps.GetSize(); ++i) {
-        ::DeleteObject(m_itemBitmaps[i]);
-    }
     if (m_images != nullptr) {
         ::ImageList_Destroy(m_images);
     }
@@ -96,6 +95,7 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     if (CWnd::OnCreate(create) == -1) {
         return -1;
     }
+    MakeImages();
     MakeMenus();
     MakeToolbar();
     const CRect nothing(0, 0, 0, 0);
@@ -121,7 +121,7 @@ void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
         }
         const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
         menu.AppendMenu(MF_STRING, id, row.caption);
-        SetItemIcon(menu, id, row.icon);
+        SetItemImage(menu, id, i + 1);
     }
 }
 
@@ -143,7 +143,7 @@ void CHostFrame::MakeMenus() {
     CMenu view;
     view.CreatePopupMenu();
     view.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
-    SetItemIcon(view, ID_HOST_ZOOM_ALL, IDI_ZOOMALL);
+    SetItemImage(view, ID_HOST_ZOOM_ALL, 0);
     view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
 
     CMenu draw;
@@ -181,35 +181,57 @@ void CHostFrame::MakeMenus() {
     bar.Detach(); // the window owns it now
 }
 
-// Menus take bitmaps with premultiplied alpha: an icon drawn onto nothing is one.
-void CHostFrame::SetItemIcon(CMenu& menu, UINT id, UINT icon) {
-    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(icon), RT_GROUP_ICON);
-    const HICON handle =
-        static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(icon), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
-    if (handle == nullptr) {
-        return;
+// One picture for each row of the table, and in front of them that of the zoom to extents.
+void CHostFrame::MakeImages() {
+    m_images = ::ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
+    for (int i = -1; i < CommandRowCount; ++i) {
+        const UINT number = i < 0 ? IDI_ZOOMALL : CommandRows[i].icon;
+        const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(number), RT_GROUP_ICON);
+        const HICON icon =
+            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
+        ::ImageList_ReplaceIcon(m_images, -1, icon);
+        ::DestroyIcon(icon);
     }
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = info.bmiHeader.biHeight = 16;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    const HDC dc = ::CreateCompatibleDC(nullptr);
-    void* bits = nullptr;
-    HBITMAP bitmap = ::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    if (bitmap != nullptr) {
-        const HGDIOBJ former = ::SelectObject(dc, bitmap);
-        ::DrawIconEx(dc, 0, 0, handle, 16, 16, 0, nullptr, DI_NORMAL);
-        ::SelectObject(dc, former);
-        MENUITEMINFOW item = {};
-        item.cbSize = sizeof(item);
-        item.fMask = MIIM_BITMAP;
-        item.hbmpItem = bitmap;
-        ::SetMenuItemInfoW(menu, id, FALSE, &item);
-        m_itemBitmaps.Add(bitmap);
+}
+
+// The item asks for its picture when it is drawn, so that it lies on the menu's own background, also highlighted.
+void CHostFrame::SetItemImage(CMenu& menu, UINT id, int image) {
+    MENUITEMINFOW item = {};
+    item.cbSize = sizeof(item);
+    item.fMask = MIIM_BITMAP | MIIM_DATA;
+    item.hbmpItem = HBMMENU_CALLBACK;
+    item.dwItemData = static_cast<ULONG_PTR>(image);
+    ::SetMenuItemInfoW(menu, id, FALSE, &item);
+}
+
+void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
+    if (measure->CtlType == ODT_MENU) {
+        measure->itemWidth = 22;
+        measure->itemHeight = 20;
     }
-    ::DeleteDC(dc);
-    ::DestroyIcon(handle);
+}
+
+void CHostFrame::OnDrawItem(int, LPDRAWITEMSTRUCT draw) {
+    if (draw->CtlType == ODT_MENU) {
+        const int y = (draw->rcItem.top + draw->rcItem.bottom - 16) / 2;
+        ::ImageList_Draw(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, ILD_NORMAL);
+    }
+}
+
+void CHostFrame::AddButton(UINT id, int image, const wchar_t* tip) {
+    TBBUTTON button = {};
+    button.iBitmap = image;
+    button.idCommand = static_cast<int>(id);
+    button.fsState = TBSTATE_ENABLED;
+    button.fsStyle = BTNS_BUTTON;
+    button.iString = reinterpret_cast<INT_PTR>(tip); // not shown as text: it becomes the tip
+    ::SendMessageW(m_toolbar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+}
+
+void CHostFrame::AddButtonGap() {
+    TBBUTTON gap = {};
+    gap.fsStyle = BTNS_SEP;
+    ::SendMessageW(m_toolbar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
 }
 
 void CHostFrame::MakeToolbar() {
@@ -219,42 +241,21 @@ void CHostFrame::MakeToolbar() {
     if (m_toolbar == nullptr) {
         return;
     }
-    m_images = ::ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
     ::SendMessageW(m_toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     ::SendMessageW(m_toolbar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
     ::SendMessageW(m_toolbar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images));
-    const auto add = [this](UINT id, UINT icon, const wchar_t* text) {
-        const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(icon), RT_GROUP_ICON);
-        const HICON handle =
-            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(icon), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
-        TBBUTTON button = {};
-        button.iBitmap = ::ImageList_ReplaceIcon(m_images, -1, handle);
-        button.idCommand = static_cast<int>(id);
-        button.fsState = TBSTATE_ENABLED;
-        button.fsStyle = BTNS_BUTTON;
-        button.iString = reinterpret_cast<INT_PTR>(text); // without BTNS_SHOWTEXT: the tip
-        ::SendMessageW(m_toolbar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
-        ::DestroyIcon(handle);
-    };
-    const auto separate = [this] {
-        TBBUTTON line = {};
-        line.fsStyle = BTNS_SEP;
-        ::SendMessageW(m_toolbar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&line));
-    };
-    add(ID_HOST_ZOOM_ALL, IDI_ZOOMALL, L"全屏缩放");
-    separate();
-    UINT lastIcon = 0;
+    AddButton(ID_HOST_ZOOM_ALL, 0, L"全屏缩放");
+    AddButtonGap();
     for (int i = 0; i < CommandRowCount; ++i) {
         const CommandRow& row = CommandRows[i];
         if (i > 0 && row.menu != CommandRows[i - 1].menu) {
-            separate();
+            AddButtonGap();
         }
-        // Of the rows of one family, which follow each other, the first stands for all.
-        if (row.icon != lastIcon &&
-            !(row.menu == CommandMenu::Edit && (row.icon == IDI_PLINE || row.icon == IDI_TEXT))) {
-            add(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), row.icon, PlainCaption(row));
+        // Of several rows with one picture the first stands for all.
+        const auto samePicture = [&row](const CommandRow& other) { return other.icon == row.icon; };
+        if (std::none_of(CommandRows, CommandRows + i, samePicture)) {
+            AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(row));
         }
-        lastIcon = row.icon;
     }
     ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
 }
@@ -314,10 +315,10 @@ void CHostFrame::SetStatus(int pane, const CString& text) {
 }
 
 CString CHostFrame::DescribeCommand() {
+    const int row = m_view.GetCommandRow();
     if (!m_view.GetManager()->GetHasCommand()) {
         return L"就绪";
     }
-    const int row = m_view.GetCommandRow();
     if (row < 0) {
         return L"夹点编辑：单击目标点，或键入距离后按回车；Esc 取消";
     }

@@ -29,6 +29,8 @@ protected:
     afx_msg void OnClose();
     afx_msg void OnDestroy();
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL sysMenu);
+    afx_msg void OnMeasureItem(int id, LPMEASUREITEMSTRUCT measure);
+    afx_msg void OnDrawItem(int id, LPDRAWITEMSTRUCT draw);
     afx_msg void OnFileNew();
     afx_msg void OnFileOpen();
     afx_msg void OnFileSave();
@@ -48,8 +50,11 @@ protected:
 private:
     void MakeMenus();
     void MakeCommandItems(CMenu& menu, bool edit);
-    void SetItemIcon(CMenu& menu, UINT id, UINT icon);
+    void MakeImages();
+    void SetItemImage(CMenu& menu, UINT id, int image);
     void MakeToolbar();
+    void AddButton(UINT id, int image, const wchar_t* tip);
+    void AddButtonGap();
     void LayOut();
     bool SaveAs();
     bool Save();
@@ -64,7 +69,6 @@ private:
     HWND m_toolbar = nullptr;
     HIMAGELIST m_images = nullptr;
     HACCEL m_keys = nullptr;
-    CArray<HBITMAP, HBITMAP&> m_itemBitmaps;
     CString m_shown[4]; // texts that stand in the status bar
     CString m_title;
     CString m_path; // empty while the drawing has no file of its own

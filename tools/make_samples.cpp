@@ -19,16 +19,17 @@ void Line(CVectorView& view, double x1, double y1, double x2, double y2, const G
     view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), color, 1);
 }
 
-// A cross on a stroke, as the end of a dimension.
+// The slanting stroke at the end of a dimension line.
 void Tick(CVectorView& view, double x, double y) {
-    Line(view, x - 60, y - 60, x + 60, y + 60, Green);
+    Line(view, x - 6, y - 6, x + 6, y + 6, Green);
 }
 
-// A bridge girder of eight panels: chords in white, posts in cyan, diagonals in orange, dimensions in green.
+// A bridge girder of eight panels, in centimetres: chords in white, posts in cyan, diagonals in orange, dimensions in
+// green.
 void MakeTruss(CVectorView& view) {
     const int panels = 8;
-    const double panel = 1500;
-    const double height = 1800;
+    const double panel = 150;
+    const double height = 180;
     const double span = panels * panel;
 
     Line(view, 0, 0, span, 0, White);
@@ -45,32 +46,32 @@ void MakeTruss(CVectorView& view) {
 
     // Supports with the ground under them.
     for (const double x : {0.0, span}) {
-        Line(view, x, 0, x - 260, -420, White);
-        Line(view, x, 0, x + 260, -420, White);
-        Line(view, x - 420, -420, x + 420, -420, White);
+        Line(view, x, 0, x - 26, -42, White);
+        Line(view, x, 0, x + 26, -42, White);
+        Line(view, x - 42, -42, x + 42, -42, White);
         for (int i = 0; i < 6; ++i) {
-            const double foot = x - 400 + i * 160;
-            Line(view, foot, -420, foot - 120, -560, Grey);
+            const double foot = x - 40 + i * 16;
+            Line(view, foot, -42, foot - 12, -56, Grey);
         }
     }
 
     // Dimensions of the panels, and of the whole below them.
-    for (const double y : {-900.0, -1300.0}) {
+    for (const double y : {-90.0, -130.0}) {
         Line(view, 0, y, span, y, Green);
     }
     for (int i = 0; i <= panels; ++i) {
-        Tick(view, i * panel, -900);
-        Line(view, i * panel, -680, i * panel, i == 0 || i == panels ? -1420 : -1000, Green);
+        Tick(view, i * panel, -90);
+        Line(view, i * panel, -68, i * panel, i == 0 || i == panels ? -142 : -100, Green);
     }
-    Tick(view, 0, -1300);
-    Tick(view, span, -1300);
+    Tick(view, 0, -130);
+    Tick(view, span, -130);
 
     // The height, left of the girder.
-    Line(view, -800, 0, -800, height, Green);
-    Line(view, -920, 0, -300, 0, Green);
-    Line(view, -920, height, panel - 300, height, Green);
-    Tick(view, -800, 0);
-    Tick(view, -800, height);
+    Line(view, -80, 0, -80, height, Green);
+    Line(view, -92, 0, -30, 0, Green);
+    Line(view, -92, height, panel - 30, height, Green);
+    Tick(view, -80, 0);
+    Tick(view, -80, height);
 }
 
 struct Sample {
