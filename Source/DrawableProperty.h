@@ -54,32 +54,32 @@ private:
     CArray<CSimpleProperty*, CSimpleProperty*&> m_Rows;
 };
 
-// What every GetProperty and SetProperty does with a row. Not exported: hosts use the classes above.
+// What every GetProperty and SetProperty does with a row; for the kinds of a host as well.
 namespace PropertyRows {
 
 // A new row, registered and appended; label and description are the same text in most rows.
-void Add(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
-         const COleVariant& value);
-void AddEnum(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
-             const COleVariant& value);
-void AddText(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, const CString& value);
-void AddShort(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, short value);
-void AddLong(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, long value);
-void AddFloat(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, float value);
-void AddDouble(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, double value);
+NRVECTORVIEW_API void Add(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
+                          const COleVariant& value);
+NRVECTORVIEW_API void AddEnum(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
+                              const COleVariant& value);
+NRVECTORVIEW_API void AddText(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, const CString& value);
+NRVECTORVIEW_API void AddShort(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, short value);
+NRVECTORVIEW_API void AddLong(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, long value);
+NRVECTORVIEW_API void AddFloat(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, float value);
+NRVECTORVIEW_API void AddDouble(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, double value);
 // A row of type VT_BOOL whose value is a 4-byte integer variant.
-void AddFlag(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, int value);
+NRVECTORVIEW_API void AddFlag(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, int value);
 
 // Takes the first row of that key back when it was changed; otherwise the field stays. The field is read from the
 // variant's member of the named type, with no conversion.
-void TakeText(CDrawableProperty& list, LPCTSTR key, CString& field);
-void TakeShort(CDrawableProperty& list, LPCTSTR key, short& field);
-void TakeLong(CDrawableProperty& list, LPCTSTR key, int& field);
-void TakeFloat(CDrawableProperty& list, LPCTSTR key, float& field);
-void TakeDouble(CDrawableProperty& list, LPCTSTR key, double& field);
+NRVECTORVIEW_API void TakeText(CDrawableProperty& list, LPCTSTR key, CString& field);
+NRVECTORVIEW_API void TakeShort(CDrawableProperty& list, LPCTSTR key, short& field);
+NRVECTORVIEW_API void TakeLong(CDrawableProperty& list, LPCTSTR key, int& field);
+NRVECTORVIEW_API void TakeFloat(CDrawableProperty& list, LPCTSTR key, float& field);
+NRVECTORVIEW_API void TakeDouble(CDrawableProperty& list, LPCTSTR key, double& field);
 // The 16-bit value with sign, widened: a true variant stores -1.
-void TakeFlag(CDrawableProperty& list, LPCTSTR key, int& field);
+NRVECTORVIEW_API void TakeFlag(CDrawableProperty& list, LPCTSTR key, int& field);
 // The low byte with sign, widened: 256 stores 0, 255 stores -1.
-void TakeLowByte(CDrawableProperty& list, LPCTSTR key, int& field);
+NRVECTORVIEW_API void TakeLowByte(CDrawableProperty& list, LPCTSTR key, int& field);
 
 } // namespace PropertyRows

@@ -1,0 +1,403 @@
+// The base of the tools: snap search, marker, edit box, cursor, and what it answers by itself.
+
+#include "CommandOperation.h"
+#include "CommandOperationManager.h"
+#include "Line.h"
+#include "MemoryInfo.h"
+#include "support/ViewHost.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+class Tool : public CCommandOperation {
+public:
+    explicit Tool(ViewHost& host) : CCommandOperation(&host.view, nullptr, &host.Tran(), &host.Document()) {}
+    Tool(ViewHost& host, CVectorGraphic* graphic)
+        : CCommandOperation(&host.view, graphic, &host.Tran(), &host.Document()) {}
+
+    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    void Cancel() override { ++cancels; }
+    int OnGetGripPoint(CDrawable* object, int index, CGePoint2d point) override {
+        asked.push_back(index);
+        return veto == index ? 0 : CCommandOperation::OnGetGripPoint(object, index, point);
+    }
+
+    using CCommandOperation::m_Edit;
+    using CCommandOperation::m_hCursor;
+    using CCommandOperation::m_InEdit;
+    using CCommandOperation::m_LastPoint;
+    using CCommandOperation::m_OsnapMode;
+    using CCommandOperation::m_SnapEnabled;
+    using CCommandOperation::m_SnapMark;
+    using CCommandOperation::m_SnapMarkDrawn;
+    using CCommandOperation::m_Step;
+    using CCommandOperation::OrthoStep;
+    using CCommandOperation::PlaceEditBox;
+    using CCommandOperation::TypedDistance;
+
+    int cancels = 0;
+    int veto = -1;
+    std::vector<int> asked;
+};
+
+// Its own painter is private to a view, so the marker's tests look through this door.
+class OpenView : public CVectorView {
+public:
+    CVectorGraphic* Graphic() { return &m_Graphic; }
+};
+
+CLine* AddLine(ViewHost& host, double x1, double y1, double x2, double y2) {
+    return static_cast<CLine*>(
+        host.view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), Gdiplus::Color(255, 255, 255, 255), 1));
+}
+
+} // namespace
+
+// ---- Snap search ---------------------------------------------------------------------------------------------------
+
+TEST(CommandOperation, ADrawingWithoutObjectsHasNoSnap) {
+    ViewHost host;
+    Tool tool(host);
+    CGePoint2d hit(9, 9);
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(0, 0), hit));
+    EXPECT_EQ(9.0, hit.x);
+}
+
+TEST(CommandOperation, TheEdgeOfTheSquareApertureIsAHit) {
+    ViewHost host;
+    AddLine(host, 100, 100, 300, 100);
+    Tool tool(host);
+    tool.SetOsnapMode(7);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(107, 107), hit)) << "a square, not a circle";
+    EXPECT_TRUE(hit == CGePoint2d(100, 100));
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(93, 93), hit));
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(107.001, 100), hit));
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(100, 92.999), hit));
+}
+
+TEST(CommandOperation, TheApertureIsSevenPixelsCutToWholeUnits) {
+    ViewHost host;
+    AddLine(host, 100, 100, 300, 100);
+    Tool tool(host);
+    tool.SetOsnapMode(7);
+    CGePoint2d hit;
+    host.Tran().SetScale(0.5f); // 3.5 units: 3.
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(103, 100), hit));
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(103.4, 100), hit));
+    host.Tran().SetScale(0.125f); // 0.875 units: 0, and only an exact hit counts.
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(100.1, 100), hit));
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+}
+
+TEST(CommandOperation, TheFirstCandidateInListOrderWinsAndNotTheNearest) {
+    ViewHost host;
+    AddLine(host, 106, 100, 300, 300);
+    AddLine(host, 100, 100, 300, 400);
+    Tool tool(host);
+    tool.SetOsnapMode(7);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+    EXPECT_EQ(106.0, hit.x);
+}
+
+TEST(CommandOperation, NetObjectsAreSearchedLastAndHiddenOnesToo) {
+    ViewHost host;
+    auto* net = new CLine;
+    net->SetStartPoint(CGePoint2d(101, 100));
+    net->SetEndPoint(CGePoint2d(900, 900));
+    host.Document().AddNetobject(net);
+    Tool tool(host);
+    tool.SetOsnapMode(7);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+    EXPECT_EQ(101.0, hit.x);
+    AddLine(host, 105, 100, 300, 300)->SetIsShow(0);
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+    EXPECT_EQ(105.0, hit.x) << "hidden, and snapped to all the same";
+}
+
+TEST(CommandOperation, ThePerpendicularFootComesBehindTheObjectsOwnGrips) {
+    ViewHost host;
+    AddLine(host, 0, 0, 100, 0);
+    Tool tool(host);
+    tool.m_LastPoint = CGePoint2d(20, 50);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(20, 3), hit));
+    EXPECT_EQ(8, hit.type);
+    EXPECT_DOUBLE_EQ(20.0, hit.x);
+    EXPECT_EQ((std::vector<int>{3}), tool.asked) << "counted as one past the three grips";
+    tool.SetOsnapMode(7);
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(20, 3), hit)) << "without bit 8 nothing is dropped";
+}
+
+TEST(CommandOperation, AToolThatAcceptedNoPointDropsFromTheOrigin) {
+    ViewHost host;
+    AddLine(host, 50, 200, 150, 200);
+    Tool tool(host);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(2, 198), hit));
+    EXPECT_EQ(8, hit.type);
+    EXPECT_DOUBLE_EQ(0.0, hit.x);
+    EXPECT_DOUBLE_EQ(200.0, hit.y);
+}
+
+TEST(CommandOperation, AVetoLetsTheSearchGoOn) {
+    ViewHost host;
+    AddLine(host, 100, 100, 100, 104);
+    Tool tool(host);
+    tool.SetOsnapMode(7);
+    tool.veto = 0;
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+    EXPECT_EQ(102.0, hit.y);
+    EXPECT_EQ((std::vector<int>{0, 1}), tool.asked);
+}
+
+TEST(CommandOperation, SwitchedOffTheSnapFindsNothing) {
+    ViewHost host;
+    AddLine(host, 100, 100, 300, 100);
+    Tool tool(host);
+    tool.m_SnapEnabled = 0;
+    CGePoint2d hit;
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+    EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, CGePoint2d(100, 100)));
+}
+
+TEST(CommandOperation, APointInPixelsIsSearchedByTheBaseRuleAndAnsweredInWholePixels) {
+    class OwnSearch : public Tool {
+    public:
+        using Tool::Tool;
+        int GetGripPoint(CGePoint2d, CGePoint2d&) override { return 0; }
+    };
+    ViewHost host;
+    AddLine(host, 100.75, 100.25, 300, 100);
+    OwnSearch tool(host);
+    tool.SetOsnapMode(7);
+    CGePoint2d hit;
+    ASSERT_NE(0, tool.GetGripPointForL(CGePoint2d(102, 199), hit));
+    EXPECT_EQ(100.0, hit.x);
+    EXPECT_EQ(199.0, hit.y); // 300 - 100.25 = 199.75, truncated.
+    EXPECT_EQ(0, tool.GetGripPointForL(CGePoint2d(120, 199), hit));
+}
+
+// ---- Marker --------------------------------------------------------------------------------------------------------
+
+namespace {
+
+struct MarkerHost {
+    MarkerHost() {
+        view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+        ShowView(view, parent);
+        view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 100), Gdiplus::Color(255, 255, 255, 255), 1);
+        view.InvalidateRect(nullptr, TRUE);
+        view.UpdateWindow();
+        fresh = TakePicture(view);
+    }
+    ParentWindow parent;
+    OpenView view;
+    Picture fresh;
+};
+
+class MarkerTool : public CCommandOperation {
+public:
+    explicit MarkerTool(MarkerHost& host)
+        : CCommandOperation(&host.view, host.view.Graphic(), host.view.GetVectorViewCoordTran(),
+                            host.view.GetDocument()) {
+        m_OsnapMode = 7;
+    }
+    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    using CCommandOperation::m_SnapEnabled;
+    using CCommandOperation::m_SnapMark;
+    using CCommandOperation::m_SnapMarkDrawn;
+};
+
+} // namespace
+
+TEST(CommandOperation, TheMarkerComesMovesAndGoesWithoutATrace) {
+    MarkerHost host;
+    MarkerTool tool(host);
+    EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, CGePoint2d(50, 50)));
+    EXPECT_EQ(0, tool.m_SnapMarkDrawn);
+    EXPECT_TRUE(host.fresh == TakePicture(host.view));
+    EXPECT_EQ(CCommandOperation::RS_Continue, tool.OnMouseMove(0, CGePoint2d(102, 99)));
+    EXPECT_EQ(1, tool.m_SnapMarkDrawn);
+    EXPECT_TRUE(tool.m_SnapMark == CGePoint2d(100, 100));
+    const Picture first = TakePicture(host.view);
+    EXPECT_LT(50, host.fresh.Difference(first));
+    EXPECT_EQ(CCommandOperation::RS_Continue, tool.OnMouseMove(0, CGePoint2d(299, 100)));
+    const Picture second = TakePicture(host.view);
+    EXPECT_LT(50, host.fresh.Difference(second));
+    EXPECT_LT(50, first.Difference(second));
+    EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, CGePoint2d(0, 0)));
+    EXPECT_EQ(0, tool.m_SnapMarkDrawn);
+    EXPECT_TRUE(host.fresh == TakePicture(host.view));
+}
+
+TEST(CommandOperation, RefreshTakesTheMarkerOffOnce) {
+    MarkerHost host;
+    MarkerTool tool(host);
+    EXPECT_EQ(0, tool.RefreshGrip());
+    tool.OnMouseMove(0, CGePoint2d(100, 100));
+    tool.m_SnapEnabled = 0;
+    EXPECT_EQ(0, tool.RefreshGrip());
+    tool.m_SnapEnabled = 1;
+    EXPECT_EQ(1, tool.RefreshGrip());
+    EXPECT_EQ(0, tool.RefreshGrip());
+    EXPECT_TRUE(host.fresh == TakePicture(host.view));
+}
+
+TEST(CommandOperation, ARepaintUnderAStandingMarkerLeavesAStrayOneAtTheNextMove) {
+    MarkerHost host;
+    MarkerTool tool(host);
+    tool.OnMouseMove(0, CGePoint2d(100, 100));
+    host.view.InvalidateRect(nullptr, TRUE);
+    host.view.UpdateWindow();
+    EXPECT_TRUE(host.fresh == TakePicture(host.view));
+    tool.OnMouseMove(0, CGePoint2d(0, 0));
+    EXPECT_LT(50, host.fresh.Difference(TakePicture(host.view)));
+}
+
+// ---- The base by itself --------------------------------------------------------------------------------------------
+
+TEST(CommandOperation, ANewToolHasItsInitialValuesAndAHiddenEditBox) {
+    ViewHost host;
+    Tool tool(host);
+    EXPECT_EQ(15, tool.m_OsnapMode);
+    EXPECT_EQ(1, tool.m_SnapEnabled);
+    EXPECT_EQ(0, tool.m_SnapMarkDrawn);
+    EXPECT_EQ(0, tool.m_InEdit);
+    EXPECT_EQ(0, tool.m_Step);
+    EXPECT_EQ(0.0, tool.m_LastPoint.x + tool.m_LastPoint.y);
+    EXPECT_EQ(0, tool.GetHasCommand());
+    ASSERT_NE(nullptr, tool.m_Edit.m_hWnd);
+    EXPECT_FALSE(::IsWindowVisible(tool.m_Edit.m_hWnd));
+    EXPECT_EQ(host.view.m_hWnd, ::GetParent(tool.m_Edit.m_hWnd));
+    EXPECT_EQ(1, ::GetDlgCtrlID(tool.m_Edit.m_hWnd));
+    EXPECT_EQ(0x40000180u, static_cast<DWORD>(::GetWindowLongPtr(tool.m_Edit.m_hWnd, GWL_STYLE)) & 0xF000FFFFu);
+    CRect rect;
+    tool.m_Edit.GetWindowRect(&rect);
+    EXPECT_EQ(CSize(40, 20), rect.Size());
+}
+
+TEST(CommandOperation, TheEditBoxDiesWithItsTool) {
+    ViewHost host;
+    HWND edit = nullptr;
+    {
+        Tool tool(host);
+        edit = tool.m_Edit.m_hWnd;
+    }
+    EXPECT_FALSE(::IsWindow(edit));
+}
+
+TEST(CommandOperation, WithoutAWindowThereIsNoEditBoxAndNothingFails) {
+    CVectorView view;
+    class Bare : public CCommandOperation {
+    public:
+        explicit Bare(CVectorView& v) : CCommandOperation(&v, nullptr, v.GetVectorViewCoordTran(), v.GetDocument()) {}
+        ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+        ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+        ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+        ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+        using CCommandOperation::m_Edit;
+        using CCommandOperation::RequestRedraw;
+        using CCommandOperation::TypedDistance;
+    } tool(view);
+    EXPECT_EQ(nullptr, tool.m_Edit.m_hWnd);
+    EXPECT_EQ(0, tool.TypedDistance());
+    tool.RequestRedraw();
+}
+
+TEST(CommandOperation, TheBaseAnswersWhatNoToolHandles) {
+    ViewHost host;
+    Tool tool(host);
+    EXPECT_EQ(CCommandOperation::RS_NotHandled, tool.OnKeyDown('A', 1, 0));
+    EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnCancel());
+    EXPECT_EQ(1, tool.cancels);
+    EXPECT_EQ(0, static_cast<int>(tool.OnMouseMoveForL(0, CPoint(1, 1))));
+    EXPECT_EQ(0, static_cast<int>(tool.OnButtonDownForL(0, CPoint(1, 1))));
+    EXPECT_EQ(0, static_cast<int>(tool.OnLButtonDblClk(0, CPoint(1, 1))));
+    tool.SetInEdit(7);
+    EXPECT_EQ(7, tool.m_InEdit);
+}
+
+TEST(CommandOperation, ACursorIsSetWhenThereIsOne) {
+    ViewHost host;
+    Tool tool(host);
+    ASSERT_NE(nullptr, tool.m_hCursor);
+    EXPECT_EQ(1, static_cast<int>(tool.OnSetCursor(&host.view, HTCLIENT, WM_MOUSEMOVE)));
+    EXPECT_EQ(tool.m_hCursor, ::GetCursor());
+    HCURSOR kept = tool.m_hCursor;
+    tool.m_hCursor = nullptr;
+    EXPECT_EQ(0, static_cast<int>(tool.OnSetCursor(&host.view, HTCLIENT, WM_MOUSEMOVE)));
+    tool.m_hCursor = kept;
+}
+
+TEST(CommandOperation, TheOrthoStepComparesWholeUnitsAndATieIsLevel) {
+    const struct {
+        CGePoint2d point;
+        CGePoint2d expected;
+    } rows[] = {
+        {CGePoint2d(10, 3), CGePoint2d(10, 0)},     {CGePoint2d(-3, 10), CGePoint2d(0, 10)},
+        {CGePoint2d(5.1, 5.9), CGePoint2d(5.1, 0)}, // 5 and 5.
+        {CGePoint2d(0.2, 0.9), CGePoint2d(0.2, 0)}, // 0 and 0.
+        {CGePoint2d(4.9, -5.0), CGePoint2d(0, -5)},
+    };
+    for (const auto& row : rows) {
+        CGePoint2d point = row.point;
+        Tool::OrthoStep(CGePoint2d(0, 0), point);
+        EXPECT_TRUE(point == row.expected) << row.point.x << "," << row.point.y;
+    }
+}
+
+TEST(CommandOperation, TheEditBoxStandsThirtyPixelsBesideTheBandWithTheWholeLength) {
+    ViewHost host;
+    Tool tool(host);
+    host.view.SetFocus();
+    // From (100, 100) to (200, 100): the middle is (150, 100), the left side is up: (150, 130), pixel (150, 170).
+    tool.PlaceEditBox(CGePoint2d(100, 100), CGePoint2d(200, 100), CGeVector2d(100, 0));
+    CRect rect;
+    tool.m_Edit.GetWindowRect(&rect);
+    host.view.ScreenToClient(&rect);
+    EXPECT_EQ(CRect(130, 160, 170, 180), rect);
+    CString text;
+    tool.m_Edit.GetWindowText(text);
+    EXPECT_EQ(CString(L"100"), text);
+    EXPECT_EQ(tool.m_Edit.m_hWnd, ::GetFocus());
+    EXPECT_EQ(MAKELONG(0, 3), tool.m_Edit.SendMessage(EM_GETSEL, 0, 0)) << "all of it is selected";
+    EXPECT_TRUE(::IsWindowVisible(tool.m_Edit.m_hWnd));
+    tool.PlaceEditBox(CGePoint2d(0, 0), CGePoint2d(3, 3.9), CGeVector2d(3, 3.9));
+    tool.m_Edit.GetWindowText(text);
+    EXPECT_EQ(CString(L"4"), text) << "4.92 is cut, not rounded";
+}
+
+TEST(CommandOperation, AMoveWithoutLengthPlacesTheBoxHarmlessly) {
+    ViewHost host;
+    Tool tool(host);
+    tool.PlaceEditBox(CGePoint2d(1, 1), CGePoint2d(1, 1), CGeVector2d(0, 0));
+    CString text;
+    tool.m_Edit.GetWindowText(text);
+    EXPECT_EQ(CString(L"0"), text);
+}
+
+TEST(CommandOperation, ATypedDistanceEndsAtItsFirstBadCharacter) {
+    ViewHost host;
+    Tool tool(host);
+    const struct {
+        LPCTSTR text;
+        int value;
+    } rows[] = {{L"150", 150}, {L"-12", -12}, {L"7.9", 7}, {L"12abc", 12}, {L"abc", 0}, {L"", 0}};
+    for (const auto& row : rows) {
+        tool.m_Edit.SetWindowText(row.text);
+        EXPECT_EQ(row.value, tool.TypedDistance()) << row.text;
+    }
+}

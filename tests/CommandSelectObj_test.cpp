@@ -1,0 +1,123 @@
+// The pick of the default click.
+
+#include "CommandSelectObj.h"
+#include "Line.h"
+#include "support/ViewHost.h"
+
+#include <gtest/gtest.h>
+
+// The class is not exported: everything here goes through a click on a view with no tool running.
+
+namespace {
+
+CLine* AddLine(ViewHost& host, double x1, double y1, double x2, double y2) {
+    return static_cast<CLine*>(
+        host.view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), Gdiplus::Color(255, 255, 255, 255), 1));
+}
+
+} // namespace
+
+TEST(CommandSelectObj, FourPixelsAwayIsAHitAndALittleMoreIsNot) {
+    ViewHost host;
+    CLine* line = AddLine(host, 100, 100, 300, 100);
+    host.Click(CPoint(200, 205));
+    EXPECT_EQ(0, host.Document().IsSelected(line));
+    host.Click(CPoint(200, 204));
+    EXPECT_EQ(1, host.Document().IsSelected(line));
+    EXPECT_EQ(CDrawable::Selected, line->GetDrawState());
+}
+
+TEST(CommandSelectObj, TheReachIsInPixelsAtEveryZoom) {
+    ViewHost host;
+    host.Tran().SetScale(10.0f); // 40 units.
+    CLine* line = AddLine(host, 1000, 1000, 3000, 1000);
+    host.Click(CPoint(200, 196)); // 40 units above the line on row 200.
+    EXPECT_EQ(1, host.Document().IsSelected(line));
+}
+
+TEST(CommandSelectObj, SelectionAddsUp) {
+    ViewHost host;
+    CLine* a = AddLine(host, 100, 100, 300, 100);
+    CLine* b = AddLine(host, 100, 150, 300, 150);
+    host.Click(CPoint(150, 200));
+    host.Click(CPoint(150, 150));
+    EXPECT_EQ(1, host.Document().IsSelected(a));
+    EXPECT_EQ(1, host.Document().IsSelected(b));
+    EXPECT_EQ(2, host.Document().GetSelectedDrawableObjs()->GetSize());
+}
+
+TEST(CommandSelectObj, AnUnselectedOneOfTwoOverlappingObjectsBehindASelectedOneIsOutOfReach) {
+    ViewHost host;
+    CLine* lower = AddLine(host, 100, 100, 300, 100);
+    CLine* upper = AddLine(host, 100, 101, 300, 101);
+    host.Click(CPoint(150, 199)); // On the upper one: the lower index wins all the same.
+    EXPECT_EQ(1, host.Document().IsSelected(lower));
+    EXPECT_EQ(0, host.Document().IsSelected(upper));
+    host.Click(CPoint(150, 199));
+    EXPECT_EQ(0, host.Document().IsSelected(upper));
+}
+
+TEST(CommandSelectObj, AnObjectThatIsNotSelectableIsPassedOver) {
+    ViewHost host;
+    CLine* fixed = AddLine(host, 100, 100, 300, 100);
+    fixed->SetCanBeSelect(0);
+    CLine* free = AddLine(host, 100, 100, 300, 100);
+    host.Click(CPoint(150, 200));
+    EXPECT_EQ(0, host.Document().IsSelected(fixed));
+    EXPECT_EQ(1, host.Document().IsSelected(free));
+}
+
+TEST(CommandSelectObj, AnUnselectableObjectSelectedByOtherMeansStillShields) {
+    ViewHost host;
+    CLine* fixed = AddLine(host, 100, 100, 300, 100);
+    fixed->SetCanBeSelect(0);
+    host.Document().AddSelected(fixed);
+    CLine* other = AddLine(host, 100, 100, 300, 100);
+    host.Click(CPoint(150, 200));
+    EXPECT_EQ(0, host.Document().IsSelected(other));
+}
+
+TEST(CommandSelectObj, AnObjectInTheStateSelectedButInNoListIsPassedOver) {
+    ViewHost host;
+    CLine* loaded = AddLine(host, 100, 100, 300, 100);
+    loaded->SetDrawState(CDrawable::Selected); // As after loading a drawing that was saved with it selected.
+    CLine* below = AddLine(host, 100, 100, 300, 100);
+    host.Click(CPoint(150, 200));
+    EXPECT_EQ(0, host.Document().IsSelected(loaded));
+    EXPECT_EQ(1, host.Document().IsSelected(below));
+}
+
+TEST(CommandSelectObj, NetLinesCannotBePicked) {
+    ViewHost host;
+    auto* net = new CLine;
+    net->SetStartPoint(CGePoint2d(100, 100));
+    net->SetEndPoint(CGePoint2d(300, 100));
+    host.Document().AddNetobject(net);
+    host.Click(CPoint(150, 200));
+    EXPECT_EQ(0, host.Document().GetSelectedDrawableObjs()->GetSize());
+}
+
+TEST(CommandSelectObj, AHiddenObjectCanBePickedInAViewZoomedFarOut) {
+    ViewHost host;
+    CLine* hidden = AddLine(host, 100, 100, 300, 100);
+    hidden->SetIsShow(0);
+    host.Tran().SetScale(24.9f); // 100 / 24.9 = 4.02 pixels.
+    host.Click(CPoint(390, 10));
+    EXPECT_EQ(0, host.Document().IsSelected(hidden));
+    host.Tran().SetScale(25.0f);
+    host.Click(CPoint(390, 10));
+    EXPECT_EQ(1, host.Document().IsSelected(hidden));
+}
+
+TEST(CommandSelectObj, SelectingRepaintsWithBlueGripsAndDots) {
+    ViewHost host;
+    AddLine(host, 100, 100, 300, 100);
+    host.Click(CPoint(200, 200));
+    host.Update();
+    const Picture picture = host.Take();
+    // Three hollow squares of seven pixels a side: 24 pixels each.
+    EXPECT_EQ(72, picture.Count(RGB(0, 0, 255)));
+    EXPECT_EQ(RGB(0, 0, 255), picture.At(97, 197));
+    EXPECT_EQ(RGB(0, 0, 255), picture.At(303, 203));
+    EXPECT_EQ(RGB(0, 0, 255), picture.At(197, 200));
+}

@@ -1,0 +1,247 @@
+// The command "line" on a real window, and what it shares with the other creating tools: search, tracking, base.
+
+#include "CommandOperationManager.h"
+#include "Line.h"
+#include "OperationCreateObjAb.h"
+#include "support/ViewHost.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Drawing : ViewHost {
+    Drawing() { view.DoCommand(L"line"); }
+    CCommandOperationManager& Manager() {
+        return *static_cast<CCommandOperationManager*>(view.GetCommandOperationManager());
+    }
+    bool Running() { return Manager().GetHasCommand() != 0; }
+    CLine* Last() { return static_cast<CLine*>(Objects()[Objects().GetUpperBound()]); }
+    void ExpectLast(double x1, double y1, double x2, double y2) {
+        ASSERT_LT(0, Objects().GetSize());
+        EXPECT_EQ(x1, Last()->GetStartPoint().x);
+        EXPECT_EQ(y1, Last()->GetStartPoint().y);
+        EXPECT_EQ(x2, Last()->GetEndPoint().x);
+        EXPECT_EQ(y2, Last()->GetEndPoint().y);
+    }
+};
+
+} // namespace
+
+TEST(OperationCreateLine, TwoClicksMakeALineAndEndTheTool) {
+    Drawing d;
+    d.Move(CPoint(50, 60));
+    d.Click(CPoint(50, 60));
+    EXPECT_EQ(0, d.Objects().GetSize()) << "the object exists from the second click on";
+    EXPECT_TRUE(d.Running());
+    d.Move(CPoint(150, 200));
+    ::ValidateRect(d.view.m_hWnd, nullptr);
+    d.Send(WM_LBUTTONDOWN, MK_LBUTTON, CPoint(150, 200));
+    d.ExpectLast(50, 240, 150, 100);
+    EXPECT_FALSE(d.Running()) << "the tool does not repeat";
+    EXPECT_TRUE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
+}
+
+TEST(OperationCreateLine, TheLineHasTheForegroundColourOfItsClickAndDefaultsOtherwise) {
+    Drawing d;
+    d.Click(CPoint(50, 60));
+    d.Document().SetFGColorIndex(9);
+    d.Click(CPoint(150, 200));
+    EXPECT_EQ(9, d.Last()->GetPenColorIndex());
+    EXPECT_EQ(-1.0f, d.Last()->GetLineWide());
+    EXPECT_EQ(-1, d.Last()->GetLineType());
+    EXPECT_EQ(CDrawable::Normal, d.Last()->GetDrawState());
+    ViewHost plain;
+    plain.view.DoCommand(L"line");
+    plain.Click(CPoint(10, 10));
+    plain.Click(CPoint(90, 90));
+    EXPECT_EQ(137, plain.Objects()[0]->GetPenColorIndex());
+}
+
+TEST(OperationCreateLine, BothClicksOnOnePointMakeALineWithoutLength) {
+    Drawing d;
+    d.Click(CPoint(50, 60));
+    d.Click(CPoint(50, 60));
+    d.ExpectLast(50, 240, 50, 240);
+}
+
+TEST(OperationCreateLine, TheRightButtonBreaksOffAndTakesTheBandAway) {
+    Drawing d;
+    const Picture fresh = d.TakeFresh();
+    d.Click(CPoint(50, 60));
+    d.Move(CPoint(150, 200));
+    EXPECT_LT(90, fresh.Difference(d.Take()));
+    d.RightClick(CPoint(150, 200));
+    EXPECT_EQ(0, fresh.Difference(d.Take()));
+    EXPECT_EQ(0, d.Objects().GetSize());
+    EXPECT_FALSE(d.Running());
+}
+
+TEST(OperationCreateLine, ADozenMovesWithSnapsAndTrackingLeaveThePictureAsItWas) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 200), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.view.AddLine(CGePoint2d(30, 250), CGePoint2d(200, 20), Gdiplus::Color(255, 0, 0, 255), 1);
+    const Picture fresh = d.TakeFresh();
+    const CPoint path[] = {CPoint(20, 20),   CPoint(101, 201), CPoint(100, 60),  CPoint(300, 100), CPoint(300, 250),
+                           CPoint(30, 100),  CPoint(30, 50),   CPoint(200, 280), CPoint(390, 280), CPoint(200, 150),
+                           CPoint(115, 165), CPoint(60, 250),  CPoint(0, 0)};
+    for (const CPoint& point : path) {
+        d.Move(point);
+    }
+    d.Send(WM_LBUTTONDOWN, MK_LBUTTON, CPoint(150, 250));
+    // Standing assistant lines stay until the next paint, by design: the last move above stood on none.
+    for (const CPoint& point : path) {
+        d.Move(point);
+    }
+    d.Move(CPoint(77, 222)); // On no snap point, so that the marker goes.
+    d.RightClick(CPoint(77, 222));
+    EXPECT_EQ(0, fresh.Difference(d.Take()));
+}
+
+TEST(OperationCreateLine, BeforeTheFirstClickABandOfNoLengthCarriesAssistantLines) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 200), Gdiplus::Color(255, 0, 255, 0), 1);
+    const Picture fresh = d.TakeFresh();
+    d.Move(CPoint(100, 200)); // Over the start point: tracked from now on.
+    d.Move(CPoint(100, 40));
+    EXPECT_LT(60, fresh.Difference(d.Take()));
+    d.Move(CPoint(140, 40));
+    EXPECT_EQ(0, fresh.Difference(d.Take()));
+}
+
+TEST(OperationCreateLine, TheFirstClickIsTrackedForTheSecond) {
+    Drawing d;
+    d.Tran().SetOriginX(0.25);
+    d.Click(CPoint(50, 60)); // x is 50.25.
+    d.Tran().SetOriginX(0.0);
+    d.Click(CPoint(50, 200)); // Pixel column of 50.25.
+    EXPECT_EQ(50.25, d.Last()->GetStartPoint().x);
+    EXPECT_EQ(50.25, d.Last()->GetEndPoint().x);
+}
+
+TEST(OperationCreateLine, TheOrthoLockHoldsTheLineLevelOrUpright) {
+    const struct {
+        CPoint click;
+        double x;
+        double y;
+    } rows[] = {{CPoint(150, 110), 150, 200}, {CPoint(110, 180), 100, 120}, {CPoint(140, 140), 140, 200}};
+    for (const auto& row : rows) {
+        Drawing d;
+        d.Manager().SetDrawObjLatus(1);
+        d.Click(CPoint(100, 100));
+        d.Move(row.click);
+        d.Click(row.click);
+        d.ExpectLast(100, 200, row.x, row.y);
+    }
+}
+
+TEST(OperationCreateLine, TheOrthoLockOverridesASnapInOneCoordinate) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(200, 190), CGePoint2d(390, 20), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.Manager().SetDrawObjLatus(5);
+    d.Manager().SetOsnapMode(7);
+    d.Click(CPoint(100, 100));
+    d.Click(CPoint(203, 112)); // Snaps to (200, 190).
+    d.ExpectLast(100, 200, 200, 200);
+}
+
+TEST(OperationCreateLine, APerpendicularIsOfferedAfterTheFirstClickOnlyAndBeforeTheGrips) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 100), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.Click(CPoint(2, 201));   // The foot from (0, 0) would be (0, 100): not offered.
+    d.Click(CPoint(104, 198)); // The foot from (2, 99) is (2, 100): too far; the grip is near.
+    d.ExpectLast(2, 99, 100, 100);
+    d.view.DoCommand(L"line");
+    d.Click(CPoint(103, 100));
+    d.Click(CPoint(102, 202)); // The foot (103, 100) and the grip (100, 100) are both near: the foot is first.
+    d.ExpectLast(103, 200, 103, 100);
+}
+
+TEST(OperationCreateLine, TheFootMayLieOnTheExtensionOfALine) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(100, 100), CGePoint2d(200, 100), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.Click(CPoint(350, 50));
+    d.Click(CPoint(352, 203));
+    d.ExpectLast(350, 250, 350, 100);
+}
+
+TEST(OperationCreateLine, AHiddenObjectGivesNoSnapHere) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(100, 100), CGePoint2d(200, 100), Gdiplus::Color(255, 0, 255, 0), 1)->SetIsShow(0);
+    d.Click(CPoint(103, 198));
+    d.Click(CPoint(300, 20));
+    d.ExpectLast(103, 102, 300, 280);
+}
+
+TEST(OperationCreateLine, AnotherCommandReplacesALineInProgress) {
+    Drawing d;
+    d.Click(CPoint(50, 60));
+    d.view.DoCommand(L"line");
+    d.Click(CPoint(100, 100));
+    EXPECT_EQ(0, d.Objects().GetSize());
+    d.Click(CPoint(150, 100));
+    d.ExpectLast(100, 200, 150, 200);
+}
+
+// ---- The base of the creating tools --------------------------------------------------------------------------------
+
+namespace {
+
+class PlainTool : public COperationCreateObjAb {
+public:
+    explicit PlainTool(ViewHost& host) : COperationCreateObjAb(&host.view, nullptr, &host.Tran(), &host.Document()) {}
+    using COperationCreateObjAb::GetGripPoint;
+    using COperationCreateObjAb::m_ClickCount;
+    using COperationCreateObjAb::m_LastPoint;
+    using COperationCreateObjAb::m_pCurrentObject;
+    using COperationCreateObjAb::OnCreateObject;
+};
+
+} // namespace
+
+TEST(OperationCreateObjAb, TheBaseCountsClicksAndForgetsThemOnTheRightButton) {
+    ViewHost host;
+    PlainTool tool(host);
+    EXPECT_EQ(0, static_cast<int>(tool.OnLButtonDown(0, CGePoint2d(3, 4))));
+    EXPECT_EQ(1, tool.m_ClickCount);
+    EXPECT_EQ(4.0, tool.m_LastPoint.y);
+    EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnRButtonDown(0, CGePoint2d()));
+    EXPECT_EQ(0, tool.m_ClickCount);
+}
+
+TEST(OperationCreateObjAb, TheObjectBeingBuiltIsShownThroughTheCurrentSlot) {
+    ViewHost host;
+    PlainTool tool(host);
+    EXPECT_EQ(0, tool.AddCurrentObjectToDocument());
+    CLine line;
+    tool.m_pCurrentObject = &line;
+    EXPECT_EQ(1, tool.AddCurrentObjectToDocument());
+    EXPECT_EQ(&line, host.Document().GetCurrentObject());
+    EXPECT_EQ(&line, tool.GetCurrentObject());
+    tool.RemoveCurrentObjectAtDocument();
+    EXPECT_EQ(nullptr, host.Document().GetCurrentObject());
+}
+
+TEST(OperationCreateObjAb, TheObjectBeingBuiltIsSearchedLast) {
+    ViewHost host;
+    PlainTool tool(host);
+    tool.SetOsnapMode(7);
+    CLine line;
+    line.SetStartPoint(CGePoint2d(100, 100));
+    tool.m_pCurrentObject = &line;
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(100.0, hit.x);
+    host.view.AddLine(CGePoint2d(105, 100), CGePoint2d(300, 300), Gdiplus::Color(255, 0, 0, 0), 1);
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(105.0, hit.x);
+}
+
+TEST(OperationCreateObjAb, ANewObjectTakesTheForegroundColourAndNoneIsFine) {
+    ViewHost host;
+    PlainTool tool(host);
+    host.Document().SetFGColorIndex(12);
+    CLine line;
+    tool.OnCreateObject(&line);
+    EXPECT_EQ(12, line.GetPenColorIndex());
+    tool.OnCreateObject(nullptr);
+}

@@ -1,0 +1,31 @@
+// Golden streams of tests/data, and documents made from and turned into bytes.
+// Layer: tests.
+#pragma once
+
+#include "Document.h"
+#include "VectorViewCoordTran.h"
+
+#include <string>
+#include <vector>
+
+using Bytes = std::vector<BYTE>;
+
+// The bytes of tests/data/<name>; a missing file fails the test that asks.
+Bytes ReadTestData(const std::string& name);
+
+// A document with a mapping of its own, and no painter or view.
+struct LoneDocument {
+    LoneDocument() { document.SetVectorViewCoordTran(&tran); }
+    CDrawableArray& Objects() { return *document.GetDrawableObjs(); }
+    // Through OpenDocument on the bytes, which are copied to a block of exactly their size.
+    int Load(const Bytes& bytes);
+    // Through ReadData, without the message boxes of the frame; the exception's cause, or -1 for none.
+    int LoadRaw(const Bytes& bytes);
+    Bytes Store();
+
+    CVectorViewCoordTran tran;
+    CGraphicDocument document;
+};
+
+// One object's own Serialize, outside ReadObject.
+Bytes StoreObject(CDrawable& object);
