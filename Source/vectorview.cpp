@@ -96,7 +96,9 @@ void CVectorView::DoCommand(CString word) {
     }
     if (word == L"open") {
         GetDocument()->OpenDocument();
-        InvalidateRect(nullptr, TRUE);
+        if (m_hWnd != nullptr) {
+            InvalidateRect(nullptr, TRUE); // Without a window this would be the desktop's.
+        }
     }
     if (word == L"save") {
         GetDocument()->DoFileSave();
