@@ -2,6 +2,8 @@
 // Layer: afx.
 #include "HandleMap.h"
 
+#include <commctrl.h>
+
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
@@ -29,6 +31,17 @@ INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
     static_cast<void>(wParam);
     static_cast<void>(lParam);
     return FALSE;
+}
+
+// Whether the control that Escape goes to has asked for all keys. A multi-line edit box asks too without a use for it.
+bool KeepsEscape(const MSG& key) {
+    const LRESULT code = ::SendMessage(key.hwnd, WM_GETDLGCODE, key.wParam, reinterpret_cast<LPARAM>(&key));
+    if ((code & DLGC_WANTALLKEYS) == 0)
+        return false;
+    TCHAR name[8] = {};
+    ::GetClassName(key.hwnd, name, 8);
+    const bool isEdit = ::lstrcmpi(name, WC_EDIT) == 0;
+    return !(isEdit && (::GetWindowLong(key.hwnd, GWL_STYLE) & ES_MULTILINE) != 0);
 }
 
 } // namespace
@@ -205,7 +218,8 @@ BOOL CDialog::PreTranslateMessage(MSG* pMsg) {
     if (CWnd::PreTranslateMessage(pMsg))
         return TRUE;
     // Escape reaches OnCancel only where there is something to press: a disabled Cancel button refuses it.
-    if (pMsg->message == WM_KEYDOWN && (pMsg->wParam == VK_ESCAPE || pMsg->wParam == VK_CANCEL)) {
+    if (pMsg->message == WM_KEYDOWN && (pMsg->wParam == VK_ESCAPE || pMsg->wParam == VK_CANCEL) &&
+        !KeepsEscape(*pMsg)) {
         const HWND cancel = ::GetDlgItem(m_hWnd, IDCANCEL);
         if (cancel == nullptr || ::IsWindowEnabled(cancel)) {
             SendMessage(WM_COMMAND, IDCANCEL, 0);

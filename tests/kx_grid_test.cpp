@@ -763,3 +763,18 @@ TEST(KxSheetGridDialog, TemplateMakesItAndDataExchangeTakesItOver) {
     dialog.DestroyWindow();
     EXPECT_EQ(nullptr, dialog.m_grid.m_hWnd);
 }
+
+TEST(KxSheetGridDialog, EscapeGoesToTheCellAndNotToTheDialog) {
+    GridDialog dialog;
+    const GridTemplate resource;
+    ASSERT_TRUE(dialog.CreateIndirect(&resource.head));
+    dialog.m_grid.SetRowCount(3);
+    ASSERT_TRUE(dialog.m_grid.BeginEdit(1));
+    MSG escape = {dialog.m_grid.GetEdit()->m_hWnd, WM_KEYDOWN, VK_ESCAPE, 1, 0, {0, 0}};
+    EXPECT_TRUE(dialog.PreTranslateMessage(&escape));
+    EXPECT_FALSE(dialog.m_grid.IsEditing());
+    escape.hwnd = dialog.m_grid.m_hWnd;
+    EXPECT_TRUE(dialog.PreTranslateMessage(&escape));
+    EXPECT_TRUE(dialog.IsWindowVisible());
+    dialog.DestroyWindow();
+}
