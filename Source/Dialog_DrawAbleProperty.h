@@ -17,7 +17,7 @@ public:
     ~CDialog_DrawAbleProperty() override;
 
     // Modeless; `id` is the template.
-    virtual int Create(unsigned int id, CWnd* parent);
+    int Create(unsigned int id, CWnd* parent) override;
     // What a click on an object calls: shows it when the window is there and visible. Not owned: whoever frees the
     // object calls LoadObject with null first.
     void SetObject(CDrawable* object);

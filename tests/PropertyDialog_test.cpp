@@ -391,6 +391,28 @@ TEST_F(PropertyDialog, KeysWalkEditCommitAndGiveUp) {
     dialog->LoadObject(nullptr);
 }
 
+TEST_F(PropertyDialog, AClickOnAValueEditsItAndTheNextClickStoresIt) {
+    CLine line;
+    dialog->LoadObject(&line);
+    const int x1 = RowOf("起点x坐标");
+    const auto click = [this](int row) {
+        Grid()->SetCurrentRow(row);
+        const CPoint at = Grid()->GetCellRect(row, 1).CenterPoint();
+        ::PostMessage(Grid()->m_hWnd, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+        ::PostMessage(Grid()->m_hWnd, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+        Pump();
+    };
+    click(x1);
+    ASSERT_TRUE(Grid()->IsEditing());
+    Type(L"4");
+    click(x1 + 1);
+    EXPECT_EQ(4.0, line.GetStartPoint().x);
+    Type(L"5");
+    frame.SetFocus();
+    EXPECT_EQ(5.0, line.GetStartPoint().y);
+    dialog->LoadObject(nullptr);
+}
+
 TEST_F(PropertyDialog, ChineseIsTypedIntoACell) {
     CLine line;
     dialog->LoadObject(&line);

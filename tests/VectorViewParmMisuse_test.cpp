@@ -364,4 +364,36 @@ TEST_F(MisbehavingHost, EditingNoParameterIsNothing) {
     ExpectClosed();
 }
 
+// ---- The view goes -------------------------------------------------------------------------------------------------
+
+TEST_F(MisbehavingHost, DeletingAViewInTheMiddleOfAnEditCallsNoHook) {
+    Events lines;
+    auto* doomed = new ParmView;
+    ASSERT_TRUE(
+        doomed->Create(AfxRegisterWndClass(0), L"", WS_CHILD | WS_VISIBLE, CRect(0, 310, 200, 400), &parent, 79));
+    doomed->log = &lines;
+    auto* parm = static_cast<CTextParm*>(doomed->AddParmText(CGePoint2d(), L"1", L"D", 0, kColor, 20.0, 0));
+    doomed->EditAt(parm, CRect(10, 10, 90, 40));
+    ASSERT_TRUE(HasFocus(doomed->Edit()));
+    lines.clear();
+    delete doomed;
+    EXPECT_EQ(Events{}, lines);
+    Pump();
+}
+
+TEST_F(MisbehavingHost, AnEditThatAHookOpensThroughTheWalkGoesOn) {
+    EditA();
+    view.onEnd = [&](CTextParm* parm) {
+        if (parm == a) {
+            view.BaseWalk(parm);
+        }
+    };
+    view.DoEndEdit();
+    EXPECT_EQ(storedA + openB, Take());
+    ExpectOpenOn(b, L"20");
+    view.onEnd = nullptr;
+    other.SetFocus();
+    EXPECT_EQ((Events{"accept B 20", "changing B 20>20", "changed B 20>20", "end B"}), Take());
+}
+
 } // namespace
