@@ -7,6 +7,7 @@
 #include <afxdlgs.h>
 #include <afxres.h>
 
+#include <memory>
 #include <unordered_set>
 
 namespace {
@@ -89,12 +90,14 @@ int CGraphicDocument::ReadData(CArchive& ar) {
         if (obj == nullptr) {
             continue;
         }
-        if (!seen.insert(obj).second) {
+        if (seen.count(obj) != 0) {
             // A reference back to an object that stands in the list: drawings have none.
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
-        KX_ADD_MEMORY(obj);
+        std::unique_ptr<CDrawable> owned(obj);
+        seen.insert(obj);
         m_DrawableObjs.Add(obj);
+        KX_ADD_MEMORY(owned.release());
     }
     return 1;
 }
@@ -148,7 +151,7 @@ int CGraphicDocument::OpenDocument() {
     if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0) {
         return 0;
     }
-    // The base class knows no Reset: the objects of the file come behind those that are here. Hosts use it to merge.
+    // The base class knows no Reset: the objects of the file come behind those that are here, unlike those of a buffer.
     OnOpenDocument(name);
     return 1;
 }
@@ -180,8 +183,10 @@ int CGraphicDocument::DoSave(const wchar_t* path, int replace) {
         }
     }
     BeginWaitCursor();
+    const bool isNew = ::GetFileAttributes(name) == INVALID_FILE_ATTRIBUTES;
     if (!OnSaveDocument(name)) {
-        if (path == nullptr) {
+        // What the attempt left goes. A file that stood there before is whole, since only whole files replace it.
+        if (path == nullptr && isNew) {
             try {
                 CFile::Remove(name);
             } catch (CException* e) {

@@ -16,7 +16,7 @@ public:
 
     CLayerManager* GetLayerManager() { return m_pLayerManager; }
     void SetLayerManager(CLayerManager* layers) { m_pLayerManager = layers; }
-    // The painter's mapping.
+    // The painter's mapping; asks for a painter.
     CVectorViewCoordTran* GetVectorViewCoordTran();
     // The string to draw for a parameter's value: the painter's number display, or the value as it stands when there
     // is no painter.

@@ -93,7 +93,7 @@ void CDrawable::SetPenColor(DWORD color) {
 
 // The layer row goes out under the line type's key and is looked for under the width's. So an edit of the layer
 // reaches nothing, and an edit of the width also writes the low half of the float's bits into the layer: 2.0 moves
-// the object to layer 0. Hosts have stored drawings edited this way; the keys stay as they are.
+// the object to layer 0. The keys are part of the interface and stay as they are.
 void CDrawable::GetProperty(CDrawableProperty& list) {
     PropertyRows::Add(list, L"color", L"颜色", L"指定对象的颜色", VT_I2, COleVariant(m_PenColorIndex, VT_I2));
     PropertyRows::Add(list, L"LineWide", L"线宽", L"指定线宽度", VT_R4, COleVariant(m_LineWide));

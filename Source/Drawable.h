@@ -36,7 +36,8 @@ public:
 
     // ---- The virtual interface, in this order ----
 
-    // Draws the grips in the state Selected; every object's own Draw ends with this one. Throws nothing.
+    // Draws the grips in the state Selected; every object's own Draw ends with this one. The concrete kinds report
+    // whatever is thrown in a message box and let the paint go on.
     virtual void Draw(CDC* pDC, CDrawGeometry* pGeom);
     // Appends the grips of the kinds in `mask`, in drawing units. Only polylines look at the mask.
     virtual void getGripPoints(CGePointArray& out, int mask);

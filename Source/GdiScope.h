@@ -24,7 +24,7 @@ private:
     CPen* m_pOld;
 };
 
-// Selects a stock brush; an index that is no brush changes nothing, and then nothing is put back.
+// Selects a stock brush. Where GDI refuses the index (15 is none) nothing was changed, and nothing is put back.
 class CScopedStockBrush {
 public:
     CScopedStockBrush(CDC* dc, int index) : m_pDC(dc), m_pOld(static_cast<CBrush*>(dc->SelectStockObject(index))) {}

@@ -23,7 +23,7 @@ public:
     // The entry as a COLORREF, 0x00BBGGRR, its alpha dropped. An index outside the table gives black.
     DWORD GetColor(int index);
     // The first index whose raw entry, 0xAARRGGBB, equals `color`; 137 for none. No inverse of GetColor: the two work
-    // on different byte orders, and hosts rely on it.
+    // on different byte orders, as the interface has it.
     int GetColorIndex(DWORD color);
 
 private:

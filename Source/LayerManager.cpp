@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <unordered_set>
 
 IMPLEMENT_SERIAL(CLayerInfo, CSerialable, VERSIONABLE_SCHEMA | 5)
@@ -112,11 +113,13 @@ void CLayerManager::Serialize(CArchive& ar) {
     std::unordered_set<const CObject*> seen;
     for (int i = 0; i < count; ++i) {
         auto* layer = static_cast<CLayerInfo*>(ar.ReadObject(RUNTIME_CLASS(CLayerInfo)));
-        if (layer == nullptr || !seen.insert(layer).second) {
+        if (layer == nullptr || seen.count(layer) != 0) {
             // No layer, or one that is in the table already: taking it again would free it twice.
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
-        KX_ADD_MEMORY(layer);
+        std::unique_ptr<CLayerInfo> owned(layer);
+        seen.insert(layer);
         m_Layers.Add(layer);
+        KX_ADD_MEMORY(owned.release());
     }
 }

@@ -3,7 +3,8 @@
 #include "Document.h"
 #include "VectorGraphic.h"
 
-// The two forms differ in the margin and, on purpose, in where they round to single precision.
+// The two forms differ in the margin and, on purpose, in where they round to single precision. The mapping takes any
+// scale, so that none has to be read back.
 
 namespace {
 

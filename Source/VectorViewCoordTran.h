@@ -5,7 +5,7 @@
 #include "Geometry2d.h"
 #include "Truncate.h"
 
-// Results pass through single precision on purpose: every view of a drawing, at every zoom, rounds in the same way.
+// Results pass through single precision on purpose: pixels are to come out the same wherever a drawing is shown.
 class NRVECTORVIEW_API CVectorViewCoordTran {
 public:
     CVectorViewCoordTran() = default;
