@@ -155,11 +155,12 @@ house_wine() {
 house_wineserver() { (house_wine_env; exec timeout -k 5 60 "$WINESERVER" "$@" >/dev/null 2>&1 </dev/null 9>&-); }
 
 # house_prefix [MANAGED]: makes the prefix once: no Mono, no Gecko, no menus, no crash dialog, and the drawing's default
-# face mapped to an installed one (under both its names, or dialog captions stay boxes). MANAGED is N where no window
+# face mapped to an installed one (under both its names, or dialog captions stay boxes), which also lends its Chinese
+# characters to the face that stands for all others, as Windows links fonts. MANAGED is N where no window
 # manager runs, as on the virtual display: windows then stand where their programs put them, at once.
 house_prefix() {
     local prefix=${NR_WINEPREFIX:-$HOUSE_BUILD/wineprefix}
-    [ ! -e "$prefix/house-made" ] || return 0
+    [ ! -e "$prefix/house-made-2" ] || return 0
     house_say "making the Wine prefix"
     house_wineserver -k
     rm -rf "$prefix"
@@ -170,9 +171,11 @@ house_prefix() {
     house_wine 60 reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "${1:-N}" /f &&
         house_wine 60 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f &&
         house_wine 60 reg add "$fonts" /v SimSun /d 'WenQuanYi Micro Hei' /f &&
-        house_wine 60 reg add "$fonts" /v 宋体 /d 'WenQuanYi Micro Hei' /f || return 1
+        house_wine 60 reg add "$fonts" /v 宋体 /d 'WenQuanYi Micro Hei' /f &&
+        house_wine 60 reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v 'DejaVu Sans' \
+            /t REG_MULTI_SZ /d 'wqy-microhei.ttc,WenQuanYi Micro Hei' /f || return 1
     house_wineserver -w
-    touch "$prefix/house-made"
+    touch "$prefix/house-made-2"
 }
 
 HOUSE_WINE_STARTED=

@@ -42,10 +42,12 @@ COLORREF Canvas::At(int x, int y) const {
 }
 
 CRect Canvas::Ink() const {
+    ::GdiFlush();
+    const DWORD ground = ExchangeRedBlue(m_Ground);
     CRect ink(m_Width, m_Height, 0, 0);
     for (int y = 0; y < m_Height; ++y) {
         for (int x = 0; x < m_Width; ++x) {
-            if (At(x, y) != m_Ground) {
+            if ((m_pBits[y * m_Width + x] & 0xFFFFFF) != ground) {
                 ink.left = std::min<LONG>(ink.left, x);
                 ink.top = std::min<LONG>(ink.top, y);
                 ink.right = std::max<LONG>(ink.right, x + 1);
@@ -57,11 +59,8 @@ CRect Canvas::Ink() const {
 }
 
 int Canvas::Count(COLORREF color) const {
-    int count = 0;
-    for (int y = 0; y < m_Height; ++y) {
-        for (int x = 0; x < m_Width; ++x) {
-            count += At(x, y) == color;
-        }
-    }
-    return count;
+    ::GdiFlush();
+    const DWORD wanted = ExchangeRedBlue(color);
+    return static_cast<int>(std::count_if(m_pBits, m_pBits + m_Width * m_Height,
+                                          [=](DWORD pixel) { return (pixel & 0xFFFFFF) == wanted; }));
 }
