@@ -19,7 +19,8 @@ constexpr UINT kMetricsSize = 696; // Room for the metrics and the four names be
 constexpr double kSmallestAdvance = 1e-12;
 
 // Traced like every heap object of the system, but taken off the registry after it is freed.
-// The registry compares the address and never follows it; volatile, because the compiler takes it for a use all the same.
+// The registry compares the address and never follows it; volatile, because the compiler takes it for a use all the
+// same.
 template <typename T>
 void FreeArray(T* array) {
     const volatile auto address = reinterpret_cast<std::uintptr_t>(array);
