@@ -159,6 +159,7 @@ TEST_F(InPlaceEdit, TheBoxIsPaintedWhenItOpensAndGoneWhenItEnds) {
 
 TEST_F(InPlaceEdit, ControlCCopies) {
     OpenWith(L"1234");
+    SetClipboard(L"before");
     SelectInBox(1, 3);
     ControlKey('C');
     EXPECT_EQ("23", Clipboard());
@@ -167,11 +168,12 @@ TEST_F(InPlaceEdit, ControlCCopies) {
 }
 
 TEST_F(InPlaceEdit, ControlXCuts) {
-    OpenWith(L"1234");
+    OpenWith(L"5678");
+    SetClipboard(L"before");
     SelectInBox(1, 3);
     ControlKey('X');
-    EXPECT_EQ("23", Clipboard());
-    EXPECT_EQ(L"14", BoxText());
+    EXPECT_EQ("67", Clipboard());
+    EXPECT_EQ(L"58", BoxText());
 }
 
 TEST_F(InPlaceEdit, ControlASelectsAll) {
@@ -193,6 +195,7 @@ TEST_F(InPlaceEdit, ControlVPastesAndTheBoxGrows) {
 
 TEST_F(InPlaceEdit, TheMessagesOfTheClipboardWorkToo) {
     OpenWith(L"1234");
+    SetClipboard(L"before");
     SelectInBox(0, 2);
     view.Edit().SendMessage(WM_COPY);
     EXPECT_EQ("12", Clipboard());

@@ -333,6 +333,20 @@ TEST_F(MisbehavingHost, TheSameParameterOpenedAgainInTheLastHookStaysOpen) {
     ExpectOpenOn(a, L"7");
 }
 
+TEST_F(MisbehavingHost, TheSameParameterOpenedAgainBehindTheStoreStaysOpen) {
+    EditA();
+    int times = 0;
+    view.onChanged = [&](CTextParm* parm) {
+        if (++times == 1) {
+            view.EditAt(parm, CRect(10, 10, 90, 40));
+        }
+    };
+    view.DoEndEdit();
+    // The edit that ended is over; the new one hears of its own end only.
+    EXPECT_EQ((Events{"accept A 7", "changing A 10>7", "changed A 10>7", "pre A", "query A"}), Take());
+    ExpectOpenOn(a, L"7");
+}
+
 TEST_F(MisbehavingHost, AnExceptionFromAHookLeavesTheViewUsable) {
     EditA();
     view.onAccept = [](CTextParm*, const CString&) -> int { AfxThrowUserException(); };
