@@ -2,11 +2,14 @@
 
 #include "Document.h"
 #include "Line.h"
+#include "MemoryInfo.h"
+#include "VectorGraphic.h"
+#include "support/RecordingDC.h"
 #include "support/TestData.h"
 
-#include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 
@@ -33,6 +36,103 @@ void Append(Bytes& bytes, T value) {
 
 // Where the count of objects stands in the header.
 constexpr size_t kCountAt = 34;
+
+// What the process has taken from the system for itself, in bytes, used or not.
+size_t CommittedBytes() {
+    size_t sum = 0;
+    MEMORY_BASIC_INFORMATION info = {};
+    for (const char* at = nullptr; ::VirtualQuery(at, &info, sizeof info) == sizeof info;
+         at = static_cast<const char*>(info.BaseAddress) + info.RegionSize) {
+        if (info.State == MEM_COMMIT && info.Type == MEM_PRIVATE) {
+            sum += info.RegionSize;
+        }
+    }
+    return sum;
+}
+
+// A file that notes what the process holds each time it is read from: also in the read that finds its end, where
+// whatever was taken ahead of the bytes is still held.
+class MeasuringFile : public CMemFile {
+public:
+    UINT Read(void* buffer, UINT count) override {
+        most = std::max(most, CommittedBytes());
+        ++reads;
+        return CMemFile::Read(buffer, count);
+    }
+    size_t most = 0;
+    int reads = 0;
+};
+
+// By how many bytes the process grew at most while a document read the stream; -1 when the stream did not end early.
+long long GrowthOfTruncatedLoad(LoneDocument& lone, Bytes bytes) {
+    MeasuringFile file;
+    file.Attach(bytes.data(), static_cast<UINT>(bytes.size()), 0);
+    const size_t before = CommittedBytes();
+    bool ended = false;
+    try {
+        CArchive ar(&file, CArchive::load | CArchive::bNoFlushOnDelete, 4096);
+        lone.document.ReadData(ar);
+    } catch (CArchiveException* e) {
+        ended = e->m_cause == CArchiveException::endOfFile;
+        e->Delete();
+    }
+    file.Detach();
+    EXPECT_LE(2, file.reads);
+    return ended ? static_cast<long long>(file.most) - static_cast<long long>(before) : -1;
+}
+
+constexpr long long kSmallGrowth = 4 << 20;
+
+// A kind of object that counts how many of it are alive, and fails in the middle of being read.
+class CCountedDrawable : public CDrawable {
+    DECLARE_SERIAL(CCountedDrawable)
+public:
+    enum Failure { None, ReadsPastTheEnd, ThrowsException, ThrowsNumber };
+    CCountedDrawable() {
+        ++alive;
+        ++made;
+    }
+    ~CCountedDrawable() override { --alive; }
+    void Serialize(CArchive& ar) override {
+        CDrawable::Serialize(ar);
+        if (!ar.IsLoading()) {
+            return;
+        }
+        switch (failure) {
+        case ReadsPastTheEnd: {
+            BYTE bytes[1000];
+            ar.EnsureRead(bytes, sizeof bytes);
+            break;
+        }
+        case ThrowsException:
+            AfxThrowMemoryException();
+        case ThrowsNumber:
+            throw 7;
+        default:
+            break;
+        }
+    }
+    static int alive;
+    static int made;
+    static Failure failure;
+};
+
+int CCountedDrawable::alive = 0;
+int CCountedDrawable::made = 0;
+CCountedDrawable::Failure CCountedDrawable::failure = None;
+
+IMPLEMENT_SERIAL(CCountedDrawable, CDrawable, VERSIONABLE_SCHEMA | 5)
+
+// Three counted objects in a stream.
+Bytes CountedStream() {
+    LoneDocument lone;
+    for (int i = 0; i < 3; ++i) {
+        auto* object = new CCountedDrawable;
+        KX_ADD_MEMORY(object);
+        lone.document.AddDrawAobject(object);
+    }
+    return lone.Store();
+}
 
 } // namespace
 
@@ -75,14 +175,30 @@ TEST(DocumentStream, TheHeaderHoldsBackgroundScaleOriginAndScreenHeight) {
     EXPECT_EQ(expected, bytes);
 }
 
-TEST(DocumentStream, NetLinesForegroundAndSelectionAreNotStored) {
+TEST(DocumentStream, NetForegroundSelectionCurrentObjectLayersAndScreenWidthAreNotStored) {
     LoneDocument lone;
+    CLine* line = lone.document.AddLine(0, 0, 0, 0, 0, 0, 1, 2, 3, 4);
+    line->SetDrawState(CDrawable::Selected); // The object's state is stored; that it stands in a list is not.
+    lone.tran.SetScreenSize(CSize(1, 300));
     const Bytes before = lone.Store();
     auto* net = new CLine;
+    KX_ADD_MEMORY(net);
     lone.document.AddNetobject(net);
-    lone.document.SetFGColorIndex(3);
-    lone.tran.SetScreenSize(CSize(500, 0));
     EXPECT_EQ(before, lone.Store());
+    lone.document.SetFGColorIndex(3);
+    EXPECT_EQ(before, lone.Store());
+    lone.document.AddSelected(line);
+    ASSERT_EQ(1, lone.document.IsSelected(line));
+    EXPECT_EQ(before, lone.Store());
+    CLine current;
+    lone.document.AddCurrentObject(&current);
+    EXPECT_EQ(before, lone.Store());
+    lone.document.GetLayerManager()->AddLayer("second");
+    lone.document.GetLayerManager()->GetLayerInfo(0)->m_LineWide = 9.0f;
+    EXPECT_EQ(before, lone.Store());
+    lone.tran.SetScreenSize(CSize(500, 300));
+    EXPECT_EQ(before, lone.Store());
+    lone.document.removeCurrentObject();
 }
 
 TEST(DocumentStream, StoringToNoFileIsRefused) {
@@ -90,7 +206,7 @@ TEST(DocumentStream, StoringToNoFileIsRefused) {
     EXPECT_EQ(0, lone.document.StoreToMemFile(nullptr));
 }
 
-TEST(DocumentStream, AHalfMillionUnitsOfTextTakeTheLongestLengthForm) {
+TEST(DocumentStream, SeventyThousandUnitsOfTextTakeTheLongestLengthForm) {
     LoneDocument lone;
     auto* line = new CLine;
     line->SetParmName(CString(L'x', 70000));
@@ -137,7 +253,92 @@ TEST(DocumentStream, EverySchemaOfALineReadsItsOwnFields) {
         EXPECT_EQ(1.5f, line->GetScale());
         EXPECT_EQ(3, line->GetLayer());
         EXPECT_EQ(42, line->GetID());
+        EXPECT_EQ(-1, line->GetColorBrush());
+        EXPECT_EQ(0, line->IsDelete());
+        EXPECT_EQ(CDrawable::Normal, line->GetDrawState());
+        EXPECT_EQ(1, line->GetIsShow());
+        EXPECT_EQ(row.schema == 5 ? 0 : 1, line->isCanSelect()) << "only the current form stores it";
     }
+}
+
+TEST(DocumentStream, EverySchemaOfALineReadsBrushDeletionAndState) {
+    for (int schema = 0; schema <= 6; ++schema) {
+        SCOPED_TRACE(schema);
+        Bytes bytes = ReadTestData("line_schema" + std::to_string(schema) + ".nrv");
+        // Behind header and class record; the current form has two words more.
+        const size_t base = 38 + 11 + (schema == 5 ? 8 : 0);
+        Put<short>(bytes, base + 6, -30000);
+        Put<int>(bytes, base + 24, 0x01020304);
+        Put<int>(bytes, base + 28, 1);
+        if (schema == 5) {
+            Put<int>(bytes, base + 32, 0);
+            Put<int>(bytes, base + 36, 7);
+        }
+        LoneDocument lone;
+        ASSERT_EQ(1, lone.Load(bytes));
+        CLine* line = OnlyLine(lone);
+        ASSERT_NE(nullptr, line);
+        EXPECT_EQ(-30000, line->GetColorBrush());
+        EXPECT_EQ(0x01020304, line->IsDelete());
+        EXPECT_EQ(CDrawable::Dragging, line->GetDrawState());
+        EXPECT_EQ(schema == 5 ? 0 : 1, line->GetIsShow()) << "older forms have none: shown";
+        EXPECT_EQ(schema == 5 ? 7 : 1, line->isCanSelect());
+    }
+}
+
+TEST(DocumentStream, APlainDrawableLoadsDrawsAndIsStoredAgain) {
+    // Header for one object, class record, the two words, the attributes: selected, so that grips would show.
+    Bytes bytes = ReadTestData("empty.nrv");
+    Put<int>(bytes, kCountAt, 1);
+    const Bytes record = {0xFF, 0xFF, 5, 0, 9, 0, 'C', 'D', 'r', 'a', 'w', 'a', 'b', 'l', 'e', 5, 0, 0, 0, 7, 0, 0, 0};
+    bytes.insert(bytes.end(), record.begin(), record.end());
+    Append<short>(bytes, 9);
+    Append<DWORD>(bytes, 0x00112233);
+    Append<short>(bytes, -1);
+    Append<float>(bytes, 2.5f);
+    Append<short>(bytes, 1);
+    Append<float>(bytes, 1.0f);
+    Append<short>(bytes, 0);
+    for (int value : {77, 0, 0, 1, 1}) { // Number, deletion, state, visibility, selectability.
+        Append<int>(bytes, value);
+    }
+    CVectorViewCoordTran tran;
+    CVectorGraphic graphic;
+    graphic.SetVectorViewCoordTran(&tran);
+    ASSERT_EQ(1, graphic.GetDocument()->OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())));
+    ASSERT_EQ(1, graphic.GetDocument()->GetDrawableObjs()->GetSize());
+    CDrawable* object = graphic.GetDocument()->GetDrawableObjs()->GetAt(0);
+    EXPECT_EQ(RUNTIME_CLASS(CDrawable), object->GetRuntimeClass());
+    EXPECT_EQ(77, object->GetID());
+    EXPECT_EQ(2.5f, object->GetLineWide());
+    RecordingDC dc;
+    graphic.OnDraw(&dc, 0);
+    EXPECT_TRUE(SameCalls({"SelectObject(pen style=0 width=0 color=0x00FF0000)", "SelectStockObject(5)",
+                           "SelectObject(brush default)", "SelectObject(pen default)"},
+                          dc.Calls()))
+        << "it has no grips";
+    CMemFile file;
+    ASSERT_EQ(1, graphic.GetDocument()->StoreToMemFile(&file));
+    Bytes stored(static_cast<size_t>(file.GetLength()));
+    file.SeekToBegin();
+    file.Read(stored.data(), static_cast<UINT>(stored.size()));
+    EXPECT_EQ(bytes, stored);
+}
+
+TEST(DocumentStream, ALoadKeepsTheNetOfTheView) {
+    LoneDocument lone;
+    auto* net = new CLine;
+    KX_ADD_MEMORY(net);
+    lone.document.AddNetobject(net);
+    lone.document.AddLine(0, 0, 0, 0, 0, 0, 1, 2, 3, 4);
+    const Bytes stored = lone.Store();
+    ASSERT_EQ(1, lone.Load(stored));
+    EXPECT_EQ(1, lone.Objects().GetSize());
+    ASSERT_EQ(1, lone.document.GetNetDrawableObjs()->GetSize());
+    EXPECT_EQ(net, lone.document.GetNetDrawableObjs()->GetAt(0));
+    LoneDocument other;
+    ASSERT_EQ(1, other.Load(stored));
+    EXPECT_EQ(0, other.document.GetNetDrawableObjs()->GetSize()) << "and the stream has none";
 }
 
 TEST(DocumentStream, TheBaseBlockOfVersionFiveHasNeitherVisibilityNorSelectability) {
@@ -203,6 +404,25 @@ TEST(DocumentStream, ASavedScreenHeightShiftsTheDrawingInALowerWindow) {
     CPoint pixel;
     lone.tran.DPToLP(CGePoint2d(0, 0), pixel);
     EXPECT_EQ(600, pixel.y); // 200 rows below the lower window's bottom edge.
+}
+
+TEST(DocumentStream, TheShiftOfASavedScreenHeightEndsWithZoomAll) {
+    CVectorViewCoordTran tran;
+    CVectorGraphic graphic;
+    graphic.SetVectorViewCoordTran(&tran);
+    tran.SetScreenSize(CSize(400, 400));
+    Bytes bytes = ReadTestData("empty.nrv");
+    Put<int>(bytes, 30, 600);
+    ASSERT_EQ(1, graphic.GetDocument()->OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())));
+    ASSERT_EQ(600, tran.GethScreen());
+    graphic.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, 0, 0, 340, 340);
+    graphic.ZoomAll(CRect(0, 0, 400, 400)); // 340 units on 400 pixels less 60.
+    EXPECT_EQ(400, tran.GethScreen());
+    CPoint pixel;
+    tran.DPToLP(CGePoint2d(0, 0), pixel);
+    EXPECT_EQ(CPoint(30, 370), pixel);
+    tran.DPToLP(CGePoint2d(340, 340), pixel);
+    EXPECT_EQ(CPoint(370, 30), pixel);
 }
 
 TEST(DocumentStream, NullAndEmptyBuffersAreRefusedAndKeepTheDrawing) {
@@ -302,8 +522,19 @@ TEST(DocumentStream, AHugeCountCostsNoMemoryAheadOfItsObjects) {
     Bytes bytes = ReadTestData("line_schema5.nrv");
     Put<int>(bytes, kCountAt, 0x7fffffff);
     LoneDocument lone;
-    EXPECT_EQ(CArchiveException::endOfFile, lone.LoadRaw(bytes));
+    const long long growth = GrowthOfTruncatedLoad(lone, bytes);
+    EXPECT_LE(0, growth);
+    EXPECT_GT(kSmallGrowth, growth);
     EXPECT_EQ(1, lone.Objects().GetSize());
+}
+
+TEST(DocumentStream, TheMeterOfTheseTestsSeesMemoryThatIsTakenAndNotUsed) {
+    const auto before = static_cast<long long>(CommittedBytes());
+    void* block = ::VirtualAlloc(nullptr, 64 << 20, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    ASSERT_NE(nullptr, block);
+    const auto with = static_cast<long long>(CommittedBytes());
+    ::VirtualFree(block, 0, MEM_RELEASE);
+    EXPECT_LE(64LL << 20, with - before);
 }
 
 TEST(DocumentStream, AHugeTextLengthCostsNoMemoryAheadOfItsBytes) {
@@ -315,8 +546,80 @@ TEST(DocumentStream, AHugeTextLengthCostsNoMemoryAheadOfItsBytes) {
     bytes.insert(bytes.end(), length.begin(), length.end());
     bytes.insert(bytes.end(), 64, BYTE('x'));
     LoneDocument lone;
-    EXPECT_EQ(CArchiveException::endOfFile, lone.LoadRaw(bytes));
+    const long long growth = GrowthOfTruncatedLoad(lone, bytes);
+    EXPECT_LE(0, growth);
+    EXPECT_GT(kSmallGrowth, growth);
     EXPECT_EQ(0, lone.Objects().GetSize());
+}
+
+TEST(DocumentStream, AnObjectThatFailsHalfReadIsFreed) {
+    // The registry knows an object only once it is whole: the objects themselves are counted.
+    const Bytes stream = CountedStream();
+    ASSERT_EQ(0, CCountedDrawable::alive);
+    const auto before = CKXMemoryManager::Instance()->GetCount();
+    for (const auto failure :
+         {CCountedDrawable::ReadsPastTheEnd, CCountedDrawable::ThrowsException, CCountedDrawable::ThrowsNumber}) {
+        SCOPED_TRACE(failure);
+        CCountedDrawable::failure = failure;
+        CCountedDrawable::made = 0;
+        LoneDocument lone;
+        CMemFile file;
+        Bytes bytes = stream;
+        file.Attach(bytes.data(), static_cast<UINT>(bytes.size()), 0);
+        bool failed = false;
+        try {
+            CArchive ar(&file, CArchive::load | CArchive::bNoFlushOnDelete, 4096);
+            lone.document.ReadData(ar);
+        } catch (CException* e) {
+            failed = failure != CCountedDrawable::ThrowsNumber;
+            e->Delete();
+        } catch (int number) {
+            failed = failure == CCountedDrawable::ThrowsNumber && number == 7;
+        }
+        file.Detach();
+        EXPECT_TRUE(failed);
+        EXPECT_EQ(1, CCountedDrawable::made);
+        EXPECT_EQ(0, CCountedDrawable::alive);
+        EXPECT_EQ(0, lone.Objects().GetSize());
+    }
+    CCountedDrawable::failure = CCountedDrawable::None;
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+}
+
+TEST(DocumentStream, EveryPrefixOfAStreamFreesWhatItMade) {
+    const Bytes stream = CountedStream();
+    const auto before = CKXMemoryManager::Instance()->GetCount();
+    for (size_t length = 0; length < stream.size(); ++length) {
+        CCountedDrawable::made = 0;
+        {
+            LoneDocument lone;
+            EXPECT_EQ(CArchiveException::endOfFile,
+                      lone.LoadRaw(Bytes(stream.begin(), stream.begin() + static_cast<std::ptrdiff_t>(length))));
+            EXPECT_EQ(lone.Objects().GetSize(), CCountedDrawable::alive) << "half-read ones are gone: " << length;
+        }
+        EXPECT_EQ(0, CCountedDrawable::alive) << length;
+    }
+    EXPECT_EQ(3, CCountedDrawable::made) << "the longest prefix began all three";
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+}
+
+TEST(DocumentStream, ATagBackToACountedObjectFreesItOnce) {
+    Bytes bytes = CountedStream();
+    const Bytes one = [] {
+        LoneDocument lone;
+        auto* object = new CCountedDrawable;
+        KX_ADD_MEMORY(object);
+        lone.document.AddDrawAobject(object);
+        return lone.Store();
+    }();
+    bytes.resize(one.size());
+    Append<WORD>(bytes, 2);
+    {
+        LoneDocument lone;
+        EXPECT_EQ(CArchiveException::badIndex, lone.LoadRaw(bytes));
+        EXPECT_EQ(1, CCountedDrawable::alive);
+    }
+    EXPECT_EQ(0, CCountedDrawable::alive);
 }
 
 TEST(DocumentStream, AnUnknownClassIsACorruptStream) {

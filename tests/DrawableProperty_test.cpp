@@ -87,3 +87,125 @@ TEST(DrawableProperty, ARowWithoutAValueHoldsAnEmptyVariant) {
     const CEnumProperty mark(L"k", L"d", L"l", VT_I2);
     EXPECT_TRUE(mark.IsKindOf(RUNTIME_CLASS(CSimpleProperty)));
 }
+
+// ---- Taking back ---------------------------------------------------------------------------------------------------
+
+namespace {
+
+// One field of each kind and a row for each, with other values.
+struct EveryKind {
+    EveryKind() {
+        PropertyRows::AddText(list, L"text", L"text", L"新");
+        PropertyRows::AddShort(list, L"short", L"short", -32768);
+        PropertyRows::AddLong(list, L"long", L"long", 0x12345678);
+        PropertyRows::AddFloat(list, L"float", L"float", 0.1f);
+        PropertyRows::AddDouble(list, L"double", L"double", 0.1);
+        PropertyRows::AddFlag(list, L"flag", L"flag", 1);
+        PropertyRows::AddLong(list, L"byte", L"byte", 0x17F);
+    }
+    ~EveryKind() { list.Clear(); }
+    void Take() {
+        PropertyRows::TakeText(list, L"text", text);
+        PropertyRows::TakeShort(list, L"short", number);
+        PropertyRows::TakeLong(list, L"long", whole);
+        PropertyRows::TakeFloat(list, L"float", single);
+        PropertyRows::TakeDouble(list, L"double", real);
+        PropertyRows::TakeFlag(list, L"flag", flag);
+        PropertyRows::TakeLowByte(list, L"byte", byte);
+    }
+    void ExpectUntouched() const {
+        EXPECT_EQ(CString(L"旧"), text);
+        EXPECT_EQ(11, number);
+        EXPECT_EQ(12, whole);
+        EXPECT_EQ(13.5f, single);
+        EXPECT_EQ(14.5, real);
+        EXPECT_EQ(15, flag);
+        EXPECT_EQ(16, byte);
+    }
+    CDrawableProperty list;
+    CString text = L"旧";
+    short number = 11;
+    int whole = 12;
+    float single = 13.5f;
+    double real = 14.5;
+    int flag = 15;
+    int byte = 16;
+};
+
+} // namespace
+
+TEST(DrawableProperty, UnchangedRowsLeaveEveryKindOfFieldAlone) {
+    EveryKind every;
+    every.Take();
+    every.ExpectUntouched();
+}
+
+TEST(DrawableProperty, MissingRowsLeaveEveryKindOfFieldAlone) {
+    EveryKind every;
+    every.list.Clear();
+    every.Take();
+    every.ExpectUntouched();
+}
+
+TEST(DrawableProperty, ChangedRowsAreTakenIntoEveryKindOfField) {
+    EveryKind every;
+    for (int i = 0; i < every.list.GetSize(); ++i) {
+        every.list.GetRow(i)->m_Changed = 1;
+    }
+    every.Take();
+    EXPECT_EQ(CString(L"新"), every.text);
+    EXPECT_EQ(-32768, every.number);
+    EXPECT_EQ(0x12345678, every.whole);
+    EXPECT_EQ(0.1f, every.single);
+    EXPECT_EQ(0.1, every.real);
+    EXPECT_EQ(1, every.flag);
+    EXPECT_EQ(127, every.byte) << "the low byte of 0x17F";
+    EXPECT_EQ(1, every.list.GetRow(0)->m_Changed) << "nothing resets the mark";
+}
+
+TEST(DrawableProperty, ATextOfTheListIsTakenWithItsZeroCharacters) {
+    CDrawableProperty list;
+    PropertyRows::AddText(list, L"t", L"t", L"");
+    CSimpleProperty* row = list.GetRow(0);
+    row->m_Changed = 1;
+    CString field = L"old";
+    PropertyRows::TakeText(list, L"t", field);
+    EXPECT_TRUE(field.IsEmpty());
+    ::SysFreeString(row->m_Value.bstrVal);
+    row->m_Value.bstrVal = ::SysAllocStringLen(L"a\0b", 3);
+    PropertyRows::TakeText(list, L"t", field);
+    EXPECT_EQ(3, field.GetLength());
+    ::SysFreeString(row->m_Value.bstrVal);
+    row->m_Value.bstrVal = nullptr; // The null pointer is an empty text.
+    PropertyRows::TakeText(list, L"t", field);
+    EXPECT_TRUE(field.IsEmpty());
+    list.Clear();
+}
+
+TEST(DrawableProperty, AValueIsTakenAsItsBitsStandWithoutConversion) {
+    CDrawableProperty list;
+    PropertyRows::AddFloat(list, L"f", L"f", 1.0f); // 0x3F800000
+    list.GetRow(0)->m_Changed = 1;
+    int whole = 0;
+    PropertyRows::TakeLong(list, L"f", whole);
+    EXPECT_EQ(0x3F800000, whole);
+    list.Clear();
+}
+
+TEST(DrawableProperty, TheDestructorLeavesTheRowsToTheirOwner) {
+    CKXMemoryManager* registry = CKXMemoryManager::Instance();
+    const int before = registry->GetCount();
+    CSimpleProperty* row = nullptr;
+    {
+        CDrawableProperty list;
+        PropertyRows::AddLong(list, L"k", L"k", 7);
+        row = list.GetRow(0);
+    }
+    EXPECT_EQ(before + 1, registry->GetCount());
+    EXPECT_TRUE(registry->IsKnown(row));
+    EXPECT_EQ(7, row->GetValue().lVal);
+    CDrawableProperty owner;
+    owner.Add(row);
+    owner.Clear();
+    EXPECT_EQ(before, registry->GetCount());
+}

@@ -2,6 +2,7 @@
 
 #include "GraphInfo.h"
 
+#include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
 TEST(GraphInfo, AnchorsOfTheTableStandAtTheirIndices) {
@@ -46,14 +47,41 @@ TEST(GraphInfo, IndicesAreFoundByTheRawEntryAndNotByAColorref) {
     EXPECT_EQ(140, table->GetColorIndex(0xFF9ACD32));
 }
 
-TEST(GraphInfo, TheTableIsAlphabeticalAndEveryEntryButOneIsOpaque) {
-    // The sum of all entries' raw values, formed independently from the published list, would change with any entry.
+TEST(GraphInfo, AChecksumOfEveryEntryAndItsIndexIsThatOfThePublishedList) {
+    // Formed independently from the published list; it would change with any entry, and with any two exchanged.
     CGraphColorInfo* table = CGraphColorInfo::GetInstance();
     unsigned long long sum = 0;
     for (int i = 0; i < 141; ++i) {
         sum += static_cast<unsigned long long>(i + 1) * table->GetColor(i);
     }
     EXPECT_EQ(102009339036ull, sum);
+}
+
+TEST(GraphInfo, EveryEntryButTransparentIsOpaque) {
+    CGraphColorInfo* table = CGraphColorInfo::GetInstance();
+    for (int i = 0; i < 141; ++i) {
+        const DWORD color = table->GetColor(i);
+        const DWORD rgb = (color & 0xFF) << 16 | (color & 0xFF00) | (color & 0xFF0000) >> 16;
+        // The first entry of a colour is found: 20 Cyan is 2 Aqua, 79 Magenta is 45 Fuchsia, 133 shows as 137 White.
+        const int first = i == 20 ? 2 : i == 79 ? 45 : i == 133 ? 137 : i;
+        EXPECT_EQ(first, table->GetColorIndex(0xFF000000 | rgb)) << i;
+        EXPECT_EQ(i == 133 || i == 137 ? 133 : 137, table->GetColorIndex(rgb)) << i;
+    }
+}
+
+TEST(GraphInfo, TheInstanceAndItsTableAreRegisteredWhileTheyLive) {
+    CGraphColorInfo::Release();
+    CKXMemoryManager* registry = CKXMemoryManager::Instance();
+    const int before = registry->GetCount();
+    const int unknown = registry->GetUnknownCount();
+    CGraphColorInfo* table = CGraphColorInfo::GetInstance();
+    EXPECT_TRUE(registry->IsKnown(table));
+    EXPECT_EQ(before + 2, registry->GetCount()) << "the instance and its array";
+    EXPECT_EQ(table, CGraphColorInfo::GetInstance());
+    EXPECT_EQ(before + 2, registry->GetCount());
+    CGraphColorInfo::Release();
+    EXPECT_EQ(before, registry->GetCount());
+    EXPECT_EQ(unknown, registry->GetUnknownCount());
 }
 
 TEST(GraphInfo, AReleasedTableIsMadeAnew) {

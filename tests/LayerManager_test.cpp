@@ -202,6 +202,58 @@ TEST(LayerManager, ALayerThatStandsTwiceInAStreamIsRefusedAndFreedOnce) {
     EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
 }
 
+TEST(LayerManager, ANullLayerAndAnObjectOfAnotherKindAreACorruptTable) {
+    const auto before = CKXMemoryManager::Instance()->GetCount();
+    {
+        CLayerManager layers;
+        EXPECT_EQ(CArchiveException::badIndex, Read(layers, {100, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0, 0}));
+        EXPECT_EQ(0, layers.GetLayerCount());
+        Bytes bytes = {100, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0xFF, 0xFF, 5, 0, 5, 0, 'C', 'L', 'i', 'n', 'e'};
+        bytes.insert(bytes.end(), 200, 0);
+        EXPECT_EQ(CArchiveException::badClass, Read(layers, bytes));
+        EXPECT_EQ(0, layers.GetLayerCount());
+    }
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+}
+
+TEST(LayerManager, ANegativeCountReadsNoLayer) {
+    CLayerManager layers;
+    EXPECT_EQ(-1, Read(layers, {100, 0, 0, 0, 1, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 1, 2, 3}));
+    EXPECT_EQ(0, layers.GetLayerCount());
+    EXPECT_EQ(0, layers.AddLayer("first"));
+}
+
+TEST(LayerManager, TheLoadedLimitCountsAndMayLieBelowOrAboveTheCount) {
+    CLayerManager two;
+    two.AddLayer("second");
+    Bytes bytes = StoreLayers(two);
+    const struct {
+        BYTE limit;
+        int fit;
+    } cases[] = {{0, 0}, {1, 0}, {2, 1}, {4, 3}};
+    for (const auto& row : cases) {
+        bytes[0] = row.limit;
+        CLayerManager layers;
+        ASSERT_EQ(-1, Read(layers, bytes));
+        ASSERT_EQ(2, layers.GetLayerCount()) << "loading asks no limit";
+        for (int i = 0; i < row.fit; ++i) {
+            EXPECT_EQ(2 + i, layers.AddLayer("more")) << int{row.limit};
+        }
+        EXPECT_EQ(-1, layers.AddLayer("too many")) << int{row.limit};
+        EXPECT_EQ(row.limit, StoreLayers(layers)[0]);
+    }
+}
+
+TEST(LayerManager, ALayerAddedWithTooLongANameIsThereWithoutOne) {
+    CLayerManager layers;
+    EXPECT_EQ(1, layers.AddLayer("123456789012345678901"));
+    EXPECT_EQ(2, layers.AddLayer(nullptr));
+    ASSERT_EQ(3, layers.GetLayerCount());
+    EXPECT_STREQ("", layers.GetLayerInfo(1)->GetName());
+    EXPECT_STREQ("", layers.GetLayerInfo(2)->GetName());
+    EXPECT_EQ(137, layers.GetLayerInfo(1)->m_ColorIndex);
+}
+
 TEST(LayerManager, EveryPrefixOfATableEndsWithTheStream) {
     CLayerManager layers;
     layers.AddLayer("b");

@@ -3,10 +3,13 @@
 #include "Document.h"
 #include "Line.h"
 #include "MemDC.h"
+#include "MemoryInfo.h"
 #include "VectorGraphic.h"
 #include "support/RecordingDC.h"
 
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace {
 
@@ -200,21 +203,64 @@ TEST(LineDraw, OnlyExactlyMinusOneIsByLayer) {
 
 TEST(LineDraw, WithoutALayerTheOwnValuesStand) {
     Painter p;
-    CLine* line = p.Add(0, 0, 1, 1);
-    line->SetLayer(1);
-    const Calls unlocked = p.Draw(line);
-    ASSERT_EQ(5u, unlocked.size());
-    EXPECT_NE(std::string::npos, unlocked[1].find("width=1 color=0x00000000")) << unlocked[1];
-    line->SetLockMode(1);
-    EXPECT_EQ(5u, p.Draw(line).size()) << "width -1 goes to GDI as it is";
-    class Coloured : public CLine {
+    class Layerless : public CLine {
     public:
-        Coloured() {
+        Layerless() {
             m_Layer = 1;
             m_PenColor = 0x00445566;
         }
-    } coloured;
-    EXPECT_NE(std::string::npos, p.Pen(&coloured).find("color=0x00445566"));
+        using CLine::InnerGetLineType;
+        using CLine::InnerGetLineWide;
+        using CLine::InnerGetPenColor;
+    } line;
+    CDrawGeometry geometry(&p.graphic, p.graphic.GetDocument()->GetLayerManager());
+    EXPECT_EQ(-1.0f, line.InnerGetLineWide(&geometry));
+    EXPECT_EQ(-1, line.InnerGetLineType(&geometry));
+    EXPECT_EQ(0x00445566u, line.InnerGetPenColor(&geometry));
+    // Unlocked the width is raised to 1; locked the pen gets -1, of which GDI takes the amount. No GDI pen has the
+    // style -1: it makes a solid one.
+    EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00445566)", p.Pen(&line));
+    line.SetLockMode(1);
+    EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00445566)", p.Pen(&line));
+    CLine* plain = p.Add(0, 0, 1, 1);
+    plain->SetLayer(1);
+    EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00000000)", p.Pen(plain)) << "black by default";
+}
+
+TEST(LineDraw, TheLineTypeComesFromTheLayer) {
+    Painter p;
+    p.Layer()->m_LineType = PS_DASHDOT;
+    CLine* line = p.Add(0, 0, 1, 1);
+    EXPECT_EQ("SelectObject(pen style=3 width=1 color=0x00FFFFFF)", p.Pen(line));
+    line->SetLineType(PS_DASH);
+    EXPECT_EQ("SelectObject(pen style=1 width=1 color=0x00FFFFFF)", p.Pen(line)) << "its own goes first";
+    line->SetLineType(-1);
+    line->SetDrawState(CDrawable::Selected);
+    EXPECT_EQ("SelectObject(pen style=2 width=1 color=0x00FFFFFF)", p.Pen(line));
+}
+
+TEST(LineDraw, AFractionalWidthScales) {
+    Painter p;
+    class Thin : public CLine {
+    public:
+        Thin() { m_LineWide = 0.4f; }
+    } line;
+    const struct {
+        float scale;
+        const char* pen;
+    } cases[] = {{0.1f, "SelectObject(pen style=0 width=4 color=0x00FFFFFF)"},
+                 {0.13f, "SelectObject(pen style=0 width=3 color=0x00FFFFFF)"},  // 3.08
+                 {0.2f, "SelectObject(pen style=0 width=2 color=0x00FFFFFF)"},   // exactly 2
+                 {0.21f, "SelectObject(pen style=0 width=1 color=0x00FFFFFF)"},  // 1.9
+                 {0.4f, "SelectObject(pen style=0 width=1 color=0x00FFFFFF)"},   // exactly 1
+                 {0.5f, "SelectObject(pen style=0 width=1 color=0x00FFFFFF)"},   // 0.8, raised
+                 {80.0f, "SelectObject(pen style=0 width=1 color=0x00FFFFFF)"}}; // 0.005, raised
+    for (const auto& row : cases) {
+        p.tran.SetScale(row.scale);
+        EXPECT_EQ(row.pen, p.Pen(&line)) << row.scale;
+    }
+    line.SetLockMode(1);
+    EXPECT_EQ("SelectObject(pen style=0 width=0 color=0x00FFFFFF)", p.Pen(&line)) << "locked: 0.4 pixels, cut";
 }
 
 TEST(LineDraw, ALayerThatNamesItsColourByIndexShowsRedAndBlueExchanged) {
@@ -234,11 +280,30 @@ TEST(LineDraw, CoordinatesOutsideAllRangeDrawSomethingDefined) {
     Painter p;
     const double inf = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (double bad : {inf, -inf, nan, 1e300, -1e300}) {
-        CLine* line = p.Add(bad, 0, 10, bad);
-        EXPECT_EQ(5u, p.Draw(line).size());
+    // Far on the right rounding gives 1, far on the left 0, and y is flipped. Grips truncate: the lowest integer,
+    // around which the square wraps.
+    const struct {
+        double bad;
+        const char* from;
+        const char* to;
+    } cases[] = {{inf, "MoveTo(1,300)", "LineTo(10,0)"},
+                 {-inf, "MoveTo(0,300)", "LineTo(10,1)"},
+                 {nan, "MoveTo(0,300)", "LineTo(10,0)"},
+                 {1e300, "MoveTo(1,300)", "LineTo(10,0)"},
+                 {-1e300, "MoveTo(0,300)", "LineTo(10,1)"}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.bad);
+        CLine* line = p.Add(row.bad, 0, 10, row.bad);
+        const Calls normal = p.Draw(line);
+        ASSERT_EQ(5u, normal.size());
+        EXPECT_EQ(row.from, normal[2]);
+        EXPECT_EQ(row.to, normal[3]);
         line->SetDrawState(CDrawable::Selected);
-        EXPECT_EQ(12u, p.Draw(line).size());
+        const Calls selected = p.Draw(line);
+        ASSERT_EQ(12u, selected.size());
+        EXPECT_EQ("Rectangle(2147483645,297,-2147483644,304)", selected[7]);
+        EXPECT_EQ("Rectangle(2147483645,2147483645,-2147483644,-2147483644)", selected[8]);
+        EXPECT_EQ("Rectangle(7,2147483645,14,-2147483644)", selected[9]);
     }
 }
 
@@ -252,6 +317,23 @@ TEST(VectorGraphic, ClearingFillsTheClipBoxWithTheBackground) {
                           p.Paint(1)));
     p.graphic.GetDocument()->SetBKColorIndex(137);
     EXPECT_EQ("SelectObject(brush style=0 color=0x00FFFFFF)", p.Paint(1)[0]);
+}
+
+TEST(VectorGraphic, AHiddenBackgroundComesBackInThePaint) {
+    Painter p;
+    EXPECT_EQ("SelectObject(brush style=0 color=0x00030201)", p.Paint(1)[0]);
+    p.graphic.GetDocument()->SetBKColorIndex(7);
+    EXPECT_EQ("SelectObject(brush style=0 color=0x00000000)", p.Paint(1)[0]);
+    p.graphic.GetDocument()->SetBKColorIndex(-2);
+    EXPECT_EQ("SelectObject(brush style=0 color=0x00030201)", p.Paint(1)[0]);
+}
+
+TEST(VectorGraphic, ABackgroundIndexOutsideTheTableIsBlack) {
+    Painter p;
+    for (short index : {short{-1}, short{-3}, short{141}, short{499}, short{500}, short{32767}, short{-32768}}) {
+        p.graphic.GetDocument()->SetBKColorIndex(index);
+        EXPECT_EQ("SelectObject(brush style=0 color=0x00000000)", p.Paint(1)[0]) << index;
+    }
 }
 
 TEST(VectorGraphic, OnlyTheValueOneClears) {
@@ -281,7 +363,44 @@ TEST(VectorGraphic, NetLiesUndermostThenTheDrawingThenTheCurrentObject) {
     p.graphic.GetDocument()->removeCurrentObject();
 }
 
-TEST(VectorGraphic, AnOwnDocumentIsFreedAndAnExternalOneIsNot) {
+TEST(VectorGraphic, ItOwnsItsDocumentUntilItIsGivenAnother) {
+    CKXMemoryManager* registry = CKXMemoryManager::Instance();
+    auto* given = new CGraphicDocument;
+    KX_ADD_MEMORY(given);
+    CGraphicDocument outside;
+    const int before = registry->GetCount(); // With the two documents' layers.
+    {
+        CVectorGraphic graphic;
+        const CGraphicDocument* born = graphic.GetDocument();
+        EXPECT_EQ(before + 3, registry->GetCount()) << "document, its layer, geometry";
+        EXPECT_TRUE(registry->IsKnown(born));
+        graphic.SetDocument(&outside, 1);
+        EXPECT_EQ(before + 1, registry->GetCount()) << "the own one went, with its layer";
+        EXPECT_FALSE(registry->IsKnown(born));
+        graphic.SetDocument(given, 0);
+        EXPECT_EQ(before + 1, registry->GetCount()) << "the external one stays";
+        EXPECT_TRUE(registry->IsKnown(given));
+        EXPECT_EQ(given, graphic.GetDocument());
+    }
+    EXPECT_EQ(before - 2, registry->GetCount()) << "the given one was the painter's, with its layer";
+    EXPECT_FALSE(registry->IsKnown(given));
+    EXPECT_STREQ("Layer 0", outside.GetLayerManager()->GetLayerInfo(0)->GetName());
+}
+
+TEST(VectorGraphic, AGivenDocumentIsFreedByTheNextOne) {
+    CKXMemoryManager* registry = CKXMemoryManager::Instance();
+    CGraphicDocument outside;
+    CVectorGraphic graphic;
+    auto* given = new CGraphicDocument;
+    KX_ADD_MEMORY(given);
+    graphic.SetDocument(given, 0);
+    const int before = registry->GetCount();
+    graphic.SetDocument(&outside, -1); // Any nonzero is external.
+    EXPECT_EQ(before - 2, registry->GetCount());
+    EXPECT_FALSE(registry->IsKnown(given));
+}
+
+TEST(VectorGraphic, AnExternalDocumentIsPaintedWithItsOwnLayersAndKeepsItsObjects) {
     CVectorViewCoordTran tran;
     CGraphicDocument outside;
     {

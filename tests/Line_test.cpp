@@ -194,6 +194,31 @@ TEST(Line, TheDistanceIsToTheSegmentAndNeverNegative) {
     EXPECT_EQ(0.0f, line.HitTest(CGePoint2d(10, 0)));
 }
 
+TEST(Line, TheDistanceIsPositiveOnTheLeft) {
+    class Measured : public CLine {
+    public:
+        using CLine::DistanceLine;
+    };
+    const CGePoint2d a(0, 0);
+    const CGePoint2d b(10, 0);
+    EXPECT_EQ(3.0f, Measured::DistanceLine(a, b, CGePoint2d(5, 3)));
+    EXPECT_EQ(-3.0f, Measured::DistanceLine(a, b, CGePoint2d(5, -3)));
+    EXPECT_EQ(-3.0f, Measured::DistanceLine(b, a, CGePoint2d(5, 3)));
+    EXPECT_EQ(-2.0f, Measured::DistanceLine(a, b, CGePoint2d(10, -2))) << "level with the end: still the perpendicular";
+    EXPECT_EQ(5.0f, Measured::DistanceLine(a, b, CGePoint2d(13, -4))) << "to an end there is no side";
+    EXPECT_EQ(5.0f, Measured::DistanceLine(a, b, CGePoint2d(-3, -4)));
+}
+
+TEST(Line, TheMiddleDoesNotOverflow) {
+    CLine line;
+    Set(line, 1.5e308, -1.5e308, 1.7e308, -1.7e308);
+    CGePointArray grips;
+    line.getGripPoints(grips, 5);
+    ASSERT_EQ(3, grips.GetSize());
+    EXPECT_EQ(1.6e308, grips[1].x);
+    EXPECT_EQ(-1.6e308, grips[1].y);
+}
+
 TEST(Line, ALineWithoutLengthHasNoDistance) {
     CLine line;
     Set(line, 1, 1, 1, 1);
@@ -247,8 +272,18 @@ struct Rows {
 
 } // namespace
 
-TEST(Line, RowsStandInOrderWithTheirKeysLabelsAndTypes) {
-    CLine line;
+TEST(Line, RowsStandInOrderWithTheirKeysLabelsTypesAndValues) {
+    class Varied : public CLine {
+    public:
+        Varied() { m_LineWide = 2.5f; }
+    } line;
+    line.SetPenColorIndex(-7);
+    line.SetLineType(3);
+    line.SetLayer(4);
+    Set(line, 5.5, 6.5, 7.5, 8.5);
+    line.SetParmName(L"名");
+    line.SetMsgInfo(L"info");
+    line.SetLockMode(-9);
     const Rows rows(line);
     const struct {
         LPCTSTR key;
@@ -280,20 +315,99 @@ TEST(Line, RowsStandInOrderWithTheirKeysLabelsAndTypes) {
         EXPECT_EQ(expected[i].isEnum, row->IsKindOf(RUNTIME_CLASS(CEnumProperty)) != FALSE) << i;
         EXPECT_EQ(0, row->m_Changed) << i;
     }
+    const auto value = [&](int i) -> const COleVariant& { return rows.list.GetRow(i)->m_Value; };
+    EXPECT_EQ(-7, value(0).iVal);
+    EXPECT_EQ(2.5f, value(1).fltVal);
+    EXPECT_EQ(3, value(2).iVal);
+    EXPECT_EQ(4, value(3).iVal);
+    EXPECT_EQ(5.5, value(4).dblVal);
+    EXPECT_EQ(6.5, value(5).dblVal);
+    EXPECT_EQ(7.5, value(6).dblVal);
+    EXPECT_EQ(8.5, value(7).dblVal);
+    EXPECT_EQ(CString(L"名"), CString(value(8).bstrVal));
+    EXPECT_EQ(CString(L"info"), CString(value(9).bstrVal));
+    EXPECT_EQ(-9, value(10).lVal);
 }
 
-TEST(Line, ChangedRowsAreTakenBackAndOthersNot) {
+namespace {
+
+// Every row of a line with a value that a new line has nowhere.
+void GiveOtherValues(Rows& rows) {
+    const COleVariant values[] = {
+        COleVariant(static_cast<short>(9), VT_I2),
+        COleVariant(2.0f),
+        COleVariant(static_cast<short>(3), VT_I2),
+        COleVariant(static_cast<short>(4), VT_I2),
+        COleVariant(11.5),
+        COleVariant(12.5),
+        COleVariant(13.5),
+        COleVariant(14.5),
+        COleVariant(L"名", VT_BSTR),
+        COleVariant(L"info", VT_BSTR),
+        COleVariant(1L, VT_I4),
+    };
+    for (int i = 0; i < 11; ++i) {
+        rows.list.GetRow(i)->m_Value = values[i];
+    }
+}
+
+} // namespace
+
+TEST(Line, ChangedRowsAreTakenBack) {
     CLine line;
+    line.SetLayer(6);
+    Rows rows(line);
+    GiveOtherValues(rows);
+    for (int i = 0; i < rows.list.GetSize(); ++i) {
+        rows.list.GetRow(i)->m_Changed = 1;
+    }
+    line.SetProperty(rows.list);
+    EXPECT_EQ(9, line.GetPenColorIndex());
+    EXPECT_EQ(2.0f, line.GetLineWide());
+    EXPECT_EQ(3, line.GetLineType());
+    EXPECT_EQ(0, line.GetLayer()) << "the low half of the width's bits, and not the 4 of its own row";
+    ExpectEnds(line, 11.5, 12.5, 13.5, 14.5);
+    EXPECT_EQ(CString(L"名"), line.GetParmName());
+    EXPECT_EQ(CString(L"info"), line.GetMsgInfo());
+    EXPECT_EQ(1, line.GetLockMode());
+}
+
+TEST(Line, OneChangedRowIsTakenBackAlone) {
+    for (int changed = 4; changed < 11; ++changed) {
+        SCOPED_TRACE(changed);
+        CLine line;
+        line.SetLayer(6);
+        Rows rows(line);
+        GiveOtherValues(rows);
+        rows.list.GetRow(changed)->m_Changed = 1;
+        line.SetProperty(rows.list);
+        EXPECT_EQ(-1, line.GetPenColorIndex());
+        EXPECT_EQ(-1.0f, line.GetLineWide());
+        EXPECT_EQ(-1, line.GetLineType());
+        EXPECT_EQ(6, line.GetLayer());
+        ExpectEnds(line, changed == 4 ? 11.5 : 0, changed == 5 ? 12.5 : 0, changed == 6 ? 13.5 : 0,
+                   changed == 7 ? 14.5 : 0);
+        EXPECT_EQ(changed == 8, !line.GetParmName().IsEmpty());
+        EXPECT_EQ(changed == 9, !line.GetMsgInfo().IsEmpty());
+        EXPECT_EQ(changed == 10 ? 1 : 0, line.GetLockMode());
+    }
+}
+
+TEST(Line, UnchangedRowsAreNotTakenBack) {
+    CLine line;
+    line.SetLayer(6);
     Set(line, 1, 2, 3, 4);
     Rows rows(line);
-    rows.Change(4, COleVariant(11.5));
-    rows.Change(8, COleVariant(L"名", VT_BSTR));
-    rows.Change(10, COleVariant(1L, VT_I4));
-    rows.list.GetRow(5)->m_Value = COleVariant(99.0); // Not marked as changed.
+    GiveOtherValues(rows);
     line.SetProperty(rows.list);
-    ExpectEnds(line, 11.5, 2, 3, 4);
-    EXPECT_EQ(CString(L"名"), line.GetParmName());
-    EXPECT_EQ(1, line.GetLockMode());
+    EXPECT_EQ(-1, line.GetPenColorIndex());
+    EXPECT_EQ(-1.0f, line.GetLineWide());
+    EXPECT_EQ(-1, line.GetLineType());
+    EXPECT_EQ(6, line.GetLayer());
+    ExpectEnds(line, 1, 2, 3, 4);
+    EXPECT_TRUE(line.GetParmName().IsEmpty());
+    EXPECT_TRUE(line.GetMsgInfo().IsEmpty());
+    EXPECT_EQ(0, line.GetLockMode());
 }
 
 TEST(Line, AnEditOfTheLayerRowReachesNothing) {

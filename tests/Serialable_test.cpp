@@ -33,11 +33,31 @@ TEST(Serialable, TheStepAboveAWholeNumberIsOneMore) {
 TEST(Serialable, ValuesThatFitNoIntAreDefinedAndHarmless) {
     const double inf = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    // The whole part gives INT_MIN, and so does the fraction; their sum wraps to 0.
+    // The whole part gives INT_MIN, and so does the fraction; their sum wraps to 0. Far on the right the fraction is
+    // taken up by one, as what is left of it is no less than a half: INT_MIN + INT_MIN + 1 wraps to 1.
     EXPECT_EQ(0, CSerialable::GetNear(nan, 0));
-    EXPECT_EQ(CSerialable::GetNear(inf, 0), CSerialable::GetNear(inf, 0));
+    EXPECT_EQ(1, CSerialable::GetNear(inf, 0));
+    EXPECT_EQ(0, CSerialable::GetNear(-inf, 0));
+    EXPECT_EQ(1, CSerialable::GetNear(1e300, 0));
+    EXPECT_EQ(0, CSerialable::GetNear(-1e300, 0));
+}
+
+TEST(Serialable, RoundingHoldsUpToTheLastInteger) {
     EXPECT_EQ(2147483647, CSerialable::GetNear(2147483647.0, 0));
+    EXPECT_EQ(2147483647, CSerialable::GetNear(2147483646.5, 0));
+    EXPECT_EQ(2147483646, CSerialable::GetNear(2147483646.25, 0));
+    EXPECT_EQ(INT_MIN, CSerialable::GetNear(2147483647.5, 0)) << "a step further wraps";
     EXPECT_EQ(INT_MIN, CSerialable::GetNear(-2147483648.0, 0));
+    EXPECT_EQ(INT_MIN, CSerialable::GetNear(-2147483647.75, 0));
+    EXPECT_EQ(-2147483647, CSerialable::GetNear(-2147483647.5, 0));
+}
+
+TEST(Serialable, NextToAWholeNumberRoundingGoesToIt) {
+    EXPECT_EQ(0, CSerialable::GetNear(-1e-20, 0)); // Its fraction, 1 - 1e-20, is a whole 1 in double.
+    EXPECT_EQ(0, CSerialable::GetNear(1e-20, 0));
+    EXPECT_EQ(0, CSerialable::GetNear(-0.0, 0));
+    EXPECT_EQ(0, CSerialable::GetNear(0.49999999999999994, 0));
+    EXPECT_EQ(-1, CSerialable::GetNear(-0.50000000000000011, 0));
 }
 
 namespace {

@@ -2,11 +2,14 @@
 
 #include "Document.h"
 #include "Line.h"
+#include "MemoryInfo.h"
 #include "VectorGraphic.h"
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -16,9 +19,18 @@ struct Fit {
         graphic.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, static_cast<float>(x1), static_cast<float>(y1),
                                        static_cast<float>(x2), static_cast<float>(y2));
     }
+    void AddExact(double x1, double y1, double x2, double y2) {
+        auto* line = new CLine;
+        KX_ADD_MEMORY(line);
+        line->SetStartPoint(CGePoint2d(x1, y1));
+        line->SetEndPoint(CGePoint2d(x2, y2));
+        graphic.GetDocument()->AddDrawAobject(line);
+    }
     CVectorViewCoordTran tran;
     CVectorGraphic graphic;
 };
+
+constexpr float kInfinite = std::numeric_limits<float>::infinity();
 
 } // namespace
 
@@ -40,9 +52,9 @@ TEST(VectorGraphicZoom, ByPercentTheHeightLimitsAWideWindow) {
     fit.graphic.ZoomAll(CRect(0, 0, 1100, 500));
     // Margins 165 and 75: 1000/935 = 1.0695 against 500/425 = 1.17647.
     EXPECT_EQ(1.17647064f, fit.tran.GetScale());
-    // Width: (1100 * 1.17647064 - 1000) / 2 = 147.0588...; height: 37.5 * 1.17647064 = 44.11765.
-    EXPECT_NEAR(-147.0588, fit.tran.GetOriginX(), 1e-3);
-    EXPECT_NEAR(-44.117649, fit.tran.GetOriginY(), 1e-5);
+    // 1100 pixels of it are 1294.11767578125 as a float, so that the rest is 147.05...; 37.5 pixels in double.
+    EXPECT_EQ(-147.058837890625, fit.tran.GetOriginX());
+    EXPECT_EQ(-44.117648899555206, fit.tran.GetOriginY());
 }
 
 TEST(VectorGraphicZoom, ByPercentTheWidthLimitsATallWindow) {
@@ -51,8 +63,9 @@ TEST(VectorGraphicZoom, ByPercentTheWidthLimitsATallWindow) {
     fit.graphic.ZoomAll(CRect(0, 0, 200, 200));
     // Margins 30: 100/170 against 10/170.
     EXPECT_EQ(0.588235319f, fit.tran.GetScale());
-    EXPECT_NEAR(10 - 15 * 0.588235319, fit.tran.GetOriginX(), 1e-6);
-    EXPECT_NEAR(20 - (200 * 0.588235319 - 10) / 2, fit.tran.GetOriginY(), 1e-4);
+    // 15 pixels in double; 200 pixels, 117.64706420898438 as a float, less 10, by 2.
+    EXPECT_EQ(1.1764702200889587, fit.tran.GetOriginX());
+    EXPECT_EQ(-33.82353210449219, fit.tran.GetOriginY());
 }
 
 TEST(VectorGraphicZoom, AMarginIsNeverLessThanTenPixels) {
@@ -62,6 +75,68 @@ TEST(VectorGraphicZoom, AMarginIsNeverLessThanTenPixels) {
     EXPECT_EQ(2.0f, fit.tran.GetScale()); // 80 / (50 - 10), and not / (50 - 7.5).
     EXPECT_EQ(-10.0, fit.tran.GetOriginX());
     EXPECT_EQ(-10.0, fit.tran.GetOriginY());
+}
+
+TEST(VectorGraphicZoom, EachAxisHasALeastMarginOfItsOwn) {
+    // 15 percent of 50 are 7.5, raised to 10; of 200 they are 30 and stay.
+    Fit narrow;
+    narrow.Add(0, 0, 80, 80);
+    narrow.graphic.ZoomAll(CRect(0, 0, 50, 200));
+    EXPECT_EQ(2.0f, narrow.tran.GetScale());
+    EXPECT_EQ(-10.0, narrow.tran.GetOriginX());
+    EXPECT_EQ(-160.0, narrow.tran.GetOriginY()); // (400 - 80) / 2
+    Fit flat;
+    flat.Add(0, 0, 80, 80);
+    flat.graphic.ZoomAll(CRect(0, 0, 200, 50));
+    EXPECT_EQ(2.0f, flat.tran.GetScale());
+    EXPECT_EQ(-160.0, flat.tran.GetOriginX());
+    EXPECT_EQ(-10.0, flat.tran.GetOriginY());
+    Fit tall; // The wide margin limits: 85 / (200 - 30).
+    tall.Add(0, 0, 2, 85);
+    tall.graphic.ZoomAll(CRect(0, 0, 50, 200));
+    EXPECT_EQ(0.5f, tall.tran.GetScale());
+    EXPECT_EQ(-11.5, tall.tran.GetOriginX()); // (25 - 2) / 2
+    EXPECT_EQ(-7.5, tall.tran.GetOriginY());
+}
+
+TEST(VectorGraphicZoom, AMarginOfExactlyTenPixelsStays) {
+    Fit fit;
+    fit.graphic.SetZoomAllMargin(20);
+    fit.Add(0, 0, 80, 80);
+    fit.graphic.ZoomAll(CRect(0, 0, 50, 50));
+    EXPECT_EQ(2.0f, fit.tran.GetScale());
+    fit.graphic.SetZoomAllMargin(60);
+    fit.graphic.ZoomAll(CRect(0, 0, 50, 50));
+    EXPECT_EQ(4.0f, fit.tran.GetScale()); // 80 / (50 - 30)
+}
+
+TEST(VectorGraphicZoom, TheExtentIsRoundedToAFloatFirst) {
+    // The extent 16777217 is the float 16777216. Over 10 free pixels that is 1677721.625, and 1677721.75 unrounded.
+    Fit pixels;
+    pixels.graphic.SetZoomByPixs(1);
+    pixels.graphic.SetZoomAllMargin(10);
+    pixels.AddExact(0, 0, 16777217.0, 0);
+    pixels.graphic.ZoomAll(CRect(0, 0, 20, 20));
+    EXPECT_EQ(1677721.625f, pixels.tran.GetScale());
+    Fit tall;
+    tall.graphic.SetZoomByPixs(1);
+    tall.graphic.SetZoomAllMargin(10);
+    tall.AddExact(0, 0, 0, 16777217.0);
+    tall.graphic.ZoomAll(CRect(0, 0, 20, 20));
+    EXPECT_EQ(1677721.625f, tall.tran.GetScale());
+    // By percent, with 90.9 free pixels: 184567.828125, and 184567.84375 unrounded.
+    Fit percent;
+    percent.graphic.SetZoomAllMargin(10);
+    percent.AddExact(0, 0, 16777217.0, 0);
+    percent.graphic.ZoomAll(CRect(0, 0, 101, 101));
+    EXPECT_EQ(184567.828125f, percent.tran.GetScale());
+    EXPECT_EQ(-932067.53203125, percent.tran.GetOriginX());
+    Fit tallPercent;
+    tallPercent.graphic.SetZoomAllMargin(10);
+    tallPercent.AddExact(0, 0, 0, 16777217.0);
+    tallPercent.graphic.ZoomAll(CRect(0, 0, 101, 101));
+    EXPECT_EQ(184567.828125f, tallPercent.tran.GetScale());
+    EXPECT_EQ(-932067.53203125, tallPercent.tran.GetOriginY());
 }
 
 TEST(VectorGraphicZoom, WithEqualRatiosTheHeightBranchIsTaken) {
@@ -74,6 +149,16 @@ TEST(VectorGraphicZoom, WithEqualRatiosTheHeightBranchIsTaken) {
     EXPECT_EQ(1.0f, fit.tran.GetScale());
     EXPECT_EQ(-7.5, fit.tran.GetOriginX());
     EXPECT_EQ(-7.0, fit.tran.GetOriginY()) << "half of 15 in whole pixels: a pixel off centre";
+}
+
+TEST(VectorGraphicZoom, WithEqualRatiosTheHeightBranchIsTakenByPercentToo) {
+    // 10 units on 30 free pixels both ways. The axis that is centred goes through 40 pixels as a float,
+    // 13.333333969116211; the other one is 5 pixels in double.
+    Fit fit;
+    fit.Add(0, 0, 10, 10);
+    fit.graphic.ZoomAll(CRect(0, 0, 40, 40));
+    EXPECT_EQ(-1.6666669845581055, fit.tran.GetOriginX());
+    EXPECT_EQ(-1.666666716337204, fit.tran.GetOriginY());
 }
 
 TEST(VectorGraphicZoom, ByPixelsTheWidthLimits) {
@@ -92,8 +177,69 @@ TEST(VectorGraphicZoom, ByPixelsAWindowAsWideAsTheMarginGivesAnInfiniteRatioByWi
     fit.graphic.SetZoomByPixs(1);
     fit.Add(0, 0, 100, 10);
     fit.graphic.ZoomAll(CRect(0, 0, 15, 115));
-    EXPECT_TRUE(std::isinf(fit.tran.GetScale()));
+    EXPECT_EQ(kInfinite, fit.tran.GetScale());
     EXPECT_EQ(15, fit.tran.GetScreenSize().cx);
+    EXPECT_EQ(-kInfinite, fit.tran.GetOriginX());
+    EXPECT_EQ(-kInfinite, fit.tran.GetOriginY());
+}
+
+TEST(VectorGraphicZoom, ByPixelsAWindowAsHighAsTheMarginGivesAnInfiniteRatioByHeight) {
+    Fit fit;
+    fit.graphic.SetZoomByPixs(1);
+    fit.Add(0, 0, 100, 10);
+    fit.graphic.ZoomAll(CRect(0, 0, 115, 15));
+    EXPECT_EQ(kInfinite, fit.tran.GetScale());
+    EXPECT_EQ(15, fit.tran.GethScreen());
+    EXPECT_EQ(-kInfinite, fit.tran.GetOriginX());
+    EXPECT_EQ(-kInfinite, fit.tran.GetOriginY());
+}
+
+TEST(VectorGraphicZoom, ByPixelsARatioThatIsNoNumberTakesTheHeightBranch) {
+    // An upright line in a window as wide as the margin: 0 / 0 by width, 100 / 100 by height.
+    Fit upright;
+    upright.graphic.SetZoomByPixs(1);
+    upright.Add(7, 0, 7, 100);
+    upright.graphic.ZoomAll(CRect(0, 0, 15, 115));
+    EXPECT_EQ(1.0f, upright.tran.GetScale());
+    EXPECT_EQ(-0.5, upright.tran.GetOriginX()); // 7 - 15 / 2
+    EXPECT_EQ(-7.0, upright.tran.GetOriginY());
+    // A lying one in a window as high as the margin: 100 / 100 by width, 0 / 0 by height, which is taken.
+    Fit lying;
+    lying.graphic.SetZoomByPixs(1);
+    lying.Add(0, 7, 100, 7);
+    lying.graphic.ZoomAll(CRect(0, 0, 115, 15));
+    EXPECT_TRUE(std::isnan(lying.tran.GetScale()));
+    // A point in a window of the margin.
+    Fit point;
+    point.graphic.SetZoomByPixs(1);
+    point.Add(7, 9, 7, 9);
+    point.graphic.ZoomAll(CRect(0, 0, 15, 15));
+    EXPECT_TRUE(std::isnan(point.tran.GetScale()));
+    EXPECT_TRUE(std::isnan(point.tran.GetOriginX()));
+    EXPECT_TRUE(std::isnan(point.tran.GetOriginY()));
+    EXPECT_EQ(15, point.tran.GethScreen());
+}
+
+TEST(VectorGraphicZoom, AHugeMarginWrapsAndStaysDefined) {
+    // By percent 200 * 21474857 is 2^32 + 4104, so that 41.04 pixels are left of it; 100 * 21474857 is negative and is
+    // raised to 10. 100 / (200 - 41.04) by width.
+    Fit percent;
+    percent.graphic.SetZoomAllMargin(21474857);
+    percent.Add(0, 0, 100, 10);
+    percent.graphic.ZoomAll(CRect(0, 0, 200, 100));
+    EXPECT_EQ(0.6290890574455261, percent.tran.GetScale());
+    EXPECT_EQ(-12.908907458782195, percent.tran.GetOriginX());
+    EXPECT_EQ(-26.454452514648438, percent.tran.GetOriginY());
+    // By pixels 100 + 2^31 wraps to -2147483548, -2147483520 as a float; of the two negative ratios that of the height
+    // is nearer to zero, and so the larger one. Half the margin is -2^30 pixels.
+    Fit pixels;
+    pixels.graphic.SetZoomByPixs(1);
+    pixels.graphic.SetZoomAllMargin(INT_MIN);
+    pixels.Add(0, 0, 1024, 128);
+    pixels.graphic.ZoomAll(CRect(0, 0, 100, 100));
+    EXPECT_EQ(-5.960465188081798e-08, pixels.tran.GetScale()); // 128 / -2147483520 as a float.
+    EXPECT_EQ(512.0000029802327, pixels.tran.GetOriginX());
+    EXPECT_EQ(-64.00000762939453, pixels.tran.GetOriginY());
 }
 
 TEST(VectorGraphicZoom, ASinglePointGivesTheScaleZero) {
@@ -119,6 +265,27 @@ TEST(VectorGraphicZoom, ARectangleAwayFromTheCornerMovesTheOriginLeftAndUp) {
     EXPECT_EQ(-20.0, fit.tran.GetOriginX());
     EXPECT_EQ(40.0, fit.tran.GetOriginY());
     EXPECT_EQ(100, fit.tran.GethScreen());
+}
+
+TEST(VectorGraphicZoom, ARectangleAwayFromTheCornerMovesTheOriginByPercentToo) {
+    // Margins 30 and 15: 340 / 170 = 2 by width.
+    Fit exact;
+    exact.Add(0, 0, 340, 100);
+    exact.graphic.ZoomAll(CRect(10, 20, 210, 120));
+    EXPECT_EQ(2.0f, exact.tran.GetScale());
+    EXPECT_EQ(-50.0, exact.tran.GetOriginX()); // -15 * 2 - 10 * 2
+    EXPECT_EQ(-10.0, exact.tran.GetOriginY()); // -(200 - 100) / 2 + 20 * 2
+    EXPECT_EQ(CSize(200, 100), exact.tran.GetScreenSize());
+    Fit rounded; // 100 / 170
+    rounded.Add(0, 0, 100, 10);
+    rounded.graphic.ZoomAll(CRect(10, 20, 210, 120));
+    EXPECT_EQ(-14.705883085727692, rounded.tran.GetOriginX());
+    EXPECT_EQ(-12.647059440612793, rounded.tran.GetOriginY());
+    Fit negative;
+    negative.Add(0, 0, 340, 100);
+    negative.graphic.ZoomAll(CRect(-10, -20, 190, 80));
+    EXPECT_EQ(-10.0, negative.tran.GetOriginX());
+    EXPECT_EQ(-90.0, negative.tran.GetOriginY());
 }
 
 TEST(VectorGraphicZoom, TheTwoFormsRoundTheirMarginsAtDifferentPlaces) {
