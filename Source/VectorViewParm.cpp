@@ -3,9 +3,10 @@
 
 #include "VectorViewParm.h"
 
-#include "Circle.h"
 #include "Arc.h"
+#include "Circle.h"
 #include "CommandOperationManagerViewParm.h"
+#include "Dialog_DrawAbleProperty.h"
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "PLine.h"
@@ -84,6 +85,9 @@ int CVectorViewParm::ResetVectorView() {
     }
     SetTooltipText(L"", 0);
     m_pTipObject = nullptr;
+    if (m_pDlgDrawAbleProperty != nullptr) {
+        m_pDlgDrawAbleProperty->LoadObject(nullptr);
+    }
     GetDocument()->Reset();
     return 1;
 }

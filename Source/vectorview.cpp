@@ -6,6 +6,7 @@
 #include "Dialog_DrawAbleProperty.h"
 #include "MemDC.h"
 #include "MemoryInfo.h"
+#include "ResourceScope.h"
 
 #include <algorithm>
 
@@ -61,6 +62,7 @@ CVectorView::~CVectorView() {
     if (m_pDlgDrawAbleProperty != nullptr && m_pDlgDrawAbleProperty->GetSafeHwnd() != nullptr) {
         m_pDlgDrawAbleProperty->SendMessage(WM_CLOSE);
     }
+    // Deregistered also where there is none.
     KX_REMOVE_MEMORY(m_pDlgDrawAbleProperty);
     delete m_pDlgDrawAbleProperty;
 }
@@ -75,7 +77,7 @@ int CVectorView::Create(const wchar_t* className, const wchar_t* windowName, uns
 int CVectorView::VectorPaint(CDC* dc) {
     LPCTSTR failure = L"CVectorView::VectorPaint() 错误";
     try {
-        m_pManager->PreRedraw();
+        PreRedrawEngine();
         m_Graphic.OnDraw(dc, 0);
         return 1;
     } catch (CException* e) {
@@ -87,21 +89,35 @@ int CVectorView::VectorPaint(CDC* dc) {
 }
 
 int CVectorView::LoadFile(unsigned char* data, unsigned int size) {
+    if (m_pDlgDrawAbleProperty != nullptr && data != nullptr && size != 0) {
+        // The object that it shows goes with the old drawing.
+        m_pDlgDrawAbleProperty->LoadObject(nullptr);
+    }
     return GetDocument()->OpenDocument(data, size);
 }
 
 void CVectorView::DoCommand(CString word) {
+    // Commands and files ask questions, and a host may close the window while one stands.
+    HWND window = m_hWnd;
+    const auto isGone = [&] { return window != nullptr && !IsBehind(window); };
     if (auto* manager = DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager)) {
         manager->DoCommand(word);
     }
+    if (isGone()) {
+        return;
+    }
     if (word == L"open") {
         GetDocument()->OpenDocument();
-        if (m_hWnd != nullptr) {
-            InvalidateRect(nullptr, TRUE); // Without a window this would be the desktop's.
+        if (isGone()) {
+            return;
         }
+        RepaintAll();
     }
     if (word == L"save") {
         GetDocument()->DoFileSave();
+        if (isGone()) {
+            return;
+        }
     }
     // For every word, also an unknown one, also after a save: hosts ask their users at the end of a session.
     GetDocument()->SetModifiedFlag(TRUE);
@@ -114,7 +130,18 @@ void CVectorView::ZoomAll() {
     CRect rect;
     GetClientRect(&rect);
     m_Graphic.ZoomAll(rect);
-    InvalidateRect(nullptr, TRUE);
+    RepaintAll();
+}
+
+void CVectorView::RepaintAll() {
+    // Without a window this would be the desktop's.
+    if (m_hWnd != nullptr) {
+        InvalidateRect(nullptr, TRUE);
+    }
+}
+
+bool CVectorView::IsBehind(HWND window) const {
+    return window != nullptr && CWnd::FromHandlePermanent(window) == this;
 }
 
 // ---- Hooks ---------------------------------------------------------------------------------------------------------
@@ -129,9 +156,19 @@ int CVectorView::DrawSpecInfo(CDC*, int) {
 }
 
 void CVectorView::FreeCommandOperationManager() {
-    KX_REMOVE_MEMORY(m_pManager);
-    delete m_pManager;
+    // Out of reach first: messages that come while it goes find no engine.
+    CCommandOperation* manager = m_pManager;
     m_pManager = nullptr;
+    if (manager != nullptr) {
+        KX_REMOVE_MEMORY(manager);
+        delete manager;
+    }
+}
+
+void CVectorView::PreRedrawEngine() {
+    if (m_pManager != nullptr) {
+        m_pManager->PreRedraw();
+    }
 }
 
 // ---- Window messages: life and paint -------------------------------------------------------------------------------
@@ -147,15 +184,26 @@ void CVectorView::OnSize(UINT, int, int) {
 
 void CVectorView::OnPaint() {
     LPCTSTR failure = L"CVectorView::OnPaint() 错误";
+    bool begun = false;
+    // Where the failure came before the paint had begun, the window still is invalid, and would paint and fail again
+    // below its own message box, box upon box.
+    const auto validate = [&] {
+        if (!begun) {
+            ::ValidateRect(m_hWnd, nullptr);
+        }
+    };
     try {
-        m_pManager->PreRedraw();
+        PreRedrawEngine();
         CPaintDC paint(this);
+        begun = true;
         CMemDC memory(&paint);
         m_Graphic.OnDraw(&memory, 1);
         DrawSpecInfo(&memory, 1);
     } catch (CException* e) {
+        validate();
         ReportPaintFailure(e, failure);
     } catch (...) {
+        validate();
         ReportPaintFailure(nullptr, failure);
     }
 }
@@ -167,39 +215,44 @@ BOOL CVectorView::OnEraseBkgnd(CDC*) {
 // ---- Window messages: mouse and keys -------------------------------------------------------------------------------
 // Nothing captures the mouse: a button released outside the window is never seen.
 
+template <class Call>
+LRESULT CVectorView::TellEngineThenDefault(Call call) {
+    HWND window = m_hWnd;
+    if (m_pManager != nullptr) {
+        call();
+    }
+    // A tool's question may have outlived its view.
+    return IsBehind(window) ? Default() : 0;
+}
+
 void CVectorView::OnLButtonDown(UINT nFlags, CPoint point) {
-    m_pManager->OnLButtonDown(nFlags, CGePoint2d(point));
-    Default();
+    TellEngineThenDefault([&] { m_pManager->OnLButtonDown(nFlags, CGePoint2d(point)); });
 }
 
 void CVectorView::OnLButtonUp(UINT nFlags, CPoint point) {
-    m_pManager->OnLButtonUp(nFlags, CGePoint2d(point));
-    Default();
+    TellEngineThenDefault([&] { m_pManager->OnLButtonUp(nFlags, CGePoint2d(point)); });
 }
 
 void CVectorView::OnLButtonDblClk(UINT, CPoint) {
     // The engine is not told: a double click reaches it as its two presses and releases.
-    HINSTANCE previous = AfxGetResourceHandle();
-    AfxSetResourceHandle(VectorViewModule());
+    const CResourceScope resources(VectorViewModule());
     Default();
-    AfxSetResourceHandle(previous);
 }
 
 void CVectorView::OnMouseMove(UINT nFlags, CPoint point) {
-    m_pManager->OnMouseMove(nFlags, CGePoint2d(point));
-    Default();
+    TellEngineThenDefault([&] { m_pManager->OnMouseMove(nFlags, CGePoint2d(point)); });
 }
 
 void CVectorView::OnRButtonDown(UINT nFlags, CPoint point) {
-    m_pManager->OnRButtonDown(nFlags, CGePoint2d(point));
-    Default();
+    TellEngineThenDefault([&] { m_pManager->OnRButtonDown(nFlags, CGePoint2d(point)); });
 }
 
 void CVectorView::OnMButtonDown(UINT nFlags, CPoint point) {
-    if (auto* manager = DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager)) {
-        manager->OnMButtonDown(nFlags, CGePoint2d(point));
-    }
-    Default();
+    TellEngineThenDefault([&] {
+        if (auto* manager = DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager)) {
+            manager->OnMButtonDown(nFlags, CGePoint2d(point));
+        }
+    });
 }
 
 void CVectorView::OnMButtonUp(UINT, CPoint) {
@@ -225,20 +278,19 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
     if (extent / newScale > kLeastPixels) {
         m_CoordTran.SetScale(cursor, static_cast<float>(newScale));
     }
-    InvalidateRect(nullptr, TRUE);
+    RepaintAll();
     // The point of this message is in screen coordinates, and goes on as it is.
-    m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point));
-    return static_cast<BOOL>(Default());
+    return static_cast<BOOL>(
+        TellEngineThenDefault([&] { m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point)); }));
 }
 
 void CVectorView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
-    m_pManager->OnKeyDown(nChar, nRepCnt, nFlags);
-    Default();
+    TellEngineThenDefault([&] { m_pManager->OnKeyDown(nChar, nRepCnt, nFlags); });
 }
 
 BOOL CVectorView::OnSetCursor(CWnd* wnd, UINT nHitTest, UINT message) {
     AFX_MANAGE_STATE(AfxGetAppModuleState());
-    if (static_cast<int>(m_pManager->OnSetCursor(wnd, nHitTest, message)) == 1) {
+    if (m_pManager != nullptr && static_cast<int>(m_pManager->OnSetCursor(wnd, nHitTest, message)) == 1) {
         return TRUE;
     }
     return static_cast<BOOL>(Default());

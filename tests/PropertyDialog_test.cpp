@@ -490,4 +490,27 @@ TEST_F(PropertyDialog, AViewShowsTheSelectedObjectAndFreesTheDialogInTheEnd) {
     EXPECT_EQ(unknown, CKXMemoryManager::Instance()->GetUnknownCount());
 }
 
+TEST_F(PropertyDialog, ADrawingThatIsReplacedTakesItsObjectOutOfTheDialog) {
+    CKXMemoryManager::Instance()->AddMemoryInfo(dialog, __FILE__, __LINE__);
+    {
+        ViewWithDialog view;
+        view.SetDialog(dialog);
+        CDrawable* line = view.AddLine(CGePoint2d(10, 100), CGePoint2d(190, 100), Gdiplus::Color(0xFFFFFFFF), 1);
+        dialog->SetObject(line);
+        CMemFile file;
+        view.GetDocument()->StoreToMemFile(&file);
+        std::vector<BYTE> bytes(static_cast<size_t>(file.GetLength()));
+        file.SeekToBegin();
+        file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+        // A load that leaves the drawing alone leaves the dialog alone.
+        EXPECT_EQ(0, view.LoadFile(bytes.data(), 0));
+        EXPECT_EQ(line, dialog->GetObject());
+        EXPECT_EQ(1, view.LoadFile(bytes.data(), static_cast<unsigned int>(bytes.size())));
+        EXPECT_EQ(nullptr, dialog->GetObject());
+        EXPECT_EQ(0, Grid()->GetRowCount());
+        EXPECT_EQ("属性", Title());
+    }
+    dialog = nullptr;
+}
+
 } // namespace
