@@ -29,8 +29,9 @@ CCommandOperation::CCommandOperation(CWnd* wnd, CVectorGraphic* graphic, CVector
 }
 
 CCommandOperation::~CCommandOperation() {
-    for (CLifeWatch* watch = m_pWatch; watch != nullptr; watch = watch->m_pOuter) {
-        watch->m_pWatched = nullptr;
+    for (CLifeWatch::CEntry* entry = m_pWatch; entry != nullptr; entry = entry->outer) {
+        entry->watched = nullptr;
+        entry->isGone = true;
     }
     if (m_hCursor != nullptr) {
         ::DestroyCursor(m_hCursor);
@@ -38,13 +39,28 @@ CCommandOperation::~CCommandOperation() {
     m_Edit.DestroyWindow();
 }
 
-CCommandOperation::CLifeWatch::CLifeWatch(CCommandOperation* op) : m_pWatched(op), m_pOuter(op->m_pWatch) {
-    op->m_pWatch = this;
+CCommandOperation::CLifeWatch::CEntry::CEntry(CCommandOperation* op) : watched(op), outer(nullptr) {
+    if (op != nullptr) {
+        outer = op->m_pWatch;
+        op->m_pWatch = this;
+    }
 }
 
-CCommandOperation::CLifeWatch::~CLifeWatch() {
-    if (m_pWatched != nullptr) {
-        m_pWatched->m_pWatch = m_pOuter;
+CCommandOperation::CLifeWatch::CEntry::~CEntry() {
+    if (watched != nullptr) {
+        watched->m_pWatch = outer;
+    }
+}
+
+CCommandOperation::CViewDC::CViewDC(CWnd* wnd) : m_hWindow(wnd->GetSafeHwnd()) {
+    if (!Attach(m_hWindow != nullptr ? ::GetDC(m_hWindow) : ::CreateCompatibleDC(nullptr))) {
+        AfxThrowResourceException();
+    }
+}
+
+CCommandOperation::CViewDC::~CViewDC() {
+    if (m_hWindow != nullptr) {
+        ::ReleaseDC(m_hWindow, Detach());
     }
 }
 
@@ -58,7 +74,7 @@ int CCommandOperation::RefreshGrip() {
     if (m_SnapEnabled == 0 || m_SnapMarkDrawn == 0) {
         return 0;
     }
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     InvertSnapMark(&dc);
     m_SnapMarkDrawn = 0;
     return 1;
@@ -70,7 +86,7 @@ CCommandOperation::ResultState CCommandOperation::OnMouseMove(unsigned int, CGeP
     }
     CGePoint2d hit;
     const bool found = GetGripPoint(point, hit) != 0;
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     // A repaint does not clear the flag: after one the next move inverts the old place once more and leaves a stray
     // marker there. Only the pan takes the marker off first.
     if (m_SnapMarkDrawn != 0) {
@@ -176,9 +192,10 @@ int CCommandOperation::GetGripPointForL(CGePoint2d pixel, CGePoint2d& result) {
 
 // ---- What the tools share ------------------------------------------------------------------------------------------
 
-void CCommandOperation::RequestRedrawOf(CWnd* wnd) {
-    if (wnd->GetSafeHwnd() != nullptr) {
-        ::InvalidateRect(wnd->m_hWnd, nullptr, TRUE);
+void CCommandOperation::RequestRedrawOf(HWND window) {
+    // The null window would be all windows of the desktop.
+    if (window != nullptr) {
+        ::InvalidateRect(window, nullptr, TRUE);
     }
 }
 
@@ -220,10 +237,15 @@ int CCommandOperation::FindCandidate(CDrawable* object, CGePointArray& grips, co
 }
 
 void CCommandOperation::InvertObject(CDC* dc, CDrawable* object) {
-    const enum CDrawable::DrawState state = object->GetDrawState();
+    // Put back also when the drawing throws: no object stays inverted behind a failed preview.
+    struct CStateScope {
+        CDrawable* object;
+        enum CDrawable::DrawState state;
+        ~CStateScope() { object->SetDrawState(state); }
+    };
+    const CStateScope scope = {object, object->GetDrawState()};
     object->SetDrawState(CDrawable::Dragging);
     m_pGraphic->OnDraw(dc, object);
-    object->SetDrawState(state);
 }
 
 void CCommandOperation::OrthoStep(const CGePoint2d& base, CGePoint2d& point) {
@@ -243,22 +265,31 @@ bool CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& t
     float lx = 0.0f;
     float ly = 0.0f;
     m_pCoordTran->DPToLP(place.x, place.y, &lx, &ly);
-    if (m_Edit.GetSafeHwnd() == nullptr) {
-        return true;
-    }
-    m_Edit.SetWindowPos(nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight, SWP_SHOWWINDOW);
     CString text;
     text.Format(L"%d", Truncate(from.distance(to)));
-    m_Edit.SetWindowText(text);
+    // Each step sends messages, and a host may end the tool, or close the window, in any of them.
     const CLifeWatch watch(this);
-    m_Edit.SetFocus();
-    if (watch.IsGone()) {
-        return false;
+    const auto boxStands = [&] { return !watch.IsGone() && m_Edit.GetSafeHwnd() != nullptr; };
+    if (boxStands()) {
+        m_Edit.SetWindowPos(nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight,
+                            SWP_SHOWWINDOW);
+    }
+    if (boxStands()) {
+        m_Edit.SetWindowText(text);
+    }
+    if (boxStands()) {
+        m_Edit.SetFocus();
     }
     // Selected, so that the first digit typed replaces it.
-    m_Edit.SendMessage(EM_SETSEL, 0, -1);
-    m_Edit.SendMessage(EM_SCROLLCARET, 0, 0);
-    m_pWnd->UpdateWindow();
+    if (boxStands()) {
+        m_Edit.SendMessage(EM_SETSEL, 0, -1);
+    }
+    if (boxStands()) {
+        m_Edit.SendMessage(EM_SCROLLCARET, 0, 0);
+    }
+    if (boxStands()) {
+        m_pWnd->UpdateWindow();
+    }
     return !watch.IsGone();
 }
 

@@ -37,7 +37,8 @@ public:
         RS_Capture = 7     // The tool wants further events; a temporary one asks to be installed.
     };
 
-    // The edit box for typed distances is made here, hidden; without a window to stand in, there is none.
+    // The edit box for typed distances is made here, hidden; without a window to stand in, there is none. So the
+    // manager has none: it is built before its view's window is, and no distance is ever typed into it.
     CCommandOperation(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
     ~CCommandOperation() override;
     CCommandOperation(const CCommandOperation&) = delete;
@@ -93,20 +94,42 @@ public:
 protected:
     // ---- What the tools share ----
 
-    // Tells, across a modal box or a call that sends messages, whether the tool is still there: whatever ran inside may
-    // have replaced it, and nothing of a deleted tool may be touched. Lives on the stack, inside the tool's handler.
+    // Tells, across a modal box or a call that sends messages, whether the tool is still there, and the manager that it
+    // runs under: whatever ran inside may have replaced the tool, or taken the whole view away, and then nothing of
+    // tool, document and view may be touched. Lives on the stack.
     class NRVECTORVIEW_API CLifeWatch {
     public:
-        explicit CLifeWatch(CCommandOperation* op);
-        ~CLifeWatch();
+        explicit CLifeWatch(CCommandOperation* op) : CLifeWatch(op, op->ManagerAsOperation()) {}
+        CLifeWatch(CCommandOperation* op, CCommandOperation* manager) : m_Tool(op), m_Manager(manager) {}
         CLifeWatch(const CLifeWatch&) = delete;
         CLifeWatch& operator=(const CLifeWatch&) = delete;
-        bool IsGone() const { return m_pWatched == nullptr; }
+        bool IsGone() const { return m_Tool.isGone || m_Manager.isGone; }
 
     private:
         friend class CCommandOperation;
-        CCommandOperation* m_pWatched;
-        CLifeWatch* m_pOuter;
+        // An entry with the watched object, which tells its entries when it goes; null is never gone.
+        struct NRVECTORVIEW_API CEntry {
+            explicit CEntry(CCommandOperation* op);
+            ~CEntry();
+            CEntry(const CEntry&) = delete;
+            CEntry& operator=(const CEntry&) = delete;
+            CCommandOperation* watched;
+            CEntry* outer;
+            bool isGone = false;
+        };
+        CEntry m_Tool;
+        CEntry m_Manager;
+    };
+
+    // The client area to invert on. Without a window it is a context that nobody sees: the null window's would be the
+    // whole screen.
+    class NRVECTORVIEW_API CViewDC : public CDC {
+    public:
+        explicit CViewDC(CWnd* wnd);
+        ~CViewDC() override;
+
+    private:
+        HWND m_hWindow;
     };
 
     // The manager and the property dialog of the view that the tool runs in; null outside one.
@@ -120,8 +143,9 @@ protected:
     void AnnounceToPropertyDialog(CDrawable* object);
     void EmptyPropertyDialog();
     // Asks for a repaint of the whole client area; nothing without a window.
-    void RequestRedraw() { RequestRedrawOf(m_pWnd); }
-    static void RequestRedrawOf(CWnd* wnd);
+    void RequestRedraw() { RequestRedrawOf(m_pWnd->GetSafeHwnd()); }
+    // Of a window that may have gone by now.
+    static void RequestRedrawOf(HWND window);
     // Empties a scratch array and keeps its memory for the next object.
     static void ClearScratch(CGePointArray& points) { points.RemoveAt(0, points.GetSize()); }
     // The square test of all searches, inclusive on its four edges.
@@ -145,8 +169,8 @@ protected:
     // Whether the host has switched the ortho lock on.
     bool IsOrthoOn() const;
     // Puts the edit box beside the middle of the band from `from` to `to`, thirty pixels off it on the left of `move`,
-    // holding the length in whole units, selected and focused. False when the tool was deleted by what the focus and
-    // the repaint set off.
+    // holding the length in whole units, selected and focused. False when the tool was deleted by what its messages set
+    // off: the box tells the view's parents of each change.
     bool PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move);
     // The whole number typed into the edit box; 0 when it does not begin with one.
     int TypedDistance();
@@ -171,7 +195,8 @@ protected:
     CGePoint2d m_LastPoint; // The last accepted point, from which perpendiculars are dropped.
 
 private:
+    CCommandOperation* ManagerAsOperation() const;
     void InvertSnapMark(CDC* dc);
 
-    CLifeWatch* m_pWatch = nullptr; // The innermost of those that stand.
+    CLifeWatch::CEntry* m_pWatch = nullptr; // The innermost of those that stand.
 };

@@ -7,7 +7,8 @@
 IMPLEMENT_DYNAMIC(CCommandOperationErase, CCommandOperation)
 
 void CCommandOperationErase::Execute() {
-    if (AfxMessageBox(L"是否确认删除选中的对象", MB_YESNO, 0) == IDNO) {
+    const CLifeWatch watch(this);
+    if (AfxMessageBox(L"是否确认删除选中的对象", MB_YESNO, 0) == IDNO || watch.IsGone()) {
         return;
     }
     m_pDocument->DeleteAllSelectedObject();

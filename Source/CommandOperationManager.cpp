@@ -11,6 +11,33 @@
 
 IMPLEMENT_DYNAMIC(CCommandOperationManager, CCommandOperation)
 
+namespace {
+
+// Deregisters and deletes a tool on every way out, until it has found its owner.
+class CToolOwner {
+public:
+    explicit CToolOwner(CCommandOperation* op) : m_pOp(op) {}
+    ~CToolOwner() {
+        if (m_pOp != nullptr) {
+            KX_REMOVE_MEMORY(m_pOp);
+            delete m_pOp;
+        }
+    }
+    CToolOwner(const CToolOwner&) = delete;
+    CToolOwner& operator=(const CToolOwner&) = delete;
+    CCommandOperation* operator->() const { return m_pOp; }
+    CCommandOperation* Release() {
+        CCommandOperation* op = m_pOp;
+        m_pOp = nullptr;
+        return op;
+    }
+
+private:
+    CCommandOperation* m_pOp;
+};
+
+} // namespace
+
 CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                                    CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document),
@@ -38,11 +65,14 @@ void CCommandOperationManager::Execute() {
 
 void CCommandOperationManager::Cancel() {
     if (m_pCommand != nullptr) {
-        m_pCommand->Cancel();
-        m_InCommand = 0;
-        DeleteCommand();
+        const CToolOwner ended(TakeOutCommand());
+        ended->Cancel();
     }
 }
+
+// What a tool does in its handlers may open a modal box or send messages, and what runs there may end the tool, start
+// another or take the view away: behind each call, a tool that is gone gets nothing more, and its answer is not for the
+// next one; a manager that is gone touches nothing.
 
 CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned int nFlags, CGePoint2d point) {
     const CPoint pixel(Truncate(point.x), Truncate(point.y));
@@ -55,18 +85,19 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
         OnDefaultLButtonDown(nFlags, point);
         return RS_Continue;
     }
+    CCommandOperation* op = m_pCommand;
+    const CLifeWatch watch(op, this);
     CGePoint2d hit;
-    if (m_pCommand->GetGripPoint(point, hit) != 0) {
+    if (op->GetGripPoint(point, hit) != 0) {
         point = hit;
     }
-    // A press may open a modal box, and what runs there may end this tool and start another: its answer is not theirs.
-    const CLifeWatch watch(m_pCommand);
-    const ResultState state = m_pCommand->OnLButtonDown(nFlags, point);
-    if (watch.IsGone()) {
-        return RS_Continue;
+    const ResultState state = op->OnLButtonDown(nFlags, point);
+    if (!watch.IsGone()) {
+        op->OnButtonDownForL(nFlags, pixel);
     }
-    m_pCommand->OnButtonDownForL(nFlags, pixel);
-    CheckResultState(state);
+    if (!watch.IsGone()) {
+        CheckResultState(state);
+    }
     return RS_Continue;
 }
 
@@ -78,7 +109,11 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned in
         point = hit;
     }
     if (IsRunning()) {
-        CheckResultState(m_pCommand->OnLButtonUp(nFlags, point));
+        const CLifeWatch watch(m_pCommand, this);
+        const ResultState state = m_pCommand->OnLButtonUp(nFlags, point);
+        if (!watch.IsGone()) {
+            CheckResultState(state);
+        }
     }
     return RS_Continue;
 }
@@ -86,16 +121,22 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned in
 CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
     const CGePoint2d pixel = point;
     point = ToDrawing(point);
+    const CLifeWatch manager(this, nullptr);
     if (IsRunning()) {
+        CCommandOperation* op = m_pCommand;
+        const CLifeWatch watch(op, this);
         CGePoint2d hit;
-        if (m_pCommand->GetGripPoint(point, hit) != 0) {
+        if (op->GetGripPoint(point, hit) != 0) {
             point = hit;
             AddGripPoint(point);
         }
-        m_pCommand->OnMouseMove(nFlags, point);
-        if (m_pCommand != nullptr) {
-            m_pCommand->OnMouseMoveForL(nFlags, CPoint(Truncate(pixel.x), Truncate(pixel.y)));
+        op->OnMouseMove(nFlags, point);
+        if (!watch.IsGone()) {
+            op->OnMouseMoveForL(nFlags, CPoint(Truncate(pixel.x), Truncate(pixel.y)));
         }
+    }
+    if (manager.IsGone()) {
+        return RS_Continue;
     }
     if ((nFlags & MK_MBUTTON) != 0) {
         const CGeVector2d d = pixel - m_MButtonPoint;
@@ -116,9 +157,11 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
     // window's place on the screen until the next move. Hosts see it so.
     point = ToDrawing(point);
     if (IsRunning()) {
-        m_pCommand->OnMouseWheel(nFlags, zDelta, point);
-        if (m_pCommand != nullptr) {
-            m_pCommand->OnMouseMove(nFlags, point);
+        CCommandOperation* op = m_pCommand;
+        const CLifeWatch watch(op, this);
+        op->OnMouseWheel(nFlags, zDelta, point);
+        if (!watch.IsGone()) {
+            op->OnMouseMove(nFlags, point);
         }
     }
     return RS_Continue;
@@ -127,7 +170,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
 CCommandOperation::ResultState CCommandOperationManager::OnRButtonDown(unsigned int nFlags, CGePoint2d point) {
     point = ToDrawing(point);
     if (IsRunning()) {
-        const CLifeWatch watch(m_pCommand);
+        const CLifeWatch watch(m_pCommand, this);
         const ResultState state = m_pCommand->OnRButtonDown(nFlags, point);
         if (!watch.IsGone()) {
             CheckResultState(state);
@@ -197,11 +240,11 @@ int CCommandOperationManager::DoCommand(CString word) {
     switch (row->running) {
     case CommandRunning::Installed:
         return SetCommand(op, 1);
-    case CommandRunning::AtOnce:
-        op->Execute();
-        KX_REMOVE_MEMORY(op);
-        delete op;
+    case CommandRunning::AtOnce: {
+        const CToolOwner owner(op);
+        owner->Execute();
         return 0;
+    }
     case CommandRunning::AtOnceAndKept:
         op->Execute();
         return 0;
@@ -210,23 +253,25 @@ int CCommandOperationManager::DoCommand(CString word) {
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point) {
-    CCommandOperation* select = new CCommandSelectObj(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
-    KX_ADD_MEMORY(select);
-    const ResultState selected = select->OnLButtonDown(nFlags, point);
-    KX_REMOVE_MEMORY(select);
-    delete select;
-    if (selected != RS_Continue) {
-        // An object has just been selected: no grip is taken by the same click.
+    const CLifeWatch manager(this, nullptr);
+    {
+        CCommandOperation* op = new CCommandSelectObj(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
+        KX_ADD_MEMORY(op);
+        const CToolOwner select(op);
+        if (select->OnLButtonDown(nFlags, point) != RS_Continue) {
+            // An object has just been selected: no grip is taken by the same click.
+            return RS_Continue;
+        }
+    }
+    if (manager.IsGone()) {
         return RS_Continue;
     }
-    CCommandOperation* grip = new CCommandSelectGripPoint(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
-    KX_ADD_MEMORY(grip);
+    CCommandOperation* op = new CCommandSelectGripPoint(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
+    KX_ADD_MEMORY(op);
+    CToolOwner grip(op);
     const ResultState taken = grip->OnLButtonDown(nFlags, point);
-    if (taken != RS_Continue) {
-        CheckResultState(grip, taken);
-    } else {
-        KX_REMOVE_MEMORY(grip);
-        delete grip;
+    if (taken != RS_Continue && !manager.IsGone()) {
+        CheckResultState(grip.Release(), taken);
     }
     return RS_Continue;
 }
@@ -240,12 +285,12 @@ CCommandOperation::ResultState CCommandOperationManager::OnDefaultSetCursor(CWnd
 }
 
 int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
-    if (m_pCommand != nullptr) {
-        m_pCommand->Cancel();
-        DeleteCommand();
+    CToolOwner owner(op);
+    if (!MakeRoom(false)) {
+        return 0;
     }
     m_InCommand = inCommand;
-    m_pCommand = op;
+    m_pCommand = owner.Release();
     op->SetOsnapMode(m_OsnapMode);
     m_GripPoints.RemoveAll();
     return 1;
@@ -253,8 +298,7 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
 
 void CCommandOperationManager::CheckResultState(ResultState state) {
     if (state != RS_Continue && state != RS_Capture) {
-        m_InCommand = 0;
-        DeleteCommand();
+        const CToolOwner ended(TakeOutCommand());
     }
 }
 
@@ -262,20 +306,31 @@ void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultSta
     if (state != RS_Capture) {
         return;
     }
-    if (m_pCommand != nullptr) {
-        m_pCommand->OnCancel();
-        DeleteCommand();
+    CToolOwner owner(op);
+    if (MakeRoom(true)) {
+        m_InCommand = 1;
+        m_pCommand = owner.Release();
     }
-    m_InCommand = 1;
-    m_pCommand = op;
 }
 
-void CCommandOperationManager::DeleteCommand() {
-    if (m_pCommand != nullptr) {
-        CCommandOperation* ended = m_pCommand;
-        // Cleared first: the edit box of the ended tool may send messages while it goes.
-        m_pCommand = nullptr;
-        KX_REMOVE_MEMORY(ended);
-        delete ended;
+CCommandOperation* CCommandOperationManager::TakeOutCommand() {
+    // Before it is cancelled or deleted: either may send messages, and what runs there finds no tool that is ending.
+    CCommandOperation* op = m_pCommand;
+    m_InCommand = 0;
+    m_pCommand = nullptr;
+    return op;
+}
+
+bool CCommandOperationManager::MakeRoom(bool byOnCancel) {
+    const CLifeWatch manager(this, nullptr);
+    // A host may answer the end of a tool by starting another one: that one has to go as well.
+    while (!manager.IsGone() && m_pCommand != nullptr) {
+        const CToolOwner ended(TakeOutCommand());
+        if (byOnCancel) {
+            ended->OnCancel();
+        } else {
+            ended->Cancel();
+        }
     }
+    return !manager.IsGone();
 }

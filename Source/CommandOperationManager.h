@@ -10,7 +10,8 @@ class NRVECTORVIEW_API CCommandOperationManager : public CCommandOperation {
 public:
     CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                              CGraphicDocument* document);
-    // A running tool is not deleted here: whoever replaces or ends the engine cancels it first.
+    // A running tool is not deleted here, and nobody deletes it afterwards: a host that ends a view or its engine in
+    // the middle of a command calls Cancel first, or the tool stays allocated.
     ~CCommandOperationManager() override;
 
     // ---- Events; the view gives client pixels, and all but OnMButtonDown turn them into drawing units ----
@@ -42,7 +43,8 @@ public:
     // The click with no tool running; drawing units.
     virtual ResultState OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point);
     virtual ResultState OnDefaultSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message);
-    // Cancels and deletes the running tool and takes over `op`. `inCommand` 0 holds it without giving it events.
+    // Cancels and deletes the running tool and takes over `op`; gives 1. `inCommand` 0 holds it without giving it
+    // events. 0 when this object went with the old tool: `op` is freed then.
     int SetCommand(CCommandOperation* op, int inCommand);
     // Ends the running tool for any state but RS_Continue and RS_Capture. The tool is deleted in here.
     void CheckResultState(ResultState state);
@@ -68,7 +70,11 @@ private:
     bool IsRunning() const { return m_InCommand != 0 && m_pCommand != nullptr; }
     // The drawing point under client pixels, an ordinary point.
     CGePoint2d ToDrawing(const CGePoint2d& pixel) const;
-    void DeleteCommand();
+    // Leaves no tool running; the caller deletes what it gets.
+    CCommandOperation* TakeOutCommand();
+    // Cancels and deletes the running tool, by Cancel or OnCancel, and whatever a host starts in return. False when
+    // this object went with them.
+    bool MakeRoom(bool byOnCancel);
     CRect ClientRect() const;
 
     int m_InCommand = 0; // Nonzero while events go to m_pCommand.

@@ -16,9 +16,9 @@ void CCommandOperationOffset::Execute() {
         m_pObject->transformBy(CGeMatrix2d::translation(v));
     }
     // The window is taken first: the next call deletes this tool.
-    CWnd* wnd = m_pWnd;
+    HWND window = m_pWnd->GetSafeHwnd();
     EndRunningOperation();
-    RequestRedrawOf(wnd);
+    RequestRedrawOf(window);
 }
 
 void CCommandOperationOffset::Cancel() {

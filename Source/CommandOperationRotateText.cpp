@@ -10,7 +10,8 @@ IMPLEMENT_DYNAMIC(CCommandOperationRotateText, CCommandOperation)
 
 void CCommandOperationRotateText::Execute() {
     CDlgSetAngle dialog(nullptr);
-    if (dialog.DoModal() != IDOK) {
+    const CLifeWatch watch(this);
+    if (dialog.DoModal() != IDOK || watch.IsGone()) {
         return;
     }
     const CDrawableArray& selected = *m_pDocument->GetSelectedDrawableObjs();

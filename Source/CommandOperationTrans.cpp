@@ -76,7 +76,7 @@ void CCommandOperationTrans::DoTransPreview(CGePoint2d point) {
 }
 
 void CCommandOperationTrans::InvertObjects() {
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
         InvertObject(&dc, m_Objects[i]);
     }

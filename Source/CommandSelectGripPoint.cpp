@@ -17,9 +17,9 @@ void CCommandSelectGripPoint::Execute() {
         MoveGrip(target - m_GripPoint);
     }
     // The window is taken first: the next call deletes this tool.
-    CWnd* wnd = m_pWnd;
+    HWND window = m_pWnd->GetSafeHwnd();
     EndRunningOperation();
-    RequestRedrawOf(wnd);
+    RequestRedrawOf(window);
 }
 
 void CCommandSelectGripPoint::Cancel() {
@@ -54,11 +54,12 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnMouseMove(unsigned int
         OrthoStep(m_GripPoint, point);
     }
     if (m_PreviewDrawn != 0) {
-        CClientDC dc(m_pWnd);
+        CViewDC dc(m_pWnd);
         InvertObject(&dc, m_pObject);
+        m_PreviewDrawn = 0;
     }
     m_MoveVector = point - m_GripPoint;
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     ErasShirrLine();
     if (!PlaceEditBox(m_GripPoint, point, m_MoveVector)) {
         return RS_Continue;

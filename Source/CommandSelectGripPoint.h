@@ -8,15 +8,15 @@
 // Click, move, click: nothing happens on a release. The object itself stays as it is until the finishing click; what
 // moves is the band, the edit box and the marker, with the object inverted where it stands.
 //
-// | m_pObject | event        | action                                                        | result |
-// |-----------|--------------|---------------------------------------------------------------|---------------------------|
-// | null      | left button  | takes the grip, stores the object                             | RS_Capture or
-// RS_Continue | | set       | move         | ortho; marker; edit box, band, object inverted; none while a  |
-// RS_Continue               | |           |              | distance is being typed |                           | | set
-// | left button  | ortho; the object as stored, its grip moved to the click      | RS_Done                   | | set |
-// right button | the object as stored                                          | RS_Done                   | | set |
-// Execute      | the object as stored, its grip moved by the typed distance    | ended                     | | set |
-// Cancel       | nothing selected any more; the object stays as it is          | ended                     |
+// | m_pObject | event        | action                                                     | result                    |
+// |-----------|--------------|------------------------------------------------------------|---------------------------|
+// | null      | left button  | takes the grip, stores the object                          | RS_Capture or RS_Continue |
+// | set       | move         | marker; ortho; edit box, band, object inverted             | RS_Continue               |
+// | set       | move, typing | none                                                       | RS_Continue               |
+// | set       | left button  | ortho; the object as stored, its grip moved to the click   | RS_Done                   |
+// | set       | right button | the object as stored                                       | RS_Done                   |
+// | set       | Execute      | the object as stored, its grip moved by the typed distance | ended                     |
+// | set       | Cancel       | nothing selected any more; the object stays as it is       | ended                     |
 class CCommandSelectGripPoint : public CCommandOperation {
     DECLARE_DYNAMIC(CCommandSelectGripPoint)
 public:

@@ -21,7 +21,9 @@ CCommandOperation::ResultState CCommandSelectObj::OnLButtonDown(unsigned int, CG
         if (object->isCanSelect() == 0 || !IsHit(object, point)) {
             continue;
         }
-        if (object->IsSelected() == 0) {
+        // Selected means: in the list and in that state. An object that was saved as selected comes back in the state
+        // alone, and a click selects it like any other.
+        if (m_pDocument->IsSelected(object) == 0 || object->IsSelected() == 0) {
             object->SetDrawState(CDrawable::Selected);
             AnnounceToPropertyDialog(object);
             RequestRedraw();

@@ -2,6 +2,8 @@
 
 #include "MemDC.h"
 
+#include <algorithm>
+
 CMemDC::CMemDC(CDC* dc) : m_pDC(dc), m_bMemDC(!dc->IsPrinting()) {
     if (m_bMemDC == 0) {
         m_bPrinting = dc->m_bPrinting;
@@ -10,7 +12,11 @@ CMemDC::CMemDC(CDC* dc) : m_pDC(dc), m_bMemDC(!dc->IsPrinting()) {
         return;
     }
     dc->GetClipBox(&m_Rect);
-    if (!CreateCompatibleDC(dc) || !m_Bitmap.CreateCompatibleBitmap(dc, m_Rect.Width(), m_Rect.Height())) {
+    // A paint with nothing invalid has an empty clip box. A bitmap of no size would be GDI's own one, never to be
+    // selected.
+    const int width = std::max(1, m_Rect.Width());
+    const int height = std::max(1, m_Rect.Height());
+    if (!CreateCompatibleDC(dc) || !m_Bitmap.CreateCompatibleBitmap(dc, width, height)) {
         AfxThrowResourceException();
     }
     m_pOldBitmap = SelectObject(&m_Bitmap);

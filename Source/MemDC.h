@@ -14,7 +14,7 @@ public:
     CMemDC& operator=(const CMemDC&) = delete;
 
 private:
-    CBitmap m_Bitmap; // Exactly the size of the clip box.
+    CBitmap m_Bitmap; // The size of the clip box, and one pixel where that is empty.
     CBitmap* m_pOldBitmap = nullptr;
     CDC* m_pDC;
     CRect m_Rect; // The clip box of the target; drawing coordinates still are client pixels.

@@ -89,7 +89,7 @@ void COperationCreateCircle::Show(CDrawable* object) {
 
 void COperationCreateCircle::InvertCurrentObject() {
     if (m_pCurrentObject != nullptr) {
-        CClientDC dc(m_pWnd);
+        CViewDC dc(m_pWnd);
         m_pGraphic->OnDraw(&dc, m_pCurrentObject);
     }
 }

@@ -62,7 +62,7 @@ CCommandOperation::ResultState COperationCreateLabel::OnMouseMove(unsigned int n
         DrawShirrLine(m_FirstPoint, point);
     } else if (m_ClickCount >= 2) {
         ErasShirrLine();
-        CClientDC dc(m_pWnd);
+        CViewDC dc(m_pWnd);
         m_pGraphic->OnDraw(&dc, m_pCurrentObject);
         SetHeight(point);
         m_pGraphic->OnDraw(&dc, m_pCurrentObject);
@@ -95,7 +95,7 @@ CKXVectorLabel* COperationCreateLabel::Label() {
 }
 
 void COperationCreateLabel::DrawLabel() {
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     m_pGraphic->OnDraw(&dc, m_pCurrentObject);
 }
 

@@ -85,7 +85,7 @@ void COperationCreateRectangle::SetSides(const CGePoint2d& corner) {
 }
 
 void COperationCreateRectangle::InvertSides() {
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     for (CLine* side : m_Lines) {
         m_pGraphic->OnDraw(&dc, side);
     }

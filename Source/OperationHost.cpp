@@ -11,6 +11,10 @@ CCommandOperationManager* CCommandOperation::Manager() const {
     return view != nullptr ? DYNAMIC_DOWNCAST(CCommandOperationManager, view->GetCommandOperationManager()) : nullptr;
 }
 
+CCommandOperation* CCommandOperation::ManagerAsOperation() const {
+    return Manager();
+}
+
 CDialog_DrawAbleProperty* CCommandOperation::PropertyDialog() const {
     auto* view = DYNAMIC_DOWNCAST(CVectorView, m_pWnd);
     return view != nullptr ? view->GetDlgDrawAbleProperty() : nullptr;

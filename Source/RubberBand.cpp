@@ -4,8 +4,6 @@
 
 #include "GdiScope.h"
 
-#include <cmath>
-
 namespace {
 
 constexpr COLORREF kBandColor = 0xFFFFFF;
@@ -44,7 +42,7 @@ void CCommandOperationManager::DrawShirrLine(CPoint p1, CPoint p2, int erasing) 
         m_ShirrEnd.y = EdgeBeyond(p1.y, p2.y, ClientRect().Height());
         m_ShirrPenStyle = PS_DOT;
     }
-    CClientDC dc(m_pWnd);
+    CViewDC dc(m_pWnd);
     dc.SetBkMode(TRANSPARENT);
     {
         CPen pen(m_ShirrPenStyle, 0, kBandColor);

@@ -99,7 +99,7 @@ protected:
     // At the end of each window paint, with the off-screen context and 1.
     virtual int DrawSpecInfo(CDC* dc, int n);
 
-    // Deregisters and deletes the engine.
+    // Deregisters and deletes the engine. Until there is another one, messages go to the window's default alone.
     void FreeCommandOperationManager();
 
     // ---- Window messages ----
@@ -127,4 +127,13 @@ protected:
     CVectorGraphic m_Graphic;
     CCommandOperation* m_pManager = nullptr;
     CDialog_DrawAbleProperty* m_pDlgDrawAbleProperty = nullptr; // Nothing here assigns it; a derived view may.
+
+private:
+    void RepaintAll();
+    // Whether this object still is the one behind the window.
+    bool IsBehind(HWND window) const;
+    void PreRedrawEngine();
+    // The call on the engine, if there is one, then the window's default, if there still is a window.
+    template <class Call>
+    LRESULT TellEngineThenDefault(Call call);
 };

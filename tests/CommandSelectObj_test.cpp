@@ -77,14 +77,18 @@ TEST(CommandSelectObj, AnUnselectableObjectSelectedByOtherMeansStillShields) {
     EXPECT_EQ(0, host.Document().IsSelected(other));
 }
 
-TEST(CommandSelectObj, AnObjectInTheStateSelectedButInNoListIsPassedOver) {
+TEST(CommandSelectObj, AnObjectInTheStateSelectedButInNoListIsSelectedByAClick) {
     ViewHost host;
     CLine* loaded = AddLine(host, 100, 100, 300, 100);
     loaded->SetDrawState(CDrawable::Selected); // As after loading a drawing that was saved with it selected.
-    CLine* below = AddLine(host, 100, 100, 300, 100);
+    CLine* above = AddLine(host, 100, 100, 300, 100);
     host.Click(CPoint(150, 200));
+    EXPECT_EQ(1, host.Document().IsSelected(loaded));
+    EXPECT_EQ(CDrawable::Selected, loaded->GetDrawState());
+    EXPECT_EQ(0, host.Document().IsSelected(above));
+    host.Key(VK_ESCAPE);
     EXPECT_EQ(0, host.Document().IsSelected(loaded));
-    EXPECT_EQ(1, host.Document().IsSelected(below));
+    EXPECT_EQ(CDrawable::Normal, loaded->GetDrawState()) << "and so it can be let go of again";
 }
 
 TEST(CommandSelectObj, NetLinesCannotBePicked) {
