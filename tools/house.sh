@@ -95,7 +95,7 @@ house_build() {
         house_step 300 cmake -S "$HOUSE_TOP" --preset "$preset" >"$folder/configure.log" 2>&1 ||
             { cat "$folder/configure.log"; return 1; }
     fi
-    house_step 3000 cmake --build "$folder" ${1:+--target "$@"} -- --quiet
+    house_step 3000 cmake --build "$folder" -j "$(nproc)" ${1:+--target "$@"} -- --quiet
 }
 
 # --- the display
