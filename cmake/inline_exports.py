@@ -1,0 +1,41 @@
+#!/usr/bin/env python3
+"""Lists the inline operations of exported classes for the linker: the compiler leaves them out of the DLL's table.
+
+inline_exports.py NM OBJECT HEADERS OUT: OBJECT holds every inline function of the public headers (see InlineExports.cpp),
+HEADERS is the folder that they stand in, OUT the module definition file to write.
+"""
+import os
+import re
+import subprocess
+import sys
+
+CLASS = re.compile(r"class\s+NRVECTORVIEW_API\s+(\w+)")
+
+
+def main(nm, obj, headers, out):
+    classes = set()
+    for name in os.listdir(headers):
+        if name.endswith(".h"):
+            with open(os.path.join(headers, name), encoding="utf-8") as file:
+                classes.update(CLASS.findall(file.read()))
+    owner = re.compile(r"_ZNK?(?:%s)(?=\D|\d)" % "|".join(sorted(f"{len(name)}{name}" for name in classes)))
+    listing = subprocess.run([nm, "--defined-only", obj], check=True, capture_output=True, text=True).stdout
+    # Functions alone; the vtables and class records carry their mark already.
+    names = sorted({line.split()[2] for line in listing.splitlines()
+                    if len(line.split()) == 3 and line.split()[1] in "TW" and owner.match(line.split()[2])})
+    if not names:
+        sys.exit("no inline operation was found")
+    text = "EXPORTS\n" + "".join(f"  {name}\n" for name in names)
+    try:
+        with open(out, encoding="ascii") as file:
+            if file.read() == text:
+                os.utime(out)
+                return
+    except FileNotFoundError:
+        pass
+    with open(out, "w", encoding="ascii") as file:
+        file.write(text)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
