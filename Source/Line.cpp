@@ -143,10 +143,10 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
             const int oldMode = pDC->SetBkMode(TRANSPARENT);
             CPen pen(PS_SOLID, Truncate(width), color);
             CScopedPen selected(pDC, &pen);
-            const int oldRop = pDC->SetROP2(R2_NOT);
+            CScopedRop rop(pDC, R2_NOT);
             stroke();
             selected.Restore();
-            pDC->SetROP2(oldRop);
+            rop.Restore();
             pDC->SetBkMode(oldMode);
         }
         step = L"2";

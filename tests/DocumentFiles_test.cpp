@@ -58,6 +58,79 @@ public:
     bool fails = true;
 };
 
+// A document that notes what a load looks like from within.
+class WatchingDocument : public CGraphicDocument {
+public:
+    int ReadData(CArchive& ar) override {
+        ++reads;
+        document = ar.m_pDocument;
+        flat = ar.m_bForceFlat;
+        modified = IsModified();
+        emptiedBefore = emptied;
+        objectsBefore = GetDrawableObjs()->GetSize();
+        return CGraphicDocument::ReadData(ar);
+    }
+    void DeleteContents() override {
+        ++emptied;
+        CGraphicDocument::DeleteContents();
+    }
+    int reads = 0;
+    CDocument* document = nullptr;
+    BOOL flat = -1;
+    BOOL modified = -1;
+    int emptied = 0;
+    int emptiedBefore = -1;
+    INT_PTR objectsBefore = -1;
+};
+
+// A document with fields of its own in front of the stream and behind it.
+class FramedDocument : public CGraphicDocument {
+public:
+    int StoreData(CArchive& ar) override {
+        ar << front;
+        const int result = CGraphicDocument::StoreData(ar);
+        ar << back;
+        return result;
+    }
+    int ReadData(CArchive& ar) override {
+        ar >> front;
+        const int result = CGraphicDocument::ReadData(ar);
+        ar >> back;
+        return result;
+    }
+    DWORD front = 0;
+    CString back;
+};
+
+// A file that can't go back: the end of a load, which gives the unread bytes back, fails.
+class OneWayFile : public CMemFile {
+public:
+    ULONGLONG Seek(LONGLONG offset, UINT from) override {
+        if (from == CFile::current) {
+            ++refused;
+            AfxThrowFileException(CFileException::badSeek);
+        }
+        return CMemFile::Seek(offset, from);
+    }
+    int refused = 0;
+};
+
+// Files in the temporary folder that a save writes beside its target.
+int FilesInTheMaking() {
+    wchar_t folder[MAX_PATH] = {};
+    ::GetTempPath(MAX_PATH, folder);
+    int count = 0;
+    WIN32_FIND_DATA found = {};
+    const HANDLE search = ::FindFirstFile(CString(folder) + L"NRV*.tmp", &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            ++count;
+        } while (::FindNextFile(search, &found));
+        ::FindClose(search);
+    }
+    return count;
+}
+
 using Texts = std::vector<std::string>;
 
 } // namespace
@@ -199,6 +272,67 @@ TEST(DocumentFiles, AStoreThatFailsMidwayNeverTakesThePlaceOfAGoodFile) {
     EXPECT_LT(38u, path.Read().size());
 }
 
+TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatStoodThere) {
+    TemporaryPath path;
+    path.Write({'g', 'o', 'o', 'd'});
+    const int making = FilesInTheMaking();
+    CVectorViewCoordTran tran;
+    FailingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    FileDialogAnswer dialog(path);
+    BoxAnswer boxes({IDYES}); // Also to the dialog's question whether to replace it.
+    EXPECT_EQ(0, document.DoSave(nullptr, TRUE));
+    EXPECT_EQ(1u, dialog.Seen().size());
+    ASSERT_FALSE(boxes.Texts().empty());
+    EXPECT_EQ("CGraphicDocument::Serialize错误", boxes.Texts().back());
+    ASSERT_TRUE(path.Exists());
+    EXPECT_EQ((Bytes{'g', 'o', 'o', 'd'}), path.Read());
+    EXPECT_TRUE(document.GetPathName().IsEmpty()) << "the name is not taken";
+    EXPECT_EQ(making, FilesInTheMaking());
+}
+
+TEST(DocumentFiles, AFailedStoreUnderANewNameLeavesNoFile) {
+    const int making = FilesInTheMaking();
+    for (int replace : {TRUE, FALSE}) {
+        TemporaryPath path;
+        CVectorViewCoordTran tran;
+        FailingDocument document;
+        document.SetVectorViewCoordTran(&tran);
+        FileDialogAnswer dialog(path);
+        BoxAnswer boxes;
+        EXPECT_EQ(0, document.DoSave(nullptr, replace));
+        EXPECT_EQ((Texts{"CGraphicDocument::Serialize错误"}), boxes.Texts());
+        EXPECT_FALSE(path.Exists());
+    }
+    EXPECT_EQ(making, FilesInTheMaking());
+}
+
+TEST(DocumentFiles, AVanishedFileAsksForAName) {
+    TemporaryPath path;
+    LoneDocument lone;
+    ASSERT_EQ(1, lone.document.DoSave(path, TRUE));
+    ASSERT_TRUE(::DeleteFile(path));
+    FileDialogAnswer dialog(path);
+    EXPECT_EQ(1, lone.document.DoFileSave());
+    ASSERT_EQ(1u, dialog.Seen().size());
+    EXPECT_NE(std::string::npos, dialog.Seen()[0].find("nrv图")) << "its old name is proposed: " << dialog.Seen()[0];
+    EXPECT_TRUE(path.Exists());
+}
+
+TEST(DocumentFiles, EachDialogHasItsTitle) {
+    LoneDocument lone;
+    FileDialogAnswer dialog(L"");
+    lone.document.OpenDocument();
+    lone.document.DoSave(nullptr, TRUE);
+    lone.document.DoSave(nullptr, FALSE);
+    lone.document.OnFileSaveAs();
+    ASSERT_EQ(4u, dialog.Seen().size());
+    EXPECT_EQ(0u, dialog.Seen()[0].find("打开|")) << dialog.Seen()[0];
+    EXPECT_EQ(0u, dialog.Seen()[1].find("另存为|")) << dialog.Seen()[1];
+    EXPECT_EQ(0u, dialog.Seen()[2].find("保存副本|")) << dialog.Seen()[2];
+    EXPECT_EQ(0u, dialog.Seen()[3].find("另存为|")) << dialog.Seen()[3];
+}
+
 TEST(DocumentFiles, APathThatCannotBeWrittenShowsAMessage) {
     LoneDocument lone;
     BoxAnswer boxes;
@@ -251,6 +385,109 @@ TEST(DocumentFiles, ABadFileKeepsTheOldObjects) {
     EXPECT_EQ(1, lone.document.OpenDocument()) << "whatever the base gave";
     EXPECT_EQ((Texts{"文件格式错误!"}), boxes.Texts());
     EXPECT_EQ(1, lone.Objects().GetSize());
+}
+
+TEST(DocumentFiles, ATruncatedFileAddsWhatWasReadToTheOldObjects) {
+    TemporaryPath path;
+    Bytes bytes = ReadTestData("lines_two.nrv");
+    bytes.pop_back();
+    path.Write(bytes);
+    LoneDocument lone;
+    lone.Load(ReadTestData("line_schema5.nrv"));
+    CDrawable* old = lone.Objects()[0];
+    FileDialogAnswer dialog(path);
+    BoxAnswer boxes;
+    EXPECT_EQ(1, lone.document.OpenDocument());
+    EXPECT_EQ((Texts{"CGraphicDocument::Serialize错误"}), boxes.Texts());
+    ASSERT_EQ(2, lone.Objects().GetSize());
+    EXPECT_EQ(old, lone.Objects()[0]);
+    EXPECT_EQ(0.5f, lone.tran.GetScale()) << "the view is the file's";
+}
+
+// ---- Loads from memory, from within --------------------------------------------------------------------------------
+
+TEST(DocumentFiles, AMemoryLoadTellsTheArchiveItsDocument) {
+    CVectorViewCoordTran tran;
+    WatchingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    document.AddLine(0, 0, 0, 0, 0, 0, 1, 2, 3, 4);
+    Bytes bytes = ReadTestData("lines_two.nrv");
+    EXPECT_EQ(1, document.CGraphicDocument::OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())));
+    EXPECT_EQ(1, document.reads);
+    EXPECT_EQ(&document, document.document);
+    EXPECT_EQ(FALSE, document.flat);
+    EXPECT_TRUE(document.modified) << "until all is read";
+    EXPECT_EQ(1, document.emptiedBefore);
+    EXPECT_EQ(0, document.objectsBefore) << "the old drawing is gone by then";
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(1, document.emptied);
+    EXPECT_EQ(2, document.GetDrawableObjs()->GetSize());
+}
+
+TEST(DocumentFiles, AMemoryFileOfNoLengthReadsNothing) {
+    CVectorViewCoordTran tran;
+    WatchingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    CMemFile file;
+    EXPECT_EQ(1, document.OpenDocument(file));
+    EXPECT_EQ(0, document.reads);
+    EXPECT_EQ(1, document.emptied);
+}
+
+TEST(DocumentFiles, AMemoryLoadThatFailsAtItsEndEmptiesOnceMoreAndStillCounts) {
+    CVectorViewCoordTran tran;
+    WatchingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    Bytes bytes = ReadTestData("lines_two.nrv");
+    bytes.insert(bytes.end(), {1, 2, 3}); // Something to give back.
+    OneWayFile file;
+    file.Attach(bytes.data(), static_cast<UINT>(bytes.size()), 0);
+    BoxAnswer boxes;
+    EXPECT_EQ(1, document.OpenDocument(file));
+    file.Detach();
+    EXPECT_EQ(1, file.refused);
+    EXPECT_EQ(2, document.emptied);
+    EXPECT_TRUE(boxes.Texts().empty()) << "silently";
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(2, document.GetDrawableObjs()->GetSize()) << "the base's DeleteContents knows no objects";
+}
+
+TEST(DocumentFiles, ADerivedDocumentsOwnFieldsGoRoundInMemoryAndByPath) {
+    CVectorViewCoordTran tran;
+    FramedDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    document.front = 0xCAFE1234;
+    document.back = L"尾";
+    document.AddLine(0, 0, 0, 0, 0, 0, 1, 2, 3, 4);
+    CMemFile memory;
+    ASSERT_EQ(1, document.StoreToMemFile(&memory));
+    FramedDocument loaded;
+    loaded.SetVectorViewCoordTran(&tran);
+    EXPECT_EQ(1, loaded.OpenDocument(memory));
+    EXPECT_EQ(0xCAFE1234u, loaded.front);
+    EXPECT_EQ(CString(L"尾"), loaded.back);
+    EXPECT_EQ(1, loaded.GetDrawableObjs()->GetSize());
+    TemporaryPath path;
+    ASSERT_EQ(1, document.DoSave(path, TRUE));
+    FramedDocument opened;
+    opened.SetVectorViewCoordTran(&tran);
+    EXPECT_TRUE(opened.OnOpenDocument(path));
+    EXPECT_EQ(0xCAFE1234u, opened.front);
+    EXPECT_EQ(CString(L"尾"), opened.back);
+    EXPECT_EQ(1, opened.GetDrawableObjs()->GetSize());
+    EXPECT_EQ(memory.GetLength(), path.Read().size());
+}
+
+TEST(DocumentFiles, AStoreToMemoryAnswersWithTheDerivedDocumentsResult) {
+    class Refusing : public CGraphicDocument {
+    public:
+        int StoreData(CArchive& ar) override { return CGraphicDocument::StoreData(ar) - 1; }
+    } refusing;
+    CVectorViewCoordTran tran;
+    refusing.SetVectorViewCoordTran(&tran);
+    CMemFile file;
+    EXPECT_EQ(0, refusing.StoreToMemFile(&file));
+    EXPECT_EQ(38u, file.GetLength()) << "what it wrote is there";
 }
 
 TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumentMarked) {
