@@ -15,6 +15,9 @@
 #define ID_HOST_DESELECT 203
 #define ID_HOST_ERASE 204
 #define ID_HOST_ABOUT 205
+#define ID_HOST_NEXT_PANE 206
+#define ID_HOST_SHOW_SECTION 207
+#define ID_HOST_DRAW_SECTION 208
 // Snap modes: the number of the bit in the mode is the place behind the first one.
 #define ID_HOST_SNAP_FIRST 210
 #define ID_HOST_SNAP_LAST 213
@@ -27,3 +30,5 @@
 #define IDC_HOST_VIEW 500
 #define IDC_HOST_STATUS 501
 #define IDC_HOST_TOOLBAR 502
+#define IDC_HOST_SECTION 503
+#define IDC_HOST_SPLIT 504

@@ -1,4 +1,4 @@
-// The demo program: one window with a drawing, opened from the command line or from its menu.
+// The demo program: one window, with the drawing that the command line names or with the parameters of a section.
 // Layer: demo.
 #include <afxcmn.h>
 #include <afxwin.h>
@@ -26,12 +26,14 @@ public:
         m_frame->UpdateShown();
         m_frame->ShowWindow(m_nCmdShow);
         m_frame->UpdateWindow();
-        m_frame->SetFocus();
 
         int count = 0;
         wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
         if (arguments != nullptr && count > 1) {
+            m_frame->SetFocus();
             m_frame->OpenFile(FullPath(arguments[1]));
+        } else {
+            m_frame->OpenSection();
         }
         ::LocalFree(arguments);
         return TRUE;

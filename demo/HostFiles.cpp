@@ -43,6 +43,8 @@ CString CHostFrame::GetShownName() {
 
 void CHostFrame::ForgetDrawing() {
     m_view.BreakOff(); // first: a running command may hold objects of the drawing
+    m_drawn.clear();
+    m_drawsSection = false;
     m_view.GetDocument()->Reset();
     m_view.GetDocument()->SetPathName(L"", FALSE);
     m_view.GetDocument()->SetModifiedFlag(FALSE);
@@ -160,6 +162,7 @@ void CHostFrame::OnFileExit() {
 }
 
 void CHostFrame::OnClose() {
+    m_section.SettleEdit(); // its hooks must not run while the windows go
     if (MayDiscard()) {
         m_view.GetManager()->Cancel();
         DestroyWindow();

@@ -50,6 +50,7 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_WM_CREATE()
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
+    ON_WM_PAINT()
     ON_WM_CLOSE()
     ON_WM_DESTROY()
     ON_WM_INITMENUPOPUP()
@@ -66,6 +67,9 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_COMMAND(ID_HOST_DESELECT, OnDeselect)
     ON_COMMAND(ID_HOST_ERASE, OnErase)
     ON_COMMAND(ID_HOST_ABOUT, OnAbout)
+    ON_COMMAND(ID_HOST_NEXT_PANE, OnNextPane)
+    ON_COMMAND(ID_HOST_SHOW_SECTION, OnShowSection)
+    ON_COMMAND(ID_HOST_DRAW_SECTION, OnDrawSection)
     ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, OnSnap)
     ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, OnBackground)
     ON_COMMAND_RANGE(ID_HOST_COMMAND_FIRST, ID_HOST_COMMAND_LAST, OnRunCommand)
@@ -100,7 +104,7 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     MakeToolbar();
     const CRect nothing(0, 0, 0, 0);
     if (!m_status.Create(WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, nothing, this, IDC_HOST_STATUS) ||
-        !m_view.CreateIn(this, CRect(0, 0, create->cx, create->cy), IDC_HOST_VIEW)) {
+        !m_view.CreateIn(this, CRect(0, 0, create->cx, create->cy), IDC_HOST_VIEW) || !MakeSectionPane()) {
         return -1;
     }
     m_keys = ::LoadAcceleratorsW(AfxGetInstanceHandle(), MAKEINTRESOURCEW(IDR_DEMO_KEYS));
@@ -145,6 +149,10 @@ void CHostFrame::MakeMenus() {
     view.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
     SetItemImage(view, ID_HOST_ZOOM_ALL, 0);
     view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
+    view.AppendMenu(MF_SEPARATOR);
+    view.AppendMenu(MF_STRING, ID_HOST_SHOW_SECTION, L"参数窗格(&P)");
+    view.AppendMenu(MF_STRING, ID_HOST_DRAW_SECTION, L"按参数绘制截面(&D)\tF5");
+    view.AppendMenu(MF_STRING, ID_HOST_NEXT_PANE, L"切换窗格(&N)\tF6");
 
     CMenu draw;
     draw.CreatePopupMenu();
@@ -260,51 +268,6 @@ void CHostFrame::MakeToolbar() {
     ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
 }
 
-// ---- Layout
-
-// The only place that knows where the views lie.
-void CHostFrame::LayOut() {
-    if (m_view.m_hWnd == nullptr) {
-        return;
-    }
-    CRect client;
-    GetClientRect(&client);
-    m_status.SendMessage(WM_SIZE, 0, 0);
-    CRect status;
-    m_status.GetWindowRect(&status);
-    CRect bar(0, 0, 0, 0);
-    if (m_toolbar != nullptr) {
-        ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
-        ::GetWindowRect(m_toolbar, &bar);
-    }
-    const int width = client.Width();
-    int edges[] = {std::max(120, width - 540), std::max(120, width - 330), std::max(120, width - 180), -1};
-    m_status.SetParts(4, edges);
-    m_view.MoveWindow(0, bar.Height(), width, std::max(0, client.Height() - bar.Height() - status.Height()));
-}
-
-void CHostFrame::OnSize(UINT nType, int cx, int cy) {
-    CWnd::OnSize(nType, cx, cy);
-    if (nType != SIZE_MINIMIZED) {
-        LayOut();
-    }
-}
-
-void CHostFrame::OnSetFocus(CWnd*) {
-    if (m_view.m_hWnd != nullptr) {
-        m_view.SetFocus();
-    }
-}
-
-BOOL CHostFrame::PreTranslateMessage(MSG* message) {
-    // While a distance is typed the keys belong to its edit box.
-    const bool inEditBox = ::IsChild(m_view.m_hWnd, message->hwnd);
-    if (!inEditBox && m_keys != nullptr && ::TranslateAcceleratorW(m_hWnd, m_keys, message)) {
-        return TRUE;
-    }
-    return CWnd::PreTranslateMessage(message);
-}
-
 // ---- Status bar and title
 
 void CHostFrame::SetStatus(int pane, const CString& text) {
@@ -315,6 +278,10 @@ void CHostFrame::SetStatus(int pane, const CString& text) {
 }
 
 CString CHostFrame::DescribeCommand() {
+    if (m_inSection) {
+        const CString hint = m_section.GetHint();
+        return m_drawsSection || m_section.IsRefused() ? hint : hint + L"；F5 绘制截面";
+    }
     const int row = m_view.GetCommandRow();
     if (!m_view.GetManager()->GetHasCommand()) {
         return L"就绪";
@@ -353,10 +320,7 @@ void CHostFrame::UpdateShown() {
         m_title = title;
         SetWindowText(title);
     }
-    // An edit box that went with its command takes the focus with it.
-    if (::GetFocus() == nullptr && ::GetActiveWindow() == m_hWnd) {
-        m_view.SetFocus();
-    }
+    ShowActivePane();
 }
 
 void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
@@ -369,6 +333,9 @@ void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
     }
     popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST,
                               static_cast<UINT>(ID_HOST_BACKGROUND_FIRST + m_background), MF_BYCOMMAND);
+    popup->CheckMenuItem(ID_HOST_SHOW_SECTION, m_showSection ? MF_CHECKED : MF_UNCHECKED);
+    popup->EnableMenuItem(ID_HOST_DRAW_SECTION, m_showSection ? MF_ENABLED : MF_GRAYED);
+    popup->EnableMenuItem(ID_HOST_NEXT_PANE, m_showSection ? MF_ENABLED : MF_GRAYED);
     popup->EnableMenuItem(ID_HOST_BREAK_OFF, m_view.GetManager()->GetHasCommand() ? MF_ENABLED : MF_GRAYED);
 }
 
@@ -386,7 +353,11 @@ void CHostFrame::OnErase() {
 }
 
 void CHostFrame::OnZoomAll() {
-    m_view.ZoomAll();
+    if (!m_inSection) {
+        m_view.ZoomAll();
+    } else if (m_section.FinishEdit()) {
+        m_section.ZoomAll();
+    }
 }
 
 void CHostFrame::OnOrtho() {
@@ -424,6 +395,7 @@ void CHostFrame::OnBackground(UINT id) {
 
 void CHostFrame::OnAbout() {
     AfxMessageBox(L"NRVectorView 演示\n\n嵌入 CVectorView 的宿主程序：滚轮缩放，按住中键平移，双击中键全屏缩放。\n"
-                  L"单击选择对象，再单击夹点进行编辑；任意键取消选择。",
+                  L"单击选择对象，再单击夹点进行编辑；任意键取消选择。\n"
+                  L"参数窗格嵌入 CVectorViewParm：单击数值即可编辑，Tab 或回车到下一项，F6 切换窗格。",
                   MB_OK | MB_ICONINFORMATION);
 }

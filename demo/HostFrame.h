@@ -5,7 +5,11 @@
 #include <afxcmn.h>
 #include <afxwin.h>
 
+#include <vector>
+
 #include "HostView.h"
+#include "SectionView.h"
+#include "SplitBar.h"
 
 class CHostFrame : public CWnd {
 public:
@@ -15,6 +19,8 @@ public:
     BOOL CreateFrame();
     // Replaces the drawing by that of a file. Says what went wrong, and returns whether all went well.
     bool OpenFile(const CString& path);
+    // Shows the parameter pane beside the drawing of its section, and puts the keyboard on its first value.
+    void OpenSection();
     // From the program's idle time: status bar, title, focus.
     void UpdateShown();
     // Counts the messages that are shown to the user: how the frame sees that a load reported a failure.
@@ -26,6 +32,7 @@ protected:
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnSetFocus(CWnd* old);
+    afx_msg void OnPaint();
     afx_msg void OnClose();
     afx_msg void OnDestroy();
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL sysMenu);
@@ -42,6 +49,9 @@ protected:
     afx_msg void OnDeselect();
     afx_msg void OnErase();
     afx_msg void OnAbout();
+    afx_msg void OnNextPane();
+    afx_msg void OnShowSection();
+    afx_msg void OnDrawSection();
     afx_msg void OnSnap(UINT id);
     afx_msg void OnBackground(UINT id);
     afx_msg void OnRunCommand(UINT id);
@@ -55,7 +65,15 @@ private:
     void MakeToolbar();
     void AddButton(UINT id, int image, const wchar_t* tip);
     void AddButtonGap();
+    bool MakeSectionPane();
     void LayOut();
+    // The panes stand in frames of the main window, which show where the keyboard is.
+    CRect GetPaneFrame(const CWnd& pane) const;
+    void ShowActivePane();
+    void ShowSectionPane(bool show);
+    void MoveSplit(int x);
+    // Replaces what the last call has drawn; all other objects of the drawing stay.
+    void DrawSection();
     bool SaveAs();
     bool Save();
     bool MayDiscard();
@@ -65,6 +83,13 @@ private:
     CString DescribeCommand();
 
     CHostView m_view;
+    CSectionView m_section;
+    CSplitBar m_split;
+    std::vector<CDrawable*> m_drawn; // the section's objects in the drawing; the drawing owns them
+    bool m_drawsSection = false;     // the drawing follows the parameters: it is none of a file
+    bool m_showSection = false;
+    bool m_inSection = false; // the pane where the keyboard is, or was last
+    int m_splitAt = 440;      // left edge of the bar
     CStatusBarCtrl m_status;
     HWND m_toolbar = nullptr;
     HIMAGELIST m_images = nullptr;

@@ -50,14 +50,16 @@ bool CHostView::CanRestore() {
     return row < 0 || ((CommandRows[row].flags & CommandRestores) && m_clicks > 0);
 }
 
-void CHostView::BreakOff() {
+void CHostView::BreakOff(bool takeFocus) {
     CCommandOperationManager* manager = GetManager();
     if (manager->GetHasCommand() && CanRestore()) {
         CVectorView::OnRButtonDown(0, m_cursor);
     }
     manager->Cancel();
     Invalidate();
-    TakeFocus();
+    if (takeFocus) {
+        TakeFocus();
+    }
 }
 
 // ---- Mapping
@@ -134,7 +136,6 @@ bool CHostView::HandleEditKey(const MSG& message) {
     }
 }
 
-// The view itself takes no focus; without it neither keys nor the wheel would arrive. The edit box keeps it.
 void CHostView::TakeFocus() {
     const HWND focus = ::GetFocus();
     if (focus == nullptr || (focus != m_hWnd && !(::IsChild(m_hWnd, focus) && ::IsWindowVisible(focus)))) {

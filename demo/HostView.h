@@ -18,7 +18,9 @@ public:
     // The row of the running command; -1 when none runs, or one that a click has started.
     int GetCommandRow();
     // Breaks the running command off and repaints, which takes its previews off the window.
-    void BreakOff();
+    void BreakOff(bool takeFocus = true);
+    // The view itself takes no focus; without it neither keys nor the wheel would arrive. The edit box keeps it.
+    void TakeFocus();
     // Gives the mapping the window's size: once for an empty drawing, which has no extent to fit.
     void ResetMapping();
     // The drawing point under the mouse; false while the mouse has not been over the view yet.
@@ -37,7 +39,6 @@ protected:
 private:
     bool HandleEditKey(const MSG& message);
     bool CanRestore();
-    void TakeFocus();
 
     CPoint m_cursor;
     bool m_hasCursor = false;
