@@ -5,10 +5,6 @@
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 : "${NR_WITH_WINE:?}" "${NR_DEMO:?}" "${NR_OUT:?}" "${DISPLAY:?}"
-if [ -z "${NR_FILE:-}" ]; then
-    sample=$top/samples/truss.nrv
-    NR_FILE=Z:${sample//\//\\}
-fi
 
 demo=
 window=
@@ -21,21 +17,57 @@ fail() {
 # xdo ARGS...: xdotool, which never hangs here for long.
 xdo() { timeout 20 xdotool "$@" || fail "xdotool $1 failed"; }
 
-# What is still open is asked to close, then ended.
-finish() {
-    [ -n "$demo" ] || return
+close_demo() {
+    [ -n "$demo" ] || return 0
     kill "$demo" 2>/dev/null
     wait "$demo" 2>/dev/null
+    demo=
 }
-trap finish EXIT
+trap close_demo EXIT
 
-# Time for the program to take the input and paint.
-settle() { sleep "${1:-0.4}"; }
+find_window() { timeout 10 xdotool search --onlyvisible --name 'NRVectorView' 2>/dev/null | tail -n 1; }
 
+# open_demo [FILE]: the program with its window, which lies in left, top_edge, width and height from then on.
+open_demo() {
+    close_demo
+    local tries
+    for ((tries = 0; tries < 100; tries++)); do
+        [ -n "$(find_window)" ] || break # the one before is still going
+        sleep 0.1
+    done
+    "$NR_WITH_WINE" "$NR_DEMO" "$@" >"$NR_OUT/demo.log" 2>&1 &
+    demo=$!
+    for ((tries = 0; tries < 150; tries++)); do
+        window=$(find_window)
+        [ -z "$window" ] || break
+        kill -0 "$demo" 2>/dev/null || fail "the demo ended: $(cat "$NR_OUT/demo.log")"
+        sleep 0.2
+    done
+    [ -n "$window" ] || fail "the demo showed no window"
+    eval "$(timeout 10 xdotool getwindowgeometry --shell "$window")"
+    left=$X top_edge=$Y width=$WIDTH height=$HEIGHT
+    settle
+}
+
+picture_sum() { timeout 30 import -window root -depth 8 rgb:- 2>/dev/null | cksum; }
+
+# Until the screen stands still: the same twice in a row. A blinking caret may keep it from that, so not for long.
+settle() {
+    local tries before='' now
+    for ((tries = 0; tries < 8; tries++)); do
+        sleep 0.15
+        now=$(picture_sum)
+        [ "$now" != "$before" ] || return 0
+        before=$now
+    done
+}
+
+# shot NAME: a picture of the window with a little of the screen around it.
 shot() {
     local file=$NR_OUT/$1.png
     settle
-    timeout 30 import -window root "$file" || fail "no picture $1"
+    timeout 30 import -window root -crop "$((width + 24))x$((height + 24))+$((left - 12))+$((top_edge - 12))" +repage \
+        "$file" || fail "no picture $1"
     printf '%s\n' "$file"
 }
 
@@ -44,48 +76,33 @@ at() {
     local x=$((left + width * $1 / 1000)) y=$((top_edge + height * $2 / 1000))
     xdo mousemove --sync $((x - 3)) $((y - 2))
     xdo mousemove --sync "$x" "$y"
-    settle 0.2
+    sleep 0.1
 }
 
-click() { xdo click 1; settle 0.2; }
+click() { xdo click 1; settle; }
 
-# menu LETTERS...: the menu bar by its mnemonics.
-menu() {
-    xdo key --clearmodifiers "alt+$1"
-    settle 0.3
-    shift
-    local letter
-    for letter in "$@"; do
-        xdo key "$letter"
-        settle 0.3
+# press KEYS...: one after the other.
+press() {
+    local key
+    for key in "$@"; do
+        xdo key --clearmodifiers "$key"
+        sleep 0.1
     done
 }
 
-"$NR_WITH_WINE" "$NR_DEMO" "$NR_FILE" >"$NR_OUT/demo.log" 2>&1 &
-demo=$!
+sample() { printf 'Z:%s' "${top//\//\\}\\samples\\$1"; }
 
-for ((tries = 0; tries < 150; tries++)); do
-    window=$(timeout 10 xdotool search --onlyvisible --name 'NRVectorView' 2>/dev/null | tail -n 1)
-    [ -z "$window" ] || break
-    kill -0 "$demo" 2>/dev/null || fail "the demo ended: $(cat "$NR_OUT/demo.log")"
-    sleep 0.2
-done
-[ -n "$window" ] || fail "the demo showed no window"
-eval "$(timeout 10 xdotool getwindowgeometry --shell "$window")"
-left=$X top_edge=$Y width=$WIDTH height=$HEIGHT
+# --- a drawing: menu, a line with its rubber band, the line picked, its end taken
 
+open_demo "${NR_FILE:-$(sample truss.nrv)}"
 at 500 900
 shot 1-drawing
 
-menu d
+press alt+d
 shot 2-menu
-xdo key Escape
-settle 0.3
-xdo key Escape
-settle 0.3
+press Escape Escape
 
-# A line over the drawing: its rubber band on the way, then the line itself, picked.
-menu d l
+press alt+d l
 at 250 750
 click
 at 400 500
@@ -93,7 +110,6 @@ at 640 250
 shot 3-rubber-band
 click
 at 800 850
-settle
 # The middle of the new line: the first click selects it and shows its grips.
 at 445 500
 click
@@ -105,6 +121,32 @@ at 640 250
 click
 at 720 330
 shot 5-grip-edit
-xdo key Escape
-settle 0.3
+press Escape
+
+# --- the parameters of a section, by the keyboard alone
+
+open_demo
+at 900 960
+press Tab Tab
+shot 6-parameters
+xdo type --delay 30 500
+press Return
+shot 7-refused
+press Escape
+xdo type --delay 30 10
+press Return
+xdo type --delay 30 20
+press Return
+shot 8-changed
+
+# --- the other samples
+
+number=9
+for name in mechanical_part texts; do
+    [ -e "$top/samples/$name.nrv" ] || continue
+    open_demo "$(sample "$name.nrv")"
+    at 900 960
+    shot "$number-${name/_/-}"
+    number=$((number + 1))
+done
 exit 0

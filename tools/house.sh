@@ -160,7 +160,7 @@ house_wineserver() { (house_wine_env; exec timeout -k 5 60 "$WINESERVER" "$@" >/
 # manager runs, as on the virtual display: windows then stand where their programs put them, at once.
 house_prefix() {
     local prefix=${NR_WINEPREFIX:-$HOUSE_BUILD/wineprefix}
-    [ ! -e "$prefix/house-made-2" ] || return 0
+    [ ! -e "$prefix/house-made-3" ] || return 0
     house_say "making the Wine prefix"
     house_wineserver -k
     rm -rf "$prefix"
@@ -175,7 +175,29 @@ house_prefix() {
         house_wine 60 reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v 'DejaVu Sans' \
             /t REG_MULTI_SZ /d 'wqy-microhei.ttc,WenQuanYi Micro Hei' /f || return 1
     house_wineserver -w
-    touch "$prefix/house-made-2"
+    house_caption_font "$prefix/drive_c/windows/Fonts" || house_say "no caption font: window buttons will show digits"
+    touch "$prefix/house-made-3"
+}
+
+# house_caption_font FOLDER: the one font that window buttons and menu arrows are drawn with. Its package is not
+# installed whole: it also brings a face for captions that knows no Chinese, and takes precedence there.
+house_caption_font() {
+    local file=marlett.ttf inside=usr/share/wine/fonts folder=$HOUSE_BUILD/caption-font
+    if [ -e "/$inside/$file" ]; then
+        cp "/$inside/$file" "$1/"
+        return
+    fi
+    command -v apt-get >/dev/null && command -v dpkg-deb >/dev/null && command -v tar >/dev/null || return 1
+    rm -rf "$folder"
+    mkdir -p "$folder" && (
+        cd "$folder" &&
+            timeout -k 5 60 apt-get -q download fonts-wine >/dev/null 2>&1 </dev/null 9>&- &&
+            dpkg-deb --fsys-tarfile fonts-wine_*.deb | tar -xO "./$inside/$file" >"$file" && [ -s "$file" ] &&
+            cp "$file" "$1/"
+    )
+    local code=$?
+    rm -rf "$folder"
+    return $code
 }
 
 HOUSE_WINE_STARTED=
