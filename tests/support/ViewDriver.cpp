@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 NR_PEEK(RunningTool, CCommandOperation, CCommandOperation*, m_pCommand)
 NR_PEEK(BandDrawn, CCommandOperation, int, m_ShirrDrawn)
 NR_PEEK(BandFrom, CCommandOperation, CPoint, m_ShirrStart)
@@ -371,30 +373,42 @@ DialogScript::DialogScript(std::vector<Step> steps) : m_steps(std::move(steps)) 
     m_hook = ::SetWindowsHookEx(WH_CBT, Hook, nullptr, ::GetCurrentThreadId());
 }
 
+DialogScript::DialogScript(std::vector<Step> steps, Step further) : DialogScript(std::move(steps)) {
+    m_further = std::move(further);
+}
+
 DialogScript::~DialogScript() {
     ::UnhookWindowsHookEx(m_hook);
     s_current = nullptr;
 }
 
+// Whether the window is a dialog that was not there before.
+bool DialogScript::Notice(HWND dialog) {
+    wchar_t name[16] = {};
+    ::GetClassName(dialog, name, 16);
+    if (std::wstring(name) != L"#32770" ||
+        std::find(m_standing.begin(), m_standing.end(), dialog) != m_standing.end()) {
+        return false;
+    }
+    m_standing.push_back(dialog);
+    ++m_count;
+    return true;
+}
+
 LRESULT CALLBACK DialogScript::Hook(int code, WPARAM wParam, LPARAM lParam) {
     DialogScript* script = s_current;
-    if (code == HCBT_ACTIVATE && script != nullptr) {
-        const auto dialog = reinterpret_cast<HWND>(wParam);
-        wchar_t name[16] = {};
-        ::GetClassName(dialog, name, 16);
-        bool fresh = std::wstring(name) == L"#32770";
-        for (HWND seen : script->m_seen) {
-            fresh = fresh && seen != dialog;
-        }
-        if (fresh) {
-            script->m_seen.push_back(dialog);
-            const size_t index = script->m_seen.size() - 1;
-            if (index < script->m_steps.size()) {
-                script->m_steps[index](dialog);
-            } else {
-                ADD_FAILURE() << "a dialog too many";
-                ::PostMessage(dialog, WM_COMMAND, IDCANCEL, 0);
-            }
+    const auto window = reinterpret_cast<HWND>(wParam);
+    if (code == HCBT_DESTROYWND && script != nullptr) {
+        auto& standing = script->m_standing;
+        standing.erase(std::remove(standing.begin(), standing.end(), window), standing.end());
+    } else if (code == HCBT_ACTIVATE && script != nullptr && script->Notice(window)) {
+        if (script->m_count <= script->m_steps.size()) {
+            script->m_steps[script->m_count - 1](window);
+        } else if (script->m_further) {
+            script->m_further(window);
+        } else {
+            ADD_FAILURE() << "a dialog too many";
+            ::PostMessage(window, WM_COMMAND, IDCANCEL, 0);
         }
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);

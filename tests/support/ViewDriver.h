@@ -96,10 +96,12 @@ class DialogScript {
 public:
     using Step = std::function<void(HWND dialog)>;
     explicit DialogScript(std::vector<Step> steps);
+    // And one more step for every further dialog.
+    DialogScript(std::vector<Step> steps, Step further);
     ~DialogScript();
     DialogScript(const DialogScript&) = delete;
     DialogScript& operator=(const DialogScript&) = delete;
-    size_t Seen() const { return m_seen.size(); }
+    size_t Seen() const { return m_count; }
 
     // Steps: a text into a control and a button, or the button alone.
     static Step Answer(int button);
@@ -107,8 +109,12 @@ public:
 
 private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
+    bool Notice(HWND dialog);
+
     std::vector<Step> m_steps;
-    std::vector<HWND> m_seen;
+    Step m_further;
+    std::vector<HWND> m_standing; // Handles are used again once a dialog is gone.
+    size_t m_count = 0;
     HHOOK m_hook;
     static DialogScript* s_current;
 };
