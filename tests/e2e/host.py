@@ -1,0 +1,220 @@
+"""Drives the demo from outside for the end-to-end tests: one process, its window, real keys, a real pointer, pixels.
+
+Nothing here waits for a time alone: each wait looks for a change and is bounded.
+"""
+import array
+import os
+import subprocess
+import sys
+import time
+
+LIMIT = 20.0  # seconds that any single wait may take
+
+
+class Failed(Exception):
+    pass
+
+
+def run(main):
+    """Runs a test's main function in its own working folder; prints what failed and sets the exit code."""
+    try:
+        main(os.environ["NR_OUT"])
+    except Failed as error:
+        print(f"failed: {error}", file=sys.stderr)
+        sys.exit(1)
+
+
+def expect(condition, text):
+    if not condition:
+        raise Failed(text)
+
+
+def wait_for(what, test, limit=LIMIT):
+    """Until test() gives something true, which is handed back."""
+    end = time.monotonic() + limit
+    while True:
+        result = test()
+        if result:
+            return result
+        if time.monotonic() > end:
+            raise Failed(f"waited {limit:.0f} s in vain for {what}")
+        time.sleep(0.03)
+
+
+def windows_path(path):
+    return "Z:" + os.path.abspath(path).replace("/", "\\")
+
+
+def xdo(*arguments):
+    result = subprocess.run(["xdotool", *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                            stderr=subprocess.PIPE, timeout=LIMIT, text=True)
+    return result.returncode, result.stdout
+
+
+def pixel(red, green, blue):
+    """A colour as pictures hold it."""
+    return int.from_bytes(bytes((red, green, blue, 255)), sys.byteorder)
+
+
+BLACK = pixel(0, 0, 0)
+WHITE = pixel(255, 255, 255)
+
+
+class Picture:
+    """A grab of a rectangle of the screen, a number for each pixel."""
+
+    def __init__(self, width, height, data):
+        self.width, self.height, self.data = width, height, array.array("I", data)
+
+    def at(self, x, y):
+        return self.data[y * self.width + x]
+
+    def row(self, y, left=0, right=None):
+        return self.data[y * self.width + left:y * self.width + (self.width if right is None else right)]
+
+    def part(self, left, top, width, height):
+        """The pixels of a rectangle, row after row."""
+        rows = array.array("I")
+        for y in range(top, top + height):
+            rows.extend(self.row(y, left, left + width))
+        return rows
+
+    def __eq__(self, other):
+        return self.data == other.data
+
+    def save(self, path):
+        subprocess.run(["convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "rgba:-", path],
+                       input=self.data.tobytes(), timeout=LIMIT, check=False)
+
+
+def differing(one, other):
+    """How many pixels of two parts of one size differ."""
+    return sum(a != b for a, b in zip(one, other)) if one != other else 0
+
+
+def grab(x, y, width, height):
+    result = subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-depth",
+                             "8", "rgba:-"], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                            stderr=subprocess.PIPE, timeout=LIMIT)
+    if len(result.stdout) != 4 * width * height:
+        raise Failed(f"no picture of {width} by {height}: {len(result.stdout)} bytes, {result.stderr.decode()}")
+    return Picture(width, height, result.stdout)
+
+
+class Demo:
+    """with Demo(out, FILE) as demo: the program with its window up and painted."""
+
+    def __init__(self, out, *arguments):
+        self.out = out
+        self.log = open(os.path.join(out, "demo.log"), "ab")
+        program = os.path.join(os.environ["NR_BUILD"], "bin", "nrvv_demo.exe")
+        self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *arguments], stdin=subprocess.DEVNULL,
+                                        stdout=self.log, stderr=self.log)
+        try:
+            self.window = wait_for("the demo's window", self.find_window)
+            self.place()
+        except BaseException:
+            self.stop()
+            raise
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, kind, error, trace):
+        if kind is not None:
+            try:
+                grab(0, 0, 1280, 1024).save(os.path.join(self.out, "failed.png"))
+            except (Failed, subprocess.SubprocessError):
+                pass
+        self.stop()
+
+    def stop(self):
+        if self.process.poll() is None:
+            self.process.terminate()
+            try:
+                self.process.wait(LIMIT)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
+        self.log.close()
+
+    def find_window(self):
+        expect(self.process.poll() is None, f"the demo ended with {self.process.returncode}")
+        found = xdo("search", "--onlyvisible", "--name", "NRVectorView")[1].split()
+        return found[-1] if found else None
+
+    def place(self):
+        geometry = dict(line.split("=") for line in xdo("getwindowgeometry", "--shell", self.window)[1].split())
+        self.x, self.y = int(geometry["X"]), int(geometry["Y"])
+        self.width, self.height = int(geometry["WIDTH"]), int(geometry["HEIGHT"])
+
+    def title(self):
+        return xdo("getwindowname", self.window)[1].strip()
+
+    def windows(self):
+        """All visible windows of the screen: a dialog shows as one more."""
+        return set(xdo("search", "--onlyvisible", "--maxdepth", "1", "--name", ".*")[1].split())
+
+    # --- looking
+
+    def grab(self):
+        return grab(self.x, self.y, self.width, self.height)
+
+    def settled(self, limit=LIMIT):
+        """The window's picture once it stands still: three grabs in a row are equal."""
+        kept = [self.grab(), self.grab()]
+
+        def still():
+            kept.append(self.grab())
+            return kept[-1] == kept[-2] == kept[-3]
+        wait_for("the picture to stand still", still, limit)
+        return kept[-1]
+
+    def find_view(self, picture):
+        """The rectangle (left, top, width, height) of the black drawing view, in pixels of the window."""
+        column = [picture.at(self.width * 3 // 4, y) == BLACK for y in range(self.height)]
+        begin, end = longest(column)
+        left, right = longest([value == BLACK for value in picture.row((begin + end) // 2)])
+        return left, begin, right - left, end - begin
+
+    # --- acting
+
+    def key(self, *keys):
+        for key in keys:
+            expect(xdo("key", "--clearmodifiers", key)[0] == 0, f"the key {key}")
+
+    def type(self, text):
+        expect(xdo("type", "--clearmodifiers", "--delay", "5", "--", text)[0] == 0, f"typing {text}")
+
+    def move(self, x, y):
+        """The pointer to a pixel of the window, in two steps, so that it moves in any case."""
+        xdo("mousemove", "--sync", self.x + x - 2, self.y + y - 1)
+        xdo("mousemove", "--sync", self.x + x, self.y + y)
+
+    def click(self, x, y, button=1):
+        self.move(x, y)
+        xdo("click", button)
+
+    def dialog(self, before):
+        """Waits for a window that was not among `before`, and gives it."""
+        def new():
+            return self.windows() - before
+        return wait_for("a dialog", new).pop()
+
+    def gone(self, window):
+        wait_for("the dialog to close", lambda: window not in self.windows())
+
+
+def longest(flags):
+    """(begin, end) of the longest run of true entries."""
+    best = (0, 0)
+    begin = None
+    for i, flag in enumerate([*flags, False]):
+        if flag and begin is None:
+            begin = i
+        elif not flag and begin is not None:
+            if i - begin > best[1] - best[0]:
+                best = (begin, i)
+            begin = None
+    return best
+
