@@ -1,10 +1,12 @@
 // Device contexts: lines, figures, filling, pixels, text, paths and printing.
 // Layer: afx.
+#include "DCRange.h"
 #include "HandleMap.h"
 
 // --- lines -------------------------------------------------------------------------------------------------------
 
 CPoint CDC::MoveTo(int x, int y) {
+    m_bFar = AfxIsFar(x) || AfxIsFar(y);
     POINT old = {};
     if (m_hDC != nullptr && m_hDC != m_hAttribDC)
         ::MoveToEx(m_hDC, x, y, &old);
@@ -17,10 +19,15 @@ BOOL CDC::LineTo(int x, int y) {
     // The attribute context keeps the current position too.
     if (m_hAttribDC != nullptr && m_hDC != m_hAttribDC)
         ::MoveToEx(m_hAttribDC, x, y, nullptr);
-    return ::LineTo(m_hDC, x, y);
+    const bool toFar = AfxIsFar(x) || AfxIsFar(y);
+    const bool reaches = m_bFar || toFar;
+    m_bFar = toFar;
+    return reaches ? AfxLineToFar(m_hDC, x, y) : ::LineTo(m_hDC, x, y);
 }
 
 BOOL CDC::Arc(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4) {
+    if (AfxIsFar(x1) || AfxIsFar(y1) || AfxIsFar(x2) || AfxIsFar(y2))
+        return AfxArcFar(m_hDC, x1, y1, x2, y2, x3, y3, x4, y4);
     return ::Arc(m_hDC, x1, y1, x2, y2, x3, y3, x4, y4);
 }
 
@@ -77,6 +84,8 @@ BOOL CDC::RoundRect(LPCRECT lpRect, POINT point) {
 }
 
 BOOL CDC::Ellipse(int x1, int y1, int x2, int y2) {
+    if (AfxIsFar(x1) || AfxIsFar(y1) || AfxIsFar(x2) || AfxIsFar(y2))
+        return AfxEllipseFar(m_hDC, x1, y1, x2, y2);
     return ::Ellipse(m_hDC, x1, y1, x2, y2);
 }
 

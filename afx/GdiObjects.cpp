@@ -1,5 +1,6 @@
 // GDI objects: owning handles, temporary objects, and the functions of pens, brushes, fonts, bitmaps and regions.
 // Layer: afx.
+#include "DCRange.h"
 #include "HandleMap.h"
 
 #include <cstdlib>
@@ -108,7 +109,7 @@ BOOL CGdiObject::UnrealizeObject() {
 // --- CPen --------------------------------------------------------------------------------------------------------
 
 CPen::CPen(int nPenStyle, int nWidth, COLORREF crColor) {
-    if (!Attach(::CreatePen(nPenStyle, nWidth, crColor)))
+    if (!Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor)))
         AfxThrowResourceException();
 }
 
@@ -122,7 +123,7 @@ CPen* PASCAL CPen::FromHandle(HPEN hPen) {
 }
 
 BOOL CPen::CreatePen(int nPenStyle, int nWidth, COLORREF crColor) {
-    return Attach(::CreatePen(nPenStyle, nWidth, crColor));
+    return Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor));
 }
 
 BOOL CPen::CreatePen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int nStyleCount, const DWORD* lpStyle) {

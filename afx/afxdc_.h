@@ -206,6 +206,9 @@ public:
     virtual int EndPage();
     virtual int EndDoc();
     virtual int AbortDoc();
+
+private:
+    bool m_bFar = false; // the current position lies beyond 16 bits
 };
 
 // The client area of a window for as long as the object lives. Throws when Windows gives no context.
