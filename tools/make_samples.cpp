@@ -7,6 +7,9 @@
 #include <cstdio>
 #include <memory>
 
+void MakeMechanicalPart(CVectorView& view); // sample_mechanical.cpp
+void MakeTexts(CVectorView& view);          // sample_texts.cpp
+
 namespace {
 
 const Gdiplus::Color White(255, 255, 255);
@@ -80,6 +83,8 @@ struct Sample {
 };
 const Sample Samples[] = {
     {L"truss.nrv", MakeTruss},
+    {L"mechanical_part.nrv", MakeMechanicalPart},
+    {L"texts.nrv", MakeTexts},
 };
 
 // Stores the drawing so that it comes up fitted into a window of 1000 by 600 pixels.
