@@ -4,10 +4,14 @@
 #include "CommandWords.h"
 #include "Line.h"
 #include "MemoryInfo.h"
-#include "support/ViewHost.h"
+#include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
+
+#include <functional>
+
+NR_PEEK(GripsOfManager, CCommandOperationManager, CGePointArray, m_GripPoints)
 
 namespace {
 
@@ -16,14 +20,24 @@ using State = CCommandOperation::ResultState;
 // A tool that notes its events and gives back what it was told to.
 class Probe : public CCommandOperation {
 public:
-    Probe(ViewHost& host, std::vector<std::string>& calls)
-        : CCommandOperation(&host.view, nullptr, &host.Tran(), &host.Document()), log(calls) {
+    Probe(ViewHost& host, std::vector<std::string>& calls) : Probe(host.view, calls) {}
+    Probe(CVectorView& view, std::vector<std::string>& calls)
+        : CCommandOperation(&view, nullptr, view.GetVectorViewCoordTran(), view.GetDocument()), log(calls) {
         KX_ADD_MEMORY(this);
         m_SnapEnabled = 0;
     }
     ~Probe() override { log.push_back("deleted"); }
     void Execute() override { log.push_back("Execute"); }
-    void Cancel() override { log.push_back("Cancel"); }
+    void Cancel() override {
+        log.push_back("Cancel");
+        if (inCancel) {
+            inCancel();
+        }
+    }
+    ResultState OnCancel() override {
+        log.push_back("OnCancel");
+        return CCommandOperation::OnCancel();
+    }
     ResultState OnLButtonDown(unsigned int, CGePoint2d p) override { return Note("down", p); }
     ResultState OnLButtonUp(unsigned int, CGePoint2d p) override { return Note("up", p); }
     ResultState OnMouseMove(unsigned int, CGePoint2d p) override { return Note("move", p); }
@@ -51,13 +65,22 @@ public:
     std::vector<std::string>& log;
     ResultState answer = RS_Continue;
     bool snaps = false;
+    // What a host does while a handler or Cancel runs; once.
+    std::function<void()> during;
+    std::function<void()> inCancel;
 
 private:
     ResultState Note(const char* name, const CGePoint2d& p) {
         char text[80];
         snprintf(text, sizeof text, "%s(%g,%g)", name, p.x, p.y);
         log.push_back(text);
-        return answer;
+        const ResultState state = answer;
+        std::function<void()> host;
+        host.swap(during);
+        if (host) {
+            host(); // This object may be gone afterwards.
+        }
+        return state;
     }
 };
 
@@ -122,11 +145,35 @@ TEST(CommandOperationManager, ASnapReplacesThePointOfPressesAndMovesButNotOfTheR
 
 TEST(CommandOperationManager, AReleaseSnapsByTheManagersOwnSearchAndMode) {
     Managed m;
-    AddLine(m.host, 100, 100, 300, 100);
-    m.Install();
-    m.host.Send(WM_LBUTTONUP, 0, CPoint(103, 198));
-    EXPECT_EQ((Calls{"up(100,100)"}), m.Take());
+    AddLine(m.host, 50, 200, 150, 200);
+    m.Install()->snaps = true; // To somewhere else: not asked.
+    m.host.Send(WM_LBUTTONUP, 0, CPoint(53, 102));
+    EXPECT_EQ((Calls{"up(50,200)"}), m.Take());
+    m.host.Send(WM_LBUTTONUP, 0, CPoint(2, 102));
+    EXPECT_EQ((Calls{"up(0,200)"}), m.Take()) << "the foot from the origin, where the manager's last point stays";
+    m.manager.SetOsnapMode(7);
+    m.Take();
+    m.host.Send(WM_LBUTTONUP, 0, CPoint(2, 102));
+    EXPECT_EQ((Calls{"up(2,198)"}), m.Take()) << "without bit 8";
     m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, WithoutAToolAReleaseStillSearchesAndAMoveDoesNot) {
+    class Counting : public CCommandOperationManager {
+    public:
+        using CCommandOperationManager::CCommandOperationManager;
+        int GetGripPoint(CGePoint2d point, CGePoint2d& result) override {
+            ++searches;
+            return CCommandOperationManager::GetGripPoint(point, result);
+        }
+        int searches = 0;
+    };
+    ViewHost host;
+    Counting manager(&host.view, nullptr, &host.Tran(), &host.Document());
+    manager.OnMouseMove(0, CGePoint2d(1, 1));
+    EXPECT_EQ(0, manager.searches);
+    manager.OnLButtonUp(0, CGePoint2d(1, 1));
+    EXPECT_EQ(1, manager.searches);
 }
 
 TEST(CommandOperationManager, TheWheelGoesOnAsAMoveAtTheSamePoint) {
@@ -139,13 +186,21 @@ TEST(CommandOperationManager, TheWheelGoesOnAsAMoveAtTheSamePoint) {
 
 TEST(CommandOperationManager, EveryEventGivesZeroToTheView) {
     Managed m;
-    Probe* probe = m.Install();
-    probe->answer = State::RS_Capture;
-    EXPECT_EQ(0, static_cast<int>(m.manager.OnLButtonDown(0, CGePoint2d(1, 1))));
-    EXPECT_EQ(0, static_cast<int>(m.manager.OnMouseMove(0, CGePoint2d(1, 1))));
-    EXPECT_EQ(0, static_cast<int>(m.manager.OnKeyDown('A', 1, 0)));
-    EXPECT_EQ(0, static_cast<int>(m.manager.OnRButtonDown(0, CGePoint2d(1, 1))));
-    m.manager.Cancel();
+    const CGePoint2d p(1, 1);
+    const std::function<State()> events[] = {
+        [&] { return m.manager.OnLButtonDown(0, p); },        [&] { return m.manager.OnLButtonUp(0, p); },
+        [&] { return m.manager.OnMouseMove(0, p); },          [&] { return m.manager.OnMouseWheel(0, 120, p); },
+        [&] { return m.manager.OnRButtonDown(0, p); },        [&] { return m.manager.OnKeyDown('A', 1, 0); },
+        [&] { return m.manager.OnMouseMove(MK_MBUTTON, p); }, [&] { return m.manager.OnMButtonDown(0, p); },
+    };
+    for (const auto& event : events) {
+        for (int state : {0, 1, 2, 5, 7}) {
+            m.Install()->answer = static_cast<State>(state);
+            EXPECT_EQ(0, static_cast<int>(event())) << &event - events << ", " << state;
+            m.manager.Cancel();
+            EXPECT_EQ(0, static_cast<int>(event())) << &event - events << ", no tool";
+        }
+    }
 }
 
 // ---- States --------------------------------------------------------------------------------------------------------
@@ -205,10 +260,31 @@ TEST(CommandOperationManager, AHeldToolGetsNoEventsAndSwallowsKeys) {
     m.host.Move(CPoint(5, 5));
     m.host.Key('A');
     m.host.Send(WM_RBUTTONDOWN, 0, CPoint(1, 1));
+    m.host.Send(WM_LBUTTONUP, 0, CPoint(1, 1));
+    m.manager.OnMouseWheel(0, 120, CGePoint2d(1, 1));
     EXPECT_EQ((Calls{}), m.Take());
     EXPECT_EQ(1, m.host.Document().IsSelected(line)) << "a key clears the selection only without any tool";
     m.manager.Execute();
     EXPECT_EQ((Calls{"Execute"}), m.Take());
+    m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, BesideAHeldToolAClickDoesTheDefaultAndAPanRefreshesIt) {
+    Managed m;
+    CLine* line = AddLine(m.host, 100, 100, 300, 100);
+    m.Install(0);
+    m.host.Move(CPoint(5, 5), MK_MBUTTON);
+    EXPECT_EQ((Calls{"RefreshGrip"}), m.Take());
+    m.manager.Cancel();
+    m.host.Tran().SetOriginX(0);
+    m.host.Tran().SetOriginY(0);
+    m.Install(0);
+    m.host.Click(CPoint(200, 200));
+    EXPECT_EQ(1, m.host.Document().IsSelected(line));
+    EXPECT_EQ((Calls{}), m.Take());
+    m.host.Click(CPoint(100, 200));
+    EXPECT_EQ((Calls{"OnCancel", "Cancel", "deleted"}), m.Take()) << "a grip that is taken replaces it";
+    EXPECT_EQ(1, m.manager.GetHasCommand());
     m.manager.Cancel();
 }
 
@@ -219,7 +295,7 @@ TEST(CommandOperationManager, ATemporaryToolIsInstalledOnCaptureAlone) {
     m.manager.CheckResultState(temporary, State::RS_Done);
     EXPECT_EQ((Calls{}), m.Take());
     m.manager.CheckResultState(temporary, State::RS_Capture);
-    EXPECT_EQ((Calls{"Cancel", "deleted"}), m.Take()) << "and the snap mode is not handed on";
+    EXPECT_EQ((Calls{"OnCancel", "Cancel", "deleted"}), m.Take()) << "and the snap mode is not handed on";
     m.host.Move(CPoint(1, 1));
     EXPECT_EQ((Calls{"move(1,299)", "moveL(1,1)"}), m.Take());
     m.manager.Cancel();
@@ -321,11 +397,34 @@ TEST(CommandOperationManager, AMoveWithoutTheMiddleButtonAsksForNoRepaint) {
 
 TEST(CommandOperationManager, TheCursorIsTheToolsOrTheDefault) {
     Managed m;
+    HCURSOR own = ::LoadCursor(::GetModuleHandle(L"NRVectorView.dll"), MAKEINTRESOURCE(131));
+    HCURSOR other = ::LoadCursor(nullptr, IDC_WAIT);
+    ASSERT_NE(nullptr, own);
+    ASSERT_NE(own, other);
+    ::SetCursor(other);
     EXPECT_EQ(1, static_cast<int>(m.manager.OnSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
-    EXPECT_NE(nullptr, ::GetCursor());
+    EXPECT_EQ(own, ::GetCursor());
+    ::SetCursor(other);
     m.Install()->answer = State::RS_Cancelled;
     EXPECT_EQ(2, static_cast<int>(m.manager.OnSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
+    EXPECT_EQ(other, ::GetCursor()) << "the tool's business";
     m.manager.Cancel();
+    m.Install(0);
+    EXPECT_EQ(1, static_cast<int>(m.manager.OnSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
+    EXPECT_EQ(own, ::GetCursor()) << "a held tool has no say";
+    m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, GripsCloserThanAMillionthOfABillionthAreOne) {
+    Managed m;
+    CGePointArray& grips = PeekAt(m.manager, GripsOfManager());
+    m.manager.AddGripPoint(CGePoint2d(0, 0));
+    m.manager.AddGripPoint(CGePoint2d(0.9e-15, -0.9e-15));
+    EXPECT_EQ(1, grips.GetSize());
+    m.manager.AddGripPoint(CGePoint2d(1e-15, 0)); // Not strictly below.
+    EXPECT_EQ(2, grips.GetSize());
+    m.manager.AddGripPoint(CGePoint2d(0, -1.5e-15));
+    EXPECT_EQ(3, grips.GetSize());
 }
 
 TEST(CommandOperationManager, PassingOverASnapPointStartsTrackingIt) {
@@ -347,4 +446,193 @@ TEST(CommandOperationManager, PassingOverASnapPointStartsTrackingIt) {
     m.host.Send(WM_LBUTTONDOWN, 0, CPoint(77, 10));
     EXPECT_EQ("down(76.5,290)", m.Take()[0]) << "tracking ended with the click";
     m.manager.Cancel();
+}
+
+// ---- What a host does in the middle --------------------------------------------------------------------------------
+
+namespace {
+
+// The events that a tool answers, as messages of its view.
+struct Event {
+    const char* name;
+    UINT message;
+    WPARAM wParam;
+};
+
+const Event kEvents[] = {
+    {"down", WM_LBUTTONDOWN, MK_LBUTTON},  {"up", WM_LBUTTONUP, 0},  {"move", WM_MOUSEMOVE, MK_MBUTTON},
+    {"right", WM_RBUTTONDOWN, MK_RBUTTON}, {"key", WM_KEYDOWN, 'A'}, {"wheel", WM_MOUSEWHEEL, MAKEWPARAM(0, 120)},
+};
+
+} // namespace
+
+TEST(CommandOperationManager, AToolThatIsReplacedInsideAnEventGetsNothingMoreAndEndsNotTheNext) {
+    for (const Event& event : kEvents) {
+        Managed m;
+        AddLine(m.host, 100, 100, 300, 100); // So that the wheel is told.
+        Probe* first = m.Install();
+        first->answer = State::RS_Done;
+        first->during = [&] {
+            m.log.push_back("host");
+            m.manager.SetCommand(new Probe(m.host, m.log), 1);
+        };
+        m.host.view.SendMessage(event.message, event.wParam, MAKELPARAM(10, 20));
+        Calls calls = m.Take();
+        ASSERT_LT(4u, calls.size()) << event.name;
+        calls.erase(calls.begin());
+        Calls expected{"host", "Cancel", "deleted", "SetOsnapMode 15"};
+        if (event.message == WM_MOUSEMOVE) {
+            expected.push_back("RefreshGrip"); // The pan goes on, with the tool that runs now.
+        }
+        EXPECT_EQ(expected, calls) << event.name;
+        EXPECT_EQ(1, m.manager.GetHasCommand()) << event.name;
+        m.manager.Cancel();
+    }
+}
+
+TEST(CommandOperationManager, AViewThatGoesInsideAnEventTakesTheManagerAndLeavesTheTool) {
+    for (const Event& event : kEvents) {
+        Calls log;
+        ParentWindow parent;
+        auto* view = new CVectorView;
+        view->GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+        ShowView(*view, parent);
+        view->AddLine(CGePoint2d(0, 0), CGePoint2d(300, 100), Gdiplus::Color(255, 255, 255, 255), 1);
+        auto* probe = new Probe(*view, log);
+        static_cast<CCommandOperationManager*>(view->GetCommandOperationManager())->SetCommand(probe, 1);
+        log.clear();
+        HWND window = view->m_hWnd;
+        probe->answer = State::RS_Done;
+        probe->during = [&] {
+            delete view;
+            view = nullptr;
+        };
+        ::SendMessage(window, event.message, event.wParam, MAKELPARAM(10, 20));
+        EXPECT_EQ(nullptr, view) << event.name;
+        EXPECT_FALSE(::IsWindow(window)) << event.name;
+        EXPECT_EQ(1u, log.size()) << event.name << ": nothing after the handler, not even its end";
+        KX_REMOVE_MEMORY(probe);
+        delete probe;
+    }
+}
+
+TEST(CommandOperationManager, AToolThatAHostStartsWhileTheOldOneIsCancelledGoesToo) {
+    for (bool captured : {false, true}) {
+        Managed m;
+        const int before = CKXMemoryManager::Instance()->GetCount();
+        Probe* first = m.Install();
+        first->inCancel = [&] { m.manager.SetCommand(new Probe(m.host, m.log), 1); };
+        auto* last = new Probe(m.host, m.log);
+        Calls expected{"Cancel", "SetOsnapMode 15", "deleted", "Cancel", "deleted"};
+        if (captured) {
+            m.manager.CheckResultState(last, State::RS_Capture);
+            expected.insert(expected.begin(), "OnCancel");
+            expected.insert(expected.end() - 2, "OnCancel");
+        } else {
+            m.manager.SetCommand(last, 1);
+            expected.push_back("SetOsnapMode 15");
+        }
+        EXPECT_EQ(expected, m.Take());
+        m.host.Move(CPoint(1, 1));
+        EXPECT_EQ((Calls{"move(1,299)", "moveL(1,1)"}), m.Take());
+        m.manager.Cancel();
+        EXPECT_EQ((Calls{"Cancel", "deleted"}), m.Take());
+        EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+    }
+}
+
+TEST(CommandOperationManager, AToolThatAHostStartsWhileOneIsBrokenOffStays) {
+    Managed m;
+    m.Install()->inCancel = [&] { m.manager.SetCommand(new Probe(m.host, m.log), 1); };
+    m.manager.Cancel();
+    EXPECT_EQ((Calls{"Cancel", "SetOsnapMode 15", "deleted"}), m.Take());
+    m.host.Move(CPoint(1, 1));
+    EXPECT_EQ((Calls{"move(1,299)", "moveL(1,1)"}), m.Take());
+    m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, AViewThatGoesWhileAToolIsCancelledFreesTheOneToBeInstalled) {
+    Calls log;
+    ParentWindow parent;
+    auto* view = new CVectorView;
+    ShowView(*view, parent);
+    auto* manager = static_cast<CCommandOperationManager*>(view->GetCommandOperationManager());
+    auto* first = new Probe(*view, log);
+    manager->SetCommand(first, 1);
+    auto* second = new Probe(*view, log);
+    log.clear();
+    first->inCancel = [&] { delete view; };
+    EXPECT_EQ(0, manager->SetCommand(second, 1));
+    EXPECT_EQ((Calls{"Cancel", "deleted", "deleted"}), log);
+}
+
+namespace {
+
+// A host that closes the drawing while a question stands.
+class Closer {
+public:
+    explicit Closer(CVectorView*& view) : m_view(view) {
+        s_current = this;
+        m_hook = ::SetWindowsHookEx(WH_CBT, Hook, nullptr, ::GetCurrentThreadId());
+    }
+    ~Closer() { ::UnhookWindowsHookEx(m_hook); }
+
+private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam) {
+        if (code == HCBT_ACTIVATE && ::GetDlgItem(reinterpret_cast<HWND>(wParam), 0xffff) != nullptr) {
+            delete s_current->m_view;
+            s_current->m_view = nullptr;
+        }
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    CVectorView*& m_view;
+    HHOOK m_hook;
+    inline static Closer* s_current = nullptr;
+};
+
+} // namespace
+
+TEST(CommandOperationManager, AViewThatGoesWhileAQuestionStandsIsNotTouchedAgain) {
+    const int before = CKXMemoryManager::Instance()->GetCount();
+    ParentWindow parent;
+    auto* view = new CVectorView;
+    ShowView(*view, parent);
+    CDrawable* line = view->AddLine(CGePoint2d(0, 0), CGePoint2d(1, 1), Gdiplus::Color(255, 255, 255, 255), 1);
+    view->GetDocument()->AddSelected(line);
+    {
+        BoxAnswer yes({IDYES});
+        Closer closer(view); // Called first: the last hook set is.
+        view->DoCommand(L"erase");
+        EXPECT_EQ(1u, yes.Texts().size());
+    }
+    EXPECT_EQ(nullptr, view);
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+}
+
+TEST(CommandOperationManager, AThrowInTheDefaultClickLeavesNothingAllocated) {
+    class Throwing : public CLine {
+    public:
+        float HitTest(CGePoint2d) override {
+            if (inHitTest) {
+                throw 1;
+            }
+            return 1000.0f;
+        }
+        void getGripPoints(CGePointArray&, int) override { throw 2; }
+        bool inHitTest = true;
+    };
+    Managed m;
+    auto* object = new Throwing;
+    KX_ADD_MEMORY(object);
+    m.host.Document().AddDrawAobject(object);
+    m.host.Document().AddSelected(object);
+    const int before = CKXMemoryManager::Instance()->GetCount();
+    EXPECT_THROW(m.manager.OnDefaultLButtonDown(0, CGePoint2d(1, 1)), int);
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+    object->inHitTest = false;
+    EXPECT_THROW(m.manager.OnDefaultLButtonDown(0, CGePoint2d(1, 1)), int);
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+    EXPECT_EQ(nullptr, ::GetWindow(m.host.view.m_hWnd, GW_CHILD)) << "their edit boxes went with them";
+    m.host.Document().RemoveAllSelected();
+    ::ValidateRect(m.host.view.m_hWnd, nullptr); // No paint asks for its grips.
 }

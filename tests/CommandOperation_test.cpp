@@ -6,6 +6,7 @@
 #include "MemoryInfo.h"
 #include "support/ViewHost.h"
 
+#include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -187,6 +188,22 @@ TEST(CommandOperation, APointInPixelsIsSearchedByTheBaseRuleAndAnsweredInWholePi
     EXPECT_EQ(0, tool.GetGripPointForL(CGePoint2d(120, 199), hit));
 }
 
+TEST(CommandOperation, APointInPixelsIsSearchedAtEveryScaleAndKeepsTheKindOfTheGrip) {
+    ViewHost host;
+    AddLine(host, 0, 0, 100, 0);
+    Tool tool(host);
+    tool.m_LastPoint = CGePoint2d(20, 50);
+    host.Tran().SetScale(0.5f);
+    host.Tran().SetOriginY(-10.0);
+    // The foot (20, 0) is pixel (40, 300 - 20); three units are six pixels.
+    CGePoint2d hit;
+    ASSERT_NE(0, tool.GetGripPointForL(CGePoint2d(46, 274), hit));
+    EXPECT_EQ(40.0, hit.x);
+    EXPECT_EQ(280.0, hit.y);
+    EXPECT_EQ(8, hit.type);
+    EXPECT_EQ(0, tool.GetGripPointForL(CGePoint2d(47, 274), hit));
+}
+
 // ---- Marker --------------------------------------------------------------------------------------------------------
 
 namespace {
@@ -265,6 +282,29 @@ TEST(CommandOperation, ARepaintUnderAStandingMarkerLeavesAStrayOneAtTheNextMove)
     EXPECT_TRUE(host.fresh == TakePicture(host.view));
     tool.OnMouseMove(0, CGePoint2d(0, 0));
     EXPECT_LT(50, host.fresh.Difference(TakePicture(host.view)));
+}
+
+TEST(CommandOperation, ADrawingWithoutObjectsHasNoMarker) {
+    ParentWindow parent;
+    OpenView view;
+    view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    ShowView(view, parent);
+    MarkerHost other;
+    const Picture fresh = TakePicture(view);
+    class OfView : public MarkerTool {
+    public:
+        OfView(MarkerHost& host, OpenView& v) : MarkerTool(host) {
+            m_pWnd = &v;
+            m_pGraphic = v.Graphic();
+            m_pDocument = v.GetDocument();
+            m_OsnapMode = kOsnapAll;
+        }
+    } tool(other, view);
+    for (const CGePoint2d& point : {CGePoint2d(0, 0), CGePoint2d(100, 100), CGePoint2d(200, 150)}) {
+        EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, point));
+        EXPECT_EQ(0, tool.m_SnapMarkDrawn);
+    }
+    EXPECT_EQ(0, fresh.Difference(TakePicture(view)));
 }
 
 // ---- The base by itself --------------------------------------------------------------------------------------------
@@ -399,5 +439,58 @@ TEST(CommandOperation, ATypedDistanceEndsAtItsFirstBadCharacter) {
     for (const auto& row : rows) {
         tool.m_Edit.SetWindowText(row.text);
         EXPECT_EQ(row.value, tool.TypedDistance()) << row.text;
+    }
+}
+
+// ---- A host that answers the edit box ------------------------------------------------------------------------------
+
+namespace {
+
+// Breaks the running tool off, or starts another, as soon as the edit box tells of itself by that code.
+class AnsweringView : public CVectorView {
+public:
+    WORD code = 0;
+    LPCTSTR word = nullptr; // Null breaks off.
+    int answers = 0;
+
+protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override {
+        if (HIWORD(wParam) == code && lParam != 0 && code != 0) {
+            code = 0;
+            ++answers;
+            if (word == nullptr) {
+                GetCommandOperationManager()->Cancel();
+            } else {
+                DoCommand(word);
+            }
+        }
+        return CVectorView::OnCommand(wParam, lParam);
+    }
+};
+
+} // namespace
+
+TEST(CommandOperation, AHostMayEndTheToolInAnyMessageOfItsEditBox) {
+    for (WORD code : {WORD(EN_CHANGE), WORD(EN_UPDATE), WORD(EN_SETFOCUS)}) {
+        for (LPCTSTR word : {static_cast<LPCTSTR>(nullptr), L"line"}) {
+            ParentWindow parent;
+            AnsweringView view;
+            view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+            ShowView(view, parent);
+            CDrawable* line =
+                view.AddLine(CGePoint2d(100, 100), CGePoint2d(200, 100), Gdiplus::Color(255, 255, 255, 255), 1);
+            view.GetDocument()->AddSelected(line);
+            view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(200, 200));
+            ASSERT_NE(0, view.GetCommandOperationManager()->GetHasCommand());
+            const int registered = CKXMemoryManager::Instance()->GetCount();
+            view.code = code;
+            view.word = word;
+            view.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(250, 150));
+            EXPECT_EQ(1, view.answers) << code;
+            EXPECT_EQ(word != nullptr ? 1 : 0, view.GetCommandOperationManager()->GetHasCommand()) << code;
+            EXPECT_EQ(registered - (word != nullptr ? 0 : 1), CKXMemoryManager::Instance()->GetCount()) << code;
+            EXPECT_EQ(CDrawable::Normal, line->GetDrawState());
+            view.GetCommandOperationManager()->Cancel();
+        }
     }
 }

@@ -233,6 +233,61 @@ TEST(CommandSelectGripPoint, TheTypedDistanceKeepsTheDirectionOfTheLockedMove) {
     EXPECT_EQ(Words(line), "line (100,100)-(230,100) selected -1");
 }
 
+TEST(CommandSelectGripPoint, ATypedDistanceIgnoresTheLock) {
+    ViewDriver d;
+    CLine* line = SelectedLine(d);
+    d.ClickAt(200, 100);
+    d.MoveTo(230, 140);
+    d.Manager().SetDrawObjLatus(1);
+    d.TypeInEdit(L"50");
+    d.Manager().Execute();
+    EXPECT_EQ(Words(line), "line (100,100)-(230,140) selected -1");
+}
+
+TEST(CommandSelectGripPoint, ANegativeDistanceGoesTheOtherWay) {
+    ViewDriver d;
+    CLine* line = SelectedLine(d);
+    d.ClickAt(200, 100);
+    d.MoveTo(230, 140);
+    d.TypeInEdit(L"-50");
+    d.Manager().Execute();
+    EXPECT_EQ(Words(line), "line (100,100)-(170,60) selected -1");
+}
+
+TEST(CommandSelectGripPoint, AnObjectThatWasErasedMeanwhileCanStillBeDropped) {
+    ViewDriver d;
+    CLine* line = SelectedLine(d);
+    d.ClickAt(200, 100);
+    d.MoveTo(230, 140);
+    {
+        BoxAnswer yes({IDYES});
+        d.Start(L"erase");
+    }
+    EXPECT_EQ(d.Count(), 0);
+    ASSERT_TRUE(d.IsRunning());
+    d.MoveTo(240, 150);
+    d.ClickAt(230, 160);
+    EXPECT_FALSE(d.IsRunning());
+    EXPECT_EQ(Words(line), "line (100,100)-(230,160) selected -1") << "as stored, so selected, and in no list";
+    EXPECT_EQ(d.Count(), 0);
+    EXPECT_EQ(d.Selected().GetSize(), 0);
+    KX_REMOVE_MEMORY(line); // Erased objects stay allocated; this one is the test's by now.
+    delete line;
+}
+
+TEST(CommandSelectGripPoint, AFootIsDroppedFromTheGrip) {
+    ViewDriver d;
+    CLine* line = SelectedLine(d);
+    d.AddLine(250, 20, 250, 290);
+    d.ClickAt(202, 98); // Not on the grip itself.
+    d.MoveTo(253, 103);
+    ASSERT_TRUE(d.IsMarkDrawn());
+    EXPECT_EQ(d.Mark().type, 8);
+    EXPECT_TRUE(d.Mark() == CGePoint2d(250, 100));
+    d.ClickAt(253, 103);
+    EXPECT_EQ(Words(line), "line (100,100)-(250,100) selected -1");
+}
+
 TEST(CommandSelectGripPoint, AGripDoesNotSnapToItselfAndAnotherOfTheSameObjectMay) {
     ViewDriver d;
     CLine* line = SelectedLine(d);

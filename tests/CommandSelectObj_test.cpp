@@ -1,7 +1,9 @@
 // The pick of the default click.
 
 #include "CommandSelectObj.h"
+#include "Dialog_DrawAbleProperty.h"
 #include "Line.h"
+#include "MemoryInfo.h"
 #include "support/ViewHost.h"
 
 #include <gtest/gtest.h>
@@ -89,6 +91,33 @@ TEST(CommandSelectObj, AnObjectInTheStateSelectedButInNoListIsSelectedByAClick) 
     host.Key(VK_ESCAPE);
     EXPECT_EQ(0, host.Document().IsSelected(loaded));
     EXPECT_EQ(CDrawable::Normal, loaded->GetDrawState()) << "and so it can be let go of again";
+}
+
+TEST(CommandSelectObj, ClicksAnnounceTheObjectToThePropertyDialogAlsoASelectedOne) {
+    class WithDialog : public CVectorView {
+    public:
+        WithDialog() {
+            m_pDlgDrawAbleProperty = new CDialog_DrawAbleProperty(this);
+            KX_ADD_MEMORY(m_pDlgDrawAbleProperty);
+        }
+    };
+    ParentWindow parent;
+    WithDialog view;
+    view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    ShowView(view, parent);
+    CDrawable* a = view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 100), Gdiplus::Color(255, 255, 255, 255), 1);
+    CDrawable* b = view.AddLine(CGePoint2d(100, 200), CGePoint2d(300, 200), Gdiplus::Color(255, 255, 255, 255), 1);
+    const auto click = [&](int x, int y) {
+        view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+        return view.GetDlgDrawAbleProperty()->GetObject();
+    };
+    EXPECT_EQ(a, click(150, 200));
+    EXPECT_EQ(b, click(150, 100));
+    EXPECT_EQ(a, click(150, 200)) << "selected already";
+    EXPECT_EQ(2, view.GetDocument()->GetSelectedDrawableObjs()->GetSize());
+    EXPECT_EQ(a, click(390, 10)) << "empty space says nothing";
+    view.SendMessage(WM_KEYDOWN, 'A', 1);
+    EXPECT_EQ(nullptr, view.GetDlgDrawAbleProperty()->GetObject());
 }
 
 TEST(CommandSelectObj, NetLinesCannotBePicked) {

@@ -3,9 +3,13 @@
 #include "CommandOperationManager.h"
 #include "Line.h"
 #include "OperationCreateObjAb.h"
-#include "support/ViewHost.h"
+#include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
+
+NR_PEEK(LineBandStart, CCommandOperation, CPoint, m_ShirrStart)
+NR_PEEK(LineBandEnd, CCommandOperation, CPoint, m_ShirrEnd)
+NR_PEEK(LineBandStyle, CCommandOperation, int, m_ShirrPenStyle)
 
 namespace {
 
@@ -15,6 +19,9 @@ struct Drawing : ViewHost {
         return *static_cast<CCommandOperationManager*>(view.GetCommandOperationManager());
     }
     bool Running() { return Manager().GetHasCommand() != 0; }
+    CPoint BandStart() { return PeekAt<CCommandOperation>(Manager(), LineBandStart()); }
+    CPoint BandEnd() { return PeekAt<CCommandOperation>(Manager(), LineBandEnd()); }
+    int BandStyle() { return PeekAt<CCommandOperation>(Manager(), LineBandStyle()); }
     CLine* Last() { return static_cast<CLine*>(Objects()[Objects().GetUpperBound()]); }
     void ExpectLast(double x1, double y1, double x2, double y2) {
         ASSERT_LT(0, Objects().GetSize());
@@ -180,6 +187,85 @@ TEST(OperationCreateLine, AnotherCommandReplacesALineInProgress) {
     EXPECT_EQ(0, d.Objects().GetSize());
     d.Click(CPoint(150, 100));
     d.ExpectLast(100, 200, 150, 200);
+}
+
+TEST(OperationCreateLine, PanningInTheMiddleOfALineKeepsIt) {
+    Drawing d;
+    d.Click(CPoint(50, 60)); // (50, 240)
+    d.Send(WM_MBUTTONDOWN, MK_MBUTTON, CPoint(200, 200));
+    d.Move(CPoint(230, 180), MK_MBUTTON);
+    d.Send(WM_MBUTTONUP, 0, CPoint(230, 180));
+    EXPECT_TRUE(d.Running());
+    d.Move(CPoint(300, 100));
+    EXPECT_EQ(CPoint(80, 40), d.BandStart()) << "the start point has moved with the drawing";
+    d.Click(CPoint(300, 100)); // Thirty units to the left and twenty down of where it was.
+    d.ExpectLast(50, 240, 270, 180);
+}
+
+TEST(OperationCreateLine, BeforeTheFirstClickTheOrthoLockHoldsNothing) {
+    Drawing d;
+    d.Manager().SetDrawObjLatus(1);
+    d.Move(CPoint(150, 140));
+    EXPECT_EQ(CPoint(150, 140), d.BandStart());
+    EXPECT_EQ(CPoint(150, 140), d.BandEnd());
+}
+
+TEST(OperationCreateLine, TheBandFollowsTheOrthoLock) {
+    Drawing d;
+    d.Manager().SetDrawObjLatus(1);
+    d.Click(CPoint(100, 100));
+    d.Move(CPoint(150, 110));
+    EXPECT_EQ(CPoint(100, 100), d.BandStart());
+    EXPECT_EQ(CPoint(400, 100), d.BandEnd()) << "level, so out to the edge";
+    EXPECT_EQ(PS_DOT, d.BandStyle());
+    d.Move(CPoint(110, 180));
+    EXPECT_EQ(CPoint(100, 300), d.BandEnd());
+    d.Manager().SetDrawObjLatus(0);
+    d.Move(CPoint(150, 110));
+    EXPECT_EQ(CPoint(150, 110), d.BandEnd());
+    EXPECT_EQ(PS_SOLID, d.BandStyle());
+}
+
+TEST(OperationCreateLine, UnderTheOrthoLockLessThanAUnitIsLevel) {
+    Drawing d;
+    d.Tran().SetScale(0.25f);
+    d.Manager().SetDrawObjLatus(1);
+    d.Click(CPoint(100, 100)); // (25, 50)
+    d.Click(CPoint(101, 103)); // A quarter of a unit across and three quarters down.
+    d.ExpectLast(25, 50, 25.25, 50);
+}
+
+TEST(OperationCreateLine, WithoutBit8ThereIsNoFootAfterTheFirstClickEither) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(100, 100), CGePoint2d(200, 100), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.Manager().SetOsnapMode(7);
+    d.Click(CPoint(350, 50));
+    d.Click(CPoint(352, 203));
+    d.ExpectLast(350, 250, 352, 97);
+}
+
+TEST(OperationCreateLine, CancellingALineEmptiesTheCurrentSlot) {
+    Drawing d;
+    CLine other;
+    d.Click(CPoint(50, 60));
+    d.Document().AddCurrentObject(&other);
+    d.Manager().Cancel();
+    EXPECT_EQ(nullptr, d.Document().GetCurrentObject());
+    EXPECT_EQ(0, d.Objects().GetSize());
+}
+
+TEST(OperationCreateLine, KeysMeanNothingToALine) {
+    Drawing d;
+    CDrawable* line = d.view.AddLine(CGePoint2d(10, 10), CGePoint2d(20, 20), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.Document().AddSelected(line);
+    d.Click(CPoint(50, 60));
+    for (UINT key : {UINT(VK_ESCAPE), UINT(VK_RETURN), UINT('5'), UINT(VK_DELETE)}) {
+        d.Key(key);
+    }
+    EXPECT_TRUE(d.Running());
+    EXPECT_EQ(1, d.Document().IsSelected(line));
+    d.Click(CPoint(250, 160));
+    d.ExpectLast(50, 240, 250, 140);
 }
 
 // ---- The base of the creating tools --------------------------------------------------------------------------------

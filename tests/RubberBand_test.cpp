@@ -3,15 +3,28 @@
 #include "CommandOperationManager.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "support/RecordingDC.h"
 #include "support/ViewHost.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace {
 
 class OpenManager : public CCommandOperationManager {
 public:
     using CCommandOperationManager::CCommandOperationManager;
+    using CCommandOperationManager::DrawShirrLine;
+    void DrawShirrLine(CPoint p1, CPoint p2, int erasing) override {
+        steps += "draw " + std::to_string(p1.x) + "-" + std::to_string(p2.x) + (erasing != 0 ? " again, " : ", ");
+        CCommandOperationManager::DrawShirrLine(p1, p2, erasing);
+    }
+    void ErasShirrLine() override {
+        steps += "erase, ";
+        CCommandOperationManager::ErasShirrLine();
+    }
+    std::string steps;
     using CCommandOperationManager::GetInTrackGripPoint;
     using CCommandOperationManager::m_ShirrDrawn;
     using CCommandOperationManager::m_ShirrEnd;
@@ -31,6 +44,29 @@ protected:
         KX_ADD_MEMORY(m_pManager);
     }
 };
+
+// A tool that does nothing by itself.
+class PlainTool : public CCommandOperation {
+public:
+    explicit PlainTool(CVectorView& view)
+        : CCommandOperation(&view, nullptr, view.GetVectorViewCoordTran(), view.GetDocument()) {}
+    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+};
+
+// What the whole screen shows.
+Picture TakeScreen() {
+    CWnd screen;
+    screen.Attach(::GetDesktopWindow());
+    const Picture picture = TakePicture(screen);
+    screen.Detach();
+    return picture;
+}
+
+const std::string kDottedPen = "SelectObject(pen style=2 width=0 color=0x00FFFFFF)";
+const std::string kPenBack = "SelectObject(pen default)";
 
 // A view of 400 by 300 pixels in which drawing (x, y) lies on pixel (x, 300 - y), with a line across it.
 struct Band {
@@ -139,20 +175,103 @@ TEST(RubberBand, ARepaintWipesTheBandAndItsFlag) {
     EXPECT_EQ(0, b.Difference());
 }
 
-TEST(RubberBand, ABandFromOutsideTheClientAreaFollowsTheSameSteps) {
-    // To the left edge from beyond it: the band runs away from the window, to x = 0.
+TEST(RubberBand, ABandFromOutsideTheClientAreaLeavesATrace) {
+    // From beyond the left edge leftwards: it ends at x = 0, on no pixel of the window. Taken off from that end, it
+    // points to the right, and runs to the other edge.
     Band b;
     b.manager.DrawShirrLine(CPoint(-50, 20), CPoint(-60, 20), 0);
     EXPECT_EQ(CPoint(0, 20), b.manager.m_ShirrEnd);
+    EXPECT_EQ(0, b.Difference());
     b.manager.ErasShirrLine();
+    EXPECT_EQ(0, b.manager.m_ShirrDrawn);
+    EXPECT_EQ(CPoint(400, 20), b.manager.m_ShirrEnd);
+    EXPECT_LT(100, b.DifferentInRow(20));
+    EXPECT_EQ(b.DifferentInRow(20), b.Difference());
 }
 
 TEST(RubberBand, AToolsBandIsTheManagersAndDropsItsThirdArgument) {
     Band b;
-    b.view.DoCommand(L"line");
-    b.view.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(60, 60));
-    EXPECT_EQ(CPoint(60, 60), b.manager.m_ShirrStart);
+    b.manager.AddGripPoint(CGePoint2d(200, 250)); // Pixel (200, 50).
+    PlainTool tool(b.view);
+    tool.DrawShirrLine(CPoint(10, 10), CPoint(200, 200), 1);
+    EXPECT_EQ(CPoint(10, 10), b.manager.m_ShirrStart);
     EXPECT_EQ(1, b.manager.m_ShirrDrawn);
+    EXPECT_LT(20, b.DifferentInColumn(200, 210, 300)) << "drawn, not taken off: the assistant line stands";
+    tool.ErasShirrLine();
+    EXPECT_EQ(0, b.manager.m_ShirrDrawn);
+    EXPECT_EQ(0, b.Difference());
+}
+
+TEST(RubberBand, ABandInDrawingUnitsIsCutToPixelsAndNotRounded) {
+    Band b;
+    PlainTool tool(b.view);
+    tool.DrawShirrLine(CGePoint2d(10.875, 250.125), CGePoint2d(-0.875, 200.0625)); // Rows 49.875 and 99.9375.
+    EXPECT_EQ(CPoint(10, 49), b.manager.m_ShirrStart);
+    EXPECT_EQ(CPoint(0, 99), b.manager.m_ShirrEnd);
+}
+
+TEST(RubberBand, ABandWithoutLengthAfterASlantedOneStaysSolid) {
+    Band b;
+    b.manager.DrawShirrLine(CPoint(100, 50), CPoint(150, 50), 0);
+    b.manager.DrawShirrLine(CPoint(10, 10), CPoint(110, 60), 0);
+    b.manager.DrawShirrLine(CPoint(70, 70), CPoint(70, 70), 0);
+    EXPECT_EQ(PS_SOLID, b.manager.m_ShirrPenStyle);
+    EXPECT_EQ(CPoint(70, 70), b.manager.m_ShirrEnd);
+    EXPECT_EQ(1, b.manager.m_ShirrDrawn);
+}
+
+TEST(RubberBand, ABandIsTakenOffByDrawingItAgain) {
+    Band b;
+    b.manager.DrawShirrLine(CPoint(10, 10), CPoint(110, 60), 0);
+    EXPECT_EQ("draw 10-110, erase, ", b.manager.steps);
+    b.manager.steps.clear();
+    b.manager.DrawShirrLine(CPoint(20, 20), CPoint(120, 70), 0);
+    EXPECT_EQ("draw 20-120, erase, draw 10-110 again, erase, ", b.manager.steps);
+    b.manager.steps.clear();
+    b.manager.ErasShirrLine();
+    EXPECT_EQ("erase, draw 20-120 again, erase, ", b.manager.steps);
+    b.manager.steps.clear();
+    b.manager.ErasShirrLine();
+    EXPECT_EQ("erase, ", b.manager.steps);
+}
+
+TEST(RubberBand, BeforeARepaintTheBandIsForgottenAndNotInverted) {
+    Band b;
+    b.manager.DrawShirrLine(CPoint(10, 10), CPoint(110, 60), 0);
+    b.manager.PreRedraw();
+    EXPECT_EQ(0, b.manager.m_ShirrDrawn);
+    EXPECT_EQ(100, b.Difference());
+    b.manager.ErasShirrLine();
+    EXPECT_EQ(100, b.Difference());
+}
+
+TEST(RubberBand, AViewWithoutAWindowDrawsOnNoScreenAndRepaintsNoOtherWindow) {
+    Band shown;
+    CVectorView bare;
+    auto& manager = *static_cast<CCommandOperationManager*>(bare.GetCommandOperationManager());
+    bare.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    CDrawable* line = bare.AddLine(CGePoint2d(0, 300), CGePoint2d(400, 0), Gdiplus::Color(255, 1, 2, 3), 1);
+    PumpMessages();
+    ::ValidateRect(shown.view.m_hWnd, nullptr);
+    const Picture before = TakeScreen();
+    ASSERT_LT(0, before.width);
+    for (LPCTSTR word : {L"line", L"rect", L"circle", L"arc", L"pline", L"DrawLabel", L"offset", L"copy"}) {
+        bare.GetDocument()->AddSelected(line);
+        bare.DoCommand(word);
+        manager.OnMouseMove(0, CGePoint2d(1, 1));
+        for (const CGePoint2d& pixel : {CGePoint2d(150, 130), CGePoint2d(300, 250), CGePoint2d(170, 260)}) {
+            manager.OnLButtonDown(0, pixel);
+            manager.OnMouseMove(0, CGePoint2d(320, 120)); // Over the selected line's grips, too.
+            manager.OnMouseMove(0, CGePoint2d(399, 299));
+            manager.OnMouseMove(MK_MBUTTON, CGePoint2d(250, 150));
+        }
+        manager.OnRButtonDown(0, CGePoint2d(1, 1));
+        manager.Cancel();
+    }
+    manager.OnKeyDown('A', 1, 0);
+    bare.ZoomAll();
+    EXPECT_EQ(0, before.Difference(TakeScreen()));
+    EXPECT_FALSE(::GetUpdateRect(shown.view.m_hWnd, nullptr, FALSE));
 }
 
 // ---- Tracked grips -------------------------------------------------------------------------------------------------
@@ -198,6 +317,68 @@ TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndGoWithTheBa
     EXPECT_LT(60, b.DifferentInRow(200));
     b.manager.ErasShirrLine();
     EXPECT_EQ(0, b.Difference());
+}
+
+TEST(RubberBand, ACursorOnATrackedGripItselfHasAVerticalLineDownFromIt) {
+    Band b;
+    b.manager.AddGripPoint(CGePoint2d(200, 250)); // Pixel (200, 50).
+    b.manager.DrawShirrLine(CPoint(10, 10), CPoint(200, 50), 0);
+    EXPECT_LT(40, b.DifferentInColumn(200, 60, 300));
+    EXPECT_EQ(0, b.DifferentInColumn(200, 0, 49));
+    EXPECT_EQ(0, b.DifferentInColumn(300, 40, 60)) << "and no level one";
+}
+
+TEST(RubberBand, AssistantLinesShareOnePenWhenDrawnAndHaveOneEachWhenTakenOff) {
+    Band b;
+    b.manager.AddGripPoint(CGePoint2d(200, 250)); // Pixel (200, 50).
+    b.manager.AddGripPoint(CGePoint2d(50, 100));  // Pixel (50, 200).
+    b.manager.AddGripPoint(CGePoint2d(333, 111)); // In neither column nor row of the cursor.
+    RecordingDC dc;
+    b.manager.DrawAssistantLine(&dc, CPoint(200, 200));
+    EXPECT_EQ(1, b.manager.m_ShirrDrawn);
+    EXPECT_TRUE(SameCalls(
+        {kDottedPen, "MoveTo(200,50)", "LineTo(200,300)", "MoveTo(50,200)", "LineTo(400,200)", kPenBack}, dc.Calls()));
+    dc.Clear();
+    b.manager.ErasDrawAssistantLine(&dc);
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", kDottedPen, "MoveTo(200,50)", "LineTo(200,300)", kPenBack, kDottedPen,
+                           "MoveTo(50,200)", "LineTo(400,200)", kPenBack},
+                          dc.Calls()));
+    dc.Clear();
+    b.manager.ErasDrawAssistantLine(&dc);
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)"}, dc.Calls())) << "forgotten once taken off";
+}
+
+TEST(RubberBand, WithoutAnAssistantLineNoPenIsMade) {
+    Band b;
+    RecordingDC dc;
+    b.manager.DrawAssistantLine(&dc, CPoint(200, 200));
+    EXPECT_TRUE(SameCalls({}, dc.Calls()));
+    EXPECT_EQ(1, b.manager.m_ShirrDrawn);
+}
+
+TEST(RubberBand, AssistantLinesRunUpOrLeftWhereTheGripLiesBeyondTheCursor) {
+    Band b;
+    b.manager.AddGripPoint(CGePoint2d(200, 50));  // Pixel (200, 250), below the cursor.
+    b.manager.AddGripPoint(CGePoint2d(350, 100)); // Pixel (350, 200), right of it.
+    RecordingDC dc;
+    b.manager.DrawAssistantLine(&dc, CPoint(200, 200));
+    EXPECT_TRUE(SameCalls(
+        {kDottedPen, "MoveTo(200,250)", "LineTo(200,0)", "MoveTo(350,200)", "LineTo(0,200)", kPenBack}, dc.Calls()));
+}
+
+TEST(RubberBand, InstallingAToolForgetsTrackedGripsAndACapturedOneKeepsThem) {
+    Band b;
+    b.manager.AddGripPoint(CGePoint2d(200, 250));
+    auto* captured = new PlainTool(b.view);
+    KX_ADD_MEMORY(captured);
+    b.manager.CheckResultState(captured, CCommandOperation::RS_Capture);
+    CGePoint2d point;
+    EXPECT_EQ(1, b.manager.GetInTrackGripPoint(CPoint(200, 9), point));
+    auto* installed = new PlainTool(b.view);
+    KX_ADD_MEMORY(installed);
+    b.manager.SetCommand(installed, 1);
+    EXPECT_EQ(0, b.manager.GetInTrackGripPoint(CPoint(200, 9), point));
+    b.manager.Cancel();
 }
 
 TEST(RubberBand, TheBandItselfIsNotDrawnTwiceAsAnAssistantLine) {

@@ -4,11 +4,15 @@
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "support/BoxAnswer.h"
+#include "support/RecordingDC.h"
 #include "support/TestData.h"
 #include "support/ViewHost.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
 
 namespace {
 
@@ -45,9 +49,15 @@ public:
     }
     ResultState OnSetCursor(CWnd* wnd, unsigned int hit, unsigned int message) override {
         calls.push_back(Text("SetCursor %d %u %u", wnd == m_pWnd ? 1 : 0, hit, message));
+        moduleState = AfxGetModuleState();
         return cursorResult;
     }
-    void PreRedraw() override { calls.push_back("PreRedraw"); }
+    void PreRedraw() override {
+        calls.push_back("PreRedraw");
+        if (inPreRedraw) {
+            inPreRedraw();
+        }
+    }
     int DoCommand(CString word) override {
         calls.push_back("DoCommand " + Utf8(word));
         return 0;
@@ -55,6 +65,8 @@ public:
 
     std::vector<std::string> calls;
     ResultState cursorResult = RS_Continue;
+    std::function<void()> inPreRedraw;
+    AFX_MODULE_STATE* moduleState = nullptr; // During OnSetCursor.
 
 private:
     ResultState Note(const char* name, unsigned int flags, const CGePoint2d& p) {
@@ -76,6 +88,7 @@ public:
         if (countDefaults) {
             Engine().calls.push_back(Text("Default %u", message));
         }
+        resources = AfxGetResourceHandle();
         return CVectorView::DefWindowProc(message, wParam, lParam);
     }
     int DrawSpecInfo(CDC* dc, int n) override {
@@ -83,14 +96,20 @@ public:
         CRect clip;
         dc->GetClipBox(&clip);
         specClip = clip;
-        if (throwInPaint) {
-            throw 1;
+        BITMAP bitmap = {};
+        ::GetObject(::GetCurrentObject(dc->m_hDC, OBJ_BITMAP), sizeof bitmap, &bitmap);
+        specBitmap = bitmap;
+        if (inDrawSpecInfo) {
+            inDrawSpecInfo();
         }
         return 0;
     }
+    using CVectorView::FreeCommandOperationManager;
     CRect specClip;
+    BITMAP specBitmap = {};
     bool countDefaults = false;
-    bool throwInPaint = false;
+    std::function<void()> inDrawSpecInfo;
+    HINSTANCE resources = nullptr; // During the last default.
 
 protected:
     void OnCreateCommandOperationManager() override {
@@ -136,7 +155,89 @@ TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
     Recorded r;
     HINSTANCE before = AfxGetResourceHandle();
     EXPECT_EQ((Calls{"Default 515"}), r.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1)));
+    EXPECT_EQ(::GetModuleHandle(L"NRVectorView.dll"), r.view.resources) << "the library's, for the default's duration";
+    EXPECT_NE(before, r.view.resources);
     EXPECT_EQ(before, AfxGetResourceHandle());
+}
+
+TEST(VectorView, OfADoubleClickTheEngineHearsTheFirstPressAndBothReleases) {
+    // The window class asks for double clicks, so the second press comes as one, and goes to nobody.
+    Recorded r;
+    EXPECT_NE(0u, ::GetClassLongPtr(r.view.m_hWnd, GCL_STYLE) & CS_DBLCLKS);
+    const LPARAM at = MAKELPARAM(10, 20);
+    Calls calls;
+    for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+        for (const std::string& call : r.Send(message, 0, at)) {
+            calls.push_back(call);
+        }
+    }
+    EXPECT_EQ((Calls{"LButtonDown 0 (10,20;1)", "Default 513", "LButtonUp 0 (10,20;1)", "Default 514", "Default 515",
+                     "LButtonUp 0 (10,20;1)", "Default 514"}),
+              calls);
+}
+
+TEST(VectorView, TwoQuickPressesThatComeAsSuchAreTwoPairs) {
+    Recorded r;
+    Calls calls;
+    for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+        calls.push_back(r.Send(message, 0, MAKELPARAM(10, 20))[0]);
+    }
+    EXPECT_EQ(
+        (Calls{"LButtonDown 0 (10,20;1)", "LButtonUp 0 (10,20;1)", "LButtonDown 0 (10,20;1)", "LButtonUp 0 (10,20;1)"}),
+        calls);
+}
+
+TEST(VectorView, AWindowWhoseDefaultRefusesItIsNotCreated) {
+    class Refused : public CVectorView {
+    public:
+        LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+            return message == WM_CREATE ? -1 : CVectorView::DefWindowProc(message, wParam, lParam);
+        }
+    };
+    ParentWindow parent;
+    Refused view;
+    EXPECT_EQ(0, view.Create(nullptr, L"view", WS_CHILD, CRect(0, 0, 10, 10), &parent, 1));
+    EXPECT_EQ(nullptr, view.m_hWnd);
+    EXPECT_EQ(nullptr, ::GetWindow(parent.m_hWnd, GW_CHILD));
+}
+
+TEST(VectorView, TheCursorIsAskedForInTheApplicationsModuleState) {
+    Recorded r;
+    AFX_MODULE_STATE other = {};
+    AFX_MODULE_STATE* before = AfxSetModuleState(&other);
+    r.Send(WM_SETCURSOR, reinterpret_cast<WPARAM>(r.view.m_hWnd), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    AFX_MODULE_STATE* after = AfxSetModuleState(before);
+    EXPECT_EQ(AfxGetAppModuleState(), r.view.Engine().moduleState);
+    EXPECT_EQ(&other, after) << "and put back";
+}
+
+TEST(VectorView, WithoutAnEngineEveryMessageGoesToTheDefault) {
+    ParentWindow parent;
+    class Bare : public CVectorView {
+    public:
+        Bare() { FreeCommandOperationManager(); }
+        LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+            defaults.push_back(message);
+            return CVectorView::DefWindowProc(message, wParam, lParam);
+        }
+        std::vector<UINT> defaults;
+    } view;
+    ShowView(view, parent);
+    view.AddLine(CGePoint2d(0, 0), CGePoint2d(300, 200), Gdiplus::Color(255, 200, 0, 0), 1);
+    const auto window = reinterpret_cast<WPARAM>(view.m_hWnd);
+    for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_MOUSEMOVE, WM_RBUTTONDOWN, WM_MBUTTONDOWN,
+                         WM_MBUTTONUP, WM_MOUSEWHEEL, WM_KEYDOWN, WM_SETCURSOR}) {
+        view.defaults.clear();
+        view.SendMessage(message, message == WM_SETCURSOR ? window : 1, MAKELPARAM(HTCLIENT, 1));
+        EXPECT_EQ(std::vector<UINT>{message}, view.defaults);
+    }
+    BoxAnswer boxes;
+    view.InvalidateRect(nullptr, TRUE);
+    view.UpdateWindow();
+    CClientDC dc(&view);
+    EXPECT_EQ(1, view.VectorPaint(&dc));
+    view.DoCommand(L"line");
+    EXPECT_TRUE(boxes.Texts().empty());
 }
 
 TEST(VectorView, AMoveGoesToTheEngineAlsoWithNegativePixels) {
@@ -182,6 +283,12 @@ TEST(VectorView, ResizingLeavesTheMappingAlone) {
     Recorded r;
     r.view.GetVectorViewCoordTran()->SethScreen(77);
     r.view.SetWindowPos(nullptr, 0, 0, 200, 150, SWP_NOMOVE | SWP_NOZORDER);
+    int defaults = 0;
+    for (const std::string& call : r.view.TakeCalls()) {
+        defaults += call == Text("Default %u", WM_SIZE) ? 1 : 0;
+        EXPECT_EQ(0u, call.find("Default")) << call << ": the engine is not told";
+    }
+    EXPECT_EQ(1, defaults);
     EXPECT_EQ(77, r.view.GetVectorViewCoordTran()->GethScreen());
     EXPECT_EQ(0, r.view.GetVectorViewCoordTran()->GetScreenSize().cx);
     EXPECT_EQ(1.0f, r.view.GetVectorViewCoordTran()->GetScale());
@@ -230,12 +337,116 @@ TEST(VectorView, APaintShowsBackgroundAndLines) {
 TEST(VectorView, AFailureInThePaintIsShownAndSwallowed) {
     Recorded r;
     BoxAnswer boxes;
-    r.view.throwInPaint = true;
+    r.view.inDrawSpecInfo = [&] {
+        r.view.inDrawSpecInfo = nullptr;
+        throw 1;
+    };
     r.view.InvalidateRect(nullptr, TRUE);
     r.view.UpdateWindow();
-    ASSERT_FALSE(boxes.Texts().empty());
-    EXPECT_EQ("CVectorView::OnPaint() 错误", boxes.Texts()[0]);
-    r.view.throwInPaint = false;
+    EXPECT_EQ((Calls{"CVectorView::OnPaint() 错误"}), boxes.Texts());
+}
+
+namespace {
+
+// An exception of the framework's kind with a text of its own.
+class Trouble : public CException {
+public:
+    BOOL GetErrorMessage(LPTSTR text, UINT size, PUINT) const override {
+        ::lstrcpyn(text, L"trouble", static_cast<int>(size));
+        return TRUE;
+    }
+};
+
+} // namespace
+
+TEST(VectorView, AnExceptionOfTheFrameworkInThePaintSpeaksForItselfFirst) {
+    Recorded r;
+    BoxAnswer boxes;
+    r.view.inDrawSpecInfo = [&] {
+        r.view.inDrawSpecInfo = nullptr;
+        throw new Trouble;
+    };
+    r.view.InvalidateRect(nullptr, TRUE);
+    r.view.UpdateWindow();
+    EXPECT_EQ((Calls{"trouble", "CVectorView::OnPaint() 错误"}), boxes.Texts());
+}
+
+TEST(VectorView, AFailureBeforeThePaintHasBegunIsShownOnceAndNotBoxUponBox) {
+    Recorded r;
+    int failures = 0;
+    r.view.Engine().inPreRedraw = [&] {
+        // A window that goes on being invalid would fail below its own box for ever.
+        if (++failures <= 5) {
+            throw 1;
+        }
+    };
+    BoxAnswer boxes;
+    r.view.InvalidateRect(nullptr, TRUE);
+    r.view.UpdateWindow();
+    EXPECT_EQ((Calls{"CVectorView::OnPaint() 错误"}), boxes.Texts());
+    EXPECT_FALSE(::GetUpdateRect(r.view.m_hWnd, nullptr, FALSE));
+    r.view.Engine().inPreRedraw = nullptr;
+}
+
+TEST(VectorView, APaintWithNothingInvalidPassesWithoutAWord) {
+    Recorded r;
+    BoxAnswer boxes;
+    ::ValidateRect(r.view.m_hWnd, nullptr);
+    r.view.countDefaults = false;
+    EXPECT_EQ((Calls{"PreRedraw", "DrawSpecInfo 1"}), r.Send(WM_PAINT, 0, 0));
+    EXPECT_TRUE(boxes.Texts().empty());
+    EXPECT_EQ(1, r.view.specBitmap.bmWidth);
+    EXPECT_EQ(1, r.view.specBitmap.bmHeight);
+    EXPECT_LT(1, r.view.specBitmap.bmBitsPixel) << "a bitmap of the window's own colours, not the stock one";
+}
+
+TEST(VectorView, AnEmptyDrawingPaintsItsBackgroundAlone) {
+    ViewHost host;
+    host.Document().SetBKColor(RGB(10, 20, 30));
+    EXPECT_EQ(400 * 300, host.TakeFresh().Count(RGB(10, 20, 30)));
+}
+
+namespace {
+
+int CALLBACK NoteRecord(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM counts) {
+    ++(*reinterpret_cast<std::map<DWORD, int>*>(counts))[record->iType];
+    return 1;
+}
+
+} // namespace
+
+TEST(VectorView, PaintingIntoAMetafileRecordsTheDrawingAndNoBackground) {
+    ViewHost host;
+    host.Document().SetBKColor(RGB(10, 20, 30));
+    host.view.AddLine(CGePoint2d(50, 100), CGePoint2d(150, 100), Gdiplus::Color(255, 200, 0, 0), 1);
+    HDC metafile = ::CreateEnhMetaFile(nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(nullptr, metafile);
+    CDC dc;
+    dc.Attach(metafile);
+    EXPECT_EQ(1, host.view.VectorPaint(&dc));
+    dc.Detach();
+    HENHMETAFILE file = ::CloseEnhMetaFile(metafile);
+    std::map<DWORD, int> records;
+    ::EnumEnhMetaFile(nullptr, file, NoteRecord, &records, nullptr);
+    ::DeleteEnhMetaFile(file);
+    EXPECT_EQ(1, records[EMR_LINETO]);
+    for (DWORD fill :
+         {EMR_BITBLT, EMR_STRETCHBLT, EMR_FILLRGN, EMR_RECTANGLE, EMR_EXTTEXTOUTW, EMR_CREATEBRUSHINDIRECT}) {
+        EXPECT_EQ(0, records[fill]) << fill;
+    }
+}
+
+TEST(VectorView, AFailureInPaintingForTheHostIsShownAndGivesZero) {
+    Recorded r;
+    RecordingDC dc;
+    BoxAnswer boxes;
+    r.view.Engine().inPreRedraw = [] { throw 1; };
+    EXPECT_EQ(0, r.view.VectorPaint(&dc));
+    r.view.Engine().inPreRedraw = [] { throw new Trouble; };
+    EXPECT_EQ(0, r.view.VectorPaint(&dc));
+    r.view.Engine().inPreRedraw = nullptr;
+    EXPECT_EQ((Calls{"CVectorView::VectorPaint() 错误", "trouble", "CVectorView::VectorPaint() 错误"}), boxes.Texts());
+    EXPECT_EQ(1, r.view.VectorPaint(&dc));
 }
 
 TEST(VectorView, PaintingForTheHostLeavesBackgroundAndHookAlone) {
@@ -303,6 +514,25 @@ TEST(VectorView, AnEmptyDrawingDoesNotZoomAndTheEngineIsNotTold) {
     EXPECT_FALSE(::GetUpdateRect(r.view.m_hWnd, nullptr, FALSE));
 }
 
+TEST(VectorView, TheWheelStopsAtExactlyFiftyPixels) {
+    Recorded r;
+    r.view.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, 0, 0, 80, 40);
+    r.view.GetVectorViewCoordTran()->SetScale(2.0f); // 80 / 1.6 = 50: not above.
+    r.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+    EXPECT_EQ(2.0f, r.view.GetVectorViewCoordTran()->GetScale());
+    r.view.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, 80, 0, 80.5f, 0);
+    r.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+    EXPECT_EQ(1.6f, r.view.GetVectorViewCoordTran()->GetScale());
+}
+
+TEST(VectorView, OfADrawingThatIsTallerThanWideTheHeightCounts) {
+    Recorded r;
+    r.view.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, 0, 0, 40, 100);
+    r.view.GetVectorViewCoordTran()->SetScale(1.9f); // 100 / 1.52 is above 50, and 40 / 1.52 is not.
+    r.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
+    EXPECT_NEAR(1.52, r.view.GetVectorViewCoordTran()->GetScale(), 1e-6);
+}
+
 TEST(VectorView, ASinglePointNeverZooms) {
     Recorded r;
     r.view.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, 5, 5, 5, 5);
@@ -354,6 +584,37 @@ TEST(VectorView, EverythingExistsBeforeTheWindow) {
         EXPECT_EQ(1.0f, view.GetVectorViewCoordTran()->GetScale());
     }
     EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+}
+
+TEST(VectorView, TheEngineGoesWhileTheDocumentLives) {
+    static Calls order;
+    order.clear();
+    class Object : public CLine {
+    public:
+        ~Object() override { order.push_back("object"); }
+    };
+    class Engine : public CCommandOperationManager {
+    public:
+        using CCommandOperationManager::CCommandOperationManager;
+        ~Engine() override {
+            order.push_back(Text("engine, %d", static_cast<int>(m_pDocument->GetDrawableObjs()->GetSize())));
+        }
+    };
+    class View : public CVectorView {
+    public:
+        View() {
+            FreeCommandOperationManager();
+            m_pManager = new Engine(this, &m_Graphic, &m_CoordTran, GetDocument());
+            KX_ADD_MEMORY(m_pManager);
+        }
+    };
+    {
+        View view;
+        CDrawable* object = new Object;
+        KX_ADD_MEMORY(object);
+        view.GetDocument()->AddDrawAobject(object);
+    }
+    EXPECT_EQ((Calls{"engine, 1", "object"}), order);
 }
 
 TEST(VectorView, LoadFileNeitherFitsNorRepaintsAndGivesWhatTheDocumentGave) {
