@@ -8,7 +8,7 @@
 IMPLEMENT_DYNAMIC(CDialog_TextEdit, CDialog)
 
 BEGIN_MESSAGE_MAP(CDialog_TextEdit, CDialog)
-    ON_EN_CHANGE(IDC_TEXT_CONTENT, OnChangeText)
+    ON_EN_CHANGE(IDC_TEXT_CONTENT, &CDialog_TextEdit::OnChangeText)
 END_MESSAGE_MAP()
 
 CDialog_TextEdit::CDialog_TextEdit(CWnd* parent) {

@@ -27,8 +27,8 @@ BEGIN_MESSAGE_MAP(CVectorViewParm, CVectorView)
     ON_WM_CHAR()
     ON_WM_KILLFOCUS()
     ON_WM_SETCURSOR()
-    ON_COMMAND(ID_VIEW_ZOOM_ALL, OnMenuitemZoomAll)
-    ON_COMMAND(ID_VIEW_MOVE, OnMenuitemMoveVector)
+    ON_COMMAND(ID_VIEW_ZOOM_ALL, &CVectorViewParm::OnMenuitemZoomAll)
+    ON_COMMAND(ID_VIEW_MOVE, &CVectorViewParm::OnMenuitemMoveVector)
 END_MESSAGE_MAP()
 
 // ---- Construction --------------------------------------------------------------------------------------------------

@@ -20,65 +20,65 @@ typedef void (CWnd::*AFX_PMSGW)();
 // give the result, those behind it the parameters.
 enum AfxSig : UINT {
     AfxSig_end = 0,
-    AfxSig_raw,            // LRESULT f(WPARAM, LPARAM)
-    AfxSig_v_v,            // void f()
-    AfxSig_b_v,            // BOOL f()
-    AfxSig_u_v,            // UINT f()
-    AfxSig_v_b,            // void f(BOOL)
-    AfxSig_b_b,            // BOOL f(BOOL)
-    AfxSig_i_create,       // int f(LPCREATESTRUCT)
-    AfxSig_b_create,       // BOOL f(LPCREATESTRUCT)
-    AfxSig_v_xy,           // void f(int, int)
-    AfxSig_v_sizexy,       // void f(UINT, int, int)
-    AfxSig_v_activate,     // void f(UINT, CWnd*, BOOL)
-    AfxSig_v_bdword,       // void f(BOOL, DWORD)
-    AfxSig_v_wndw,         // void f(CWnd*), the window in wParam
-    AfxSig_v_wndl,         // void f(CWnd*), the window in lParam
-    AfxSig_b_dc,           // BOOL f(CDC*)
-    AfxSig_v_bu,           // void f(BOOL, UINT)
-    AfxSig_h_ctlcolor,     // HBRUSH f(CDC*, CWnd*, UINT)
-    AfxSig_h_ctlreflect,   // HBRUSH f(CDC*, UINT)
-    AfxSig_b_cursor,       // BOOL f(CWnd*, UINT, UINT)
-    AfxSig_i_mouseact,     // int f(CWnd*, UINT, UINT)
-    AfxSig_v_minmax,       // void f(MINMAXINFO*)
-    AfxSig_v_draw,         // void f(int, LPDRAWITEMSTRUCT)
-    AfxSig_v_measure,      // void f(int, LPMEASUREITEMSTRUCT)
-    AfxSig_v_delete,       // void f(int, LPDELETEITEMSTRUCT)
-    AfxSig_i_compare,      // int f(int, LPCOMPAREITEMSTRUCT)
-    AfxSig_v_drawself,     // void f(LPDRAWITEMSTRUCT)
-    AfxSig_v_measureself,  // void f(LPMEASUREITEMSTRUCT)
-    AfxSig_v_pos,          // void f(WINDOWPOS*)
-    AfxSig_v_calc,         // void f(BOOL, NCCALCSIZE_PARAMS*)
-    AfxSig_l_point,        // LRESULT f(CPoint)
-    AfxSig_v_key,          // void f(UINT, UINT, UINT): character, repeat count, flags
-    AfxSig_v_syscmd,       // void f(UINT, LPARAM)
-    AfxSig_v_timer,        // void f(UINT_PTR)
-    AfxSig_v_scroll,       // void f(UINT, UINT, CScrollBar*)
-    AfxSig_v_scrollself,   // void f(UINT, UINT)
-    AfxSig_v_menu,         // void f(CMenu*)
-    AfxSig_v_popup,        // void f(CMenu*, UINT, BOOL)
-    AfxSig_v_menusel,      // void f(UINT, UINT, HMENU)
-    AfxSig_l_menuchar,     // LRESULT f(UINT, UINT, CMenu*)
-    AfxSig_v_uwnd,         // void f(UINT, CWnd*)
-    AfxSig_v_mouse,        // void f(UINT, CPoint)
-    AfxSig_b_wheel,        // BOOL f(UINT, short, CPoint)
-    AfxSig_v_ulparam,      // void f(UINT, LPARAM)
-    AfxSig_v_context,      // void f(CWnd*, CPoint)
-    AfxSig_b_help,         // BOOL f(HELPINFO*)
-    AfxSig_b_copydata,     // BOOL f(CWnd*, COPYDATASTRUCT*)
-    AfxSig_v_drop,         // void f(HDROP)
-    AfxSig_v_style,        // void f(int, LPSTYLESTRUCT)
-    AfxSig_v_setting,      // void f(UINT, LPCTSTR)
-    AfxSigCmd_v,           // void f(): a command or control notification
-    AfxSigCmd_b,           // BOOL f(): FALSE lets the search go on
-    AfxSigCmd_v_u,         // void f(UINT): the command's number
-    AfxSigCmd_b_u,         // BOOL f(UINT)
-    AfxSigCmdUI,           // void f(CCmdUI*)
-    AfxSigCmdUI_range,     // void f(CCmdUI*), with a range of numbers
-    AfxSigNotify_v,        // void f(NMHDR*, LRESULT*)
-    AfxSigNotify_b,        // BOOL f(NMHDR*, LRESULT*)
-    AfxSigNotify_v_u,      // void f(UINT, NMHDR*, LRESULT*)
-    AfxSigNotify_b_u,      // BOOL f(UINT, NMHDR*, LRESULT*)
+    AfxSig_raw,           // LRESULT f(WPARAM, LPARAM)
+    AfxSig_v_v,           // void f()
+    AfxSig_b_v,           // BOOL f()
+    AfxSig_u_v,           // UINT f()
+    AfxSig_v_b,           // void f(BOOL)
+    AfxSig_b_b,           // BOOL f(BOOL)
+    AfxSig_i_create,      // int f(LPCREATESTRUCT)
+    AfxSig_b_create,      // BOOL f(LPCREATESTRUCT)
+    AfxSig_v_xy,          // void f(int, int)
+    AfxSig_v_sizexy,      // void f(UINT, int, int)
+    AfxSig_v_activate,    // void f(UINT, CWnd*, BOOL)
+    AfxSig_v_bdword,      // void f(BOOL, DWORD)
+    AfxSig_v_wndw,        // void f(CWnd*), the window in wParam
+    AfxSig_v_wndl,        // void f(CWnd*), the window in lParam
+    AfxSig_b_dc,          // BOOL f(CDC*)
+    AfxSig_v_bu,          // void f(BOOL, UINT)
+    AfxSig_h_ctlcolor,    // HBRUSH f(CDC*, CWnd*, UINT)
+    AfxSig_h_ctlreflect,  // HBRUSH f(CDC*, UINT)
+    AfxSig_b_cursor,      // BOOL f(CWnd*, UINT, UINT)
+    AfxSig_i_mouseact,    // int f(CWnd*, UINT, UINT)
+    AfxSig_v_minmax,      // void f(MINMAXINFO*)
+    AfxSig_v_draw,        // void f(int, LPDRAWITEMSTRUCT)
+    AfxSig_v_measure,     // void f(int, LPMEASUREITEMSTRUCT)
+    AfxSig_v_delete,      // void f(int, LPDELETEITEMSTRUCT)
+    AfxSig_i_compare,     // int f(int, LPCOMPAREITEMSTRUCT)
+    AfxSig_v_drawself,    // void f(LPDRAWITEMSTRUCT)
+    AfxSig_v_measureself, // void f(LPMEASUREITEMSTRUCT)
+    AfxSig_v_pos,         // void f(WINDOWPOS*)
+    AfxSig_v_calc,        // void f(BOOL, NCCALCSIZE_PARAMS*)
+    AfxSig_l_point,       // LRESULT f(CPoint)
+    AfxSig_v_key,         // void f(UINT, UINT, UINT): character, repeat count, flags
+    AfxSig_v_syscmd,      // void f(UINT, LPARAM)
+    AfxSig_v_timer,       // void f(UINT_PTR)
+    AfxSig_v_scroll,      // void f(UINT, UINT, CScrollBar*)
+    AfxSig_v_scrollself,  // void f(UINT, UINT)
+    AfxSig_v_menu,        // void f(CMenu*)
+    AfxSig_v_popup,       // void f(CMenu*, UINT, BOOL)
+    AfxSig_v_menusel,     // void f(UINT, UINT, HMENU)
+    AfxSig_l_menuchar,    // LRESULT f(UINT, UINT, CMenu*)
+    AfxSig_v_uwnd,        // void f(UINT, CWnd*)
+    AfxSig_v_mouse,       // void f(UINT, CPoint)
+    AfxSig_b_wheel,       // BOOL f(UINT, short, CPoint)
+    AfxSig_v_ulparam,     // void f(UINT, LPARAM)
+    AfxSig_v_context,     // void f(CWnd*, CPoint)
+    AfxSig_b_help,        // BOOL f(HELPINFO*)
+    AfxSig_b_copydata,    // BOOL f(CWnd*, COPYDATASTRUCT*)
+    AfxSig_v_drop,        // void f(HDROP)
+    AfxSig_v_style,       // void f(int, LPSTYLESTRUCT)
+    AfxSig_v_setting,     // void f(UINT, LPCTSTR)
+    AfxSigCmd_v,          // void f(): a command or control notification
+    AfxSigCmd_b,          // BOOL f(): FALSE lets the search go on
+    AfxSigCmd_v_u,        // void f(UINT): the command's number
+    AfxSigCmd_b_u,        // BOOL f(UINT)
+    AfxSigCmdUI,          // void f(CCmdUI*)
+    AfxSigCmdUI_range,    // void f(CCmdUI*), with a range of numbers
+    AfxSigNotify_v,       // void f(NMHDR*, LRESULT*)
+    AfxSigNotify_b,       // BOOL f(NMHDR*, LRESULT*)
+    AfxSigNotify_v_u,     // void f(UINT, NMHDR*, LRESULT*)
+    AfxSigNotify_b_u,     // BOOL f(UINT, NMHDR*, LRESULT*)
 };
 
 struct AFX_MSGMAP_ENTRY {
@@ -131,7 +131,9 @@ protected:                                                                      
     virtual const AFX_MSGMAP* GetMessageMap() const;
 
 #define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                                         \
-    const AFX_MSGMAP* theClass::GetMessageMap() const { return GetThisMessageMap(); }                                  \
+    const AFX_MSGMAP* theClass::GetMessageMap() const {                                                                \
+        return GetThisMessageMap();                                                                                    \
+    }                                                                                                                  \
     const AFX_MSGMAP* PASCAL theClass::GetThisMessageMap() {                                                           \
         [[maybe_unused]] typedef theClass ThisClass;                                                                   \
         typedef baseClass TheBaseClass;                                                                                \
@@ -146,10 +148,10 @@ protected:                                                                      
     }
 
 // A window's handler and a command target's handler as the common type. The member casts check the signature.
-#define AFX_WNDFXN(ret, memberFxn, params) ((AFX_PMSG)(AFX_PMSGW) static_cast<ret(CWnd::*) params>(&ThisClass::memberFxn))
-#define AFX_CMDFXN(ret, memberFxn, params) ((AFX_PMSG) static_cast<ret(CCmdTarget::*) params>(&ThisClass::memberFxn))
+#define AFX_WNDFXN(ret, memberFxn, params) ((AFX_PMSG)(AFX_PMSGW) static_cast<ret(CWnd::*) params>(memberFxn))
+#define AFX_CMDFXN(ret, memberFxn, params) ((AFX_PMSG) static_cast<ret(CCmdTarget::*) params>(memberFxn))
 #define AFX_ROW(message, sig, ret, memberFxn, params)                                                                  \
-    {message, 0, 0, 0, sig, nullptr, AFX_WNDFXN(ret, memberFxn, params)},
+    {message, 0, 0, 0, sig, nullptr, AFX_WNDFXN(ret, &ThisClass::memberFxn, params)},
 
 // --- commands ---------------------------------------------------------------------------------------------------
 #define ON_COMMAND(id, memberFxn)                                                                                      \
@@ -161,46 +163,84 @@ protected:                                                                      
 #define ON_COMMAND_EX_RANGE(id, idLast, memberFxn)                                                                     \
     {WM_COMMAND, CN_COMMAND, (UINT)(id), (UINT)(idLast), AfxSigCmd_b_u, nullptr, AFX_CMDFXN(BOOL, memberFxn, (UINT))},
 #define ON_UPDATE_COMMAND_UI(id, memberFxn)                                                                            \
-    {WM_COMMAND,  CN_UPDATE_COMMAND_UI, (UINT)(id),                                                                    \
-     (UINT)(id),  AfxSigCmdUI,          nullptr,                                                                       \
+    {WM_COMMAND,                                                                                                       \
+     CN_UPDATE_COMMAND_UI,                                                                                             \
+     (UINT)(id),                                                                                                       \
+     (UINT)(id),                                                                                                       \
+     AfxSigCmdUI,                                                                                                      \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(void, memberFxn, (CCmdUI*))},
 #define ON_UPDATE_COMMAND_UI_RANGE(id, idLast, memberFxn)                                                              \
-    {WM_COMMAND,     CN_UPDATE_COMMAND_UI, (UINT)(id),                                                                 \
-     (UINT)(idLast), AfxSigCmdUI_range,    nullptr,                                                                    \
+    {WM_COMMAND,                                                                                                       \
+     CN_UPDATE_COMMAND_UI,                                                                                             \
+     (UINT)(id),                                                                                                       \
+     (UINT)(idLast),                                                                                                   \
+     AfxSigCmdUI_range,                                                                                                \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(void, memberFxn, (CCmdUI*))},
 
 // --- control notifications ---------------------------------------------------------------------------------------
 #define ON_CONTROL(wNotifyCode, id, memberFxn)                                                                         \
     {WM_COMMAND, (WORD)(wNotifyCode), (UINT)(id), (UINT)(id), AfxSigCmd_v, nullptr, AFX_CMDFXN(void, memberFxn, ())},
 #define ON_CONTROL_RANGE(wNotifyCode, id, idLast, memberFxn)                                                           \
-    {WM_COMMAND,     (WORD)(wNotifyCode), (UINT)(id),                                                                  \
-     (UINT)(idLast), AfxSigCmd_v_u,       nullptr,                                                                     \
+    {WM_COMMAND,                                                                                                       \
+     (WORD)(wNotifyCode),                                                                                              \
+     (UINT)(id),                                                                                                       \
+     (UINT)(idLast),                                                                                                   \
+     AfxSigCmd_v_u,                                                                                                    \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(void, memberFxn, (UINT))},
 #define ON_CONTROL_REFLECT(wNotifyCode, memberFxn)                                                                     \
     {WM_COMMAND + WM_REFLECT_BASE, (WORD)(wNotifyCode), 0, 0, AfxSigCmd_v, nullptr, AFX_CMDFXN(void, memberFxn, ())},
 #define ON_CONTROL_REFLECT_EX(wNotifyCode, memberFxn)                                                                  \
     {WM_COMMAND + WM_REFLECT_BASE, (WORD)(wNotifyCode), 0, 0, AfxSigCmd_b, nullptr, AFX_CMDFXN(BOOL, memberFxn, ())},
 #define ON_NOTIFY(wNotifyCode, id, memberFxn)                                                                          \
-    {WM_NOTIFY,  (UINT)(int)(wNotifyCode), (UINT)(id),                                                                 \
-     (UINT)(id), AfxSigNotify_v,           nullptr,                                                                    \
+    {WM_NOTIFY,                                                                                                        \
+     (UINT)(int)(wNotifyCode),                                                                                         \
+     (UINT)(id),                                                                                                       \
+     (UINT)(id),                                                                                                       \
+     AfxSigNotify_v,                                                                                                   \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(void, memberFxn, (NMHDR*, LRESULT*))},
 #define ON_NOTIFY_EX(wNotifyCode, id, memberFxn)                                                                       \
-    {WM_NOTIFY,  (UINT)(int)(wNotifyCode), (UINT)(id),                                                                 \
-     (UINT)(id), AfxSigNotify_b_u,         nullptr,                                                                    \
+    {WM_NOTIFY,                                                                                                        \
+     (UINT)(int)(wNotifyCode),                                                                                         \
+     (UINT)(id),                                                                                                       \
+     (UINT)(id),                                                                                                       \
+     AfxSigNotify_b_u,                                                                                                 \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(BOOL, memberFxn, (UINT, NMHDR*, LRESULT*))},
 #define ON_NOTIFY_RANGE(wNotifyCode, id, idLast, memberFxn)                                                            \
-    {WM_NOTIFY,      (UINT)(int)(wNotifyCode), (UINT)(id),                                                             \
-     (UINT)(idLast), AfxSigNotify_v_u,         nullptr,                                                                \
+    {WM_NOTIFY,                                                                                                        \
+     (UINT)(int)(wNotifyCode),                                                                                         \
+     (UINT)(id),                                                                                                       \
+     (UINT)(idLast),                                                                                                   \
+     AfxSigNotify_v_u,                                                                                                 \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(void, memberFxn, (UINT, NMHDR*, LRESULT*))},
 #define ON_NOTIFY_EX_RANGE(wNotifyCode, id, idLast, memberFxn)                                                         \
-    {WM_NOTIFY,      (UINT)(int)(wNotifyCode), (UINT)(id),                                                             \
-     (UINT)(idLast), AfxSigNotify_b_u,         nullptr,                                                                \
+    {WM_NOTIFY,                                                                                                        \
+     (UINT)(int)(wNotifyCode),                                                                                         \
+     (UINT)(id),                                                                                                       \
+     (UINT)(idLast),                                                                                                   \
+     AfxSigNotify_b_u,                                                                                                 \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(BOOL, memberFxn, (UINT, NMHDR*, LRESULT*))},
 #define ON_NOTIFY_REFLECT(wNotifyCode, memberFxn)                                                                      \
-    {WM_NOTIFY + WM_REFLECT_BASE, (UINT)(int)(wNotifyCode), 0, 0, AfxSigNotify_v, nullptr,                             \
+    {WM_NOTIFY + WM_REFLECT_BASE,                                                                                      \
+     (UINT)(int)(wNotifyCode),                                                                                         \
+     0,                                                                                                                \
+     0,                                                                                                                \
+     AfxSigNotify_v,                                                                                                   \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(void, memberFxn, (NMHDR*, LRESULT*))},
 #define ON_NOTIFY_REFLECT_EX(wNotifyCode, memberFxn)                                                                   \
-    {WM_NOTIFY + WM_REFLECT_BASE, (UINT)(int)(wNotifyCode), 0, 0, AfxSigNotify_b, nullptr,                             \
+    {WM_NOTIFY + WM_REFLECT_BASE,                                                                                      \
+     (UINT)(int)(wNotifyCode),                                                                                         \
+     0,                                                                                                                \
+     0,                                                                                                                \
+     AfxSigNotify_b,                                                                                                   \
+     nullptr,                                                                                                          \
      AFX_CMDFXN(BOOL, memberFxn, (NMHDR*, LRESULT*))},
 
 #define ON_EN_SETFOCUS(id, memberFxn) ON_CONTROL(EN_SETFOCUS, id, memberFxn)
@@ -226,7 +266,8 @@ protected:                                                                      
 #define ON_CBN_KILLFOCUS(id, memberFxn) ON_CONTROL(CBN_KILLFOCUS, id, memberFxn)
 
 // --- any message -------------------------------------------------------------------------------------------------
-#define ON_MESSAGE(message, memberFxn) AFX_ROW(message, AfxSig_raw, LRESULT, memberFxn, (WPARAM, LPARAM))
+#define ON_MESSAGE(message, memberFxn)                                                                                 \
+    {message, 0, 0, 0, AfxSig_raw, nullptr, AFX_WNDFXN(LRESULT, memberFxn, (WPARAM, LPARAM))},
 #define ON_REGISTERED_MESSAGE(nMessageVariable, memberFxn)                                                             \
     {0xC000, 0, 0, 0, AfxSig_raw, &nMessageVariable, AFX_WNDFXN(LRESULT, memberFxn, (WPARAM, LPARAM))},
 
@@ -251,10 +292,8 @@ protected:                                                                      
 #define ON_WM_CHILDACTIVATE() AFX_ROW(WM_CHILDACTIVATE, AfxSig_v_v, void, OnChildActivate, ())
 #define ON_WM_PARENTNOTIFY() AFX_ROW(WM_PARENTNOTIFY, AfxSig_v_ulparam, void, OnParentNotify, (UINT, LPARAM))
 #define ON_WM_GETMINMAXINFO() AFX_ROW(WM_GETMINMAXINFO, AfxSig_v_minmax, void, OnGetMinMaxInfo, (MINMAXINFO*))
-#define ON_WM_WINDOWPOSCHANGING()                                                                                      \
-    AFX_ROW(WM_WINDOWPOSCHANGING, AfxSig_v_pos, void, OnWindowPosChanging, (WINDOWPOS*))
-#define ON_WM_WINDOWPOSCHANGED()                                                                                       \
-    AFX_ROW(WM_WINDOWPOSCHANGED, AfxSig_v_pos, void, OnWindowPosChanged, (WINDOWPOS*))
+#define ON_WM_WINDOWPOSCHANGING() AFX_ROW(WM_WINDOWPOSCHANGING, AfxSig_v_pos, void, OnWindowPosChanging, (WINDOWPOS*))
+#define ON_WM_WINDOWPOSCHANGED() AFX_ROW(WM_WINDOWPOSCHANGED, AfxSig_v_pos, void, OnWindowPosChanged, (WINDOWPOS*))
 #define ON_WM_STYLECHANGING() AFX_ROW(WM_STYLECHANGING, AfxSig_v_style, void, OnStyleChanging, (int, LPSTYLESTRUCT))
 #define ON_WM_STYLECHANGED() AFX_ROW(WM_STYLECHANGED, AfxSig_v_style, void, OnStyleChanged, (int, LPSTYLESTRUCT))
 #define ON_WM_SETTINGCHANGE() AFX_ROW(WM_SETTINGCHANGE, AfxSig_v_setting, void, OnSettingChange, (UINT, LPCTSTR))

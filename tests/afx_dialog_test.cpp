@@ -56,8 +56,8 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(Asking, CDialog)
-    ON_MESSAGE(WM_APP, OnScript)
-    ON_EN_CHANGE(1001, OnChange)
+    ON_MESSAGE(WM_APP, &Asking::OnScript)
+    ON_EN_CHANGE(1001, &Asking::OnChange)
 END_MESSAGE_MAP()
 
 std::string TextOf(Asking& dialog, int id) {

@@ -67,9 +67,9 @@ BEGIN_MESSAGE_MAP(Child, CWnd)
     ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_PAINT()
-    ON_COMMAND(77, OnBad)
-    ON_MESSAGE(WM_APP + 1, OnAsk)
-    ON_MESSAGE(WM_APP + 2, OnNested)
+    ON_COMMAND(77, &Child::OnBad)
+    ON_MESSAGE(WM_APP + 1, &Child::OnAsk)
+    ON_MESSAGE(WM_APP + 2, &Child::OnNested)
 END_MESSAGE_MAP()
 
 } // namespace
