@@ -3,7 +3,9 @@
 Nothing here waits for a time alone: each wait looks for a change and is bounded.
 """
 import array
+import contextlib
 import os
+import re
 import subprocess
 import sys
 import time
@@ -43,6 +45,31 @@ def wait_for(what, test, limit=LIMIT):
 
 def windows_path(path):
     return "Z:" + os.path.abspath(path).replace("/", "\\")
+
+
+@contextlib.contextmanager
+def keys_for(text):
+    """Puts the characters of a text that the keyboard lacks onto keys that it does not use, and takes them off again.
+    xdotool would do that for the moment of each key press, and programs look up the key when that is over."""
+    display = os.environ["DISPLAY"]
+    old = subprocess.run(["xkbcomp", "-xkb", display, "-"], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                         stderr=subprocess.DEVNULL, timeout=LIMIT, text=True, check=True).stdout
+    codes, symbols = old.split("xkb_symbols", 1)
+    unused = [name for name in re.findall(r"^\s*(<I\d+>)\s*=", codes, re.M) if f"key {name}" not in symbols]
+    missing = sorted({letter for letter in text if ord(letter) > 126})
+    expect(len(unused) >= len(missing), "too few unused keys")
+    lines = "".join(f"    key {name} {{ [ U{ord(letter):04X} ] }};\n" for name, letter in zip(unused, missing))
+    begin = symbols.index("{") + 1
+    changed = codes + "xkb_symbols" + symbols[:begin] + "\n" + lines + symbols[begin:]
+
+    def load(keymap):
+        subprocess.run(["xkbcomp", "-w0", "-", display], input=keymap, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, timeout=LIMIT, text=True, check=True)
+    load(changed)
+    try:
+        yield
+    finally:
+        load(old)
 
 
 def xdo(*arguments):
@@ -191,9 +218,17 @@ class Demo:
         xdo("mousemove", "--sync", self.x + x - 2, self.y + y - 1)
         xdo("mousemove", "--sync", self.x + x, self.y + y)
 
+    def step(self, x, y):
+        """One move, seen to by the program before anything else happens."""
+        xdo("mousemove", "--sync", self.x + x, self.y + y)
+        self.settled()
+
+    def press(self, button=1):
+        xdo("click", button)
+
     def click(self, x, y, button=1):
         self.move(x, y)
-        xdo("click", button)
+        self.press(button)
 
     def dialog(self, before):
         """Waits for a window that was not among `before`, and gives it."""
