@@ -52,6 +52,7 @@ protected:
     afx_msg void OnNextPane();
     afx_msg void OnShowSection();
     afx_msg void OnDrawSection();
+    afx_msg void OnSectionClick(NMHDR* header, LRESULT* result);
     afx_msg void OnSnap(UINT id);
     afx_msg void OnBackground(UINT id);
     afx_msg void OnRunCommand(UINT id);

@@ -5,6 +5,8 @@
 #include "DemoIds.h"
 #include "SectionDrawing.h"
 
+#include <TextParm.h>
+
 #include <algorithm>
 
 namespace {
@@ -181,6 +183,15 @@ void CHostFrame::DrawSection() {
     RemoveObjects(m_view, m_drawn);
     m_drawn = ::DrawSection(m_view, m_section.GetSection(), m_section.GetSectionName());
     m_view.ZoomAll();
+}
+
+// Parameters that have no edit box only tell their parent that they were clicked.
+void CHostFrame::OnSectionClick(NMHDR* header, LRESULT* result) {
+    const auto* notify = reinterpret_cast<const NMVECTORPARM*>(header);
+    if (notify->nKind == kVpkParm) {
+        m_section.ShowResult(static_cast<CTextParm*>(notify->pText));
+    }
+    *result = 0;
 }
 
 void CHostFrame::OnShowSection() {

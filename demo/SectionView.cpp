@@ -115,10 +115,17 @@ void CSectionView::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, int m
 
 void CSectionView::OnPreEditParm(CTextParm* parm, unsigned int&, int&, CString&) {
     m_reason.Empty();
-    if (parm->GetParmType() != SectionDiagram::TypeLocked) {
+    m_result.Empty();
+    if (parm->GetParmType() == SectionDiagram::TypeLocked) {
+        ShowResult(parm); // the library will not open a box for it, and tell nobody
+    } else {
         m_current = parm->GetParmName();
     }
     Invalidate();
+}
+
+void CSectionView::ShowResult(CTextParm* parm) {
+    m_result = parm->GetText() + L"：" + parm->GetParmDes() + L"（计算结果，不能编辑）";
 }
 
 void CSectionView::BackToBox() {
@@ -312,6 +319,9 @@ int CSectionView::DrawSpecInfo(CDC* dc, int) {
 CString CSectionView::GetHint() {
     if (IsRefused()) {
         return m_reason + L"；Esc 恢复原值";
+    }
+    if (m_pEditParm == nullptr && !m_result.IsEmpty()) {
+        return m_result;
     }
     CTextParm* parm = m_pEditParm != nullptr ? m_pEditParm : Find(m_current);
     if (parm == nullptr) {

@@ -25,6 +25,8 @@ public:
     void SettleEdit();
     // What to do now, or why the last text was refused; for the status bar.
     CString GetHint();
+    // A click fell on a result: says in the hint what it is.
+    void ShowResult(CTextParm* parm);
     bool IsRefused() const { return !m_reason.IsEmpty(); }
 
 protected:
@@ -65,5 +67,6 @@ private:
     WeldedSection m_section;
     CString m_current = L"h"; // name of the parameter that was edited last
     CString m_reason;         // why the open edit's text was refused
+    CString m_result;         // what the result is that was clicked last
     std::function<void()> m_changed;
 };
