@@ -47,16 +47,20 @@ int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center
     if (p1 == p2 || p1 == p3 || p2 == p3) {
         return 0;
     }
-    const CGeVector2d a = p2 - p1;
-    const CGeVector2d b = p3 - p2;
-    const CGeVector2d c = p1 - p3;
-    if (std::fabs(a.dotProduct(b.perpVector())) < kInLine) {
+    // The sides of the triangle, written out: every curved segment of every paint comes through here.
+    const double ax = p2.x - p1.x;
+    const double ay = p2.y - p1.y;
+    const double bx = p3.x - p2.x;
+    const double by = p3.y - p2.y;
+    const double cx = p1.x - p3.x;
+    const double cy = p1.y - p3.y;
+    if (std::fabs(ax * -by + ay * bx) < kInLine) {
         return 0;
     }
-    const double t = b.dotProduct(c) / a.perpVector().dotProduct(c);
-    center = p1 + (a + a.perpVector() * t) * 0.5;
+    const double t = (bx * cx + by * cy) / (-ay * cx + ax * cy);
+    center = CGePoint2d(p1.x + (ax + -ay * t) * 0.5, p1.y + (ay + ax * t) * 0.5);
     // Single precision on purpose: stored arcs have such radii, and rebuilding one must give the same again.
-    radius = static_cast<double>(static_cast<float>(a.length() * std::sqrt(t * t + 1)) / 2.0f);
+    radius = static_cast<double>(static_cast<float>(std::sqrt(ax * ax + ay * ay) * std::sqrt(t * t + 1)) / 2.0f);
     return 1;
 }
 

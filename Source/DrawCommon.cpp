@@ -22,14 +22,19 @@ CGePoint2d Middle(const CGePoint2d& a, const CGePoint2d& b) {
 // ---- Geometry ------------------------------------------------------------------------------------------------------
 
 CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bulge) {
-    const CGeVector2d v = p2 - p1;
-    CGeVector2d left = v.perpVector().normal();
+    const double vx = p2.x - p1.x;
+    const double vy = p2.y - p1.y;
+    const double length = std::sqrt(vx * vx + vy * vy);
+    double leftX = -vy / length;
+    double leftY = vx / length;
     // Only a bulge clearly above zero goes to the right: 0.001 itself still has its top on the left.
     if (bulge > kStraightDrawn) {
-        left = left.negate();
+        leftX = -leftX;
+        leftY = -leftY;
     }
-    const double height = p1.distance(p2) / 2.0 * GetAbs(bulge);
-    return Middle(p1, p2) + left * height;
+    const double height = length / 2.0 * GetAbs(bulge);
+    const CGePoint2d middle = Middle(p1, p2);
+    return CGePoint2d(middle.x + leftX * height, middle.y + leftY * height);
 }
 
 // The opposite sign of GetArcMidHighPt is on purpose: hosts call both, and each caller here turns the sign itself.
