@@ -88,14 +88,13 @@ Bytes Joined(std::initializer_list<Bytes> parts) {
 
 // A class record: tag, schema, length, name.
 Bytes Record(const std::string& name, int schema) {
-    Bytes bytes = {0xFF,
-                   0xFF,
-                   static_cast<BYTE>(schema),
-                   static_cast<BYTE>(schema >> 8),
-                   static_cast<BYTE>(name.size()),
-                   static_cast<BYTE>(name.size() >> 8)};
-    bytes.insert(bytes.end(), name.begin(), name.end());
-    return bytes;
+    const Bytes head = {0xFF,
+                        0xFF,
+                        static_cast<BYTE>(schema),
+                        static_cast<BYTE>(schema >> 8),
+                        static_cast<BYTE>(name.size()),
+                        static_cast<BYTE>(name.size() >> 8)};
+    return Joined({head, Bytes(name.begin(), name.end())});
 }
 
 template <typename F>
