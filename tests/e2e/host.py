@@ -4,6 +4,7 @@ Nothing here waits for a time alone: each wait looks for a change and is bounded
 """
 import array
 import contextlib
+import ctypes
 import os
 import re
 import subprocess
@@ -11,6 +12,8 @@ import sys
 import time
 
 LIMIT = 20.0  # seconds that any single wait may take
+STILL = 0.3   # seconds without a change, after which nothing more is expected
+CARET = 50    # pixels of a caret, at most
 
 
 class Failed(Exception):
@@ -80,7 +83,7 @@ def xdo(*arguments):
 
 def pixel(red, green, blue):
     """A colour as pictures hold it."""
-    return int.from_bytes(bytes((red, green, blue, 255)), sys.byteorder)
+    return red << 16 | green << 8 | blue
 
 
 BLACK = pixel(0, 0, 0)
@@ -91,7 +94,7 @@ class Picture:
     """A grab of a rectangle of the screen, a number for each pixel."""
 
     def __init__(self, width, height, data):
-        self.width, self.height, self.data = width, height, array.array("I", data)
+        self.width, self.height, self.data = width, height, array.array("I", bytes(data))
 
     def at(self, x, y):
         return self.data[y * self.width + x]
@@ -106,12 +109,15 @@ class Picture:
             rows.extend(self.row(y, left, left + width))
         return rows
 
-    def __eq__(self, other):
-        return self.data == other.data
+    def changed(self, other):
+        """How many pixels differ from another picture of the same size."""
+        if self.data == other.data:
+            return 0
+        return sum(differing(self.row(y), other.row(y)) for y in range(self.height))
 
     def save(self, path):
-        subprocess.run(["convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "rgba:-", path],
-                       input=self.data.tobytes(), timeout=LIMIT, check=False)
+        subprocess.run(["convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "bgra:-", "-alpha", "off",
+                        path], input=self.data.tobytes(), timeout=LIMIT, check=False)
 
 
 def differing(one, other):
@@ -119,13 +125,53 @@ def differing(one, other):
     return sum(a != b for a, b in zip(one, other)) if one != other else 0
 
 
+class XImage(ctypes.Structure):
+    """The head of Xlib's record, up to the function that frees it."""
+    _fields_ = [(name, ctypes.c_int) for name in ("width", "height", "xoffset", "format")] + \
+        [("data", ctypes.POINTER(ctypes.c_char))] + \
+        [(name, ctypes.c_int) for name in ("byte_order", "unit", "bit_order", "pad", "depth", "bytes_per_line",
+                                           "bits_per_pixel")] + \
+        [(name, ctypes.c_ulong) for name in ("red", "green", "blue")] + \
+        [("obdata", ctypes.c_void_p), ("create", ctypes.c_void_p),
+         ("destroy", ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p))]
+
+
+class Screen:
+    """A connection to the display that only looks: a program for each picture would cost more than the demo."""
+
+    def __init__(self):
+        self.xlib = ctypes.CDLL("libX11.so.6")
+        self.xlib.XOpenDisplay.restype = ctypes.c_void_p
+        self.xlib.XDefaultRootWindow.argtypes = [ctypes.c_void_p]
+        self.xlib.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.xlib.XGetImage.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_int, ctypes.c_uint,
+                                        ctypes.c_uint, ctypes.c_ulong, ctypes.c_int]
+        self.xlib.XGetImage.restype = ctypes.POINTER(XImage)
+        self.display = self.xlib.XOpenDisplay(None)
+        if not self.display:
+            raise Failed("no display")
+        self.root = self.xlib.XDefaultRootWindow(self.display)
+
+    def grab(self, x, y, width, height):
+        image = self.xlib.XGetImage(self.display, self.root, x, y, width, height, 0xFFFFFFFF, 2)
+        if not image:
+            raise Failed(f"no picture of {width} by {height}")
+        head = image.contents
+        if head.bits_per_pixel != 32 or head.bytes_per_line != 4 * width or head.red != 0xFF0000:
+            raise Failed("a display of another form than 24 bits in 32")
+        data = bytearray(ctypes.string_at(head.data, 4 * width * height))
+        head.destroy(ctypes.cast(image, ctypes.c_void_p))
+        data[3::4] = bytes(width * height)  # the byte that no colour uses
+        return Picture(width, height, data)
+
+
+SCREEN = None
+
+
 def grab(x, y, width, height):
-    result = subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-depth",
-                             "8", "rgba:-"], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                            stderr=subprocess.PIPE, timeout=LIMIT)
-    if len(result.stdout) != 4 * width * height:
-        raise Failed(f"no picture of {width} by {height}: {len(result.stdout)} bytes, {result.stderr.decode()}")
-    return Picture(width, height, result.stdout)
+    global SCREEN
+    SCREEN = SCREEN or Screen()
+    return SCREEN.grab(x, y, width, height)
 
 
 class Demo:
@@ -188,14 +234,19 @@ class Demo:
         return grab(self.x, self.y, self.width, self.height)
 
     def settled(self, limit=LIMIT):
-        """The window's picture once it stands still: three grabs in a row are equal."""
-        kept = [self.grab(), self.grab()]
+        """The window's picture once it has stood still for a while, but for a caret that blinks."""
+        kept = self.grab()
+        since = time.monotonic()
 
         def still():
-            kept.append(self.grab())
-            return kept[-1] == kept[-2] == kept[-3]
+            nonlocal kept, since
+            now = self.grab()
+            if now.changed(kept) > CARET:
+                since = time.monotonic()
+            kept = now
+            return time.monotonic() - since > STILL
         wait_for("the picture to stand still", still, limit)
-        return kept[-1]
+        return kept
 
     def find_view(self, picture):
         """The rectangle (left, top, width, height) of the black drawing view, in pixels of the window."""
