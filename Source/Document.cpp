@@ -54,7 +54,7 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
         return 0;
     }
     if (m_DrawableObjs[0]->GetRect(m_pCoordTran, min, max) == 0) {
-        // The seed of the maximum is a tiny positive number and no huge negative one: a drawing that lies wholly below
+        // The maximum starts from a tiny positive number and no huge negative one: a drawing that lies wholly below
         // or left of the origin, behind a first object without extent, reaches to the origin, and is fitted so.
         min.SetPoint(1e20, 1e20);
         max.SetPoint(1e-20, 1e-20);
