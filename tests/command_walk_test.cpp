@@ -12,11 +12,7 @@
 
 namespace {
 
-#ifdef NR_GUARDED
-constexpr int kEvents = 5000; // Every block has a page of its own there, and takes its time.
-#else
 constexpr int kEvents = 50000;
-#endif
 constexpr int kWarmUp = 2000; // The system's own caches of device contexts fill up.
 constexpr INT_PTR kMostObjects = 60;
 
