@@ -60,6 +60,16 @@ TEST(PLineHit, DistancesAreComparedInSinglePrecision) {
     EXPECT_EQ(0, line.GetSelSelLine());
 }
 
+TEST(PLineHit, DistancesToArcsAreComparedInSinglePrecisionToo) {
+    CPLine line;
+    line.AddPoint(CGePoint2d(0, 0), -1); // About (50, 0) with 50: 8 away from the point.
+    line.AddPoint(CGePoint2d(100, 0));
+    line.AddPoint(CGePoint2d(100, 116 - 1e-9), 1); // The same from above, closer by less than a float shows.
+    line.AddPoint(CGePoint2d(0, 116 - 1e-9));
+    EXPECT_EQ(8.0f, line.HitTest(CGePoint2d(50, 58)));
+    EXPECT_EQ(0, line.GetSelSelLine());
+}
+
 TEST(PLineHit, AnArcIsHitOnItsFullCircle) {
     CPLine line;
     FillLine(line, 0, 0, 10, 0, 1); // The lower half circle about (5, 0).
@@ -216,15 +226,19 @@ TEST(PLineHit, TheDistanceToALineEndsAtItsEnds) {
     EXPECT_EQ(0.0, line.GetClosestDistance(CGePoint2d(4, 3)));
 }
 
-TEST(PLineHit, OnTheLineTheDistanceIsNeverNotANumber) {
-    // Rounding takes the product under the root below zero for many of these.
-    for (int i = 1; i < 1000; ++i) {
+TEST(PLineHit, OnTheLineTheDistanceIsZeroWhereRoundingTakesTheRootBelowIt) {
+    // For each of these, s (s - d1) (s - d2) (s - d3) comes out at about -1e-9 in doubles.
+    const struct {
+        CGePoint2d end;
+        CGePoint2d p;
+    } cases[] = {{CGePoint2d(73.2, 80.8), CGePoint2d(7.32, 8.08)},
+                 {CGePoint2d(70.1, 75.3), CGePoint2d(21.029999999999998, 22.59)},
+                 {CGePoint2d(47.6, 35.5), CGePoint2d(35.7, 26.625)},
+                 {CGePoint2d(76.6, 53.2), CGePoint2d(22.979999999999997, 15.96)}};
+    for (const auto& c : cases) {
         CPLine line;
-        FillLine(line, 0, 0, 1.0 / 3.0, 1.0 / 7.0);
-        const double t = i / 1000.0;
-        const double distance = line.GetClosestDistance(CGePoint2d(t / 3.0, t / 7.0));
-        EXPECT_FALSE(std::isnan(distance)) << i;
-        EXPECT_NEAR(0.0, distance, 1e-7) << i;
+        FillLine(line, 0, 0, c.end.x, c.end.y);
+        EXPECT_EQ(0.0, line.GetClosestDistance(c.p));
     }
 }
 
