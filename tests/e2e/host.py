@@ -137,7 +137,7 @@ class XImage(ctypes.Structure):
 
 
 class Screen:
-    """A connection to the display that only looks: a program for each picture would cost more than the demo."""
+    """A connection to the display, mostly to look: a program for each picture would cost more than the demo."""
 
     def __init__(self):
         self.xlib = ctypes.CDLL("libX11.so.6")
@@ -165,13 +165,26 @@ class Screen:
         return Picture(width, height, data)
 
 
+    def repeat_keys(self, on):
+        """On a busy machine a key may seem to be held, and would repeat."""
+        call = self.xlib.XAutoRepeatOn if on else self.xlib.XAutoRepeatOff
+        call.argtypes = [ctypes.c_void_p]
+        call(self.display)
+        self.xlib.XSync.argtypes = [ctypes.c_void_p, ctypes.c_int]
+        self.xlib.XSync(self.display, 0)
+
+
 SCREEN = None
 
 
-def grab(x, y, width, height):
+def screen():
     global SCREEN
     SCREEN = SCREEN or Screen()
-    return SCREEN.grab(x, y, width, height)
+    return SCREEN
+
+
+def grab(x, y, width, height):
+    return screen().grab(x, y, width, height)
 
 
 class Demo:
@@ -184,6 +197,7 @@ class Demo:
         self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *arguments], stdin=subprocess.DEVNULL,
                                         stdout=self.log, stderr=self.log)
         try:
+            screen().repeat_keys(False)
             self.window = wait_for("the demo's window", self.find_window)
             self.place()
         except BaseException:
@@ -209,6 +223,7 @@ class Demo:
             except subprocess.TimeoutExpired:
                 self.process.kill()
                 self.process.wait()
+        screen().repeat_keys(True)
         self.log.close()
 
     def find_window(self):
