@@ -18,6 +18,7 @@
 #define ID_HOST_NEXT_PANE 206
 #define ID_HOST_SHOW_SECTION 207
 #define ID_HOST_DRAW_SECTION 208
+#define ID_HOST_PROPERTIES 209
 // Snap modes: the number of the bit in the mode is the place behind the first one.
 #define ID_HOST_SNAP_FIRST 210
 #define ID_HOST_SNAP_LAST 213

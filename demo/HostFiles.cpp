@@ -45,6 +45,7 @@ void CHostFrame::ForgetDrawing() {
     m_view.BreakOff(); // first: a running command may hold objects of the drawing
     m_drawn.clear();
     m_drawsSection = false;
+    m_view.EmptyProperties();
     m_view.GetDocument()->Reset();
     m_view.GetDocument()->SetPathName(L"", FALSE);
     m_view.GetDocument()->SetModifiedFlag(FALSE);

@@ -70,6 +70,7 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_COMMAND(ID_HOST_NEXT_PANE, &CHostFrame::OnNextPane)
     ON_COMMAND(ID_HOST_SHOW_SECTION, &CHostFrame::OnShowSection)
     ON_COMMAND(ID_HOST_DRAW_SECTION, &CHostFrame::OnDrawSection)
+    ON_COMMAND(ID_HOST_PROPERTIES, &CHostFrame::OnProperties)
     ON_NOTIFY(kVpnClick, IDC_HOST_SECTION, &CHostFrame::OnSectionClick)
     ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, &CHostFrame::OnSnap)
     ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, &CHostFrame::OnBackground)
@@ -151,6 +152,7 @@ void CHostFrame::MakeMenus() {
     SetItemImage(view, ID_HOST_ZOOM_ALL, 0);
     view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
     view.AppendMenu(MF_SEPARATOR);
+    view.AppendMenu(MF_STRING, ID_HOST_PROPERTIES, L"对象属性(&R)\tF3");
     view.AppendMenu(MF_STRING, ID_HOST_SHOW_SECTION, L"参数窗格(&P)");
     view.AppendMenu(MF_STRING, ID_HOST_DRAW_SECTION, L"按参数绘制截面(&D)\tF5");
     view.AppendMenu(MF_STRING, ID_HOST_NEXT_PANE, L"切换窗格(&N)\tF6");
@@ -334,6 +336,7 @@ void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
     }
     popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST,
                               static_cast<UINT>(ID_HOST_BACKGROUND_FIRST + m_background), MF_BYCOMMAND);
+    popup->CheckMenuItem(ID_HOST_PROPERTIES, m_view.HasProperties() ? MF_CHECKED : MF_UNCHECKED);
     popup->CheckMenuItem(ID_HOST_SHOW_SECTION, m_showSection ? MF_CHECKED : MF_UNCHECKED);
     popup->EnableMenuItem(ID_HOST_DRAW_SECTION, m_showSection ? MF_ENABLED : MF_GRAYED);
     popup->EnableMenuItem(ID_HOST_NEXT_PANE, m_showSection ? MF_ENABLED : MF_GRAYED);
@@ -341,6 +344,10 @@ void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
 }
 
 // ---- Commands
+
+void CHostFrame::OnProperties() {
+    m_view.ToggleProperties();
+}
 
 void CHostFrame::OnRunCommand(UINT id) {
     const int row = static_cast<int>(id) - ID_HOST_COMMAND_FIRST;

@@ -51,6 +51,7 @@ protected:
     afx_msg void OnAbout();
     afx_msg void OnNextPane();
     afx_msg void OnShowSection();
+    afx_msg void OnProperties();
     afx_msg void OnDrawSection();
     afx_msg void OnSectionClick(NMHDR* header, LRESULT* result);
     afx_msg void OnSnap(UINT id);

@@ -180,6 +180,7 @@ void CHostFrame::OpenSection() {
 
 void CHostFrame::DrawSection() {
     m_view.BreakOff(false); // a running command may hold objects of the section
+    m_view.EmptyProperties();
     RemoveObjects(m_view, m_drawn);
     m_drawn = ::DrawSection(m_view, m_section.GetSection(), m_section.GetSectionName());
     m_view.ZoomAll();

@@ -4,6 +4,8 @@
 
 #include "CommandTable.h"
 
+#include <PropertyDialogHost.h>
+
 BEGIN_MESSAGE_MAP(CHostView, CVectorView)
     ON_WM_LBUTTONDOWN()
     ON_WM_RBUTTONDOWN()
@@ -60,6 +62,25 @@ void CHostView::BreakOff(bool takeFocus) {
     if (takeFocus) {
         TakeFocus();
     }
+}
+
+// ---- Properties
+
+void CHostView::ToggleProperties() {
+    if (m_pDlgDrawAbleProperty == nullptr) {
+        m_pDlgDrawAbleProperty = CreateDrawAbleProperty(this, GetParent());
+    }
+    if (m_pDlgDrawAbleProperty != nullptr) {
+        ShowDrawAbleProperty(m_pDlgDrawAbleProperty, this, !HasProperties());
+    }
+}
+
+bool CHostView::HasProperties() {
+    return IsDrawAblePropertyShown(m_pDlgDrawAbleProperty) != 0;
+}
+
+void CHostView::EmptyProperties() {
+    EmptyDrawAbleProperty(m_pDlgDrawAbleProperty);
 }
 
 // ---- Mapping

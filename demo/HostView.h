@@ -23,6 +23,11 @@ public:
     void TakeFocus();
     // Gives the mapping the window's size: once for an empty drawing, which has no extent to fit.
     void ResetMapping();
+    // Shows or hides the rows of the selected object, which an edit writes straight back.
+    void ToggleProperties();
+    bool HasProperties();
+    // Before objects are freed that the property window may show.
+    void EmptyProperties();
     // The drawing point under the mouse; false while the mouse has not been over the view yet.
     bool GetCursorPoint(CGePoint2d& point);
 

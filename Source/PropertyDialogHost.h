@@ -1,0 +1,17 @@
+// Gives a derived view the property dialog, whose class stays the library's own.
+// Layer: views and dialogs.
+#pragma once
+
+#include "VectorViewApi.h"
+
+class CDialog_DrawAbleProperty;
+class CVectorView;
+
+// Makes the dialog, not yet shown, for the objects of `view`, as a window owned by `owner`; null when Windows refuses.
+// The view that keeps it as its m_pDlgDrawAbleProperty frees it with itself.
+NRVECTORVIEW_API CDialog_DrawAbleProperty* CreateDrawAbleProperty(CVectorView* view, CWnd* owner);
+// Shows the dialog with the rows of the first selected object of `view`, or hides it.
+NRVECTORVIEW_API void ShowDrawAbleProperty(CDialog_DrawAbleProperty* dialog, CVectorView* view, int show);
+NRVECTORVIEW_API int IsDrawAblePropertyShown(CDialog_DrawAbleProperty* dialog);
+// Lets go of the object shown: to be called before a host frees objects itself. Null is ignored.
+NRVECTORVIEW_API void EmptyDrawAbleProperty(CDialog_DrawAbleProperty* dialog);
