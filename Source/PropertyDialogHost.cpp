@@ -11,6 +11,12 @@
 
 #include <memory>
 
+namespace {
+
+constexpr int kMargin = 8; // Pixels from the view's edges.
+
+} // namespace
+
 CDialog_DrawAbleProperty* CreateDrawAbleProperty(CVectorView* view, CWnd* owner) {
     auto dialog = std::make_unique<CDialog_DrawAbleProperty>(owner);
     // The library's own template, also where the host has one of that number.
@@ -19,6 +25,14 @@ CDialog_DrawAbleProperty* CreateDrawAbleProperty(CVectorView* view, CWnd* owner)
         return nullptr;
     }
     dialog->SetView(view);
+    if (view->GetSafeHwnd() != nullptr) {
+        CRect area;
+        CRect window;
+        view->GetWindowRect(&area);
+        dialog->GetWindowRect(&window);
+        dialog->SetWindowPos(nullptr, area.right - window.Width() - kMargin, area.top + kMargin, 0, 0,
+                             SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
     KX_ADD_MEMORY(dialog.get());
     return dialog.release();
 }
