@@ -27,7 +27,7 @@ class NRVECTORVIEW_API CDrawable : public CSerialable {
     DECLARE_SERIAL(CDrawable)
 public:
     enum DrawState : int { // A stream may bring any number.
-        Selected = 0, // Dotted, with grips.
+        Selected = 0,      // Dotted, with grips.
         Dragging = 1, // A rubber-band copy that a command holds: drawn by inversion, a second drawing takes it off.
         Normal = 2
     };

@@ -16,8 +16,8 @@ public:
 
     CGraphicDocument* GetDocument() { return m_pDocument; }
     CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
-    // Another document than the present one. `external` nonzero: it belongs to the caller. The command engine keeps the document that it was made
-    // with, so whoever calls this on a live view replaces the engine as well.
+    // Another document than the present one. `external` nonzero: it belongs to the caller. The command engine keeps the
+    // document that it was made with, so whoever calls this on a live view replaces the engine as well.
     void SetDocument(CGraphicDocument* doc, int external);
     // Borrowed; handed on to the document.
     void SetVectorViewCoordTran(CVectorViewCoordTran* tran);

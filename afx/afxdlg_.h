@@ -93,7 +93,7 @@ protected:
     BOOL CreateDlgIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd, HINSTANCE hInst);
 
     UINT m_nIDHelp;
-    LPCTSTR m_lpszTemplateName;       // a name or MAKEINTRESOURCE
+    LPCTSTR m_lpszTemplateName;        // a name or MAKEINTRESOURCE
     LPCDLGTEMPLATE m_lpDialogTemplate; // for indirect dialogs; borrowed
     CWnd* m_pParentWnd;
     DECLARE_MESSAGE_MAP()

@@ -24,8 +24,9 @@ public:
     // Loads the file through Serialize. On failure reports it, empties the document and gives FALSE.
     virtual BOOL OnOpenDocument(LPCTSTR lpszPathName);
     // Saves through Serialize into a temporary file beside the target, which takes the target's place only when all of
-    // it is written. Gives FALSE, with the target as it was, when anything failed: also when Serialize ended the archive
-    // itself (CArchive::Abort or Close), the way for a Serialize that reports its own errors to refuse the save.
+    // it is written. Gives FALSE, with the target as it was, when anything failed: also when Serialize ended the
+    // archive itself (CArchive::Abort or Close), the way for a Serialize that reports its own errors to refuse the
+    // save.
     virtual BOOL OnSaveDocument(LPCTSTR lpszPathName);
     virtual void OnCloseDocument(); // deletes the document if m_bAutoDelete is set
     virtual void DeleteContents();  // empties the document for reuse; nothing here

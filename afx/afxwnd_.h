@@ -313,8 +313,8 @@ protected:
 
 // Registers a window class with the given style, cursor, brush and icon, once, and gives its name, which stays valid
 // only until the next call. Throws a resource exception when Windows refuses.
-NRAFX_API LPCTSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr, HBRUSH hbrBackground = nullptr,
-                                             HICON hIcon = nullptr);
+NRAFX_API LPCTSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr,
+                                             HBRUSH hbrBackground = nullptr, HICON hIcon = nullptr);
 // Registers the class unless it is there already.
 NRAFX_API BOOL AFXAPI AfxRegisterClass(WNDCLASS* lpWndClass);
 // The window procedure that looks up the CWnd and calls it.
