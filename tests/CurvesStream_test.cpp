@@ -423,7 +423,13 @@ TEST(CurvesStream, MutatedBytesNeverBreakOut) {
     stage.dc.SetExecution(false);
     LoneDocument lone;
     int loaded = 0;
-    for (int round = 0; round < 100000; ++round) {
+#ifdef NR_GUARDED
+    // A hundred thousand rounds with pages of their own for every block end in a failed allocation on this host system.
+    const int rounds = 20000;
+#else
+    const int rounds = 100000;
+#endif
+    for (int round = 0; round < rounds; ++round) {
         Bytes bytes = goldens[random() % goldens.size()];
         for (unsigned i = random() % 3; i < 3; ++i) {
             // Behind the version word, which would end in a message.
@@ -444,5 +450,5 @@ TEST(CurvesStream, MutatedBytesNeverBreakOut) {
             ++loaded;
         }
     }
-    EXPECT_GT(loaded, 20000) << "most mutations should still load something";
+    EXPECT_GT(loaded, rounds / 5) << "most mutations should still load something";
 }
