@@ -6,4 +6,22 @@
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 . "$top/tools/house.sh"
 house_wine_env
+case $1 in
+*_tests.exe)
+    # On a busy machine Wine now and then ends a program before its first instruction, at once and without a word; a test
+    # program's first act is to say what it runs. Such a start is made once more, and said.
+    log=$HOUSE_BUILD/start.$$
+    trap 'rm -f "$log"' EXIT
+    begun=$SECONDS
+    timeout -k 5 "${NR_TIMEOUT:-300}" "$HOUSE_WINE" "$@" </dev/null >"$log" 2>&1
+    code=$?
+    if [ "$code" != 0 ] && [ ! -s "$log" ] && [ $((SECONDS - begun)) -le 2 ]; then
+        echo "$(basename "$1") did not begin (exit code $code); once more"
+        timeout -k 5 "${NR_TIMEOUT:-300}" "$HOUSE_WINE" "$@" </dev/null >"$log" 2>&1
+        code=$?
+    fi
+    cat "$log"
+    exit "$code"
+    ;;
+esac
 exec timeout -k 5 "${NR_TIMEOUT:-300}" "$HOUSE_WINE" "$@" </dev/null
