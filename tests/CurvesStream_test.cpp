@@ -423,12 +423,7 @@ TEST(CurvesStream, MutatedBytesNeverBreakOut) {
     stage.dc.SetExecution(false);
     LoneDocument lone;
     int loaded = 0;
-#ifdef NR_GUARDED
-    // A hundred thousand rounds with pages of their own for every block end in a failed allocation on this host system.
-    const int rounds = 20000;
-#else
     const int rounds = 100000;
-#endif
     for (int round = 0; round < rounds; ++round) {
         Bytes bytes = goldens[random() % goldens.size()];
         for (unsigned i = random() % 3; i < 3; ++i) {

@@ -1,6 +1,6 @@
 // Guarded build: operator new and delete that end every block at an inaccessible page and make a freed block
 // inaccessible. Linked into every module, because each carries its own runtime; a block may be freed in another module
-// than made it, so all that delete needs stands in the block's own header, and the counters in memory shared by the
+// than made it, so all that delete needs stands in the block's own header, and the free slots in memory shared by the
 // whole process. Layer: tests (afx/ and above don't know it).
 
 #include <windows.h>
@@ -8,37 +8,51 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <new>
 
 namespace {
 
 enum class Form : std::uint32_t { Single = 0x53494E47, Array = 0x41525259 };
-enum class Place : std::uint32_t { Guarded = 1, Heap = 2 };
+enum class Place : std::uint32_t { Slot = 1, Pages = 2, Heap = 3 };
 
 // Stands right before the block. An underrun destroys it, which delete notices.
 struct Header {
     Form form;
     Place place;
-    void* base; // what VirtualAlloc or HeapAlloc handed out
+    void* base; // the slot, or what VirtualAlloc or HeapAlloc handed out
     std::size_t size;
     std::uint64_t check; // all of the above mixed with the header's own address
 };
 
-// A live guarded block costs the host system two memory mappings, of which Linux grants a process 65,530. Blocks
-// beyond this count come from the process heap, with canaries in place of pages.
-constexpr LONG kMaxGuarded = 20000;
-// Freed blocks stay inaccessible until this many later ones were freed; then their address space is given back.
-constexpr LONG kQuarantine = 4096;
 constexpr std::size_t kPage = 4096;
+// Nearly all blocks fit one page. Those live in slots, a page with an inaccessible one behind it, which are cut from
+// slabs and never given back: taking and freeing one is a change of protection each, where pages of its own would
+// cost the system four changes of its map.
+constexpr std::size_t kSlot = 2 * kPage;
+constexpr LONG kSlotsInSlab = 128;
+// A live guarded block costs the host system two memory mappings, of which Linux grants a process 65,530 (pages of
+// its own: up to three). Blocks beyond these counts come from the process heap, with canaries in place of pages.
+constexpr LONG kMaxSlots = 20000;
+constexpr LONG kMaxPages = 2000;
+// A freed block stays inaccessible until this many later ones were freed.
+constexpr LONG kQuarantine = 4096;
+constexpr LONG kQueue = 32768; // more than there are slots; a power of two
 constexpr unsigned char kFresh = 0xCD;
 constexpr unsigned char kCanary = 0xFD;
 constexpr std::size_t kHeapTail = 16;
 
 struct Shared {
-    LONG live;
-    LONG next;
-    void* quarantine[kQuarantine];
+    volatile LONG lock; // of the queue
+    ULONG head;         // the free slots, in the order in which they came free
+    ULONG tail;
+    void* queue[kQueue];
+    LONG slots; // cut so far
+    LONG livePages;
+    ULONG nextFreed;
+    void* quarantine[kQuarantine / 8]; // pages of their own
 };
+static_assert(kQueue > kMaxSlots + kQuarantine + kSlotsInSlab);
 
 // One record a process: each module maps the same named section.
 Shared* OpenShared() {
@@ -97,23 +111,79 @@ void* Fill(unsigned char* block, void* base, std::size_t size, std::size_t tail,
     return block;
 }
 
+class QueueLock {
+public:
+    explicit QueueLock(Shared& shared) : m_shared(shared) {
+        while (InterlockedExchange(&m_shared.lock, 1) != 0)
+            Sleep(0);
+    }
+    ~QueueLock() { InterlockedExchange(&m_shared.lock, 0); }
+    QueueLock(const QueueLock&) = delete;
+    QueueLock& operator=(const QueueLock&) = delete;
+
+private:
+    Shared& m_shared;
+};
+
+void PutSlot(Shared& shared, void* slot) {
+    const QueueLock lock(shared);
+    shared.queue[shared.tail++ % kQueue] = slot;
+}
+
+// A slot that came free long enough ago, else one that was never used, else null.
+unsigned char* TakeSlot(Shared& shared) {
+    const QueueLock lock(shared);
+    if (shared.tail - shared.head <= static_cast<ULONG>(kQuarantine) && shared.slots < kMaxSlots + kQuarantine) {
+        auto* const slab = static_cast<unsigned char*>(
+            VirtualAlloc(nullptr, kSlotsInSlab * kSlot, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
+        if (slab) {
+            // To the front: what was freed waits its time.
+            for (LONG i = kSlotsInSlab; i-- > 0;)
+                shared.queue[--shared.head % kQueue] = slab + static_cast<std::size_t>(i) * kSlot;
+            shared.slots += kSlotsInSlab;
+        }
+    }
+    if (shared.tail - shared.head <= static_cast<ULONG>(kQuarantine))
+        return nullptr;
+    return static_cast<unsigned char*>(shared.queue[shared.head++ % kQueue]);
+}
+
+// Where a block with its header lies that ends, but for its alignment, at an inaccessible page; or null.
+unsigned char* TakeGuarded(Shared& shared, std::size_t pages, Place& place) {
+    DWORD before = 0;
+    if (pages == kPage) {
+        unsigned char* const slot = TakeSlot(shared);
+        place = Place::Slot;
+        if (!slot || VirtualProtect(slot, kPage, PAGE_READWRITE, &before))
+            return slot;
+        PutSlot(shared, slot);
+        return nullptr;
+    }
+    place = Place::Pages;
+    if (InterlockedIncrement(&shared.livePages) <= kMaxPages) {
+        auto* const base =
+            static_cast<unsigned char*>(VirtualAlloc(nullptr, pages + kPage, MEM_RESERVE, PAGE_NOACCESS));
+        if (base && VirtualAlloc(base, pages, MEM_COMMIT, PAGE_READWRITE))
+            return base;
+        if (base)
+            VirtualFree(base, 0, MEM_RELEASE);
+    }
+    InterlockedDecrement(&shared.livePages);
+    return nullptr;
+}
+
 void* Allocate(std::size_t size, Form form, std::size_t wanted) {
     const std::size_t align = Alignment(size, form, wanted);
     if (size > static_cast<std::size_t>(PTRDIFF_MAX) - 4 * kPage - align)
         return nullptr;
     Shared* const shared = GetShared();
-    if (align <= kPage && shared && InterlockedIncrement(&shared->live) <= kMaxGuarded) {
+    if (align <= kPage && shared) {
         const std::size_t body = RoundUp(size, align);
         const std::size_t pages = RoundUp(body + sizeof(Header), kPage);
-        auto* const base =
-            static_cast<unsigned char*>(VirtualAlloc(nullptr, pages + kPage, MEM_RESERVE, PAGE_NOACCESS));
-        if (base && VirtualAlloc(base, pages, MEM_COMMIT, PAGE_READWRITE))
-            return Fill(base + pages - body, base, size, body - size, form, Place::Guarded);
-        if (base)
-            VirtualFree(base, 0, MEM_RELEASE);
+        Place place = Place::Pages;
+        if (unsigned char* const base = TakeGuarded(*shared, pages, place))
+            return Fill(base + pages - body, base, size, body - size, form, place);
     }
-    if (align <= kPage && shared)
-        InterlockedDecrement(&shared->live);
     const std::size_t front = RoundUp(sizeof(Header), 16) + align;
     auto* const base = static_cast<unsigned char*>(HeapAlloc(GetProcessHeap(), 0, front + size + kHeapTail));
     if (!base)
@@ -137,7 +207,7 @@ void Release(void* pointer, Form form) {
 
     const auto end = reinterpret_cast<std::uintptr_t>(block + h.size);
     const std::uintptr_t page = RoundUp(end, kPage);
-    const std::size_t tail = h.place == Place::Guarded ? page - end : kHeapTail;
+    const std::size_t tail = h.place != Place::Heap ? page - end : kHeapTail;
     for (std::size_t i = 0; i < tail; i++)
         if (block[h.size + i] != kCanary)
             Fail("something wrote behind the block", pointer);
@@ -148,11 +218,17 @@ void Release(void* pointer, Form form) {
         HeapFree(GetProcessHeap(), 0, h.base);
         return;
     }
+    Shared& shared = *GetShared(); // there is one, or no block would be guarded
+    if (h.place == Place::Slot) {
+        DWORD before = 0;
+        VirtualProtect(h.base, kPage, PAGE_NOACCESS, &before);
+        PutSlot(shared, h.base);
+        return;
+    }
     VirtualFree(h.base, page - reinterpret_cast<std::uintptr_t>(h.base), MEM_DECOMMIT);
-    Shared* const shared = GetShared(); // there is one, or no block would be guarded
-    InterlockedDecrement(&shared->live);
-    const auto slot = static_cast<std::uint32_t>(InterlockedIncrement(&shared->next)) % kQuarantine;
-    if (void* const old = InterlockedExchangePointer(&shared->quarantine[slot], h.base))
+    InterlockedDecrement(&shared.livePages);
+    const auto place = static_cast<ULONG>(InterlockedIncrement(reinterpret_cast<volatile LONG*>(&shared.nextFreed)));
+    if (void* const old = InterlockedExchangePointer(&shared.quarantine[place % std::size(shared.quarantine)], h.base))
         VirtualFree(old, 0, MEM_RELEASE);
 }
 
