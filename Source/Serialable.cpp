@@ -25,25 +25,7 @@ int Divide(int n, int unit) {
 
 } // namespace
 
-int CSerialable::GetNear(double x, int d) {
-    // Every coordinate of every stroke comes through here, and floor is slow: the plain case does without it.
-    if (d == 0 && x > -2147483648.0 && x < 2147483646.0) {
-        int whole = static_cast<int>(x);
-        if (static_cast<double>(whole) > x) {
-            --whole;
-        }
-        return x - static_cast<double>(whole) >= 0.5 ? whole + 1 : whole;
-    }
-    if (d == 0 && x > -2147483648.0 && x < 2147483647.0) {
-        // The same steps without a call: every vertex of every paint comes through here.
-        int whole = static_cast<int>(x);
-        if (static_cast<double>(whole) > x) {
-            --whole;
-        }
-        // 1.0 for a tiny negative x, whose distance to -1 rounds up: a whole step of its own, as below.
-        const double f = x - static_cast<double>(whole);
-        return f >= 0.5 ? whole + 1 : whole;
-    }
+int CSerialable::GetNearInSteps(double x, int d) {
     const double floored = std::floor(x);
     const int whole = Truncate(floored);
     const int unit = PowerOfTen(d);

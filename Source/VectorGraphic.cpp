@@ -6,6 +6,23 @@
 #include "GdiScope.h"
 #include "MemoryInfo.h"
 
+namespace {
+
+constexpr INT_PTR kFetchDistance = 3; // In objects: about the time that the memory takes.
+
+// Asks for an object's memory before its turn comes: objects lie scattered, and painting waits for them longer than it
+// computes. Only a hint to the processor; it reads nothing itself.
+void FetchAhead(const CDrawableArray& list, INT_PTR index) {
+    if (index < list.GetSize()) {
+        const auto* object = reinterpret_cast<const char*>(list.GetAt(index));
+        for (size_t offset = 0; offset < sizeof(CDrawable) + 64; offset += 64) {
+            __builtin_prefetch(object + offset);
+        }
+    }
+}
+
+} // namespace
+
 CVectorGraphic::CVectorGraphic() : m_pDocument(new CGraphicDocument), m_pDrawGeometry(nullptr) {
     KX_ADD_MEMORY(m_pDocument);
     m_pDrawGeometry = new CDrawGeometry(this, m_pDocument->GetLayerManager());
@@ -43,6 +60,7 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
     CDrawable* drawing = nullptr; // For the message: the object that was being drawn.
     const auto drawAll = [&](CDrawableArray* list) {
         for (INT_PTR i = 0; i < list->GetSize(); ++i) {
+            FetchAhead(*list, i + kFetchDistance);
             drawing = list->GetAt(i);
             drawing->Draw(pDC, m_pDrawGeometry);
         }

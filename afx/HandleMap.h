@@ -9,10 +9,12 @@
 
 // Open addressing with linear probing; nothing is allocated per entry. A permanent entry belongs to its object,
 // which takes it out again. Temporary objects belong to the map: they go at the thread's next idle time.
+// The newest permanent entry waits outside the table until another comes: a pen that is made for one stroke is gone by
+// then, and never costs the table a change.
 template <class T>
 class HandleMap {
 public:
-    HandleMap() : m_entries(64) {}
+    HandleMap() : m_entries(64), m_mask(63) {}
     HandleMap(const HandleMap&) = delete;
     HandleMap& operator=(const HandleMap&) = delete;
 
@@ -23,38 +25,31 @@ public:
     };
 
     Entry* Find(const void* handle) {
-        for (size_t i = Home(handle);; i = Next(i)) {
-            if (m_entries[i].handle == handle)
-                return &m_entries[i];
-            if (m_entries[i].handle == nullptr)
-                return nullptr;
-        }
+        return m_newest.object != nullptr && m_newest.handle == handle ? &m_newest : FindInTable(handle);
     }
     T* Permanent(const void* handle) {
         const Entry* entry = Find(handle);
         return entry != nullptr && !entry->temporary ? entry->object : nullptr;
     }
-    // A temporary object that stood for the handle is kept until idle time, but found no more.
+    // As long as the entry stays, what stood for the handle before is not found. A temporary object is kept until idle
+    // time.
     void Set(void* handle, T* object, bool temporary) {
-        size_t i = Home(handle);
-        while (m_entries[i].handle != nullptr && m_entries[i].handle != handle)
-            i = Next(i);
-        Entry& entry = m_entries[i];
-        if (entry.handle == handle) {
-            if (entry.temporary)
-                m_retired.push_back(entry.object);
-        } else if (2 * ++m_count > m_entries.size()) {
-            Grow();
-            --m_count;
-            Set(handle, object, temporary);
+        if (temporary) {
+            Enter({handle, object, true});
+            ++m_temporaries;
             return;
         }
-        entry = {handle, object, temporary};
-        m_temporaries += temporary ? 1 : 0;
+        if (m_newest.object != nullptr && m_newest.handle != handle)
+            Enter(m_newest);
+        m_newest = {handle, object, false};
     }
     // Takes the entry out if it is the object's; a temporary object stays alive until idle time.
     void Remove(const void* handle, const T* object) {
-        Entry* entry = Find(handle);
+        if (m_newest.object == object && m_newest.handle == handle) {
+            m_newest = Entry();
+            return;
+        }
+        Entry* entry = FindInTable(handle);
         if (entry == nullptr || entry->object != object)
             return;
         if (entry->temporary)
@@ -81,7 +76,7 @@ public:
         m_count = 0;
         m_temporaries = 0;
         for (const Entry& entry : kept)
-            Set(entry.handle, entry.object, false);
+            Enter(entry);
         for (T* object : doomed) {
             release(object);
             delete object;
@@ -89,11 +84,36 @@ public:
     }
 
 private:
+    Entry* FindInTable(const void* handle) {
+        for (size_t i = Home(handle);; i = Next(i)) {
+            if (m_entries[i].handle == handle)
+                return &m_entries[i];
+            if (m_entries[i].handle == nullptr)
+                return nullptr;
+        }
+    }
+    void Enter(const Entry& entered) {
+        if (Entry* entry = FindInTable(entered.handle)) {
+            if (entry->temporary)
+                m_retired.push_back(entry->object);
+            *entry = entered;
+            return;
+        }
+        if (2 * ++m_count > m_entries.size())
+            Grow();
+        Put(entered);
+    }
+    void Put(const Entry& entry) {
+        size_t i = Home(entry.handle);
+        while (m_entries[i].handle != nullptr)
+            i = Next(i);
+        m_entries[i] = entry;
+    }
     size_t Home(const void* handle) const {
         const uint64_t mixed = reinterpret_cast<uintptr_t>(handle) * 0x9E3779B97F4A7C15u;
-        return static_cast<size_t>(mixed >> 32) & (m_entries.size() - 1);
+        return static_cast<size_t>(mixed >> 32) & m_mask;
     }
-    size_t Next(size_t i) const { return (i + 1) & (m_entries.size() - 1); }
+    size_t Next(size_t i) const { return (i + 1) & m_mask; }
     void Erase(size_t hole) {
         for (size_t i = Next(hole); m_entries[i].handle != nullptr; i = Next(i)) {
             const size_t home = Home(m_entries[i].handle);
@@ -110,17 +130,15 @@ private:
     void Grow() {
         std::vector<Entry> old(m_entries.size() * 2);
         old.swap(m_entries);
-        for (const Entry& entry : old) {
-            if (entry.handle == nullptr)
-                continue;
-            size_t i = Home(entry.handle);
-            while (m_entries[i].handle != nullptr)
-                i = Next(i);
-            m_entries[i] = entry;
-        }
+        m_mask = m_entries.size() - 1;
+        for (const Entry& entry : old)
+            if (entry.handle != nullptr)
+                Put(entry);
     }
 
+    Entry m_newest;               // permanent, and in the table only when the next one comes
     std::vector<Entry> m_entries; // their number is a power of two, at least twice the entries in use
+    size_t m_mask;                // that number less one
     std::vector<T*> m_retired;
     size_t m_count = 0;
     size_t m_temporaries = 0; // how many were made since the last idle time

@@ -46,6 +46,47 @@ TEST(AfxGdi, ATemporaryObjectNeverStandsForAHandleOfAnotherKind) {
     ::DeleteObject(pen);
 }
 
+TEST(AfxGdi, OfTwoObjectsOnOneHandleTheLaterOneAnswersAsLongAsItStays) {
+    const auto handle = static_cast<HPEN>(::CreatePen(PS_SOLID, 1, 0));
+    CPen first;
+    CPen second;
+    for (const bool otherBetween : {false, true}) {
+        for (const bool otherBehind : {false, true}) {
+            first.Attach(handle);
+            CPen between;
+            if (otherBetween)
+                between.CreatePen(PS_SOLID, 1, RGB(1, 2, 3));
+            second.Attach(handle);
+            CPen behind;
+            if (otherBehind)
+                behind.CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
+            EXPECT_EQ(CPen::FromHandle(handle), &second);
+            EXPECT_EQ(first.Detach(), handle);
+            EXPECT_EQ(CPen::FromHandle(handle), &second) << "the earlier one takes only itself away";
+            EXPECT_EQ(second.Detach(), handle);
+            const CPen* now = CPen::FromHandle(handle);
+            EXPECT_NE(now, &first);
+            EXPECT_NE(now, &second);
+            EXPECT_EQ(now->m_hObject, handle);
+            CGdiObject::DeleteTempMap();
+        }
+    }
+    ::DeleteObject(handle);
+}
+
+TEST(AfxGdi, AnOwnerHidesTheTemporaryObjectOfItsHandle) {
+    const auto handle = static_cast<HPEN>(::CreatePen(PS_SOLID, 1, 0));
+    const CPen* temporary = CPen::FromHandle(handle);
+    CPen owner;
+    owner.Attach(handle);
+    EXPECT_EQ(CPen::FromHandle(handle), &owner);
+    CPen another(PS_SOLID, 1, RGB(1, 2, 3));
+    EXPECT_EQ(CPen::FromHandle(handle), &owner);
+    EXPECT_EQ(temporary->m_hObject, handle) << "alive until idle time";
+    CGdiObject::DeleteTempMap();
+    EXPECT_EQ(CPen::FromHandle(handle), &owner);
+}
+
 TEST(AfxGdi, DeletingAnObjectFreesItsHandleAndDetachingDoesNot) {
     CPen pen(PS_SOLID, 1, RGB(0, 0, 0));
     const HGDIOBJ handle = pen.m_hObject;
