@@ -56,6 +56,9 @@ int CDraw_Common::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CPoint* pts, int 
     if (pts == nullptr) {
         return 0;
     }
+    if (count < 2) {
+        return 1;
+    }
     const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
     for (int i = 0; i < count - 1; ++i) {
         const double bulge = i < bulges.GetSize() ? bulges[i] : 0.0;

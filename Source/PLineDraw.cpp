@@ -241,6 +241,10 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         PenWidth(pGeom, m_LockMode != 0);
         InnerGetPenColor(pGeom);
         CGePointArray points;
+        if (m_isClosed != 0) {
+            // Room for the way back, which would otherwise move the whole copy once more.
+            points.SetSize(0, m_PointList.GetSize() + 1);
+        }
         points.Copy(m_PointList);
         if (m_isClosed != 0) {
             CGePoint2d first = points[0];

@@ -77,6 +77,36 @@ TEST(PLineDraw, AnArcIsOneCallAnticlockwiseFromItsStart) {
         SameCalls(Segment("style=0 width=1 color=0x00302010", {"Arc(10,40,30,60,30,50,10,50)"}), stage.Draw(line)));
 }
 
+TEST(PLineDraw, AnArcOverAnUprightChordStartsAndEndsAtItsEnds) {
+    Stage stage;
+    CPLineInk line;
+    line.AddPoint(CGePoint2d(50, 40), 1); // On the right: anticlockwise from the lower end to the upper one.
+    line.AddPoint(CGePoint2d(50, 60));
+    EXPECT_TRUE(
+        SameCalls(Segment("style=0 width=1 color=0x00302010", {"Arc(40,40,60,60,50,60,50,40)"}), stage.Draw(line)));
+    line.SetBulge(0, -1);
+    EXPECT_TRUE(
+        SameCalls(Segment("style=0 width=1 color=0x00302010", {"Arc(40,40,60,60,50,40,50,60)"}), stage.Draw(line)));
+}
+
+TEST(PLineDraw, AQuarterArcIsTheSameCallFromEitherEnd) {
+    constexpr double kQuarter = 0.41421356237309503; // The tangent of 22.5 degrees.
+    const std::string pen = "style=0 width=1 color=0x00302010";
+    Stage stage;
+    // About (50, 50) with 25, from (15, 20) to (-20, 15) off the centre.
+    CPLineInk there;
+    there.AddPoint(CGePoint2d(65, 70), kQuarter);
+    there.AddPoint(CGePoint2d(30, 65));
+    EXPECT_TRUE(SameCalls(Segment(pen, {"Arc(25,25,75,75,65,30,30,35)"}), stage.Draw(there)));
+    CPLineInk back;
+    back.AddPoint(CGePoint2d(30, 65), -kQuarter);
+    back.AddPoint(CGePoint2d(65, 70));
+    EXPECT_TRUE(SameCalls(Segment(pen, {"Arc(25,25,75,75,65,30,30,35)"}), stage.Draw(back)));
+    // To the other side: about (45, 85), the centre mirrored in the chord, from (-15, -20) to (20, -15) off it.
+    there.SetBulge(0, -kQuarter);
+    EXPECT_TRUE(SameCalls(Segment(pen, {"Arc(20,-10,70,40,30,35,65,30)"}), stage.Draw(there)));
+}
+
 TEST(PLineDraw, TheInkIsOnTheSideOfTheBulge) {
     DrawStage stage;
     CPLineInk line;
@@ -132,6 +162,19 @@ TEST(PLineDraw, EachSegmentHasItsOwnPenAndAClosedOneAddsTheWayBack) {
     EXPECT_TRUE(SameCalls(Joined({first, second}), stage.Draw(line)));
     line.ResetPenColor(1, 0x0000FF);
     EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00302010)", stage.Draw(line)[12]);
+}
+
+TEST(PLineDraw, AnyValueButZeroClosesTheOutline) {
+    Stage stage;
+    CPLineInk line;
+    FillStraight(line);
+    const std::string pen = "style=0 width=1 color=0x00302010";
+    const Calls there = Segment(pen, kStraightStroke);
+    const Calls back = Segment(pen, {"MoveTo(30,90)", "LineTo(10,90)", "MoveTo(10,90)", "LineTo(30,90)"});
+    for (int closed : {1, -1, 256}) {
+        line.SetClose(closed);
+        EXPECT_TRUE(SameCalls(Joined({there, back}), stage.Draw(line))) << closed;
+    }
 }
 
 TEST(PLineDraw, AFlagOtherThanOneIsNoColourOfItsOwn) {
@@ -261,6 +304,45 @@ TEST(PLineDraw, GripPixelsAreTruncatedWhereStrokesRound) {
     line.AddPoint(CGePoint2d(10.9, 10.1)); // 10.9 and 89.9
     line.SetSelected(1);
     EXPECT_EQ("Rectangle(7,86,14,93)", stage.Draw(line)[3]);
+}
+
+TEST(PLineDraw, BothGripPensAreDeletedBeforeTheOldBrushAndPenComeBack) {
+    // Looks, when a brush is selected, at the pens that it was given so far.
+    class PenWatch : public RecordingDC {
+    public:
+        PenWatch() : RecordingDC(100, 100) {}
+        using RecordingDC::SelectObject;
+        CPen* SelectObject(CPen* pen) override {
+            if (!brushIsBack) {
+                pens.push_back(pen);
+                handles.push_back(pen->m_hObject);
+            }
+            return RecordingDC::SelectObject(pen);
+        }
+        CBrush* SelectObject(CBrush* brush) override {
+            brushIsBack = true;
+            for (const CPen* pen : pens) {
+                EXPECT_EQ(nullptr, pen->m_hObject);
+            }
+            return RecordingDC::SelectObject(brush);
+        }
+        bool brushIsBack = false;
+        std::vector<const CPen*> pens;
+        std::vector<HGDIOBJ> handles;
+    };
+    DrawStage stage;
+    PenWatch dc;
+    CPLineInk line;
+    FillStraight(line);
+    Grips grips(line);
+    line.DrawGripPoints(&dc, grips.points, &stage.geometry);
+    ASSERT_EQ(4u, dc.handles.size()); // The first one, then one a grip.
+    EXPECT_TRUE(dc.brushIsBack);
+    EXPECT_NE(dc.handles[1], dc.handles[2]);
+    for (HGDIOBJ handle : dc.handles) {
+        EXPECT_EQ(0u, ::GetObjectType(handle)) << "deleted, not only let go of";
+    }
+    EXPECT_EQ("SelectObject(pen default)", dc.Calls().back());
 }
 
 TEST(PLineDraw, ADraggedPolylineKeepsItsLineTypeUnderInversion) {

@@ -4,6 +4,7 @@
 
 #include "support/AfxCaught.h"
 #include "support/CurveTools.h"
+#include "support/DrawStage.h"
 
 #include <gtest/gtest.h>
 
@@ -148,6 +149,45 @@ TEST(PLineHit, WithoutVerticesNothingIsHitOpenOrClosed) {
     EXPECT_EQ(0, feet.GetSize());
 }
 
+TEST(PLineHit, ADeletedPolylineIsHitAndMeasuredLikeAnyOther) {
+    Deleted<CPLine> line;
+    line.AddPoint(CGePoint2d(0, 0));
+    line.AddPoint(CGePoint2d(10, 0));
+    line.AddPoint(CGePoint2d(10, 10));
+    ASSERT_NE(0, line.IsDelete());
+    EXPECT_EQ(1.0f, line.HitTest(CGePoint2d(11, 5)));
+    EXPECT_EQ(1, line.GetSelSelLine());
+    CGePointArray feet;
+    EXPECT_EQ(1, line.GetClosetPt(CGePoint2d(3, 4), feet));
+    EXPECT_EQ(2, feet.GetSize());
+    Box box(line);
+    EXPECT_EQ(1, box.result);
+    EXPECT_POINT(0, 0, box.min);
+    EXPECT_POINT(10, 10, box.max);
+}
+
+TEST(PLineHit, AnyValueButZeroCloses) {
+    for (int closed : {1, -1, 256}) {
+        CPLine line;
+        line.AddPoint(CGePoint2d(0, 0));
+        line.AddPoint(CGePoint2d(10, 0));
+        line.AddPoint(CGePoint2d(10, 10));
+        line.SetClose(closed);
+        EXPECT_NEAR(0.0f, line.HitTest(CGePoint2d(5, 5)), 1e-6) << closed;
+        EXPECT_EQ(2, line.GetSelSelLine()) << closed;
+        CGePointArray feet;
+        EXPECT_EQ(1, line.GetClosetPt(CGePoint2d(0, 8), feet));
+        ASSERT_EQ(3, feet.GetSize()) << closed;
+        EXPECT_POINT(4, 4, feet[2]);
+        // The half circle about (5, 5) from (10, 10) to (0, 0), on the right of that direction: up to 5 - sqrt(50)
+        // on the left and 5 + sqrt(50) at the top.
+        line.SetBulge(2, 1);
+        Box box(line);
+        EXPECT_NEAR(5 - std::sqrt(50.0), box.min.x, 1e-5) << closed;
+        EXPECT_NEAR(5 + std::sqrt(50.0), box.max.y, 1e-5) << closed;
+    }
+}
+
 TEST(PLineHit, UncountedVerticesAreNotHit) {
     CPLine line;
     FillLine(line, 0, 0, 10, 0);
@@ -185,9 +225,17 @@ TEST(PLineHit, AFootNeedsABulgeBelowTenToTheMinusFour) {
     CGePointArray feet;
     EXPECT_EQ(1, line.GetClosetPt(CGePoint2d(5, 5), feet));
     EXPECT_EQ(0, feet.GetSize());
+    for (double limit : {0.0001, -0.0001}) {
+        line.SetBulge(0, limit);
+        EXPECT_EQ(1, line.GetClosetPt(CGePoint2d(5, 5), feet));
+        EXPECT_EQ(0, feet.GetSize()) << "the limit itself is an arc's";
+    }
     line.SetBulge(0, 0.00009);
     line.GetClosetPt(CGePoint2d(5, 5), feet);
     EXPECT_EQ(1, feet.GetSize());
+    line.SetBulge(0, -0.00009);
+    line.GetClosetPt(CGePoint2d(5, 5), feet);
+    EXPECT_EQ(2, feet.GetSize());
 }
 
 TEST(PLineHit, TheFootOfOneLineIsMarkedAsOne) {

@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -19,6 +21,18 @@ public:
     CUIntArray& Flags() { return m_SegPenFlagList; }
     CArray<DWORD, DWORD&>& Colors() { return m_SegPenColorList; }
     CGePointArray& InsertPoints() { return m_InsertPointList; }
+    // What the six lists have at each index: point, bulge, tags, colour and flag.
+    std::vector<std::wstring> Entries() {
+        std::vector<std::wstring> entries;
+        for (INT_PTR i = 0; i < m_PointList.GetSize(); ++i) {
+            CString text;
+            text.Format(L"(%g, %g) %g [%s|%s] %06lX %u", m_PointList[i].x, m_PointList[i].y, m_BulgeList[i],
+                        m_ParmNameList[i].GetString(), m_ParmMsgList[i].GetString(), m_SegPenColorList[i],
+                        m_SegPenFlagList[i]);
+            entries.push_back(text.GetString());
+        }
+        return entries;
+    }
     // Six parallel lists, or a failure.
     void ExpectParallel(INT_PTR size) {
         EXPECT_EQ(size, m_PointList.GetSize());
@@ -187,6 +201,66 @@ TEST(PLine, InsertingNeedsAVertexAndAnIndexThatIsOne) {
     EXPECT_TRUE(Throws<CInvalidArgException>([&] { line.InsertPoint(-1, CGePoint2d()); }));
     EXPECT_EQ(2, line.GetVertexCount());
     line.ExpectParallel(2);
+}
+
+TEST(PLine, InsertingAndRemovingKeepAllListsInStep) {
+    CBarePLine line;
+    Fill(line, {0.1, 0.2, 0.3});
+    for (int i = 0; i < 3; ++i) {
+        const CString digit(static_cast<wchar_t>(L'0' + i));
+        line.SetSLineInfo(i, L"n" + digit, L"m" + digit);
+        line.SetSLPenColor(i, 0xA0 + static_cast<DWORD>(i));
+    }
+    line.SetPenColor(0xB1);
+    EXPECT_EQ(1, line.InsertPoint(0, CGePoint2d(1, 2)));
+    line.SetPenColor(0xB2);
+    EXPECT_EQ(1, line.InsertPoint(2, CGePoint2d(3, 4)));
+    line.SetPenColor(0xB3);
+    EXPECT_EQ(1, line.InsertPoint(5, CGePoint2d(5, 6)));
+    line.ExpectParallel(6);
+    EXPECT_EQ((std::vector<std::wstring>{
+                  L"(1, 2) 0.3 [|] 0000B1 0",
+                  L"(0, 0) 0.1 [n0|m0] 0000A0 1",
+                  L"(3, 4) 0.1 [|] 0000B2 0",
+                  L"(10, 0) 0.2 [n1|m1] 0000A1 1",
+                  L"(20, 0) 0.3 [n2|m2] 0000A2 1",
+                  L"(5, 6) 0.3 [|] 0000B3 0",
+              }),
+              line.Entries());
+    EXPECT_EQ(6, line.GetVertexCount());
+    EXPECT_EQ(1, line.RemovePoint(3));
+    EXPECT_EQ(1, line.RemovePoint(0));
+    EXPECT_EQ(1, line.RemovePoint(3));
+    line.ExpectParallel(3);
+    EXPECT_EQ((std::vector<std::wstring>{
+                  L"(0, 0) 0.1 [n0|m0] 0000A0 1",
+                  L"(3, 4) 0.1 [|] 0000B2 0",
+                  L"(20, 0) 0.3 [n2|m2] 0000A2 1",
+              }),
+              line.Entries());
+    EXPECT_EQ(3, line.GetVertexCount());
+}
+
+TEST(PLine, AVertexAtTheEndStartsWithoutTagsInTheColourOfTheMoment) {
+    CBarePLine line;
+    line.AddPoint(CGePoint2d(1, 2), 0.5);
+    line.SetSLineInfo(0, L"n", L"m");
+    line.SetSLPenColor(0, 0xFF);
+    line.SetPenColor(0xB1);
+    line.SetPoint(1, CGePoint2d(3, 4));
+    line.SetPenColor(0xB2);
+    line.AddPoint(CGePoint2d(5, 6));
+    line.SetPenColor(0xB3);
+    line.AddPoint(CGePoint2d(7, 8), 0.25);
+    line.SetPoint(0, CGePoint2d(9, 9)); // Replaces the point and nothing else.
+    line.ExpectParallel(4);
+    EXPECT_EQ((std::vector<std::wstring>{
+                  L"(9, 9) 0.5 [n|m] 0000FF 1",
+                  L"(3, 4) 0 [|] 0000B1 0",
+                  L"(5, 6) 0 [|] 0000B2 0",
+                  L"(7, 8) 0.25 [|] 0000B3 0",
+              }),
+              line.Entries());
 }
 
 // ---- Segments ------------------------------------------------------------------------------------------------------
@@ -466,6 +540,9 @@ TEST(PLine, RowsStandBehindTheBaseRows) {
     CPLine line;
     line.AddPoint(CGePoint2d(1.5, -2.5));
     line.SetClose(1);
+    line.SetLockMode(7);
+    line.SetParmName(L"n");
+    line.SetMsgInfo(L"i");
     PropertyList rows(line);
     const ExpectedRow expected[] = {
         {L"m_X1", L"顶点x坐标", VT_R8, VT_R8},
@@ -482,6 +559,9 @@ TEST(PLine, RowsStandBehindTheBaseRows) {
     EXPECT_EQ(1.5, rows.list.GetRow(4)->GetValue().dblVal);
     EXPECT_EQ(-2.5, rows.list.GetRow(5)->GetValue().dblVal);
     EXPECT_EQ(1, rows.list.GetRow(6)->GetValue().lVal);
+    EXPECT_EQ(7, rows.list.GetRow(7)->GetValue().lVal);
+    EXPECT_EQ(CString(L"n"), CString(rows.list.GetRow(8)->GetValue().bstrVal));
+    EXPECT_EQ(CString(L"i"), CString(rows.list.GetRow(9)->GetValue().bstrVal));
 }
 
 TEST(PLine, ChangedRowsReachTheFirstVertexAndTheWhole) {
@@ -500,6 +580,17 @@ TEST(PLine, ChangedRowsReachTheFirstVertexAndTheWhole) {
     EXPECT_EQ(CString(L"n"), line.GetParmName());
     EXPECT_EQ(CString(L"i"), line.GetMsgInfo());
     EXPECT_EQ(0, line.IsClosed());
+}
+
+TEST(PLine, AChangedYReachesTheFirstVertexToo) {
+    CPLine line;
+    line.AddPoint(CGePoint2d(1, 2));
+    line.AddPoint(CGePoint2d(3, 4));
+    PropertyList rows(line);
+    rows.Change(L"m_Y1", COleVariant(9.5));
+    line.SetProperty(rows.list);
+    EXPECT_POINT(1, 9.5, Vertex(line, 0));
+    EXPECT_POINT(3, 4, Vertex(line, 1));
 }
 
 TEST(PLine, ATrueVariantClosesWithMinusOne) {
