@@ -6,6 +6,7 @@
 #include "support/BoxAnswer.h"
 #include "support/CurveTools.h"
 #include "support/DrawStage.h"
+#include "support/FailingStrokeDC.h"
 
 #include <gtest/gtest.h>
 
@@ -343,7 +344,11 @@ TEST(Arc, TheAnglesStandBehindTheCirclesRows) {
     EXPECT_ROW(rows.list, 10, circle);
     EXPECT_ROW(rows.list, 11, start);
     EXPECT_ROW(rows.list, 12, end);
+    EXPECT_EQ(1.0, rows.list.Find(L"m_CircleX")->GetValue().dblVal);
+    EXPECT_EQ(2.0, rows.list.Find(L"m_CircleY")->GetValue().dblVal);
+    EXPECT_EQ(3.0, rows.list.Find(L"m_Radius")->GetValue().dblVal);
     EXPECT_EQ(0.25, rows.list.GetRow(11)->GetValue().dblVal);
+    EXPECT_EQ(1.25, rows.list.GetRow(12)->GetValue().dblVal);
     rows.Change(L"m_StartAngle", COleVariant(0.5));
     rows.Change(L"m_EndAngle", COleVariant(7.5));
     rows.Change(L"m_Radius", COleVariant(4.0));
@@ -353,6 +358,26 @@ TEST(Arc, TheAnglesStandBehindTheCirclesRows) {
     EXPECT_EQ(7.5, arc.GetEndAngle());
     EXPECT_EQ(4.0, arc.Radius());
     EXPECT_EQ(-1, arc.GetLockMode());
+}
+
+TEST(Arc, OnlyChangedAnglesAreTakenBackEachForItself) {
+    Bow arc(1, 2, 3, 0.25, 1.25);
+    PropertyList rows(arc);
+    rows.list.Find(L"m_StartAngle")->m_Value = COleVariant(9.0); // Not marked as changed.
+    rows.Change(L"m_EndAngle", COleVariant(7.5));
+    rows.Change(L"m_CircleX", COleVariant(4.5));
+    rows.Change(L"m_CircleY", COleVariant(5.5));
+    arc.SetProperty(rows.list);
+    EXPECT_EQ(0.25, arc.GetStartAngle());
+    EXPECT_EQ(7.5, arc.GetEndAngle());
+    EXPECT_POINT(4.5, 5.5, arc.Center());
+    EXPECT_EQ(3.0, arc.Radius());
+    PropertyList again(arc);
+    again.list.Find(L"m_EndAngle")->m_Value = COleVariant(9.0);
+    again.Change(L"m_StartAngle", COleVariant(6.5));
+    arc.SetProperty(again.list);
+    EXPECT_EQ(6.5, arc.GetStartAngle());
+    EXPECT_EQ(7.5, arc.GetEndAngle());
 }
 
 // ---- Drawing -------------------------------------------------------------------------------------------------------
@@ -371,6 +396,22 @@ TEST(ArcDraw, PixelsAreTruncatedUnlikeAPolylinesArcs) {
     DrawStage stage;
     Bow arc(50.6, 50.4, 20, 0, kPi / 2); // On the screen (50.6, 49.6).
     EXPECT_EQ("Arc(30,29,70,69,70,49,50,29)", stage.Draw(arc)[3]);
+}
+
+TEST(ArcDraw, CornersAndEndsAreTakenInSinglePrecision) {
+    DrawStage stage;
+    stage.dc.SetExecution(false);
+    stage.tran.SethScreen(0); // Pixels are (x, -y).
+    // As floats 1722.7 less 134.7 is 1588 sharp, and 1587.99995 in double. From the left end down to the lowest.
+    Bow left(1722.7, 1722.7, 134.7, kPi, 1.5 * kPi);
+    EXPECT_EQ("Arc(1588,-1857,1857,-1588,1588,-1722,1722,-1588)", stage.Draw(left)[3]);
+    Bow back(1722.7, 1722.7, 134.7, 1.5 * kPi, kPi);
+    EXPECT_EQ("Arc(1588,-1857,1857,-1588,1722,-1588,1588,-1722)", stage.Draw(back)[3]);
+    // As floats 95.1 and 137.9 are 233 sharp, and 232.99999 in double. From the right end up to the highest.
+    Bow right(95.1, 95.1, 137.9, 0, kPi / 2);
+    EXPECT_EQ("Arc(-42,-233,233,42,233,-95,95,-233)", stage.Draw(right)[3]);
+    Bow most(95.1, 95.1, 137.9, kPi / 2, 0);
+    EXPECT_EQ("Arc(-42,-233,233,42,95,-233,233,-95)", stage.Draw(most)[3]);
 }
 
 TEST(ArcDraw, ASelectedArcIsDottedAndShowsItsGrips) {
@@ -399,6 +440,14 @@ TEST(ArcDraw, ADraggedArcKeepsItsPenUnderInversionAndTouchesNoBrush) {
     EXPECT_NE(before, stage.dc.Pixels());
     stage.Draw(arc);
     EXPECT_EQ(before, stage.dc.Pixels());
+}
+
+TEST(ArcDraw, ADraggedArcPutsTheRasterModeBackThatItFound) {
+    DrawStage stage;
+    stage.dc.SetROP2(R2_MASKPEN);
+    Bow arc(50, 50, 20, 0, kPi / 2);
+    arc.SetDrawState(CDrawable::Dragging);
+    EXPECT_TRUE(SameCalls({kInk, "SetROP2(6)", kQuarter, "SetROP2(9)", kPenBack}, stage.Draw(arc)));
 }
 
 TEST(ArcDraw, TheWidthFallsToZeroWhereOtherKindsStopAtOne) {
@@ -460,4 +509,23 @@ TEST(DesktopArcDraw, AFailedDrawingNamesItsStage) {
     gripless.SetSelected(1);
     stage.Draw(gripless);
     EXPECT_EQ((std::vector<std::string>{"CArc::Draw出错:step=1", "CArc::Draw出错:step=3"}), answer.Texts());
+}
+
+TEST(DesktopArcDraw, AFailedStrokeIsStageTwoAndPutsBackWhatWasSelected) {
+    DrawStage stage;
+    BoxAnswer answer;
+    Bow arc(50, 50, 20, 0, 1);
+    EXPECT_TRUE(
+        SameCalls({"SetBkMode(1)", kInk, "SelectStockObject(5)", kBrushBack, kPenBack}, FailStroke(stage, arc)));
+    EXPECT_TRUE(
+        SameCalls({"SetBkMode(1)", kInk, "SelectStockObject(5)", kBrushBack, kPenBack}, FailStroke(stage, arc, true)))
+        << "what is no exception of the library's";
+    arc.SetSelected(1);
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectObject(pen style=2 width=1 color=0x00302010)", "SelectStockObject(5)",
+                           kBrushBack, kPenBack},
+                          FailStroke(stage, arc)))
+        << "no grips behind a failure";
+    arc.SetDrawState(CDrawable::Dragging);
+    EXPECT_TRUE(SameCalls({kInk, "SetROP2(6)", "SetROP2(9)", kPenBack}, FailStroke(stage, arc)));
+    EXPECT_EQ(std::vector<std::string>(4, "CArc::Draw出错:step=2"), answer.Texts());
 }

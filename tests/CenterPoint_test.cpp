@@ -6,6 +6,7 @@
 #include "support/BoxAnswer.h"
 #include "support/CurveTools.h"
 #include "support/DrawStage.h"
+#include "support/FailingStrokeDC.h"
 
 #include <gtest/gtest.h>
 
@@ -137,11 +138,84 @@ TEST(CenterPoint, RowsAreACirclesOwn) {
     EXPECT_EQ(0, mark.GetLockMode()) << "the low byte of 256";
 }
 
+TEST(CenterPoint, EachRowHasItsOwnValue) {
+    Mark mark;
+    mark.SetCenter(CGePoint2d(1.5, 2.5));
+    mark.SetSize(3.5);
+    mark.SetParmName(L"n");
+    mark.SetMsgInfo(L"i");
+    mark.SetLockMode(300);
+    PropertyList fill(mark);
+    fill.Change(L"m_Fill", COleVariant(4L, VT_I4));
+    mark.SetProperty(fill.list);
+    PropertyList rows(mark);
+    EXPECT_EQ(1.5, rows.list.Find(L"m_CircleX")->GetValue().dblVal);
+    EXPECT_EQ(2.5, rows.list.Find(L"m_CircleY")->GetValue().dblVal);
+    EXPECT_EQ(3.5, rows.list.Find(L"m_Radius")->GetValue().dblVal);
+    EXPECT_EQ(4, rows.list.Find(L"m_Fill")->GetValue().lVal);
+    EXPECT_EQ(CString(L"n"), rows.list.Find(L"m_strParmName")->GetValue().bstrVal);
+    EXPECT_EQ(CString(L"i"), rows.list.Find(L"m_strMsgInfo")->GetValue().bstrVal);
+    EXPECT_EQ(300, rows.list.Find(L"m_LockObjZoom")->GetValue().lVal) << "narrowed only on the way back";
+}
+
+TEST(CenterPoint, OnlyChangedRowsAreTakenBackAndTheLockWithItsSign) {
+    Mark mark;
+    mark.SetParmName(L"n");
+    PropertyList rows(mark);
+    for (LPCTSTR key : {L"m_CircleX", L"m_CircleY", L"m_Radius"}) {
+        rows.list.Find(key)->m_Value = COleVariant(9.0); // Not marked as changed.
+    }
+    rows.list.Find(L"m_Fill")->m_Value = COleVariant(9L, VT_I4);
+    rows.list.Find(L"m_strParmName")->m_Value = COleVariant(L"x", VT_BSTR);
+    rows.list.Find(L"m_strMsgInfo")->m_Value = COleVariant(L"x", VT_BSTR);
+    rows.Change(L"m_LockObjZoom", COleVariant(255L, VT_I4));
+    mark.SetProperty(rows.list);
+    EXPECT_POINT(100, 100, mark.Center());
+    EXPECT_EQ(70.0, mark.Size());
+    EXPECT_EQ(0, mark.Fill());
+    EXPECT_EQ(CString(L"n"), mark.GetParmName());
+    EXPECT_TRUE(mark.GetMsgInfo().IsEmpty());
+    EXPECT_EQ(-1, mark.GetLockMode());
+    COleVariant yes;
+    yes.vt = VT_BOOL;
+    yes.boolVal = VARIANT_TRUE;
+    rows.Change(L"m_Fill", yes);
+    mark.SetProperty(rows.list);
+    EXPECT_EQ(-1, mark.Fill());
+}
+
 TEST(CenterPointDraw, ItIsACrossAndACircleOfHalfItsSizeTruncated) {
     WideStage stage;
     Mark mark;
     EXPECT_TRUE(
         SameCalls(Around({"SetBkMode(1)", "SelectStockObject(5)", kInk}, {kPenBack, kBrushBack}), stage.Draw(mark)));
+}
+
+TEST(CenterPointDraw, CornersAreTakenInSinglePrecision) {
+    DrawStage stage;
+    stage.dc.SetExecution(false);
+    stage.tran.SethScreen(0); // Pixels are (x, -y).
+    const auto stroke = [&](double center, double radius) {
+        Mark mark;
+        mark.SetCenter(CGePoint2d(center, center));
+        mark.SetSize(radius);
+        const Calls calls = stage.Draw(mark);
+        return Calls(calls.begin() + 3, calls.begin() + 8);
+    };
+    // As floats 1722.7 less 134.7 is 1588 sharp, and 1587.99995 in double; 95.1 and 137.9 are 233 sharp, and 232.99999
+    // in double. Once as the arms of the cross, once as the circle of half the size.
+    EXPECT_TRUE(SameCalls({"MoveTo(1722,-1857)", "LineTo(1722,-1588)", "MoveTo(1588,-1722)", "LineTo(1857,-1722)",
+                           "Ellipse(1655,-1790,1790,-1655)"},
+                          stroke(1722.7, 134.7)));
+    EXPECT_TRUE(SameCalls({"MoveTo(1722,-1992)", "LineTo(1722,-1453)", "MoveTo(1453,-1722)", "LineTo(1992,-1722)",
+                           "Ellipse(1588,-1857,1857,-1588)"},
+                          stroke(1722.7, 269.4)));
+    EXPECT_TRUE(SameCalls(
+        {"MoveTo(95,-233)", "LineTo(95,42)", "MoveTo(-42,-95)", "LineTo(233,-95)", "Ellipse(26,-164,164,-26)"},
+        stroke(95.1, 137.9)));
+    EXPECT_TRUE(SameCalls(
+        {"MoveTo(95,-370)", "LineTo(95,180)", "MoveTo(-180,-95)", "LineTo(370,-95)", "Ellipse(-42,-233,233,42)"},
+        stroke(95.1, 275.8)));
 }
 
 TEST(CenterPointDraw, AFilledMarkIsHollow) {
@@ -175,6 +249,15 @@ TEST(CenterPointDraw, ADraggedMarkIsInvertedWithThePenOfTheContext) {
     EXPECT_NE(before, stage.dc.Pixels());
     stage.Draw(mark);
     EXPECT_EQ(before, stage.dc.Pixels());
+}
+
+TEST(CenterPointDraw, ADraggedMarkPutsTheRasterModeBackThatItFound) {
+    WideStage stage;
+    stage.dc.SetROP2(R2_MASKPEN);
+    Mark mark;
+    mark.SetDrawState(CDrawable::Dragging);
+    EXPECT_TRUE(
+        SameCalls(Around({"SetROP2(6)", "SelectStockObject(5)"}, {"SetROP2(9)", kBrushBack}), stage.Draw(mark)));
 }
 
 TEST(CenterPointDraw, AHiddenDeletedOrUnknownMarkDrawsNothing) {
@@ -213,4 +296,25 @@ TEST(DesktopCenterPointDraw, AFailedDrawingBearsTheCirclesName) {
     gripless.SetSelected(1);
     stage.Draw(gripless);
     EXPECT_EQ((std::vector<std::string>{"CCircle::Draw出错:step=0", "CCircle::Draw出错:step=3"}), answer.Texts());
+}
+
+TEST(DesktopCenterPointDraw, AFailedStrokeIsStageOneAndPutsBackWhatWasSelected) {
+    WideStage stage;
+    BoxAnswer answer;
+    Mark mark;
+    const std::string begun = "MoveTo(50,15)";
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", kInk, begun, kPenBack, kBrushBack},
+                          FailStroke(stage, mark)));
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", kInk, begun, kPenBack, kBrushBack},
+                          FailStroke(stage, mark, true)))
+        << "what is no exception of the library's";
+    mark.SetSelected(1);
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", "SelectObject(pen style=2 width=1 color=0x00302010)",
+                           begun, kPenBack, kBrushBack},
+                          FailStroke(stage, mark)))
+        << "no grips behind a failure";
+    mark.SetDrawState(CDrawable::Dragging);
+    EXPECT_TRUE(
+        SameCalls({"SetROP2(6)", "SelectStockObject(5)", begun, kBrushBack, "SetROP2(9)"}, FailStroke(stage, mark)));
+    EXPECT_EQ(std::vector<std::string>(4, "CCircle::Draw出错:step=1"), answer.Texts());
 }

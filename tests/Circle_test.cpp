@@ -6,6 +6,7 @@
 #include "support/BoxAnswer.h"
 #include "support/CurveTools.h"
 #include "support/DrawStage.h"
+#include "support/FailingStrokeDC.h"
 
 #include <gtest/gtest.h>
 
@@ -153,7 +154,31 @@ TEST(Circle, RowsStandBehindTheBaseRows) {
     for (int i = 0; i < 7; ++i) {
         EXPECT_ROW(rows.list, 4 + i, expected[i]);
     }
-    EXPECT_EQ(20.0, rows.list.Find(L"m_Radius")->GetValue().dblVal);
+}
+
+TEST(Circle, EachRowHasItsOwnValue) {
+    Disc circle(1.5, 2.5, 3.5);
+    circle.SetFill(4);
+    circle.SetParmName(L"n");
+    circle.SetMsgInfo(L"i");
+    circle.SetLockMode(300);
+    PropertyList rows(circle);
+    EXPECT_EQ(1.5, rows.list.Find(L"m_CircleX")->GetValue().dblVal);
+    EXPECT_EQ(2.5, rows.list.Find(L"m_CircleY")->GetValue().dblVal);
+    EXPECT_EQ(3.5, rows.list.Find(L"m_Radius")->GetValue().dblVal);
+    EXPECT_EQ(4, rows.list.Find(L"m_Fill")->GetValue().lVal);
+    EXPECT_EQ(CString(L"n"), rows.list.Find(L"m_strParmName")->GetValue().bstrVal);
+    EXPECT_EQ(CString(L"i"), rows.list.Find(L"m_strMsgInfo")->GetValue().bstrVal);
+    EXPECT_EQ(300, rows.list.Find(L"m_LockObjZoom")->GetValue().lVal) << "narrowed only on the way back";
+}
+
+TEST(Circle, TheCentresRowsAreTakenBackEachForItself) {
+    Disc circle;
+    PropertyList rows(circle);
+    rows.Change(L"m_CircleY", COleVariant(9.5));
+    circle.SetProperty(rows.list);
+    EXPECT_POINT(50, 9.5, circle.Center());
+    EXPECT_EQ(20.0, circle.Radius());
 }
 
 TEST(Circle, ChangedRowsAreTakenBack) {
@@ -215,6 +240,18 @@ TEST(CircleDraw, CornersAreTruncated) {
     EXPECT_EQ("Ellipse(30,29,70,69)", stage.Draw(circle)[3]);
 }
 
+TEST(CircleDraw, CornersAreTakenInSinglePrecision) {
+    DrawStage stage;
+    stage.dc.SetExecution(false);
+    stage.tran.SethScreen(0); // Pixels are (x, -y).
+    // As floats 1722.7 less 134.7 is 1588 sharp, and 1587.99995 in double; 1722.7 and 134.7 are 1857.4.
+    Disc lower(1722.7, 1722.7, 134.7);
+    EXPECT_EQ("Ellipse(1588,-1857,1857,-1588)", stage.Draw(lower)[3]);
+    // As floats 95.1 and 137.9 are 233 sharp, and 232.99999 in double; 95.1 less 137.9 is -42.8.
+    Disc upper(95.1, 95.1, 137.9);
+    EXPECT_EQ("Ellipse(-42,-233,233,42)", stage.Draw(upper)[3]);
+}
+
 TEST(CircleDraw, ARadiusOfZeroIsAnEllipseWithoutSize) {
     DrawStage stage;
     Disc circle(50, 50, 0);
@@ -250,6 +287,19 @@ TEST(CircleDraw, ASelectedCircleIsDottedAndShowsItsGrips) {
                   stage.Draw(circle)));
 }
 
+TEST(CircleDraw, ASelectedFilledCircleLeavesTheContextsBrushToo) {
+    DrawStage stage;
+    Disc circle;
+    circle.SetFill(1);
+    circle.SetSelected(1);
+    const Calls calls = stage.Draw(circle);
+    ASSERT_EQ(14u, calls.size());
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(15)",
+                           "SelectObject(pen style=2 width=1 color=0x00302010)", "Ellipse(30,30,70,70)", kPenBack},
+                          Calls(calls.begin(), calls.begin() + 5)));
+    EXPECT_EQ("SelectObject(pen style=0 width=0 color=0x00FF0000)", calls[5]) << "no brush to put back, then the grips";
+}
+
 TEST(CircleDraw, ADraggedCircleIsInvertedWithThePenOfTheContext) {
     DrawStage stage;
     Disc circle;
@@ -261,6 +311,16 @@ TEST(CircleDraw, ADraggedCircleIsInvertedWithThePenOfTheContext) {
     circle.SetFill(1);
     EXPECT_TRUE(
         SameCalls({"SetROP2(6)", "SelectStockObject(15)", "Ellipse(30,30,70,70)", "SetROP2(13)"}, stage.Draw(circle)));
+}
+
+TEST(CircleDraw, ADraggedCirclePutsTheRasterModeBackThatItFound) {
+    DrawStage stage;
+    stage.dc.SetROP2(R2_MASKPEN);
+    Disc circle;
+    circle.SetDrawState(CDrawable::Dragging);
+    EXPECT_TRUE(SameCalls({"SetROP2(6)", "SelectStockObject(5)", "Ellipse(30,30,70,70)", "SetROP2(9)", kBrushBack},
+                          stage.Draw(circle)));
+    EXPECT_EQ(R2_MASKPEN, stage.dc.GetROP2());
 }
 
 TEST(CircleDraw, ASecondDraggedDrawingTakesTheFirstOff) {
@@ -339,4 +399,23 @@ TEST(DesktopCircleDraw, AFailedDrawingNamesItsStage) {
     gripless.SetSelected(1);
     stage.Draw(gripless);
     EXPECT_EQ((std::vector<std::string>{"CCircle::Draw出错:step=0", "CCircle::Draw出错:step=3"}), answer.Texts());
+}
+
+TEST(DesktopCircleDraw, AFailedStrokeIsStageOneAndPutsBackWhatWasSelected) {
+    DrawStage stage;
+    BoxAnswer answer;
+    Disc circle;
+    EXPECT_TRUE(
+        SameCalls({"SetBkMode(1)", "SelectStockObject(5)", kInk, kPenBack, kBrushBack}, FailStroke(stage, circle)));
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", kInk, kPenBack, kBrushBack},
+                          FailStroke(stage, circle, true)))
+        << "what is no exception of the library's";
+    circle.SetSelected(1);
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", "SelectObject(pen style=2 width=1 color=0x00302010)",
+                           kPenBack, kBrushBack},
+                          FailStroke(stage, circle)))
+        << "no grips behind a failure";
+    circle.SetDrawState(CDrawable::Dragging);
+    EXPECT_TRUE(SameCalls({"SetROP2(6)", "SelectStockObject(5)", kBrushBack, "SetROP2(9)"}, FailStroke(stage, circle)));
+    EXPECT_EQ(std::vector<std::string>(4, "CCircle::Draw出错:step=1"), answer.Texts());
 }

@@ -3,10 +3,13 @@
 #include "CombRect.h"
 
 #include "Circle.h"
+#include "Document.h"
 #include "Line.h"
+#include "MemoryInfo.h"
 #include "support/BoxAnswer.h"
 #include "support/CurveTools.h"
 #include "support/DrawStage.h"
+#include "support/FailingStrokeDC.h"
 
 #include <gtest/gtest.h>
 
@@ -67,6 +70,30 @@ TEST(CombRect, ItHasNoExtentNoGripsAndIsNeverHit) {
     EXPECT_EQ(CString(L"对象"), frame.GetName());
     PropertyList rows(frame);
     EXPECT_EQ(4, rows.list.GetSize());
+}
+
+TEST(CombRect, AFrameBehindAnObjectDoesNotWidenAZoomToExtents) {
+    DrawStage stage;
+    stage.graphic.SetZoomByPixs(1);
+    stage.graphic.SetZoomAllMargin(20);
+    auto* line = new CLine;
+    KX_ADD_MEMORY(line);
+    line->SetStartPoint(CGePoint2d(1000, 2000));
+    line->SetEndPoint(CGePoint2d(1160, 2040));
+    stage.graphic.GetDocument()->AddDrawAobject(line);
+    auto* frame = new CCombRect;
+    KX_ADD_MEMORY(frame);
+    frame->SetPoint(CGePoint2d(-3000, -3000), CGePoint2d(3000, 3000));
+    stage.graphic.GetDocument()->AddDrawAobject(frame);
+    CGePoint2d min;
+    CGePoint2d max;
+    EXPECT_EQ(1, stage.graphic.GetDocument()->GetRect(min, max));
+    EXPECT_POINT(1000, 2000, min);
+    EXPECT_POINT(1160, 2040, max);
+    stage.graphic.ZoomAll(CRect(0, 0, 100, 100));
+    EXPECT_EQ(2.0f, stage.tran.GetScale());     // 160 / (100 - 20)
+    EXPECT_EQ(980.0, stage.tran.GetOriginX());  // 1000, less 10 pixels of 2 units
+    EXPECT_EQ(1920.0, stage.tran.GetOriginY()); // 2000 - (200 - 40) / 2
 }
 
 TEST(CombRect, AMatrixDoesNotMoveIt) {
@@ -194,4 +221,18 @@ TEST(DesktopCombRectDraw, AFailedDrawingBearsTheLinesName) {
     gripless.SetSelected(1);
     stage.Draw(gripless);
     EXPECT_EQ((std::vector<std::string>{"CLine::Draw出错:step=1", "CLine::Draw出错:step=2"}), answer.Texts());
+}
+
+TEST(DesktopCombRectDraw, AFailedStrokeIsStageOneAndPutsThePenBack) {
+    DrawStage stage;
+    BoxAnswer answer;
+    Frame frame;
+    const Calls expected = {"SetBkMode(1)", "SelectObject(pen style=0 width=1 color=0x00302010)", "MoveTo(10,80)",
+                            "SelectObject(pen default)"};
+    for (CDrawable::DrawState state : {CDrawable::Normal, CDrawable::Selected, CDrawable::Dragging}) {
+        frame.SetDrawState(state);
+        EXPECT_TRUE(SameCalls(expected, FailStroke(stage, frame))) << state;
+    }
+    EXPECT_TRUE(SameCalls(expected, FailStroke(stage, frame, true))) << "what is no exception of the library's";
+    EXPECT_EQ(std::vector<std::string>(4, "CLine::Draw出错:step=1"), answer.Texts());
 }

@@ -5,6 +5,7 @@
 #include "MemDC.h"
 #include "MemoryInfo.h"
 #include "VectorGraphic.h"
+#include "support/AfxCaught.h"
 #include "support/RecordingDC.h"
 
 #include <gtest/gtest.h>
@@ -106,6 +107,18 @@ TEST(LineDraw, ADraggedLineIsInvertedWithASolidPenAndPutsEveryModeBack) {
         SameCalls({"SetBkMode(1)", "SelectObject(pen style=0 width=4 color=0x00FFFFFF)", "SetROP2(6)", "MoveTo(10,280)",
                    "LineTo(110,230)", "SelectObject(pen default)", "SetROP2(13)", "SetBkMode(2)"},
                   p.Draw(line)));
+}
+
+TEST(LineDraw, ADraggedLinePutsTheModesBackThatItFound) {
+    Painter p;
+    p.dc.SetROP2(R2_MASKPEN);
+    p.dc.SetBkMode(TRANSPARENT);
+    CLine* line = p.Add(10, 20, 110, 70);
+    line->SetDrawState(CDrawable::Dragging);
+    const Calls calls = p.Draw(line);
+    ASSERT_EQ(8u, calls.size());
+    EXPECT_EQ("SetROP2(9)", calls[6]);
+    EXPECT_EQ("SetBkMode(1)", calls[7]);
 }
 
 TEST(LineDraw, TwoDragsOfOneLineLeaveNoPixel) {
@@ -510,4 +523,29 @@ TEST(MemDC, APrinterIsWrappedAndNotBuffered) {
     EXPECT_TRUE(SameCalls({}, target.Calls()));
     EXPECT_EQ(RGB(1, 2, 3), target.Pixel(5, 5));
     EXPECT_EQ(R2_COPYPEN, target.GetROP2()) << "the wrapped context lives on";
+}
+
+TEST(MemDC, APrintersTwoHandlesAreBothTaken) {
+    RecordingDC target;
+    target.SetPrinting(true);
+    CDC attributes;
+    ASSERT_TRUE(attributes.CreateCompatibleDC(nullptr));
+    target.SetAttribDC(attributes.m_hDC);
+    {
+        CMemDC memory(&target);
+        EXPECT_EQ(target.m_hDC, memory.m_hDC);
+        EXPECT_EQ(attributes.m_hDC, memory.m_hAttribDC);
+    }
+    target.SetAttribDC(target.m_hDC);
+    EXPECT_EQ(static_cast<DWORD>(OBJ_MEMDC), ::GetObjectType(target.m_hDC)) << "neither was the wrapper's to free";
+    EXPECT_EQ(static_cast<DWORD>(OBJ_MEMDC), ::GetObjectType(attributes.m_hDC));
+}
+
+TEST(MemDC, ARefusedBitmapIsAResourceExceptionAndNothingIsCopied) {
+    // GDI makes no bitmap for a context that is none.
+    RecordingDC target;
+    const HDC handle = target.Detach();
+    EXPECT_TRUE(Throws<CResourceException>([&] { CMemDC memory(&target); }));
+    EXPECT_TRUE(SameCalls({}, target.Calls()));
+    target.Attach(handle);
 }

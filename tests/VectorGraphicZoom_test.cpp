@@ -172,6 +172,16 @@ TEST(VectorGraphicZoom, ByPixelsTheWidthLimits) {
     EXPECT_EQ(-80.0, fit.tran.GetOriginY()); // (200 - 40) / 2.
 }
 
+TEST(VectorGraphicZoom, ByPixelsAnOddMarginLeavesTheSmallerHalfOnTheLeft) {
+    Fit fit;
+    fit.graphic.SetZoomByPixs(1); // The margin of a new painter is 15.
+    fit.Add(0, 0, 200, 50);
+    fit.graphic.ZoomAll(CRect(0, 0, 115, 115));
+    EXPECT_EQ(2.0f, fit.tran.GetScale()); // 200 / (115 - 15), against 50 / 100.
+    EXPECT_EQ(-14.0, fit.tran.GetOriginX()) << "seven pixels of two units, not seven and a half";
+    EXPECT_EQ(-90.0, fit.tran.GetOriginY()); // (230 - 50) / 2
+}
+
 TEST(VectorGraphicZoom, ByPixelsAWindowAsWideAsTheMarginGivesAnInfiniteRatioByWidth) {
     Fit fit;
     fit.graphic.SetZoomByPixs(1);

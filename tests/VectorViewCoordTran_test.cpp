@@ -84,6 +84,20 @@ TEST(VectorViewCoordTran, AboveTwoToTheTwentyFourPixelsComeInTwosAlsoInTheDouble
     EXPECT_EQ(-16777220.0, y);
 }
 
+TEST(VectorViewCoordTran, ForwardsTheDivisionIsTakenInDouble) {
+    CVectorViewCoordTran tran;
+    tran.SetScale(0.1f);
+    // 2513.9 by 0.10000000149 is 25138.99963 in double, whose nearest float is 25139; the two as floats give 25138.998.
+    EXPECT_EQ(25139.0f, tran.DToL(2513.9));
+    EXPECT_EQ(25139.0f, Map(tran, 2513.9, 0).x);
+    EXPECT_EQ(-25139.0f, Map(tran, 0, 2513.9).y);
+    int x = 0;
+    int y = 0;
+    tran.DPToLP(2513.9, 2513.9, &x, &y);
+    EXPECT_EQ(25139, x);
+    EXPECT_EQ(-25139, y);
+}
+
 TEST(VectorViewCoordTran, TheFlipIsMadeInSinglePrecision) {
     CVectorViewCoordTran tran;
     tran.SethScreen(16777216);
