@@ -6,6 +6,7 @@
 #include "MemoryInfo.h"
 
 #include <algorithm>
+#include <atomic>
 
 IMPLEMENT_DYNAMIC(CGraphicDocument, CDocument)
 
@@ -38,9 +39,15 @@ void FreeAll(CDrawableArray& list) {
     list.RemoveAll();
 }
 
+// Documents may live on several threads.
+unsigned long long NextGeneration() {
+    static std::atomic<unsigned long long> last{0};
+    return ++last;
+}
+
 } // namespace
 
-CGraphicDocument::CGraphicDocument() = default;
+CGraphicDocument::CGraphicDocument() : m_Generation(NextGeneration()) {}
 
 CGraphicDocument::~CGraphicDocument() {
     Reset();
@@ -156,6 +163,7 @@ CLine* CGraphicDocument::AddLine(short, short, float, float, short, int, float x
 }
 
 void CGraphicDocument::Reset() {
+    m_Generation = NextGeneration();
     RemoveAllSelected();
     FreeAll(m_DrawableObjs);
     FreeAll(m_SpareDrawableObjs);

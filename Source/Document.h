@@ -39,6 +39,10 @@ public:
     // Extent of the drawable list in drawing units; 0, and nothing written, for an empty one.
     int GetRect(CGePoint2d& min, CGePoint2d& max);
     int IsSelected(CDrawable* obj);
+    // Which drawing this is: another number, used by no other document before, whenever the objects are freed all at
+    // once. Who keeps a pointer into the list compares it, since a new object may stand at a freed one's address.
+    // Objects that only leave the list change nothing here.
+    unsigned long long GetGeneration() const { return m_Generation; }
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
 
     // ---- Editing ----
@@ -111,4 +115,5 @@ private:
     short m_BKColorIndex = kColorBlack;
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
+    unsigned long long m_Generation;
 };

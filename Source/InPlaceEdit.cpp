@@ -28,6 +28,16 @@ constexpr DWORD kBoxStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
 // Pixels up to which the window follows its text; from there on the text scrolls inside.
 constexpr int kWidestGrown = 200;
 
+// A parameter may be stored with any width and height, and its edges then lie at INT_MIN.
+
+int WidthOf(const CRect& rect) {
+    return WrapSubtract(rect.right, rect.left);
+}
+
+int HeightOf(const CRect& rect) {
+    return WrapSubtract(rect.bottom, rect.top);
+}
+
 bool IsControlDown() {
     return (::GetKeyState(VK_CONTROL) & 0x8000) != 0;
 }
@@ -117,7 +127,7 @@ void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useO
         return;
     }
     SetWindowText(useOther != 0 ? other : text);
-    SetWindowPos(&wndTop, rect.left, rect.top, rect.Width(), rect.Height(), SWP_NOREDRAW | SWP_SHOWWINDOW);
+    SetWindowPos(&wndTop, rect.left, rect.top, WidthOf(rect), HeightOf(rect), SWP_NOREDRAW | SWP_SHOWWINDOW);
     SetFocus();
     if (key == VK_F2 || useOther != 0) {
         // Behind the start text also where the other one is shown.
@@ -301,7 +311,7 @@ void CInPlaceEdit::GrowToText() {
             ::SelectObject(dc.m_hDC, old);
         }
     }
-    if (size.cx > m_EditRect.Width()) {
+    if (size.cx > WidthOf(m_EditRect)) {
         m_EditRect.right = WrapAdd(m_EditRect.left, size.cx);
         CRect client;
         if (CWnd* parent = GetParent()) {
@@ -309,7 +319,7 @@ void CInPlaceEdit::GrowToText() {
             m_EditRect.right = std::min(m_EditRect.right, client.right);
         }
     }
-    if (m_EditRect.Width() <= kWidestGrown) {
-        MoveWindow(&m_EditRect, TRUE);
+    if (WidthOf(m_EditRect) <= kWidestGrown) {
+        MoveWindow(m_EditRect.left, m_EditRect.top, WidthOf(m_EditRect), HeightOf(m_EditRect), TRUE);
     }
 }

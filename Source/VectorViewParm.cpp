@@ -64,8 +64,7 @@ void CVectorViewParm::PreSubclassWindow() {
 
 int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
     if (CVectorView::LoadFile(data, size) != 0) {
-        // The objects of the old drawing are freed, and new ones may stand at their addresses.
-        m_bEditParmGone = m_pEditParm != nullptr;
+        // The objects of the old drawing are freed, and a new one may stand at that address.
         m_pTipObject = nullptr;
     }
     SetTooltipText(L"", 0);
@@ -75,7 +74,7 @@ int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
 int CVectorViewParm::ResetVectorView() {
     if (m_pEditParm != nullptr) {
         CTextParm* parm = m_pEditParm;
-        if (!m_bEditParmGone && IsInDrawing(parm)) {
+        if (!HasLeft(m_EditMark)) {
             CallOnEndEdit(parm);
         }
         m_pEditParm = nullptr;
@@ -113,6 +112,9 @@ void CVectorViewParm::SetNeedShowDecimal(int need) {
 }
 
 bool CVectorViewParm::IsInDrawing(const CTextParm* parm) {
+    if (parm == nullptr) {
+        return false;
+    }
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
         const CDrawable* obj = objs->GetAt(i);
@@ -122,6 +124,19 @@ bool CVectorViewParm::IsInDrawing(const CTextParm* parm) {
         }
     }
     return false;
+}
+
+CVectorViewParm::Mark CVectorViewParm::MarkOf(const CTextParm* parm) {
+    return {parm, GetDocument()->GetGeneration(), IsInDrawing(parm)};
+}
+
+bool CVectorViewParm::HasLeft(Mark& mark) {
+    if (!mark.isListed) {
+        mark = MarkOf(mark.parm);
+        return false;
+    }
+    // Of a drawing that was freed an equal address proves nothing.
+    return mark.generation != GetDocument()->GetGeneration() || !IsInDrawing(mark.parm);
 }
 
 // ---- Notifications -------------------------------------------------------------------------------------------------

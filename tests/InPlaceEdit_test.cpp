@@ -3,7 +3,51 @@
 #include "support/BoxAnswer.h"
 #include "support/ParmHost.h"
 
+#include <climits>
+#include <limits>
+
 namespace {
+
+// Writes down the messages of some kinds that are sent to edit boxes of the thread: "select 0 -1", "scroll",
+// "font 1" with the flag for the repaint.
+class SentToBoxes {
+public:
+    SentToBoxes() : m_hook(::SetWindowsHookEx(WH_CALLWNDPROC, Filter, nullptr, ::GetCurrentThreadId())) {
+        s_log.clear();
+        s_font = nullptr;
+    }
+    ~SentToBoxes() { ::UnhookWindowsHookEx(m_hook); }
+    SentToBoxes(const SentToBoxes&) = delete;
+    SentToBoxes& operator=(const SentToBoxes&) = delete;
+
+    Events Take() {
+        Events taken;
+        taken.swap(s_log);
+        return taken;
+    }
+    HGDIOBJ Font() const { return s_font; }
+
+private:
+    static LRESULT CALLBACK Filter(int code, WPARAM wParam, LPARAM lParam) {
+        const auto* call = reinterpret_cast<const CWPSTRUCT*>(lParam);
+        if (code == HC_ACTION && call->message == EM_SETSEL) {
+            s_log.push_back("select " + std::to_string(static_cast<int>(call->wParam)) + " " +
+                            std::to_string(static_cast<int>(call->lParam)));
+        } else if (code == HC_ACTION && call->message == EM_SCROLLCARET) {
+            s_log.push_back("scroll");
+        } else if (code == HC_ACTION && call->message == WM_SETFONT) {
+            s_log.push_back("font " + std::to_string(call->lParam));
+            s_font = reinterpret_cast<HGDIOBJ>(call->wParam);
+        }
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    HHOOK m_hook;
+    static Events s_log;
+    static HGDIOBJ s_font;
+};
+
+Events SentToBoxes::s_log;
+HGDIOBJ SentToBoxes::s_font = nullptr;
 
 struct InPlaceEdit : ThreeParms {
     // Opens A's box, 100 pixels wide at x 50, with that text in it.
@@ -128,6 +172,58 @@ TEST_F(InPlaceEdit, ABoxWiderThanTwoHundredFromTheStartIsNotMoved) {
     EXPECT_EQ(before, BoxRect());
 }
 
+TEST_F(InPlaceEdit, AWidthThatIsNoPixelWrapsAroundAndTheEditGoesOn) {
+    for (const float wide : {3e9f, std::numeric_limits<float>::infinity()}) {
+        SCOPED_TRACE(wide);
+        Three();
+        a->SetTextEditWide(wide);
+        Click(a);
+        ExpectOpenOn(a, L"10");
+        // INT_MIN - 50 is 2147483598 in 32 bits: wider than any text, and wider than what grows.
+        EXPECT_EQ(50, view.Edit().GetEditRect().left);
+        EXPECT_EQ(INT_MIN, view.Edit().GetEditRect().right);
+        const CRect before = BoxRect();
+        EXPECT_GT(before.Width(), 200);
+        Type(L"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW");
+        EXPECT_EQ(INT_MIN, view.Edit().GetEditRect().right);
+        EXPECT_EQ(before, BoxRect());
+        Key(VK_TAB);
+        EXPECT_EQ(L"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW", a->GetText());
+        view.ResetVectorView();
+    }
+}
+
+TEST_F(InPlaceEdit, SoFarInThatTheTextLeavesAllPixelsTheEditOpensAndStores) {
+    Three();
+    CVectorViewCoordTran& tran = *view.GetVectorViewCoordTran();
+    tran.SetScale(1e-9f);
+    // All of the view lies inside the text, whose edges are 10 units off or more: 1e10 pixels.
+    tran.SetOriginX(60.0);
+    tran.SetOriginY(240.0);
+    Click(6, 150);
+    ExpectOpenOn(a, L"10");
+    EXPECT_EQ(INT_MIN, view.Edit().GetEditRect().left);
+    EXPECT_EQ(INT_MIN, view.Edit().GetEditRect().right);
+    EXPECT_EQ(INT_MIN, view.Edit().GetEditRect().bottom);
+    Type(L"7");
+    Key(VK_ESCAPE);
+    ExpectClosed();
+    EXPECT_EQ(L"10", a->GetText());
+}
+
+TEST_F(InPlaceEdit, ABoxWhoseSizeWrappedBelowNothingGrowsWithItsText) {
+    Three();
+    // From 0 to INT_MIN: a width of INT_MIN.
+    view.EditAt(a, CRect(-1, 100, INT_MIN, INT_MIN));
+    EXPECT_EQ(0, BoxRect().Width());
+    Type(L"W");
+    const int wide = WidthOf(L"W  ");
+    ASSERT_LT(wide, 200);
+    EXPECT_EQ(0, view.Edit().GetEditRect().left);
+    EXPECT_EQ(wide, view.Edit().GetEditRect().right);
+    EXPECT_EQ(wide, BoxRect().Width());
+}
+
 TEST_F(InPlaceEdit, TheNextEditStartsWithItsOwnSize) {
     OpenWith(L"");
     Type(L"WWWWWWWW");
@@ -179,7 +275,9 @@ TEST_F(InPlaceEdit, ControlXCuts) {
 TEST_F(InPlaceEdit, ControlASelectsAll) {
     OpenWith(L"1234");
     SelectInBox(2, 2);
+    SentToBoxes sent;
     ControlKey('A');
+    EXPECT_EQ((Events{"select 0 -1", "scroll"}), sent.Take());
     EXPECT_EQ(MAKELONG(0, 4), view.Edit().SendMessage(EM_GETSEL));
 }
 
@@ -372,6 +470,21 @@ TEST_F(InPlaceEdit, ANullFontIsTheSystems) {
     EXPECT_GT(view.Edit().GetEditRect().Width(), 100);
 }
 
+TEST_F(InPlaceEdit, AFontIsHandedOnWithARepaintWhateverIsAsked) {
+    OpenWith(L"12");
+    CFont font;
+    ASSERT_TRUE(font.CreatePointFont(120, L"Arial"));
+    SentToBoxes sent;
+    for (const int redraw : {FALSE, TRUE, 7}) {
+        view.Edit().SetFont(&font, redraw);
+        EXPECT_EQ(Events{"font 1"}, sent.Take()) << redraw;
+        EXPECT_EQ(font.GetSafeHandle(), sent.Font());
+        EXPECT_EQ(font.GetSafeHandle(), reinterpret_cast<HGDIOBJ>(view.Edit().SendMessage(WM_GETFONT)));
+    }
+    view.Edit().SetFont(nullptr, FALSE);
+    EXPECT_EQ(Events{"font 1"}, sent.Take());
+}
+
 // In a parent that is no parameter view the box calls nobody; it still gives the focus up.
 struct LoneBox : InPlaceEdit {
     CInPlaceEdit box;
@@ -431,6 +544,48 @@ TEST_F(InPlaceEdit, OpenedByAKeyItTreatsTheKey) {
             EXPECT_EQ(row.text, text);
             EXPECT_EQ(MAKELONG(row.start, row.end), box.SendMessage(EM_GETSEL));
         }
+        box.DestroyWindow();
+    }
+}
+
+TEST_F(InPlaceEdit, OpenedByAKeyItScrollsToTheCaretAndHasTheParentsFont) {
+    CFont font;
+    ASSERT_TRUE(font.CreatePointFont(120, L"Arial"));
+    other.SetFont(&font);
+    const struct {
+        UINT key;
+        const char* select;
+    } rows[] = {{VK_LBUTTON, "select 3 3"}, {VK_RETURN, "select 3 3"}, {VK_BACK, "select 3 3"},
+                {VK_TAB, "select 0 -1"},    {VK_DOWN, "select 0 -1"},  {'x', "select 0 -1"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.key);
+        SentToBoxes sent;
+        CInPlaceEdit box(&other, CRect(0, 0, 50, 20), WS_CHILD | WS_VISIBLE, 9, 0, 0, L"abc", row.key);
+        EXPECT_EQ((Events{"font 1", row.select, "scroll"}), sent.Take());
+        EXPECT_EQ(font.GetSafeHandle(), reinterpret_cast<HGDIOBJ>(box.SendMessage(WM_GETFONT)));
+        box.DestroyWindow();
+    }
+    other.SetFont(nullptr);
+}
+
+TEST_F(InPlaceEdit, OpenedByAKeyItEndsAtTheEdgesOfItsText) {
+    const struct {
+        UINT key;
+        int caret;
+        bool ends;
+    } rows[] = {
+        {VK_RIGHT, 3, true},  {VK_RIGHT, 2, false}, {VK_RIGHT, 0, false}, {VK_LEFT, 0, true},  {VK_LEFT, 1, false},
+        {VK_LEFT, 3, false},  {VK_UP, 0, true},     {VK_UP, 1, true},     {VK_DOWN, 1, true},  {VK_DOWN, 3, true},
+        {VK_PRIOR, 0, false}, {VK_PRIOR, 3, false}, {VK_NEXT, 0, false},  {VK_NEXT, 3, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(row.key) + " at " + std::to_string(row.caret));
+        CInPlaceEdit box(&parent, CRect(10, 310, 110, 335), WS_CHILD | WS_VISIBLE, 9, 0, 0, L"abc", VK_RETURN);
+        box.SendMessage(EM_SETSEL, static_cast<WPARAM>(row.caret), row.caret);
+        Key(row.key);
+        EXPECT_EQ(row.ends, HasFocus(parent));
+        EXPECT_EQ(!row.ends, HasFocus(box));
+        EXPECT_EQ(row.key, box.GetLastKey());
         box.DestroyWindow();
     }
 }

@@ -1,6 +1,7 @@
 // How a host fills a drawing: every adding operation with its defaults, the net, turning, and asking for arcs.
 
 #include "support/BoxAnswer.h"
+#include "support/RecordingDC.h"
 
 #include <Arc.h>
 #include <CenterPoint.h>
@@ -308,11 +309,21 @@ TEST_F(VectorViewDrawing, AShortArrayOfNamesRaisesAndLeavesNothingBehind) {
 }
 
 TEST_F(VectorViewDrawing, LongerArraysOfNamesAreCutAndAPolylineWithoutPointsIsOne) {
-    names.Add(L"more");
-    msgs.Add(L"more");
     auto* empty = static_cast<CPLine*>(view.AddPLine(pts, bulges, kColor, names, msgs, 1, 0));
     ASSERT_NE(nullptr, empty);
     EXPECT_EQ(0, empty->GetVertexCount());
+    TwoVertices();
+    names.Add(L"more");
+    msgs.Add(L"more");
+    CDrawable* pline = view.AddPLine(pts, bulges, kColor, names, msgs, 1, 0);
+    ASSERT_NE(nullptr, pline);
+    EXPECT_EQ("CPLine (0,0)b0.5[A/a] (10,0)b-1[B/b] closed=1 lock=1 select=1" + kCommon, Describe(pline));
+    // There is no third segment for the third name.
+    CString name = L"before";
+    CString msg = L"before";
+    static_cast<CPLine*>(pline)->GetSLineInfo(2, name, msg);
+    EXPECT_NE(L"more", name);
+    EXPECT_NE(L"more", msg);
 }
 
 TEST_F(VectorViewDrawing, APolylineNotOnTopGoesToTheVeryBottom) {
@@ -327,11 +338,20 @@ TEST_F(VectorViewDrawing, APolylineNotOnTopGoesToTheVeryBottom) {
 }
 
 TEST_F(VectorViewDrawing, SegmentsHaveTheColourOfThePolyline) {
+    // Three segments, the last one back to the start: curved, curved, straight.
     TwoVertices();
-    CDrawableProperty rows;
-    CDrawable* pline = view.AddPLine(pts, bulges, kColor, 0, 1, 1);
-    EXPECT_EQ(0x302010u, pline->GetPenColor());
-    EXPECT_EQ(1, static_cast<CPLine*>(pline)->IsArc(0));
+    Vertex(10, 50, 0, L"C", L"c");
+    view.AddPLine(pts, bulges, kColor, names, msgs, 5, 0);
+    RecordingDC dc;
+    ASSERT_EQ(1, view.VectorPaint(&dc));
+    std::vector<std::string> pens;
+    for (const std::string& call : dc.Calls()) {
+        if (call.find("SelectObject(pen style") == 0) {
+            pens.push_back(call.substr(call.find("color")));
+        }
+    }
+    // 0x102030 with red lowest.
+    EXPECT_EQ(std::vector<std::string>(3, "color=0x00302010)"), pens);
 }
 
 // ---- Texts ---------------------------------------------------------------------------------------------------------

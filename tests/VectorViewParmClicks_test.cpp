@@ -181,8 +181,41 @@ TEST_F(ParmClicks, TheWheelZoomsOnlyWhileItIsEnabledByOne) {
 TEST_F(ParmClicks, AWheelThatIsOffReachesTheParent) {
     view.EnableWheel(0);
     view.AddLine(CGePoint2d(0, 0), CGePoint2d(400, 200), kColor, 1);
-    EXPECT_EQ(0, view.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), MAKELPARAM(100, 100)));
+    EXPECT_EQ(0, view.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -240), MAKELPARAM(100, 100)));
     EXPECT_EQ(1.0f, view.GetVectorViewCoordTran()->GetScale());
+    // The window's default hands it up.
+    EXPECT_EQ(std::vector<int>{-240}, parent.wheels);
+}
+
+TEST_F(ParmClicks, CharactersAndALostFocusGoToTheDefaultAlone) {
+    std::vector<UINT> defaults;
+    view.onDefault = [&](UINT message) { defaults.push_back(message); };
+    view.SendMessage(WM_CHAR, 'x', 1);
+    EXPECT_EQ(std::vector<UINT>{WM_CHAR}, defaults);
+    defaults.clear();
+    view.SendMessage(WM_KILLFOCUS, 0, 0);
+    EXPECT_EQ(std::vector<UINT>{WM_KILLFOCUS}, defaults);
+    EXPECT_EQ(Events{}, Take());
+}
+
+TEST_F(ParmClicks, AMoveReachesTheTooltipBeforeTheBase) {
+    CTextParm* parm = AddParm(L"P", L"5", 50, 50);
+    Paint();
+    CDrawable* seen = nullptr;
+    view.onDefault = [&](UINT message) {
+        if (message == WM_MOUSEMOVE) {
+            seen = view.TipObject();
+        }
+    };
+    view.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(56, 56));
+    EXPECT_EQ(parm, seen);
+}
+
+TEST_F(ParmClicks, AKindWithoutANumberIsToldAsNothing) {
+    view.SendClickNotify(view.AddText(CGePoint2d(50, 150), L"T", 0, kColor, 20.0, 1, 0));
+    view.SendClickNotify(view.AddCenterPoint(CGePoint2d(100, 200), L"", L"", kColor, 0));
+    EXPECT_EQ((Events{"click 6 T", "click 0"}), Take());
+    EXPECT_EQ(nullptr, parent.last.pText);
 }
 
 // ---- The menu ------------------------------------------------------------------------------------------------------
@@ -272,6 +305,16 @@ TEST_F(ParmMenu, TheSecondItemChosenByKeyStartsThePan) {
     Keys({VK_ESCAPE});
     RightClick();
     EXPECT_EQ(0, view.GetCommandOperationManager()->GetHasCommand());
+}
+
+TEST_F(ParmMenu, TheCursorOfThePanShowsAtOnce) {
+    const HCURSOR arrow = ::LoadCursor(nullptr, IDC_ARROW);
+    ::SetCursor(arrow);
+    // Sent, with nothing handled behind it: no move of the mouse could set the cursor.
+    view.SendMessage(WM_COMMAND, 32791, 0);
+    const HCURSOR shown = ::GetCursor();
+    EXPECT_NE(nullptr, shown);
+    EXPECT_NE(arrow, shown);
 }
 
 TEST_F(ParmMenu, AnItemChosenByMouse) {

@@ -371,6 +371,213 @@ TEST_F(MisbehavingHost, RemovingEverythingDuringAWalkIsSurvived) {
     EXPECT_EQ(0, view.GetDocument()->GetDrawableObjs()->GetSize());
 }
 
+// ---- A new drawing under the edit ----------------------------------------------------------------------------------
+
+// The ways in which a host empties the drawing behind the view's back. Whatever the heap does, a new parameter then
+// stands at the address of an old one.
+struct NewDrawing : MisbehavingHost {
+    std::vector<BYTE> bytes; // A stored drawing.
+    CTextParm* made = nullptr;
+
+    using Way = void (NewDrawing::*)();
+    void ByReset() { view.GetDocument()->Reset(); }
+    void ByBytes() { view.GetDocument()->OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())); }
+    void ByFile() {
+        CMemFile file;
+        file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        view.GetDocument()->OpenDocument(file);
+    }
+    void ByLoadFile() { view.LoadFile(bytes.data(), static_cast<unsigned int>(bytes.size())); }
+    static constexpr Way kWays[] = {&NewDrawing::ByReset, &NewDrawing::ByBytes, &NewDrawing::ByFile,
+                                    &NewDrawing::ByLoadFile};
+
+    void Replace(CTextParm* old, Way way) {
+        view.GetDocument()->DeleteObject(old);
+        CKXMemoryManager::Instance()->RemoveMemoryInfo(old, __FILE__, __LINE__);
+        const auto at = reinterpret_cast<void*>(old);
+        old->~CTextParm();
+        (this->*way)();
+        made = new (at) CTextParm;
+        CKXMemoryManager::Instance()->AddMemoryInfo(made, __FILE__, __LINE__);
+        made->SetParmName(L"N");
+        made->SetText(L"new");
+        view.GetDocument()->AddDrawAobject(made);
+    }
+    // Calls `replace` once, in the hook of that name.
+    void ReplaceIn(const std::string& hook, const std::function<void()>& replace) {
+        const auto call = [=](const char* name) {
+            if (hook == name && made == nullptr) {
+                replace();
+            }
+        };
+        view.onPre = [=](CTextParm*) { call("pre"); };
+        parent.onNotify = [=](NMVECTORPARM* record) { call(record->code == kVpnQueryEdit ? "query" : ""); };
+        view.onAccept = [=](CTextParm*, const CString&) {
+            call("accept");
+            return 1;
+        };
+        view.onChanging = [=](CTextParm*, const CString&, CString&) { call("changing"); };
+        view.onChanged = [=](CTextParm*) { call("changed"); };
+        view.onEnd = [=](CTextParm*) { call("end"); };
+    }
+    void ExpectClosedAndNothingStored() {
+        ExpectClosed();
+        ASSERT_NE(nullptr, made);
+        EXPECT_EQ(L"new", made->GetText());
+        made = nullptr;
+        ReplaceIn("", nullptr);
+        view.ResetVectorView();
+        Take();
+    }
+};
+
+constexpr NewDrawing::Way NewDrawing::kWays[];
+
+TEST_F(NewDrawing, AnOpenEditStoresNothingIntoAParameterAtTheSameAddress) {
+    for (const Way way : kWays) {
+        EditA();
+        bytes = Store();
+        Replace(a, way);
+        other.SetFocus();
+        EXPECT_EQ(Events{}, Take());
+        ExpectClosedAndNothingStored();
+    }
+}
+
+TEST_F(NewDrawing, InsideEachHookOfAnEndTheEditClosesThere) {
+    for (const Way way : kWays) {
+        Events expected;
+        for (const std::string hook : {"accept", "changing", "changed", "end"}) {
+            SCOPED_TRACE(hook);
+            EditA();
+            bytes = Store();
+            ReplaceIn(hook, [=] { Replace(a, way); });
+            other.SetFocus();
+            // Up to the hook itself, and none behind it.
+            expected.push_back(storedA[expected.size()]);
+            EXPECT_EQ(expected, Take());
+            ExpectClosedAndNothingStored();
+        }
+    }
+}
+
+TEST_F(NewDrawing, BeforeTheBoxOpensItOpensNothing) {
+    for (const Way way : kWays) {
+        Events expected;
+        for (const std::string hook : {"pre", "query"}) {
+            SCOPED_TRACE(hook);
+            Three();
+            bytes = Store();
+            ReplaceIn(hook, [=] { Replace(a, way); });
+            Click(a);
+            expected.push_back(hook + " A");
+            EXPECT_EQ(expected, Take());
+            ExpectClosedAndNothingStored();
+        }
+    }
+}
+
+TEST_F(NewDrawing, AtTheEndOfTheEditBeforeItTheNextOneDoesNotOpen) {
+    for (const Way way : kWays) {
+        for (const bool clicked : {true, false}) {
+            EditA();
+            bytes = Store();
+            ReplaceIn("end", [=] { Replace(c, way); });
+            if (clicked) {
+                CGePoint2d on = c->GetPos();
+                on.x += 6;
+                on.y -= 6;
+                EXPECT_EQ(1, view.DoEditForClicked(0, on));
+            } else {
+                view.EditAt(c, CRect(10, 10, 90, 40));
+            }
+            EXPECT_EQ(storedA, Take());
+            ExpectClosedAndNothingStored();
+        }
+    }
+}
+
+TEST_F(NewDrawing, AResetOfTheViewCallsNoHookForTheOldOne) {
+    EditA();
+    Replace(a, &NewDrawing::ByReset);
+    made = nullptr;
+    view.ResetVectorView();
+    EXPECT_EQ(Events{}, Take());
+    ExpectClosed();
+}
+
+TEST_F(NewDrawing, OfAThousandNewParametersNoneGetsTheText) {
+    EditA();
+    view.GetDocument()->Reset();
+    for (int i = 0; i < 1000; ++i) {
+        AddParm(L"N", L"1", 50, 50);
+    }
+    view.DoEndEdit();
+    EXPECT_EQ(Events{}, Take());
+    ExpectClosed();
+    CDrawableArray* objs = view.GetDocument()->GetDrawableObjs();
+    ASSERT_EQ(1000, objs->GetSize());
+    for (INT_PTR i = 0; i < 1000; ++i) {
+        ASSERT_EQ(L"1", static_cast<CTextParm*>(objs->GetAt(i))->GetText());
+    }
+}
+
+TEST_F(NewDrawing, AnyOtherChangeOfTheDrawingLeavesTheEditAlone) {
+    EditA();
+    view.AddNetLine(CGePoint2d(0, 0), CGePoint2d(1, 1), kColor, 0);
+    view.GetDocument()->DeleteNet();
+    view.GetDocument()->MoveToTop(a);
+    view.GetDocument()->AddSelected(c);
+    view.GetDocument()->DeleteAllSelectedObject();
+    Delete(c);
+    Delete(b);
+    other.SetFocus();
+    EXPECT_EQ(storedA, Take());
+}
+
+// ---- A parameter that the host keeps itself ------------------------------------------------------------------------
+
+TEST_F(MisbehavingHost, AParameterOutsideTheDrawingIsEditedLikeAnyOther) {
+    CTextParm own;
+    own.SetParmName(L"H");
+    own.SetText(L"5");
+    for (const bool reset : {false, true}) {
+        view.EditAt(&own, CRect(10, 10, 90, 40));
+        EXPECT_EQ((Events{"pre H", "query H"}), Take());
+        ExpectOpenOn(&own, own.GetText());
+        Type(L"9");
+        if (reset) {
+            // It never stood there, so it does not go with the drawing.
+            view.GetDocument()->Reset();
+        }
+        other.SetFocus();
+        const std::string old = reset ? "9" : "5";
+        EXPECT_EQ((Events{"accept H 9", "changing H " + old + ">9", "changed H " + old + ">9", "end H"}), Take());
+        EXPECT_EQ(L"9", own.GetText());
+        ExpectClosed();
+    }
+    view.EditAt(&own, CRect(10, 10, 90, 40));
+    Take();
+    view.ResetVectorView();
+    EXPECT_EQ(Events{"end H"}, Take());
+}
+
+TEST_F(MisbehavingHost, AParameterThatCameIntoTheDrawingInTheEditAndLeftItAgainHasLeft) {
+    CTextParm own;
+    own.SetParmName(L"H");
+    own.SetText(L"5");
+    view.EditAt(&own, CRect(10, 10, 90, 40));
+    view.GetDocument()->AddDrawAobject(&own);
+    view.onAccept = [](CTextParm*, const CString&) { return 0; };
+    view.DoEndEdit();
+    view.onAccept = nullptr;
+    Take();
+    view.GetDocument()->DeleteObject(&own);
+    view.DoEndEdit();
+    EXPECT_EQ(Events{}, Take());
+    ExpectClosed();
+}
+
 TEST_F(MisbehavingHost, EditingNoParameterIsNothing) {
     Three();
     view.EditAt(nullptr, CRect(0, 0, 10, 10));

@@ -426,6 +426,16 @@ TEST_F(Refusal, OnEscapeTheOldTextStandsInTheOpenBoxAndIsOfferedAgain) {
     EXPECT_EQ((Events{"accept A 10", "changing A 10>10", "changed A 10>10", "end A"}), Take());
 }
 
+TEST_F(Refusal, OfAnEscapeALaterLossOfFocusOffersTheTextAgain) {
+    Refuse();
+    Key(VK_ESCAPE);
+    Take();
+    view.Edit().SetFocus();
+    other.SetFocus();
+    EXPECT_EQ(Events{"accept A 10"}, Take());
+    ExpectOpenOn(a, L"10");
+}
+
 TEST_F(Refusal, OnReturnWithoutTheLoopTheBoxStaysAndTheViewHasTheFocus) {
     Refuse();
     Key(VK_RETURN, false);

@@ -1,9 +1,12 @@
 // The view window: every message of its table, the paint, the wheel, command words, construction and destruction.
 
 #include "CommandOperationManager.h"
+#include "Dialog_DrawAbleProperty.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "PropertyDialogHost.h"
 #include "support/BoxAnswer.h"
+#include "support/FileDialogAnswer.h"
 #include "support/RecordingDC.h"
 #include "support/TestData.h"
 #include "support/ViewHost.h"
@@ -60,12 +63,16 @@ public:
     }
     int DoCommand(CString word) override {
         calls.push_back("DoCommand " + Utf8(word));
+        if (inDoCommand) {
+            inDoCommand();
+        }
         return 0;
     }
 
     std::vector<std::string> calls;
     ResultState cursorResult = RS_Continue;
     std::function<void()> inPreRedraw;
+    std::function<void()> inDoCommand;
     AFX_MODULE_STATE* moduleState = nullptr; // During OnSetCursor.
 
 private:
@@ -89,6 +96,7 @@ public:
             Engine().calls.push_back(Text("Default %u", message));
         }
         resources = AfxGetResourceHandle();
+        scaleAtDefault = m_CoordTran.GetScale();
         return CVectorView::DefWindowProc(message, wParam, lParam);
     }
     int DrawSpecInfo(CDC* dc, int n) override {
@@ -110,6 +118,7 @@ public:
     bool countDefaults = false;
     std::function<void()> inDrawSpecInfo;
     HINSTANCE resources = nullptr; // During the last default.
+    float scaleAtDefault = 0.0f;
 
 protected:
     void OnCreateCommandOperationManager() override {
@@ -258,6 +267,7 @@ TEST(VectorView, AMiddleDoubleClickFitsTheDrawing) {
     EXPECT_EQ((Calls{"Default 521"}), r.Send(WM_MBUTTONDBLCLK, MK_MBUTTON, MAKELPARAM(1, 1)));
     EXPECT_EQ(400, r.view.GetVectorViewCoordTran()->GetScreenSize().cx);
     EXPECT_NE(1.0f, r.view.GetVectorViewCoordTran()->GetScale());
+    EXPECT_EQ(r.view.GetVectorViewCoordTran()->GetScale(), r.view.scaleAtDefault) << "fitted before the default";
     EXPECT_TRUE(::GetUpdateRect(r.view.m_hWnd, nullptr, FALSE));
 }
 
@@ -569,6 +579,20 @@ TEST(VectorView, EveryWordGoesToTheEngineAndMarksTheDocument) {
     }
 }
 
+TEST(VectorView, TheEngineHearsOfOpenAndSaveBeforeTheFileDialogShows) {
+    for (LPCTSTR word : {L"open", L"save"}) {
+        Recorded r;
+        r.view.countDefaults = false;
+        FileDialogAnswer cancel(L"");
+        size_t seenByEngine = 99;
+        r.view.Engine().inDoCommand = [&] { seenByEngine = cancel.Seen().size(); };
+        r.view.DoCommand(word);
+        EXPECT_EQ("DoCommand " + Utf8(word), r.view.TakeCalls().at(0));
+        EXPECT_EQ(0u, seenByEngine) << Utf8(word);
+        EXPECT_EQ(1u, cancel.Seen().size()) << Utf8(word);
+    }
+}
+
 // ---- Life ----------------------------------------------------------------------------------------------------------
 
 TEST(VectorView, EverythingExistsBeforeTheWindow) {
@@ -615,6 +639,67 @@ TEST(VectorView, TheEngineGoesWhileTheDocumentLives) {
         view.GetDocument()->AddDrawAobject(object);
     }
     EXPECT_EQ((Calls{"engine, 1", "object"}), order);
+}
+
+namespace {
+
+// What a view does when it goes, in order.
+struct LastWords {
+    static Calls s_order;
+    static HWND s_dialog;
+
+    class Object : public CLine {
+    public:
+        ~Object() override { s_order.push_back("object"); }
+    };
+    class Engine : public CCommandOperationManager {
+    public:
+        using CCommandOperationManager::CCommandOperationManager;
+        ~Engine() override { s_order.push_back("engine"); }
+    };
+    class View : public CVectorView {
+    public:
+        View() {
+            FreeCommandOperationManager();
+            m_pManager = new Engine(this, &m_Graphic, &m_CoordTran, GetDocument());
+            KX_ADD_MEMORY(m_pManager);
+        }
+        void Provide() {
+            m_pDlgDrawAbleProperty = CreateDrawAbleProperty(this, GetParent());
+            ASSERT_NE(nullptr, m_pDlgDrawAbleProperty);
+            s_dialog = m_pDlgDrawAbleProperty->GetSafeHwnd();
+        }
+    };
+    static LRESULT CALLBACK Filter(int code, WPARAM wParam, LPARAM lParam) {
+        const auto* call = reinterpret_cast<const CWPSTRUCT*>(lParam);
+        if (code == HC_ACTION && call->hwnd == s_dialog && call->message == WM_CLOSE) {
+            s_order.push_back("close");
+        }
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+};
+
+Calls LastWords::s_order;
+HWND LastWords::s_dialog = nullptr;
+
+} // namespace
+
+TEST(VectorView, ThePropertyDialogIsToldToCloseBehindTheEngineAndBeforeTheDrawing) {
+    LastWords::s_order.clear();
+    HHOOK hook = ::SetWindowsHookEx(WH_CALLWNDPROC, LastWords::Filter, nullptr, ::GetCurrentThreadId());
+    {
+        ParentWindow parent;
+        LastWords::View view;
+        ShowView(view, parent);
+        view.Provide();
+        ASSERT_TRUE(::IsWindow(LastWords::s_dialog));
+        CDrawable* object = new LastWords::Object;
+        KX_ADD_MEMORY(object);
+        view.GetDocument()->AddDrawAobject(object);
+    }
+    ::UnhookWindowsHookEx(hook);
+    EXPECT_EQ((Calls{"engine", "close", "object"}), LastWords::s_order);
+    EXPECT_FALSE(::IsWindow(LastWords::s_dialog));
 }
 
 TEST(VectorView, LoadFileNeitherFitsNorRepaintsAndGivesWhatTheDocumentGave) {

@@ -19,6 +19,13 @@ std::string NameOf(CText* text) {
 
 } // namespace
 
+LRESULT ParmParent::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_MOUSEWHEEL) {
+        wheels.push_back(static_cast<short>(HIWORD(wParam)));
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
 BOOL ParmParent::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     auto* record = reinterpret_cast<NMVECTORPARM*>(lParam);
     if (record->idFrom != kViewId) {
@@ -51,6 +58,13 @@ void ParmView::Log(const char* what, CTextParm* parm, const std::string& more) {
     if (log != nullptr) {
         log->push_back(std::string(what) + " " + (parm != nullptr ? Narrow(parm->GetParmName()) : "none") + more);
     }
+}
+
+LRESULT ParmView::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (onDefault) {
+        onDefault(message);
+    }
+    return CVectorViewParm::DefWindowProc(message, wParam, lParam);
 }
 
 void ParmView::OnPreEditParm(CTextParm* parm, unsigned int& n, int& m, CString& text) {
@@ -123,6 +137,7 @@ void ParmViewFixture::TearDown() {
     view.onChanging = nullptr;
     view.onChanged = nullptr;
     view.onEnd = nullptr;
+    view.onDefault = nullptr;
     parent.onNotify = nullptr;
     if (parent.m_hWnd != nullptr) {
         parent.DestroyWindow();

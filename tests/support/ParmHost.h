@@ -23,8 +23,10 @@ public:
     std::function<void(NMVECTORPARM*)> onNotify;
     NMVECTORPARM last = {};
     WPARAM lastParam = 0;
+    std::vector<int> wheels; // The deltas that arrived here.
 
 protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 };
 
@@ -37,6 +39,7 @@ public:
     std::function<void(CTextParm*, const CString&, CString&)> onChanging;
     std::function<void(CTextParm*)> onChanged;
     std::function<void(CTextParm*)> onEnd;
+    std::function<void(UINT)> onDefault; // With the message, before the window's default.
 
     CInPlaceEdit& Edit() { return m_Edit; }
     CTextParm* EditParm() { return m_pEditParm; }
@@ -50,6 +53,7 @@ public:
     int Can(CTextParm* parm) { return CanParmEdit(parm); }
 
 protected:
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnPreEditParm(CTextParm* parm, unsigned int& n, int& m, CString& text) override;
     int OnAcceptEditData(CTextParm* parm, CString text) override;
     void OnEditChanging(CTextParm* parm, CString& oldText, CString& newText) override;
