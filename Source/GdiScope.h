@@ -1,65 +1,79 @@
-// Selections into a device context that are put back on every path, also when something throws.
+// Settings of a device context that are put back on every path, also when something throws.
 // Layer: drawables.
 #pragma once
 
 #include <afxwin.h>
 
-// Selects a pen; Restore, or the destructor where no Restore came, selects the old one back.
-class CScopedPen {
+// Restore, or the destructor where no Restore came, puts the old value back. A destructor does so quietly: something is
+// being thrown already, and a device context that fails again adds nothing.
+template <typename Old, void (*PutBack)(CDC*, Old)>
+class CScopedSetting {
 public:
-    CScopedPen(CDC* dc, CPen* pen) : m_pDC(dc), m_pOld(dc->SelectObject(pen)) {}
-    ~CScopedPen() { Restore(); }
-    CScopedPen(const CScopedPen&) = delete;
-    CScopedPen& operator=(const CScopedPen&) = delete;
+    ~CScopedSetting() {
+        try {
+            Restore();
+        } catch (CException* e) {
+            e->Delete();
+        } catch (...) {
+        }
+    }
+    CScopedSetting(const CScopedSetting&) = delete;
+    CScopedSetting& operator=(const CScopedSetting&) = delete;
     void Restore() {
         if (m_pDC != nullptr) {
             CDC* dc = m_pDC;
             m_pDC = nullptr;
-            dc->SelectObject(m_pOld);
+            PutBack(dc, m_Old);
         }
     }
 
-private:
+protected:
+    // Null for a context to which nothing is to be put back.
+    CScopedSetting(CDC* dc, Old old) : m_pDC(dc), m_Old(old) {}
+
     CDC* m_pDC;
-    CPen* m_pOld;
+    const Old m_Old;
 };
 
-// Selects a stock brush. Where GDI refuses the index (15 is none) nothing was changed, and nothing is put back.
-class CScopedStockBrush {
-public:
-    CScopedStockBrush(CDC* dc, int index) : m_pDC(dc), m_pOld(static_cast<CBrush*>(dc->SelectStockObject(index))) {}
-    ~CScopedStockBrush() { Restore(); }
-    CScopedStockBrush(const CScopedStockBrush&) = delete;
-    CScopedStockBrush& operator=(const CScopedStockBrush&) = delete;
-    void Restore() {
-        if (m_pDC != nullptr && m_pOld != nullptr) {
-            CDC* dc = m_pDC;
-            m_pDC = nullptr;
-            dc->SelectObject(m_pOld);
-        }
-    }
+template <typename Object>
+void SelectBack(CDC* dc, Object* object) {
+    dc->SelectObject(object);
+}
 
-private:
-    CDC* m_pDC;
-    CBrush* m_pOld;
+inline void SetRopBack(CDC* dc, int mode) {
+    dc->SetROP2(mode);
+}
+
+inline void SetTextColorBack(CDC* dc, COLORREF color) {
+    dc->SetTextColor(color);
+}
+
+class CScopedPen : public CScopedSetting<CPen*, SelectBack<CPen>> {
+public:
+    CScopedPen(CDC* dc, CPen* pen) : CScopedSetting(dc, dc->SelectObject(pen)) {}
 };
 
-// Sets a raster mode; Restore, or the destructor where no Restore came, sets the old one back.
-class CScopedRop {
+class CScopedFont : public CScopedSetting<CFont*, SelectBack<CFont>> {
 public:
-    CScopedRop(CDC* dc, int mode) : m_pDC(dc), m_OldMode(dc->SetROP2(mode)) {}
-    ~CScopedRop() { Restore(); }
-    CScopedRop(const CScopedRop&) = delete;
-    CScopedRop& operator=(const CScopedRop&) = delete;
-    void Restore() {
-        if (m_pDC != nullptr) {
-            CDC* dc = m_pDC;
+    CScopedFont(CDC* dc, CFont* font) : CScopedSetting(dc, dc->SelectObject(font)) {}
+};
+
+// Where GDI refuses the index (15 is none) nothing was changed, and nothing is put back.
+class CScopedStockBrush : public CScopedSetting<CBrush*, SelectBack<CBrush>> {
+public:
+    CScopedStockBrush(CDC* dc, int index) : CScopedSetting(dc, static_cast<CBrush*>(dc->SelectStockObject(index))) {
+        if (m_Old == nullptr) {
             m_pDC = nullptr;
-            dc->SetROP2(m_OldMode);
         }
     }
+};
 
-private:
-    CDC* m_pDC;
-    int m_OldMode;
+class CScopedRop : public CScopedSetting<int, SetRopBack> {
+public:
+    CScopedRop(CDC* dc, int mode) : CScopedSetting(dc, dc->SetROP2(mode)) {}
+};
+
+class CScopedTextColor : public CScopedSetting<COLORREF, SetTextColorBack> {
+public:
+    CScopedTextColor(CDC* dc, COLORREF color) : CScopedSetting(dc, dc->SetTextColor(color)) {}
 };

@@ -171,8 +171,8 @@ void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
         CFont font;
         font.Attach(::CreateFontIndirectW(&description));
-        TextFont::ScopedSelection selected(pDC, &font);
-        TextFont::ScopedColor colored(pDC, color);
+        CScopedFont selected(pDC, &font);
+        CScopedTextColor colored(pDC, color);
         int x = 0;
         int y = 0;
         tran->DPToLP(m_StartX, m_StartY, &x, &y);
@@ -241,7 +241,7 @@ float CText::GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran) {
     const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
     CFont font;
     font.Attach(::CreateFontIndirectW(&description));
-    TextFont::ScopedSelection selected(screen.Get(), &font);
+    CScopedFont selected(screen.Get(), &font);
     return MeasuredHeight(screen.Get(), tran);
 }
 

@@ -2,6 +2,7 @@
 
 #include "TextParm.h"
 
+#include "GdiScope.h"
 #include "TextFont.h"
 
 #include <algorithm>
@@ -87,8 +88,8 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         const LOGFONTW description = TextFont::Describe(height, PixelWidth(height), Escapement(), m_fontFaceName);
         CFont font;
         font.Attach(::CreateFontIndirectW(&description));
-        TextFont::ScopedSelection selected(pDC, &font);
-        TextFont::ScopedColor colored(pDC, color);
+        CScopedFont selected(pDC, &font);
+        CScopedTextColor colored(pDC, color);
         int x = 0;
         int y = 0;
         tran->DPToLP(m_StartX, m_StartY, &x, &y);

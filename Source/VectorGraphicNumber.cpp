@@ -32,7 +32,7 @@ CString CVectorGraphic::GetTextParm_ShowText(CString& s) {
 }
 
 int CVectorGraphic::IsNumeric(const CString& s) {
-    const CScopeTimer timer("IsNumeric(const CString& sData)");
+    const CScopeTimer timer("IsNumeric(const CString & sData)");
     const int length = s.GetLength();
     const wchar_t* text = s;
     if (length == 0) {

@@ -56,6 +56,8 @@ public:
             m_retired.push_back(entry->object);
         Erase(static_cast<size_t>(entry - m_entries.data()));
     }
+    // How many were made since they were last deleted.
+    size_t GetTemporaryCount() const { return m_temporaries; }
     // Deletes the temporary objects; release must part each from its handle first.
     template <class Release>
     void DeleteTemporaries(Release release) {
@@ -86,10 +88,10 @@ public:
 private:
     Entry* FindInTable(const void* handle) {
         for (size_t i = Home(handle);; i = Next(i)) {
-            if (m_entries[i].handle == handle)
-                return &m_entries[i];
             if (m_entries[i].handle == nullptr)
                 return nullptr;
+            if (m_entries[i].handle == handle)
+                return &m_entries[i];
         }
     }
     void Enter(const Entry& entered) {
@@ -141,7 +143,7 @@ private:
     size_t m_mask;                // that number less one
     std::vector<T*> m_retired;
     size_t m_count = 0;
-    size_t m_temporaries = 0; // how many were made since the last idle time
+    size_t m_temporaries = 0;
 };
 
 // What the layer keeps for each thread.

@@ -19,6 +19,10 @@ namespace {
 
 constexpr TCHAR kDefaultClass[] = _T("NrAfxWnd");
 
+// A program with a message loop of its own knows no idle time. When it has gathered this many temporary GDI objects,
+// they go as soon as no window procedure is at work.
+constexpr size_t kManyTemporaries = 4096;
+
 bool IsPlaceValue(HWND window) {
     return window == HWND_BOTTOM || window == HWND_TOPMOST || window == HWND_NOTOPMOST;
 }
@@ -32,6 +36,8 @@ struct MessageScope {
     ~MessageScope() {
         --state.depth;
         state.message = saved;
+        if (state.depth == 0 && state.gdi.GetTemporaryCount() > kManyTemporaries)
+            CGdiObject::DeleteTempMap();
     }
     MessageScope(const MessageScope&) = delete;
     MessageScope& operator=(const MessageScope&) = delete;

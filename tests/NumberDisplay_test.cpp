@@ -1,7 +1,9 @@
 // The number display of CVectorGraphic: what counts as a number, how it is rounded, and when it shows as nothing.
 
 #include "DrawGeometry.h"
+#include "KXBaseOpr.h"
 #include "VectorGraphic.h"
+#include "support/DebugOutput.h"
 
 #include <gtest/gtest.h>
 
@@ -88,6 +90,31 @@ TEST(NumberDisplay, WhatComesOutAsZeroShowsAsNothingExceptTheStringZero) {
     EXPECT_EQ(CString(), display.Show(L"0.04"));
     EXPECT_EQ(CString(), display.Show(L"-0.04"));
     EXPECT_EQ(CString(L"0.1"), display.Show(L"0.05"));
+}
+
+TEST(NumberDisplay, AFractionBelowATenThousandthCountsAsNone) {
+    Display display;
+    display.SetNeedShowDecimal(0);
+    EXPECT_EQ(CString(L"12"), display.Show(L"12.00009"));
+    EXPECT_EQ(CString(L"12.0"), display.Show(L"12.00011"));
+    EXPECT_EQ(CString(L"-2"), display.Show(L"-1.99995")) << "the floor is -2";
+    EXPECT_EQ(CString(L"-2.0"), display.Show(L"-2.00005")) << "the floor is -3";
+}
+
+TEST(NumberDisplay, AResultBelowATenThousandthIsZero) {
+    Display display;
+    EXPECT_EQ(CString(L"0.0002"), display.CStr(0.0002, 4));
+    EXPECT_EQ(CString(L"0.00011"), display.CStr(0.00011, 5));
+    EXPECT_EQ(CString(), display.CStr(0.00009, 5));
+}
+
+TEST(NumberDisplay, TheCheckRunsUnderAStopwatchAndBeforeTheDecimalsAreAskedFor) {
+    Display display; // With decimals, as it begins: the check has no say, and runs all the same.
+    const DebugOutput output;
+    CScopeTimer::Enable(1);
+    display.Show(L"12.50");
+    CScopeTimer::Enable(0);
+    EXPECT_EQ(0u, output.Text().find(L"IsNumeric(const CString & sData): "));
 }
 
 TEST(NumberDisplay, WhatIsNoNumberShowsUnchanged) {

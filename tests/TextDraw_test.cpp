@@ -1,6 +1,7 @@
 // What CText and CTextParm draw: whole sequences of calls in each state and at each zoom, and what is measured by it.
 
 #include "Document.h"
+#include "support/BitmapFont.h"
 #include "support/BoxAnswer.h"
 #include "support/RecordingDC.h"
 #include "support/TextObjects.h"
@@ -60,7 +61,9 @@ public:
 // Fails once, in the named call.
 class FailingDC : public RecordingDC {
 public:
-    explicit FailingDC(const char* call, int occurrence = 1) : m_call(call), m_left(occurrence) {}
+    // Plain: what it throws is no CException.
+    explicit FailingDC(const char* call, int occurrence = 1, bool plain = false)
+        : m_call(call), m_left(occurrence), m_plain(plain) {}
 
     int SetBkMode(int mode) override {
         Fail("SetBkMode");
@@ -87,11 +90,15 @@ public:
 private:
     void Fail(const std::string& call) {
         if (call == m_call && --m_left == 0) {
+            if (m_plain) {
+                throw 1;
+            }
             AfxThrowResourceException();
         }
     }
     std::string m_call;
     int m_left;
+    bool m_plain;
 };
 
 const char* const kFont20 = "SelectObject(font height=20 width=0 escapement=0 weight=400 italic=0 face=\"宋体\")";
@@ -500,6 +507,36 @@ TEST(TextParmDraw, TooSmallOrBoundlessHeightsAreDrawnAtOnePixel) {
         parm.Draw(&dc, &scene.geometry);
         EXPECT_EQ(1, dc.font.lfHeight) << height;
     }
+}
+
+TEST(DesktopTextDraw, WhateverIsThrownIsShown) {
+    Scene scene;
+    BoxAnswer boxes({IDOK, IDOK});
+    OpenText text;
+    OpenParm parm;
+    FailingDC first("TextOut", 1, true);
+    Prepare(text).Draw(&first, &scene.geometry);
+    FailingDC second("TextOut", 1, true);
+    Prepare(parm, L"x").Draw(&second, &scene.geometry);
+    ASSERT_EQ(2u, boxes.Texts().size());
+    EXPECT_EQ(u8"CText::Draw出错:step=31", boxes.Texts()[0]);
+    EXPECT_EQ(u8"CTextParm::Draw出错:step=3", boxes.Texts()[1]);
+}
+
+TEST(TextDraw, AFontWithoutOutlinesIsDrawnLikeAnyOther) {
+    const BitmapFont bitmap;
+    Stage stage;
+    OpenText text;
+    Prepare(text).m_fontFaceName = L"NR Bitmap";
+    const Calls expected = {"SetBkMode(1)",
+                            "SetBkColor(0x00FFFFFF)",
+                            "SelectObject(font height=20 width=0 escapement=0 weight=400 italic=0 face=\"NR Bitmap\")",
+                            "SetTextColor(0x00123456)",
+                            "TextOut(10,579,\"Ab中\")",
+                            "SelectObject(font default)",
+                            "SetTextColor(0x00000000)"};
+    EXPECT_TRUE(SameCalls(expected, stage.Draw(text)));
+    EXPECT_EQ(static_cast<float>(SampleHeight(20, 0, L"NR Bitmap")), text.m_MinCalHeight);
 }
 
 TEST(DesktopTextParmDraw, AFailureIsShownWithItsOwnStages) {

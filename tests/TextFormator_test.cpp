@@ -4,6 +4,7 @@
 #include "MemoryInfo.h"
 #include "TextFormator.h"
 #include "TextSteps.h"
+#include "support/BitmapFont.h"
 #include "support/BoxAnswer.h"
 #include "support/TextObjects.h"
 
@@ -102,60 +103,6 @@ private:
     }
 
     HDC m_hDC;
-};
-
-// A font of pixels, 8 by 8, without outlines, under the name "NR Bitmap" while it lives.
-class BitmapFont {
-public:
-    BitmapFont() {
-        constexpr size_t kFirst = 32;
-        constexpr size_t kLast = 126;
-        constexpr size_t kGlyphs = kLast - kFirst + 2;
-        constexpr size_t kTable = 118;
-        constexpr size_t kBits = kTable + 4 * kGlyphs;
-        constexpr size_t kFace = kBits + 8 * kGlyphs;
-        const char name[] = "NR Bitmap";
-        m_file.assign(kFace + sizeof(name), 0);
-        Put(0, 0x200, 2); // version 2.0
-        Put(2, m_file.size(), 4);
-        Put(68, 6, 2);  // points
-        Put(70, 96, 2); // resolution, both ways
-        Put(72, 96, 2);
-        Put(74, 7, 2);   // ascent
-        Put(83, 400, 2); // weight
-        Put(86, 8, 2);   // width and height in pixels
-        Put(88, 8, 2);
-        Put(90, 0x30, 1); // fixed pitch, modern
-        Put(91, 8, 2);    // average and greatest width
-        Put(93, 8, 2);
-        Put(95, kFirst, 1);
-        Put(96, kLast, 1);
-        Put(99, kGlyphs, 2); // bytes in a row
-        Put(105, kFace, 4);
-        Put(113, kBits, 4);
-        for (size_t i = 0; i < kGlyphs; ++i) {
-            Put(kTable + 4 * i, 8, 2);
-            Put(kTable + 4 * i + 2, kBits + 8 * i, 2);
-            for (size_t row = 0; row < 8; ++row) {
-                Put(kBits + 8 * i + row, 0x7E, 1);
-            }
-        }
-        std::memcpy(&m_file[kFace], name, sizeof(name));
-        DWORD count = 0;
-        m_handle = ::AddFontMemResourceEx(m_file.data(), static_cast<DWORD>(m_file.size()), nullptr, &count);
-        EXPECT_EQ(1u, count);
-    }
-    ~BitmapFont() { ::RemoveFontMemResourceEx(m_handle); }
-
-private:
-    void Put(size_t at, size_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) {
-            m_file[at + static_cast<size_t>(i)] = static_cast<BYTE>(value >> (8 * i));
-        }
-    }
-
-    std::vector<BYTE> m_file;
-    HANDLE m_handle;
 };
 
 int Blocks() {
@@ -486,6 +433,10 @@ TEST(TextFormator, TheWidthCountsAsReachedAThousandthOfAPixelBefore) {
     const RECT rect = {0, 0, 30, 0};
     formator.DrawTextW(recorder.Handle(), text, -1, &rect, 0);
     EXPECT_EQ(L"aaa", recorder.Take().front().text);
+    const_cast<float*>(formator.m_CharPos)[3] = 39.998f; // 29.998: two thousandths short.
+    Recorder wider;
+    formator.DrawTextW(wider.Handle(), text, -1, &rect, 0);
+    EXPECT_EQ(L"aaa bbb", wider.Take().front().text);
 }
 
 TEST(TextFormator, TheNextLineKeepsTheFractionOfTheHeightAndTheSumDoesNot) {
@@ -518,6 +469,20 @@ TEST(TextFormator, LinesTurnAboutTheTopLeftCornerOfTheRectangle) {
     EXPECT_EQ(79, out[1].x);
     EXPECT_EQ(50, out[1].y);
     EXPECT_EQ(59, out[2].x);
+}
+
+TEST(TextFormator, TurnedLinesLeftOfThePictureAreTruncatedTowardsZero) {
+    CString text(L"a b c");
+    OpenFormator formator;
+    formator.RigEven(text, 20.5f);
+    formator.m_Rotation = 1.57079632675;
+    Recorder recorder;
+    const RECT rect = {0, 50, 1, 0};
+    formator.DrawTextW(recorder.Handle(), text, -1, &rect, 0);
+    const std::vector<Output> out = recorder.Take();
+    ASSERT_EQ(3u, out.size());
+    EXPECT_EQ(-20, out[1].x) << "-20.5";
+    EXPECT_EQ(-41, out[2].x);
 }
 
 TEST(TextFormator, ALineFeedAndATabStartNoLineAndTrailingBlanksAreTrimmed) {

@@ -175,6 +175,22 @@ TEST(Text, TheOffsetsOfTwoStandBeforeAndBehindTheTruncation) {
     EXPECT_EQ(0.0f, text.HitTest(CGePoint2d(5.0, 1.5))) << "last row: -0.5 truncated to 0, plus 2";
 }
 
+TEST(Text, BoxAndPointAreTruncatedTowardsZeroAlsoBelowIt) {
+    OpenText narrow;
+    narrow.SetPos(CGePoint2d(-4.5, 0.0));
+    narrow.SetTextWide(1.7f);
+    narrow.m_MinCalHeight = 8.5f;
+    // Left -2.5 and right -2.8 are both -2: nothing lies between them. The centre is (-2, -3).
+    EXPECT_FLOAT_EQ(3.0413813f, narrow.HitTest(CGePoint2d(-2.5, 0.0))) << "the root of 9.25";
+    OpenText text;
+    text.SetPos(CGePoint2d(-10.0, 0.0));
+    text.SetTextWide(9.5f);
+    text.m_MinCalHeight = 8.5f;
+    // Left -8, top -8.5, right -0.5.
+    EXPECT_EQ(0.0f, text.HitTest(CGePoint2d(-8.9, -8.9))) << "the point becomes (-8, -8), the top -8";
+    EXPECT_NE(0.0f, text.HitTest(CGePoint2d(-0.9, 0.0))) << "the point becomes 0, the right edge too";
+}
+
 TEST(Text, TheCentreIsHalvedTowardsZero) {
     OpenText text;
     text.SetPos(CGePoint2d(-7.0, 0.0));

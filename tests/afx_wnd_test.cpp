@@ -285,3 +285,27 @@ TEST(DesktopAfxWnd, ARegisteredClassNameIsTheSameForTheSameStyle) {
     EXPECT_EQ(Utf8(first), Utf8(AfxRegisterWndClass(CS_DBLCLKS)));
     EXPECT_NE(Utf8(first), Utf8(other));
 }
+
+TEST(DesktopAfxWnd, WithoutIdleTimeTemporaryGdiObjectsGoOnceThousandsHaveGathered) {
+    CGdiObject::DeleteTempMap();
+    Frame frame;
+    const auto handle = static_cast<HPEN>(::CreatePen(PS_SOLID, 1, RGB(1, 2, 3)));
+    const auto mark = static_cast<HPEN>(::GetStockObject(BLACK_PEN));
+    // The object is known again by a handle that is not its own.
+    CPen::FromHandle(handle)->m_hObject = mark;
+    frame.SendMessage(WM_NULL);
+    EXPECT_EQ(CPen::FromHandle(handle)->m_hObject, mark) << "a few are kept";
+    std::vector<HGDIOBJ> pens;
+    for (int i = 0; i < 5000; ++i) {
+        pens.push_back(::CreatePen(PS_SOLID, 1, static_cast<COLORREF>(i)));
+        ASSERT_NE(pens.back(), nullptr);
+        CGdiObject::FromHandle(pens.back());
+    }
+    EXPECT_EQ(CPen::FromHandle(handle)->m_hObject, mark) << "no message has ended yet";
+    frame.SendMessage(WM_NULL);
+    EXPECT_EQ(CPen::FromHandle(handle)->m_hObject, handle) << "a new object";
+    for (HGDIOBJ pen : pens)
+        ::DeleteObject(pen);
+    ::DeleteObject(handle);
+    CGdiObject::DeleteTempMap();
+}

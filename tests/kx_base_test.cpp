@@ -3,6 +3,8 @@
 #include <KxBaseClass.h>
 #include <KxFoundation.h>
 
+#include "support/DebugOutput.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -31,38 +33,6 @@ int CountAt(const wchar_t* file, int line) {
     }
     return 0;
 }
-
-// Everything that goes to the debugger while it lives.
-class DebugOutput {
-public:
-    DebugOutput() {
-        s_text.clear();
-        m_handler = ::AddVectoredExceptionHandler(1, OnException);
-    }
-    ~DebugOutput() { ::RemoveVectoredExceptionHandler(m_handler); }
-    std::wstring Text() const { return s_text; }
-
-private:
-    static LONG CALLBACK OnException(EXCEPTION_POINTERS* info) {
-        const EXCEPTION_RECORD& record = *info->ExceptionRecord;
-        // Windows raises the wide form first, Wine the narrow one alone, in its own code page: tests compare ASCII.
-        const DWORD wide = 0x4001000A;
-        const DWORD narrow = 0x40010006;
-        if (record.ExceptionCode == wide && record.NumberParameters >= 2) {
-            s_text += std::wstring(reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]));
-            return EXCEPTION_CONTINUE_EXECUTION;
-        }
-        if (record.ExceptionCode == narrow && record.NumberParameters >= 2) {
-            const std::string text = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
-            s_text.append(text.begin(), text.end());
-            return EXCEPTION_CONTINUE_EXECUTION;
-        }
-        return EXCEPTION_CONTINUE_SEARCH;
-    }
-    void* m_handler;
-    static std::wstring s_text;
-};
-std::wstring DebugOutput::s_text;
 
 } // namespace
 

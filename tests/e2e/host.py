@@ -189,11 +189,13 @@ def grab(x, y, width, height):
 
 class Demo:
     """with Demo(out, FILE) as demo: the program with its window up and painted."""
+    PROGRAM = "nrvv_demo.exe"
+    TITLE = "NRVectorView"
 
     def __init__(self, out, *arguments):
         self.out = out
         self.log = open(os.path.join(out, "demo.log"), "ab")
-        program = os.path.join(os.environ["NR_BUILD"], "bin", "nrvv_demo.exe")
+        program = os.path.join(os.environ["NR_BUILD"], "bin", self.PROGRAM)
         self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *arguments], stdin=subprocess.DEVNULL,
                                         stdout=self.log, stderr=self.log)
         try:
@@ -228,7 +230,7 @@ class Demo:
 
     def find_window(self):
         expect(self.process.poll() is None, f"the demo ended with {self.process.returncode}")
-        found = xdo("search", "--onlyvisible", "--name", "NRVectorView")[1].split()
+        found = xdo("search", "--onlyvisible", "--name", self.TITLE)[1].split()
         return found[-1] if found else None
 
     def place(self):
