@@ -5,6 +5,8 @@
 #include "Document.h"
 #include "PLine.h"
 
+#include <memory>
+
 IMPLEMENT_DYNAMIC(CCommandOperationOffset, CCommandOperation)
 
 // ---- Events --------------------------------------------------------------------------------------------------------
@@ -82,14 +84,15 @@ void CCommandOperationOffset::Pick(const CGePoint2d& point) {
 }
 
 void CCommandOperationOffset::KeepFormerState() {
-    auto* former = static_cast<CDrawable*>(m_pObject->GetRuntimeClass()->CreateObject());
+    // Owned here until the drawing has it: a host's kind may refuse to be read. Not entered with the leak tracer,
+    // unlike the system's other objects.
+    std::unique_ptr<CDrawable> former(static_cast<CDrawable*>(m_pObject->GetRuntimeClass()->CreateObject()));
     if (former == nullptr) {
         return;
     }
-    // Not entered with the leak tracer, unlike the system's other objects.
-    m_Memory.Restore(former);
-    m_pDocument->AddDrawAobjectFront(former);
-    former->SetDrawState(CDrawable::Normal);
+    m_Memory.Restore(former.get());
+    m_pDocument->AddDrawAobjectFront(former.get());
+    former.release()->SetDrawState(CDrawable::Normal);
     m_pDocument->RemoveAllSelected();
 }
 

@@ -23,16 +23,8 @@ CCommandOperation::ResultState COperationCreateObjAb::OnLButtonDown(unsigned int
     return RS_Continue;
 }
 
-CCommandOperation::ResultState COperationCreateObjAb::OnLButtonUp(unsigned int, CGePoint2d) {
-    return RS_Continue;
-}
-
 CCommandOperation::ResultState COperationCreateObjAb::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
     return CCommandOperation::OnMouseMove(nFlags, point);
-}
-
-CCommandOperation::ResultState COperationCreateObjAb::OnMouseWheel(unsigned int, short, CGePoint2d) {
-    return RS_Continue;
 }
 
 CCommandOperation::ResultState COperationCreateObjAb::OnRButtonDown(unsigned int, CGePoint2d) {

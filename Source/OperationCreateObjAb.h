@@ -11,9 +11,7 @@ public:
 
     void Execute() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int nFlags, short zDelta, CGePoint2d point) override;
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     // Lets the tool take off what it drew: an override of ErasShirrLine resets its own state in this moment.
     void PreRedraw() override;

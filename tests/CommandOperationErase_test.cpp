@@ -1,5 +1,7 @@
 // "erase" and "rotatetext": they act at once, and leave the running tool alone.
 
+#include "CommandOperationErase.h"
+#include "CommandOperationRotateText.h"
 #include "MemoryInfo.h"
 #include "TextParm.h"
 #include "support/ViewDriver.h"
@@ -19,6 +21,39 @@ float AngleOf(CText* text) {
     const float angle = row != nullptr ? row->m_Value.fltVal : -1.0f;
     rows.Clear();
     return angle;
+}
+
+// Whether a repaint of the whole view stands out. The boxes come up beside the view, so that they uncover nothing of
+// it.
+bool IsRepaintAskedFor(ViewDriver& d) {
+    CRect client;
+    CRect update;
+    d.view.GetClientRect(&client);
+    return ::GetUpdateRect(d.view.m_hWnd, &update, FALSE) && update == client;
+}
+
+// Buttons, moves, wheel and keys: nothing for a command that acts at once.
+template <typename Command>
+void ExpectAllEventsIgnored() {
+    ViewDriver d;
+    d.AddLine(100, 100, 150, 100);
+    d.TakeFresh();
+    CCommandOperation* command = new Command(&d.view, nullptr, &d.Tran(), &d.Document());
+    const CGePoint2d grip(100, 100);
+    EXPECT_EQ(command->OnLButtonDown(MK_LBUTTON, grip), CCommandOperation::RS_Continue);
+    EXPECT_EQ(command->OnLButtonUp(0, grip), CCommandOperation::RS_Continue);
+    EXPECT_EQ(command->OnMouseMove(0, grip), CCommandOperation::RS_Continue);
+    EXPECT_EQ(command->OnMouseWheel(0, 120, grip), CCommandOperation::RS_Continue);
+    EXPECT_EQ(command->OnRButtonDown(MK_RBUTTON, grip), CCommandOperation::RS_Continue);
+    EXPECT_EQ(command->OnKeyDown(VK_ESCAPE, 1, 0), CCommandOperation::RS_Continue);
+    EXPECT_EQ(d.AllWords(), "line (100,100)-(150,100) normal -1");
+    EXPECT_FALSE(IsRepaintAskedFor(d));
+    EXPECT_EQ(d.DifferenceFromFresh(), 0); // No marker on the grip.
+    delete command;
+}
+
+TEST(CommandOperationErase, ItIgnoresAllEvents) {
+    ExpectAllEventsIgnored<CCommandOperationErase>();
 }
 
 TEST(CommandOperationErase, YesUnlinksTheSelectedAndFreesNothing) {
@@ -47,6 +82,21 @@ TEST(CommandOperationErase, NoChangesNothingAndAsksForNoRepaint) {
     d.Manager().DoCommand(L"erase");
     EXPECT_EQ(d.AllWords(), "line (100,100)-(150,100) selected -1");
     EXPECT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
+}
+
+TEST(CommandOperationErase, YesAsksForARepaint) {
+    for (const bool selected : {true, false}) {
+        ViewDriver d;
+        CLine* line = d.AddLine(100, 100, 150, 100);
+        if (selected) {
+            d.Select(line);
+        }
+        d.TakeFresh();
+        BoxAnswer boxes({IDYES});
+        d.Manager().DoCommand(L"erase");
+        EXPECT_TRUE(IsRepaintAskedFor(d)) << selected;
+    }
 }
 
 TEST(CommandOperationErase, ItAsksAlsoWithNothingSelected) {
@@ -80,6 +130,10 @@ TEST(CommandOperationErase, AnErasedRepaintShowsNoneOfThem) {
     EXPECT_EQ(d.Take().Count(0), 400 * 300);
 }
 
+TEST(CommandOperationRotateText, ItIgnoresAllEvents) {
+    ExpectAllEventsIgnored<CCommandOperationRotateText>();
+}
+
 TEST(CommandOperationRotateText, TheAngleGoesToTheSelectedTexts) {
     ViewDriver d;
     auto* text = new CText;
@@ -103,7 +157,7 @@ TEST(CommandOperationRotateText, TheAngleGoesToTheSelectedTexts) {
     EXPECT_EQ(AngleOf(parm), 33.3f);
     EXPECT_EQ(AngleOf(other), 0.0f);
     EXPECT_EQ(Words(line), "line (1,2)-(3,4) selected -1");
-    EXPECT_TRUE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
+    EXPECT_TRUE(IsRepaintAskedFor(d));
 }
 
 TEST(CommandOperationRotateText, CancellingLeavesTheAngles) {
@@ -113,10 +167,12 @@ TEST(CommandOperationRotateText, CancellingLeavesTheAngles) {
     text->SetAngle(5);
     d.Document().AddDrawAobject(text);
     d.Select(text);
+    d.TakeFresh();
     DialogScript script({DialogScript::TypeAndAnswer(kAngle, L"90", IDCANCEL)});
     d.Manager().DoCommand(L"rotatetext");
     EXPECT_EQ(script.Seen(), 1u);
     EXPECT_EQ(AngleOf(text), 5.0f);
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
 }
 
 TEST(CommandOperationRotateText, WithoutATemplateNothingHappensAndNothingFails) {
@@ -126,6 +182,7 @@ TEST(CommandOperationRotateText, WithoutATemplateNothingHappensAndNothingFails) 
     text->SetAngle(5);
     d.Document().AddDrawAobject(text);
     d.Select(text);
+    d.TakeFresh();
     // The library's own resources, without those of this program: there is no such dialog among them.
     HINSTANCE before = AfxGetResourceHandle();
     AfxSetResourceHandle(::GetModuleHandle(L"NRVectorView.dll"));
@@ -134,6 +191,7 @@ TEST(CommandOperationRotateText, WithoutATemplateNothingHappensAndNothingFails) 
     AfxSetResourceHandle(before);
     EXPECT_EQ(script.Seen(), 0u);
     EXPECT_EQ(AngleOf(text), 5.0f);
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
 }
 
 TEST(CommandOperationRotateText, EachWordLeavesOneCommandBehindAsItsRequiredLife) {

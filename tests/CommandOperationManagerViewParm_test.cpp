@@ -64,6 +64,19 @@ TEST(CommandOperationManagerViewParm, WordsWorkAsInTheBase) {
     EXPECT_EQ(h.Engine().DoCommand(L"Viewmove"), 0);
 }
 
+TEST(CommandOperationInplaceEditViewParms, OnCancelCallsTheCancelOfADerivedOne) {
+    class Counting : public CCommandOperationInplaceEdit_ViewParms {
+    public:
+        using CCommandOperationInplaceEdit_ViewParms::CCommandOperationInplaceEdit_ViewParms;
+        void Cancel() override { ++cancelled; }
+        int cancelled = 0;
+    };
+    ParmHost h;
+    Counting op(&h.view, nullptr, h.view.GetVectorViewCoordTran(), h.view.GetDocument());
+    EXPECT_EQ(static_cast<CCommandOperation&>(op).OnCancel(), CCommandOperation::RS_Cancelled);
+    EXPECT_EQ(op.cancelled, 1);
+}
+
 // The library makes none and exports none; this program compiles the unit in.
 TEST(CommandOperationInplaceEditViewParms, ItAsksToStayAndDoesNothing) {
     ParmHost h;

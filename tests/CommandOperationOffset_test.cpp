@@ -2,11 +2,53 @@
 
 #include "CommandOperationOffset.h"
 #include "MemoryInfo.h"
+#include "support/AfxCaught.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
 
+// A host's kind that can't be made by its class.
+class OffsetHandMadePolyline : public CPLine {
+    DECLARE_DYNAMIC(OffsetHandMadePolyline)
+};
+IMPLEMENT_DYNAMIC(OffsetHandMadePolyline, CPLine)
+
+// A host's kind that writes itself and refuses to be read.
+class OffsetUnreadablePolyline : public CPLine {
+    DECLARE_DYNCREATE(OffsetUnreadablePolyline)
+public:
+    OffsetUnreadablePolyline() { ++s_alive; }
+    ~OffsetUnreadablePolyline() override { --s_alive; }
+    void Serialize(CArchive& ar) override {
+        if (ar.IsLoading()) {
+            AfxThrowArchiveException(CArchiveException::badClass, nullptr);
+        }
+        CPLine::Serialize(ar);
+    }
+    static int s_alive;
+};
+IMPLEMENT_DYNCREATE(OffsetUnreadablePolyline, CPLine)
+int OffsetUnreadablePolyline::s_alive = 0;
+
 namespace {
+
+// Whether a repaint of the whole view stands out; an edit box that goes asks for its own place only.
+bool IsRepaintAskedFor(ViewDriver& d) {
+    CRect client;
+    CRect update;
+    d.view.GetClientRect(&client);
+    return ::GetUpdateRect(d.view.m_hWnd, &update, FALSE) && update == client;
+}
+
+// From (100, 100) to (200, 100), in the drawing.
+template <typename Polyline>
+void AddLevel(ViewDriver& d) {
+    auto* line = new Polyline;
+    KX_ADD_MEMORY(line);
+    line->AddPoint(CGePoint2d(100, 100));
+    line->AddPoint(CGePoint2d(200, 100));
+    d.Document().AddDrawAobject(line);
+}
 
 TEST(CommandOperationOffset, TheSideClickMovesAsFarAsItLies) {
     ViewDriver d;
@@ -232,6 +274,168 @@ TEST(CommandOperationOffset, TheCopyIsTheStateAtThePick) {
     EXPECT_EQ(d.AllWords(), "pline (100,100) (200,100) normal -1; pline (100,150) (200,150) normal -1");
 }
 
+TEST(CommandOperationOffset, WithoutAMoveATypedDistanceGoesToTheSideOfTheZeroPoint) {
+    ViewDriver d;
+    d.AddPolyline({{100, 100}, {200, 100}});
+    d.Start(L"offset");
+    d.ClickAt(130, 102); // On the left of the direction; (0, 0) lies on the right.
+    d.TypeInEdit(L"25");
+    d.Manager().Execute();
+    EXPECT_EQ(d.AllWords(), "pline (100,100) (200,100) normal -1; pline (100,75) (200,75) normal -1");
+}
+
+TEST(CommandOperationOffset, ATypedDistanceMovesABentSegmentToTheRightWhereverTheCursorIs) {
+    for (const double y : {40.0, 180.0}) {
+        ViewDriver d;
+        CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
+        line->SetBulge(0, 0.00011);
+        d.Start(L"offset");
+        d.ClickAt(102, 101);
+        d.MoveTo(170, y);
+        d.TypeInEdit(L"25");
+        d.Manager().Execute();
+        EXPECT_EQ(d.AllWords(), "pline (100,100) (200,100) normal -1; pline (100,75) (200,75) normal -1") << y;
+    }
+}
+
+TEST(CommandOperationOffset, APressGivesTheMouseBackTheDistance) {
+    ViewDriver d;
+    d.AddPolyline({{100, 100}, {200, 100}});
+    d.Start(L"offset");
+    d.Manager().SetInEdit(1);
+    d.ClickAt(130, 103);
+    d.MoveTo(160, 143);
+    EXPECT_TRUE(d.IsBandDrawn());
+    EXPECT_NE(d.EditBox(), nullptr);
+    EXPECT_EQ(d.EditText(), "50"); // Thirty across, forty up.
+}
+
+TEST(CommandOperationOffset, TheMarkerShowsBeforeAndAfterThePickAndStandsStillWhileADistanceIsTyped) {
+    ViewDriver d;
+    d.AddPolyline({{100, 100}, {200, 100}});
+    d.AddLine(220, 200, 320, 160);
+    d.Start(L"offset");
+    d.MoveTo(222, 199);
+    ASSERT_TRUE(d.IsMarkDrawn());
+    EXPECT_TRUE(d.Mark() == CGePoint2d(220, 200));
+    d.MoveTo(130, 102);
+    EXPECT_FALSE(d.IsMarkDrawn());
+    d.ClickAt(130, 102);
+    d.MoveTo(318, 161);
+    ASSERT_TRUE(d.IsMarkDrawn());
+    EXPECT_TRUE(d.Mark() == CGePoint2d(320, 160));
+    d.Manager().SetInEdit(1);
+    d.MoveTo(222, 199);
+    EXPECT_TRUE(d.IsMarkDrawn());
+    EXPECT_TRUE(d.Mark() == CGePoint2d(320, 160));
+}
+
+// ---- Repaints ------------------------------------------------------------------------------------------------------
+
+TEST(CommandOperationOffset, ThePickAsksForARepaintAndAMissDoesNot) {
+    ViewDriver d;
+    d.AddPolyline({{100, 100}, {200, 100}});
+    d.Start(L"offset");
+    d.TakeFresh();
+    d.ClickAt(130, 180);
+    EXPECT_FALSE(IsRepaintAskedFor(d));
+    d.ClickAt(130, 102);
+    EXPECT_TRUE(IsRepaintAskedFor(d));
+}
+
+TEST(CommandOperationOffset, TheSideClickAsksForARepaint) {
+    ViewDriver d;
+    d.AddPolyline({{100, 100}, {200, 100}});
+    d.Start(L"offset");
+    d.ClickAt(130, 102);
+    d.MoveTo(160, 143); // The edit box goes with the tool.
+    d.TakeFresh();
+    EXPECT_FALSE(IsRepaintAskedFor(d));
+    d.PressAt(170, 140);
+    EXPECT_TRUE(IsRepaintAskedFor(d));
+}
+
+TEST(CommandOperationOffset, BreakingOffAsksForARepaintBeforeAndAfterThePick) {
+    for (const bool picked : {false, true}) {
+        for (const bool byButton : {false, true}) {
+            ViewDriver d;
+            d.AddPolyline({{100, 100}, {200, 100}});
+            d.Start(L"offset");
+            if (picked) {
+                d.ClickAt(130, 102);
+                d.MoveTo(160, 143);
+            }
+            d.TakeFresh();
+            if (byButton) {
+                d.RightAt(1, 1);
+            } else {
+                d.Manager().Cancel();
+            }
+            EXPECT_TRUE(IsRepaintAskedFor(d)) << picked << byButton;
+        }
+    }
+}
+
+TEST(CommandOperationOffset, ExecuteAsksForARepaintWhateverWasPicked) {
+    ViewDriver nothing;
+    nothing.AddPolyline({{100, 100}, {200, 100}});
+    ViewDriver line;
+    line.AddLine(100, 100, 200, 100);
+    ViewDriver polyline;
+    polyline.AddPolyline({{100, 100}, {200, 100}});
+    for (ViewDriver* d : {&nothing, &line, &polyline}) {
+        d->Start(L"offset");
+        if (d != &nothing) {
+            d->ClickAt(130, 102);
+            d->MoveTo(160, 143);
+        }
+        d->TakeFresh();
+        EXPECT_FALSE(IsRepaintAskedFor(*d));
+        d->Manager().Execute();
+        EXPECT_TRUE(IsRepaintAskedFor(*d));
+    }
+}
+
+// ---- Kinds of a host -----------------------------------------------------------------------------------------------
+
+TEST(CommandOperationOffset, AKindThatItsClassCannotMakeMovesWithoutACopy) {
+    ViewDriver d;
+    CLine* other = d.AddLine(5, 5, 6, 6);
+    AddLevel<OffsetHandMadePolyline>(d);
+    d.Select(other);
+    d.Start(L"offset");
+    d.ClickAt(130, 102);
+    d.ClickAt(170, 140);
+    // Deselecting the others belongs to the copy: what was selected before stays so.
+    EXPECT_EQ(d.AllWords(), "line (5,5)-(6,6) selected -1; pline (100,140) (200,140) normal -1");
+    d.Start(L"offset");
+    d.ClickAt(130, 142);
+    d.TypeInEdit(L"25");
+    d.Manager().Execute();
+    EXPECT_EQ(d.AllWords(), "line (5,5)-(6,6) selected -1; pline (100,115) (200,115) selected -1");
+}
+
+TEST(CommandOperationOffset, ACopyThatCannotBeReadIsFreed) {
+    {
+        ViewDriver d;
+        AddLevel<OffsetUnreadablePolyline>(d);
+        d.Start(L"offset");
+        d.ClickAt(130, 102);
+        EXPECT_EQ(ArchiveCause([&] { d.Manager().OnLButtonDown(MK_LBUTTON, CGePoint2d(170, 160)); }),
+                  CArchiveException::badClass);
+        EXPECT_EQ(OffsetUnreadablePolyline::s_alive, 1);
+        d.TypeInEdit(L"25");
+        EXPECT_EQ(ArchiveCause([&] { d.Manager().Execute(); }), CArchiveException::badClass);
+        EXPECT_EQ(OffsetUnreadablePolyline::s_alive, 1);
+        // Nothing has moved, and the command is still there.
+        EXPECT_EQ(d.AllWords(), "pline (100,100) (200,100) selected -1");
+        EXPECT_EQ(d.ToolName(), "CCommandOperationOffset");
+    }
+    EXPECT_EQ(OffsetUnreadablePolyline::s_alive, 0);
+}
+
+// ---- The picture ---------------------------------------------------------------------------------------------------
+
 TEST(CommandOperationOffset, ManyMovesLeaveThePictureOfTheLastOne) {
     ViewDriver many;
     ViewDriver one;
@@ -248,9 +452,21 @@ TEST(CommandOperationOffset, ManyMovesLeaveThePictureOfTheLastOne) {
     }
     many.MoveTo(243, 197);
     one.MoveTo(243, 197);
-    many.Manager().Cancel(); // The blinking box goes with the tool.
-    one.Manager().Cancel();
     EXPECT_EQ(many.BandEnd(), one.BandEnd());
+    // Without the edit box: its caret blinks.
+    CRect box;
+    ::GetWindowRect(one.EditBox(), &box);
+    one.view.ScreenToClient(&box);
+    const Picture a = many.Take();
+    const Picture b = one.Take();
+    int different = 0;
+    for (int y = 0; y < a.height; ++y) {
+        for (int x = 0; x < a.width; ++x) {
+            different += !box.PtInRect(CPoint(x, y)) && a.At(x, y) != b.At(x, y) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(different, 0);
+    many.Manager().Cancel();
     many.Update();
     EXPECT_EQ(many.DifferenceFromFresh(), 0);
 }

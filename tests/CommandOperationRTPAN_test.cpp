@@ -1,7 +1,5 @@
-// "viewmove", and the engine of the parameter view.
+// "viewmove": the drag with the left button, its cursor, its end.
 
-#include "CommandOperationManagerViewParm.h"
-#include "MemoryInfo.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +51,32 @@ TEST(CommandOperationRTPAN, EachPressBeginsAnew) {
     d.Move(CPoint(300, 205), MK_LBUTTON);
     EXPECT_EQ(d.Tran().GetOriginX(), -10.0);
     EXPECT_EQ(d.Tran().GetOriginY(), 5.0);
+}
+
+TEST(CommandOperationRTPAN, AHeldKeyDoesNotStopTheDrag) {
+    ViewDriver d;
+    d.Start(L"viewmove");
+    d.Send(WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, CPoint(100, 100));
+    d.Move(CPoint(112, 95), MK_LBUTTON | MK_SHIFT);
+    EXPECT_EQ(d.Tran().GetOriginX(), -12.0);
+    EXPECT_EQ(d.Tran().GetOriginY(), -5.0);
+}
+
+TEST(CommandOperationRTPAN, TheSnapSearchGoesOnAndThePanCountsPixels) {
+    ViewDriver d;
+    d.AddLine(100, 100, 200, 150);
+    d.Start(L"viewmove");
+    EXPECT_TRUE(d.Tracked().empty());
+    d.MoveTo(103, 102);
+    ASSERT_EQ(d.Tracked().size(), 1u);
+    EXPECT_TRUE(d.Tracked()[0] == CGePoint2d(100, 100));
+    d.PressAt(60, 150); // A press ends tracking.
+    EXPECT_TRUE(d.Tracked().empty());
+    d.MoveTo(103, 102, MK_LBUTTON);
+    EXPECT_EQ(d.Tracked().size(), 1u);
+    // 43 pixels to the right and 48 down; to the grip itself it would be 40 and 50.
+    EXPECT_EQ(d.Tran().GetOriginX(), -43.0);
+    EXPECT_EQ(d.Tran().GetOriginY(), 48.0);
 }
 
 TEST(CommandOperationRTPAN, TheRightButtonEndsItAndTheViewStaysWhereItIs) {

@@ -4,6 +4,7 @@
 #include "Dialog_DrawAbleProperty.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "PropertyDialogHost.h"
 #include "support/ViewHost.h"
 
 #include <gtest/gtest.h>
@@ -93,14 +94,19 @@ TEST(CommandSelectObj, AnObjectInTheStateSelectedButInNoListIsSelectedByAClick) 
     EXPECT_EQ(CDrawable::Normal, loaded->GetDrawState()) << "and so it can be let go of again";
 }
 
+namespace {
+
+class WithDialog : public CVectorView {
+public:
+    WithDialog() {
+        m_pDlgDrawAbleProperty = new CDialog_DrawAbleProperty(this);
+        KX_ADD_MEMORY(m_pDlgDrawAbleProperty);
+    }
+};
+
+} // namespace
+
 TEST(CommandSelectObj, ClicksAnnounceTheObjectToThePropertyDialogAlsoASelectedOne) {
-    class WithDialog : public CVectorView {
-    public:
-        WithDialog() {
-            m_pDlgDrawAbleProperty = new CDialog_DrawAbleProperty(this);
-            KX_ADD_MEMORY(m_pDlgDrawAbleProperty);
-        }
-    };
     ParentWindow parent;
     WithDialog view;
     view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
@@ -118,6 +124,50 @@ TEST(CommandSelectObj, ClicksAnnounceTheObjectToThePropertyDialogAlsoASelectedOn
     EXPECT_EQ(a, click(390, 10)) << "empty space says nothing";
     view.SendMessage(WM_KEYDOWN, 'A', 1);
     EXPECT_EQ(nullptr, view.GetDlgDrawAbleProperty()->GetObject());
+}
+
+TEST(CommandSelectObj, OfTwoSelectedObjectsTheOneSelectedFirstIsAnnounced) {
+    ParentWindow parent;
+    WithDialog view;
+    view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    ShowView(view, parent);
+    const Gdiplus::Color white(255, 255, 255, 255);
+    CDrawable* lower = view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 100), white, 1);
+    CDrawable* upper = view.AddLine(CGePoint2d(100, 101), CGePoint2d(300, 101), white, 1);
+    view.GetDocument()->AddSelected(upper);
+    view.GetDocument()->AddSelected(lower);
+    view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 200));
+    EXPECT_EQ(upper, view.GetDlgDrawAbleProperty()->GetObject());
+}
+
+TEST(CommandSelectObj, AClickRepaintsThePropertyDialogsWindow) {
+    class WithWindow : public CVectorView {
+    public:
+        void Provide() {
+            m_pDlgDrawAbleProperty = CreateDrawAbleProperty(this, GetParent());
+            ShowDrawAbleProperty(m_pDlgDrawAbleProperty, this, 1);
+        }
+    };
+    ParentWindow parent;
+    WithWindow view;
+    view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    ShowView(view, parent);
+    view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 100), Gdiplus::Color(255, 255, 255, 255), 1);
+    view.Provide();
+    const HWND dialog = view.GetDlgDrawAbleProperty()->m_hWnd;
+    CRect client;
+    ::GetClientRect(dialog, &client);
+    ASSERT_FALSE(client.IsRectEmpty());
+    // The first click selects, the second one announces only, and the third says nothing.
+    const CPoint clicks[] = {CPoint(150, 200), CPoint(150, 200), CPoint(390, 10)};
+    for (const CPoint& click : clicks) {
+        ::RedrawWindow(dialog, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        EXPECT_FALSE(::GetUpdateRect(dialog, nullptr, FALSE));
+        view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(click.x, click.y));
+        CRect update;
+        ::GetUpdateRect(dialog, &update, FALSE);
+        EXPECT_EQ(click.x == 150 ? client : CRect(), update);
+    }
 }
 
 TEST(CommandSelectObj, NetLinesCannotBePicked) {

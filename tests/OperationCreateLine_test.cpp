@@ -2,6 +2,7 @@
 
 #include "CommandOperationManager.h"
 #include "Line.h"
+#include "MemoryInfo.h"
 #include "OperationCreateObjAb.h"
 #include "support/ViewDriver.h"
 
@@ -10,6 +11,8 @@
 NR_PEEK(LineBandStart, CCommandOperation, CPoint, m_ShirrStart)
 NR_PEEK(LineBandEnd, CCommandOperation, CPoint, m_ShirrEnd)
 NR_PEEK(LineBandStyle, CCommandOperation, int, m_ShirrPenStyle)
+NR_PEEK(LineTool, CCommandOperation, CCommandOperation*, m_pCommand)
+NR_PEEK(LineTracked, CCommandOperationManager, CGePointArray, m_GripPoints)
 
 namespace {
 
@@ -44,6 +47,7 @@ TEST(OperationCreateLine, TwoClicksMakeALineAndEndTheTool) {
     ::ValidateRect(d.view.m_hWnd, nullptr);
     d.Send(WM_LBUTTONDOWN, MK_LBUTTON, CPoint(150, 200));
     d.ExpectLast(50, 240, 150, 100);
+    EXPECT_TRUE(CKXMemoryManager::Instance()->IsKnown(d.Last()));
     EXPECT_FALSE(d.Running()) << "the tool does not repeat";
     EXPECT_TRUE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
 }
@@ -81,6 +85,19 @@ TEST(OperationCreateLine, TheRightButtonBreaksOffAndTakesTheBandAway) {
     EXPECT_EQ(0, fresh.Difference(d.Take()));
     EXPECT_EQ(0, d.Objects().GetSize());
     EXPECT_FALSE(d.Running());
+}
+
+TEST(OperationCreateLine, TheRightButtonBreaksOffBeforeTheFirstClickToo) {
+    Drawing d;
+    const Picture fresh = d.TakeFresh();
+    d.Move(CPoint(150, 200));
+    EXPECT_EQ(CCommandOperation::RS_Cancelled,
+              PeekAt<CCommandOperation>(d.Manager(), LineTool())->OnRButtonDown(MK_RBUTTON, CGePoint2d(150, 100)));
+    EXPECT_TRUE(d.Running()) << "ending it is the manager's part";
+    d.RightClick(CPoint(150, 200));
+    EXPECT_FALSE(d.Running());
+    EXPECT_EQ(0, fresh.Difference(d.Take()));
+    EXPECT_EQ(0, d.Objects().GetSize());
 }
 
 TEST(OperationCreateLine, ADozenMovesWithSnapsAndTrackingLeaveThePictureAsItWas) {
@@ -226,6 +243,21 @@ TEST(OperationCreateLine, TheBandFollowsTheOrthoLock) {
     EXPECT_EQ(PS_SOLID, d.BandStyle());
 }
 
+TEST(OperationCreateLine, UnderTheOrthoLockThePointBehindItIsTracked) {
+    Drawing d;
+    d.view.AddLine(CGePoint2d(200, 195), CGePoint2d(390, 20), Gdiplus::Color(255, 0, 255, 0), 1);
+    d.Manager().SetDrawObjLatus(1);
+    d.Manager().SetOsnapMode(7);
+    d.Click(CPoint(100, 100));
+    // Snaps to (200, 195), which the lock brings to (200, 200): the grip is near that one too, so the marker shows.
+    d.Move(CPoint(202, 106));
+    const CGePointArray& tracked = PeekAt(d.Manager(), LineTracked());
+    ASSERT_EQ(3, tracked.GetSize());
+    EXPECT_TRUE(tracked.GetAt(0) == CGePoint2d(100, 200)) << "the start point";
+    EXPECT_TRUE(tracked.GetAt(1) == CGePoint2d(200, 195)) << "the engine's own";
+    EXPECT_TRUE(tracked.GetAt(2) == CGePoint2d(200, 200));
+}
+
 TEST(OperationCreateLine, UnderTheOrthoLockLessThanAUnitIsLevel) {
     Drawing d;
     d.Tran().SetScale(0.25f);
@@ -279,7 +311,19 @@ public:
     using COperationCreateObjAb::m_ClickCount;
     using COperationCreateObjAb::m_LastPoint;
     using COperationCreateObjAb::m_pCurrentObject;
+    using COperationCreateObjAb::m_SnapEnabled;
     using COperationCreateObjAb::OnCreateObject;
+    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+
+    // The candidate that is refused, by object and place; none at first.
+    CDrawable* refusedObject = nullptr;
+    int refusedGrip = -1;
+
+protected:
+    int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d) override {
+        return object == refusedObject && gripIndex == refusedGrip ? 0 : 1;
+    }
 };
 
 } // namespace
@@ -320,6 +364,64 @@ TEST(OperationCreateObjAb, TheObjectBeingBuiltIsSearchedLast) {
     host.view.AddLine(CGePoint2d(105, 100), CGePoint2d(300, 300), Gdiplus::Color(255, 0, 0, 0), 1);
     EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
     EXPECT_EQ(105.0, hit.x);
+}
+
+TEST(OperationCreateObjAb, TheNetIsSearchedBehindTheDrawing) {
+    ViewHost host;
+    PlainTool tool(host);
+    tool.SetOsnapMode(7);
+    auto* net = new CLine;
+    net->SetStartPoint(CGePoint2d(100, 100));
+    host.Document().AddNetobject(net);
+    CLine building;
+    building.SetStartPoint(CGePoint2d(103, 100));
+    tool.m_pCurrentObject = &building;
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(100.0, hit.x) << "before the object being built";
+    host.view.AddLine(CGePoint2d(105, 100), CGePoint2d(300, 300), Gdiplus::Color(255, 0, 0, 0), 1);
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(105.0, hit.x);
+    net->SetIsShow(0);
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(97, 100), hit));
+    EXPECT_EQ(103.0, hit.x) << "a hidden line of the net is passed over";
+}
+
+TEST(OperationCreateObjAb, WithSnapOffNothingIsFound) {
+    ViewHost host;
+    PlainTool tool(host);
+    host.view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 300), Gdiplus::Color(255, 0, 0, 0), 1);
+    CGePoint2d hit;
+    tool.m_SnapEnabled = 0;
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+    tool.m_SnapEnabled = 1;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
+}
+
+TEST(OperationCreateObjAb, ARefusedCandidateIsPassedOver) {
+    ViewHost host;
+    PlainTool tool(host);
+    tool.SetOsnapMode(7);
+    const Gdiplus::Color black(255, 0, 0, 0);
+    CDrawable* first = host.view.AddLine(CGePoint2d(100, 100), CGePoint2d(300, 300), black, 1);
+    CDrawable* second = host.view.AddLine(CGePoint2d(300, 20), CGePoint2d(104, 100), black, 1);
+    CGePoint2d hit;
+    tool.refusedObject = first;
+    tool.refusedGrip = 0;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(104.0, hit.x);
+    tool.refusedObject = second; // Its start, far away.
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(100.0, hit.x);
+    // Alone, the refused one leaves nothing; with the feet before the grips the count begins with the foot.
+    second->SetIsShow(0);
+    tool.refusedObject = first;
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    tool.SetOsnapMode(15);
+    tool.m_ClickCount = 1;
+    tool.m_LastPoint = CGePoint2d(50, 50); // On the line's own extension: so is its foot, far away.
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(101, 101), hit));
+    EXPECT_EQ(100.0, hit.x);
 }
 
 TEST(OperationCreateObjAb, ANewObjectTakesTheForegroundColourAndNoneIsFine) {
