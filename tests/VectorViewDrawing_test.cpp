@@ -341,17 +341,23 @@ TEST_F(VectorViewDrawing, SegmentsHaveTheColourOfThePolyline) {
     // Three segments, the last one back to the start: curved, curved, straight.
     TwoVertices();
     Vertex(10, 50, 0, L"C", L"c");
-    view.AddPLine(pts, bulges, kColor, names, msgs, 5, 0);
-    RecordingDC dc;
-    ASSERT_EQ(1, view.VectorPaint(&dc));
-    std::vector<std::string> pens;
-    for (const std::string& call : dc.Calls()) {
-        if (call.find("SelectObject(pen style") == 0) {
-            pens.push_back(call.substr(call.find("color")));
+    CDrawable* pline = view.AddPLine(pts, bulges, kColor, names, msgs, 5, 0);
+    const auto pens = [this] {
+        RecordingDC dc;
+        EXPECT_EQ(1, view.VectorPaint(&dc));
+        std::vector<std::string> colors;
+        for (const std::string& call : dc.Calls()) {
+            if (call.find("SelectObject(pen style") == 0) {
+                colors.push_back(call.substr(call.find("color")));
+            }
         }
-    }
+        return colors;
+    };
     // 0x102030 with red lowest.
-    EXPECT_EQ(std::vector<std::string>(3, "color=0x00302010)"), pens);
+    EXPECT_EQ(std::vector<std::string>(3, "color=0x00302010)"), pens());
+    // No segment has one of its own: they follow.
+    pline->SetPenColor(RGB(1, 2, 3));
+    EXPECT_EQ(std::vector<std::string>(3, "color=0x00030201)"), pens());
 }
 
 // ---- Texts ---------------------------------------------------------------------------------------------------------

@@ -13,6 +13,9 @@ namespace {
 constexpr UINT kViewId = 77;
 
 std::string NameOf(CText* text) {
+    if (text == nullptr) {
+        return "none";
+    }
     auto* parm = DYNAMIC_DOWNCAST(CTextParm, text);
     return parm != nullptr ? Narrow(parm->GetParmName()) : Narrow(text->GetText());
 }
