@@ -38,8 +38,9 @@ void CDrawableProperty::Clear() {
 
 CSimpleProperty* CDrawableProperty::Find(CString key) {
     for (INT_PTR i = 0; i < m_Rows.GetSize(); ++i) {
-        if (m_Rows[i]->m_Key.Compare(key) == 0) {
-            return m_Rows[i];
+        CSimpleProperty* row = m_Rows[i];
+        if (row != nullptr && row->m_Key.Compare(key) == 0) {
+            return row;
         }
     }
     return nullptr;

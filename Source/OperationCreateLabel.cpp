@@ -109,7 +109,10 @@ void COperationCreateLabel::SetHeight(const CGePoint2d& point) {
     const bool clockwise = a1 > a2;
     const CGeVector2d r = u.rotateBy(clockwise ? -kQuarterTurn : kQuarterTurn);
     const double t = clockwise ? a1 - a2 : a2 - a1;
-    const double h = std::sin(t) * m_SecondPoint.distance(point);
+    // The second point itself, where the pointer stands right after its click, lies on the measured line, though no
+    // angle leads there.
+    const double distance = m_SecondPoint.distance(point);
+    const double h = distance > 0.0 ? std::sin(t) * distance : 0.0;
     Label()->SetLeftLabel(m_FirstPoint, m_FirstPoint + r.normal() * h);
     Label()->SetRightLabel(m_SecondPoint, m_SecondPoint + r.normal() * h);
 }

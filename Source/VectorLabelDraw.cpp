@@ -127,10 +127,10 @@ void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
             CPen pen(PS_SOLID, Truncate(width), color);
             CScopedPen selected(pDC, &pen);
             // Not the R2_NOT of the other objects.
-            const int oldRop = pDC->SetROP2(R2_MASKPENNOT);
+            CScopedRop rop(pDC, R2_MASKPENNOT);
             DoDrawLable(pDC, a, b, c, d, len, half, hole);
             selected.Restore();
-            pDC->SetROP2(oldRop);
+            rop.Restore();
             pDC->SetBkMode(oldMode);
         }
         step = L"2";

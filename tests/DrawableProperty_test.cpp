@@ -17,6 +17,17 @@ TEST(DrawableProperty, FindGivesTheFirstRowOfAKeyWithCase) {
     EXPECT_EQ(nullptr, list.Find(L"color"));
 }
 
+TEST(DrawableProperty, ANullRowOfAHostIsPassedOver) {
+    CDrawableProperty list;
+    list.Add(nullptr);
+    PropertyRows::AddLong(list, L"k", L"label", 1);
+    ASSERT_NE(nullptr, list.Find(L"k"));
+    EXPECT_EQ(CString(L"label"), list.Find(L"k")->GetLabel());
+    EXPECT_EQ(nullptr, list.Find(L"other"));
+    EXPECT_EQ(nullptr, list.GetRow(0));
+    list.Clear();
+}
+
 TEST(DrawableProperty, ARowBehindAnotherOfItsKeyIsNeverTakenBack) {
     CDrawableProperty list;
     PropertyRows::AddLong(list, L"k", L"first", 1);

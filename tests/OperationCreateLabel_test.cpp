@@ -105,6 +105,42 @@ TEST(OperationCreateLabel, AThirdPointOnTheMeasuredLineLeavesTheDimensionLineOnI
     ExpectLabel(d, {100, 100}, {100, 100}, {200, 100}, {200, 100});
 }
 
+TEST(OperationCreateLabel, AThirdPointOnAnEndOrBeyondLeavesTheDimensionLineOnTheMeasuredOne) {
+    // The second end itself is where the pointer stands right after its click, and where it snaps to.
+    for (const double x : {200.0, 100.0, 250.0, 60.0}) {
+        ViewDriver d;
+        d.Start(L"DrawLabel");
+        d.ClickAt(100, 100);
+        d.ClickAt(200, 100);
+        d.MoveTo(x, 100);
+        d.MoveTo(150, 130);
+        d.MoveTo(x, 100);
+        d.ClickAt(x, 100);
+        ASSERT_FALSE(d.IsRunning()) << x;
+        ExpectLabel(d, {100, 100}, {100, 100}, {200, 100}, {200, 100});
+    }
+}
+
+TEST(OperationCreateLabel, TheSecondClickShowsTheFlatLabelAndTheNextMoveTakesItOff) {
+    ViewDriver d;
+    d.TakeFresh();
+    d.Start(L"DrawLabel");
+    d.ClickAt(100, 100);
+    d.ClickAt(200, 100);
+    const auto whiteInRow = [](const Picture& picture, int y) {
+        int count = 0;
+        for (int x = 110; x < 190; ++x) {
+            count += picture.At(x, y) == RGB(255, 255, 255) ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_GT(whiteInRow(d.Take(), 200), 20) << "the drawing's 100 is row 200";
+    d.MoveTo(150, 180);
+    const Picture moved = d.Take();
+    EXPECT_EQ(whiteInRow(moved, 200), 0);
+    EXPECT_GT(whiteInRow(moved, 120), 20);
+}
+
 TEST(OperationCreateLabel, TheColourIsItsOwnWhateverTheForeground) {
     ViewDriver d;
     d.Document().SetFGColorIndex(9);

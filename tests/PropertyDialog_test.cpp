@@ -302,7 +302,15 @@ TEST_F(PropertyDialog, TheOtherCodesAreAnsweredWithZero) {
     RowsObject object;
     dialog->LoadObject(&object);
     for (const int code : {-163, -175, -180, -161, -164}) {
-        EXPECT_EQ(0, Tell(static_cast<UINT>(code), 1, 1, L"5")) << code;
+        NMSHEETGRID tell = {};
+        tell.hdr.code = static_cast<UINT>(code);
+        tell.nRow = 1;
+        tell.nCol = 1;
+        tell.strText = L"5";
+        LRESULT result = 7;
+        AFX_NOTIFY notify = {&result, &tell.hdr};
+        EXPECT_TRUE(dialog->OnCmdMsg(1000, code, &notify, nullptr)) << code << " is handled";
+        EXPECT_EQ(0, result) << code;
     }
     EXPECT_EQ(0, object.given);
     dialog->LoadObject(nullptr);

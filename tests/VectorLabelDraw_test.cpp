@@ -436,7 +436,7 @@ TEST(VectorLabelDraw, ALabelWithoutDimensionLineHasAFigureNobodySees) {
     Place(label).SetTextShow(1);
     label.SetRightLabelEndPt(label.GetLeftLabelEntPt());
     EXPECT_EQ("TextOut(-2147483648,-2147483648,\"0\")", FigureOf(stage.Draw(label)).text);
-    EXPECT_EQ(0.0f, label.HitTest(CGePoint2d(100, 150))) << "its place, no number, is passed over";
+    EXPECT_EQ(0.0f, label.HitTest(CGePoint2d(100, 150))) << "the left extension line";
 }
 
 // ---- Filling -------------------------------------------------------------------------------------------------------
