@@ -74,7 +74,7 @@ int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
 int CVectorViewParm::ResetVectorView() {
     if (m_pEditParm != nullptr) {
         CTextParm* parm = m_pEditParm;
-        if (!HasLeft(m_EditMark)) {
+        if (!HasLeft(m_EditStanding)) {
             CallOnEndEdit(parm);
         }
         m_pEditParm = nullptr;
@@ -126,17 +126,17 @@ bool CVectorViewParm::IsInDrawing(const CTextParm* parm) {
     return false;
 }
 
-CVectorViewParm::Mark CVectorViewParm::MarkOf(const CTextParm* parm) {
+CVectorViewParm::ParmStanding CVectorViewParm::StandingOf(const CTextParm* parm) {
     return {parm, GetDocument()->GetGeneration(), IsInDrawing(parm)};
 }
 
-bool CVectorViewParm::HasLeft(Mark& mark) {
-    if (!mark.isListed) {
-        mark = MarkOf(mark.parm);
+bool CVectorViewParm::HasLeft(ParmStanding& standing) {
+    if (!standing.isListed) {
+        standing = StandingOf(standing.parm);
         return false;
     }
     // Of a drawing that was freed an equal address proves nothing.
-    return mark.generation != GetDocument()->GetGeneration() || !IsInDrawing(mark.parm);
+    return standing.generation != GetDocument()->GetGeneration() || !IsInDrawing(standing.parm);
 }
 
 // ---- Notifications -------------------------------------------------------------------------------------------------

@@ -107,7 +107,7 @@ private:
     static constexpr UINT_PTR kTipTool = 1; // The tooltip's one tool.
 
     // What is known of a parameter before hooks run.
-    struct Mark {
+    struct ParmStanding {
         const CTextParm* parm = nullptr; // Compared only.
         unsigned long long generation = 0;
         bool isListed = false; // Whether it stands in the drawing.
@@ -117,10 +117,10 @@ private:
     void Notify(UINT code);
     // Compares addresses only, so that a pointer whose object may be gone can be asked about.
     bool IsInDrawing(const CTextParm* parm);
-    Mark MarkOf(const CTextParm* parm);
+    ParmStanding StandingOf(const CTextParm* parm);
     // Whether the parameter has left the drawing since. One that the host keeps to itself leaves nothing; once it is
     // seen in the drawing, it is marked as such.
-    bool HasLeft(Mark& mark);
+    bool HasLeft(ParmStanding& standing);
     // Whether that very edit is still open. Closes it when its parameter has left the drawing.
     bool ContinueEdit(const CTextParm* parm, unsigned int serial);
     void CloseEdit();
@@ -131,7 +131,7 @@ private:
 
     HFONT m_hEditFont = nullptr;   // The box's font; owned.
     unsigned int m_EditSerial = 0; // Counts the edits: one that a hook opened is told from the one that ends.
-    Mark m_EditMark;               // Of the parameter being edited.
+    ParmStanding m_EditStanding;   // Of the parameter being edited.
     bool m_bInEndEdit = false;
     bool m_bInOnEndEdit = false;
 };

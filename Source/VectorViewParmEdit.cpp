@@ -34,9 +34,9 @@ int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {
             continue;
         }
         if (auto* parm = DYNAMIC_DOWNCAST(CTextParm, obj)) {
-            Mark mark = MarkOf(parm);
+            ParmStanding standing = StandingOf(parm);
             DoEndEdit();
-            if (HasLeft(mark)) {
+            if (HasLeft(standing)) {
                 return 1;
             }
             if (parm->GetNeedEditBox() != 0) {
@@ -71,20 +71,20 @@ void CVectorViewParm::EditOverText(CTextParm* parm) {
 }
 
 void CVectorViewParm::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, int m, CString text) {
-    Mark mark = MarkOf(parm);
+    ParmStanding standing = StandingOf(parm);
     DoEndEdit();
-    if (parm == nullptr || HasLeft(mark)) {
+    if (parm == nullptr || HasLeft(standing)) {
         return;
     }
     OnPreEditParm(parm, n, m, text);
-    if (HasLeft(mark) || CanParmEdit(parm) == 0 || HasLeft(mark)) {
+    if (HasLeft(standing) || CanParmEdit(parm) == 0 || HasLeft(standing)) {
         return;
     }
     CreateInplaceEdit(parm, rect, n);
     // An edit that was refused its end is overwritten here: its text is lost, and no hook hears of it.
     m_pEditParm = parm;
     ++m_EditSerial;
-    m_EditMark = mark;
+    m_EditStanding = standing;
     // What the hook did to n, m and text stays with the hook.
     m_Edit.ShowEdit(rect, parm->GetText(), 0, 0, L"");
 }
@@ -125,7 +125,7 @@ bool CVectorViewParm::ContinueEdit(const CTextParm* parm, unsigned int serial) {
         // A hook has broken the edit off, or opened another one, which stays open.
         return false;
     }
-    if (HasLeft(m_EditMark)) {
+    if (HasLeft(m_EditStanding)) {
         CloseEdit();
         return false;
     }
