@@ -1,11 +1,14 @@
 // "translation", "rotation", "mirroring", "copy": the objects themselves move, and what the question decides.
 
 #include "Arc.h"
+#include "CenterPoint.h"
+#include "CombRect.h"
 #include "CommandOperationTrans.h"
 #include "MemoryInfo.h"
 #include "TextParm.h"
 #include "VectorLabel.h"
 #include "support/AfxCaught.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
@@ -14,6 +17,24 @@
 #include <cmath>
 
 NR_PEEK(TransPreview, CCommandOperationTrans, int, m_PreviewDrawn)
+NR_PEEK(TransRunning, CCommandOperation, CCommandOperation*, m_pCommand)
+
+// A host's kind that can't be made by its class.
+class TransHandMadeLine : public CLine {
+    DECLARE_DYNAMIC(TransHandMadeLine)
+};
+IMPLEMENT_DYNAMIC(TransHandMadeLine, CLine)
+
+// A host's kind that knows how many of it there are.
+class TransCountedLine : public CLine {
+    DECLARE_DYNCREATE(TransCountedLine)
+public:
+    TransCountedLine() { ++s_alive; }
+    ~TransCountedLine() override { --s_alive; }
+    static int s_alive;
+};
+IMPLEMENT_DYNCREATE(TransCountedLine, CLine)
+int TransCountedLine::s_alive = 0;
 
 namespace {
 
@@ -57,6 +78,49 @@ TEST(CommandOperationTrans, YesLeavesTheMovedOnesAndNewOnesAtTheOldPlace) {
     EXPECT_EQ(d.AllWords(), "line (130,160)-(180,160) normal -1; line (100,100)-(150,100) normal -1");
     EXPECT_EQ(d.Object(0), line);
     EXPECT_EQ(d.Selected().GetSize(), 0);
+}
+
+TEST(CommandOperationTrans, TheQuestionOffersYesAndNoAlone) {
+    for (LPCTSTR word : {L"translation", L"rotation", L"mirroring"}) {
+        ViewDriver d;
+        SelectedLine(d);
+        d.Start(word);
+        d.ClickAt(20, 20);
+        DialogScript script({[&](HWND box) {
+            const auto isOffered = [&](int button) {
+                HWND control = ::GetDlgItem(box, button);
+                return control != nullptr && (::GetWindowLong(control, GWL_STYLE) & WS_VISIBLE) != 0;
+            };
+            EXPECT_TRUE(isOffered(IDYES)) << Utf8(word);
+            EXPECT_TRUE(isOffered(IDNO)) << Utf8(word);
+            for (int button : {IDOK, IDCANCEL, IDABORT, IDRETRY, IDIGNORE, IDHELP}) {
+                EXPECT_FALSE(isOffered(button)) << Utf8(word) << " " << button;
+            }
+            DialogScript::Answer(IDNO)(box);
+        }});
+        d.ClickAt(50, 80);
+        EXPECT_EQ(script.Seen(), 1u);
+    }
+}
+
+TEST(CommandOperationTrans, EveryFinishAsksForARepaintThatWipesThePreview) {
+    for (LPCTSTR word : {L"translation", L"rotation", L"mirroring", L"copy"}) {
+        for (int answer : {IDYES, IDNO}) {
+            ViewDriver d;
+            SelectedLine(d);
+            d.TakeFresh();
+            d.Start(word);
+            d.ClickAt(20, 20);
+            d.MoveTo(60, 50);
+            ::ValidateRect(d.view.m_hWnd, nullptr);
+            BoxAnswer boxes({answer});
+            d.PressAt(70, 60);
+            EXPECT_FALSE(d.IsRunning()) << Utf8(word) << " " << answer;
+            EXPECT_TRUE(IsRepaintAskedFor(d.view)) << Utf8(word) << " " << answer;
+            d.Update();
+            EXPECT_EQ(d.DifferenceFromFresh(), 0) << Utf8(word) << " " << answer;
+        }
+    }
 }
 
 TEST(CommandOperationTrans, CopyKeepsTheOriginalsWithoutAsking) {
@@ -124,11 +188,15 @@ TEST(CommandOperationTrans, TheRightButtonPutsBackWhatMoved) {
     d.ClickAt(20, 20);
     d.MoveTo(60, 70);
     d.TakeResults();
+    ::ValidateRect(d.view.m_hWnd, nullptr);
     d.RightAt(60, 70);
     EXPECT_EQ(d.TakeResults(), "right 1");
     EXPECT_FALSE(d.IsRunning());
     EXPECT_EQ(Words(line), "line (100,100)-(150,100) selected -1");
     EXPECT_EQ(d.Selected().GetSize(), 1);
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
+    d.Update();
+    EXPECT_EQ(d.DifferenceFromFresh(), 0);
 }
 
 TEST(CommandOperationTrans, TheRightButtonBeforeTheBaseRaisesAndTheToolStays) {
@@ -314,10 +382,82 @@ TEST(CommandOperationTrans, EveryKindIsMovedKeptAndRestored) {
     EXPECT_EQ(Words(d.Object(12)), "textparm (0,0) 12 normal -1");
 }
 
+TEST(CommandOperationTrans, MarksAndFramesOfTheHostAreKeptAndRestoredAndAFrameDoesNotMove) {
+    ViewDriver d;
+    auto* mark = new CCenterPoint(Gdiplus::PointF(150, 150));
+    auto* frame = new CCombRect;
+    frame->SetPoint(CGePoint2d(10, 20), CGePoint2d(30, 40));
+    frame->SetVectorId(L"A7");
+    for (CDrawable* object : {static_cast<CDrawable*>(mark), static_cast<CDrawable*>(frame)}) {
+        KX_ADD_MEMORY(object);
+        d.Document().AddDrawAobject(object);
+        d.Select(object);
+    }
+    const auto expectFrame = [](CDrawable* object) {
+        auto* seen = DYNAMIC_DOWNCAST(CCombRect, object);
+        ASSERT_NE(seen, nullptr);
+        CGePoint2d a;
+        CGePoint2d b;
+        seen->GetPoint(a, b);
+        EXPECT_TRUE(a == CGePoint2d(10, 20));
+        EXPECT_TRUE(b == CGePoint2d(30, 40));
+        EXPECT_EQ(Utf8(seen->GetVectorId()), "A7");
+    };
+    d.Start(L"translation");
+    d.ClickAt(300, 30);
+    d.MoveTo(310, 50);
+    EXPECT_TRUE(mark->GetCenter() == CGePoint2d(160, 170));
+    expectFrame(frame);
+    frame->SetVectorId(L"changed");
+    d.RightAt(1, 1);
+    EXPECT_TRUE(mark->GetCenter() == CGePoint2d(150, 150));
+    expectFrame(frame);
+    d.Start(L"copy");
+    d.ClickAt(300, 30);
+    d.ClickAt(310, 50);
+    ASSERT_EQ(d.Count(), 4);
+    EXPECT_EQ(d.Object(0), mark);
+    EXPECT_EQ(d.Object(1), frame);
+    EXPECT_TRUE(mark->GetCenter() == CGePoint2d(160, 170));
+    expectFrame(frame);
+    auto* original = DYNAMIC_DOWNCAST(CCenterPoint, d.Object(2));
+    ASSERT_NE(original, nullptr);
+    EXPECT_TRUE(original->GetCenter() == CGePoint2d(150, 150));
+    expectFrame(d.Object(3));
+    for (INT_PTR i = 0; i < 4; ++i) {
+        EXPECT_EQ(d.Object(i)->GetDrawState(), CDrawable::Normal) << i;
+    }
+}
+
+TEST(CommandOperationTrans, AKindThatItsClassCannotMakeMovesAndGetsNoSecondObjectNorDoThoseBehindIt) {
+    ViewDriver d;
+    SelectedLine(d);
+    auto* own = new TransHandMadeLine;
+    auto* counted = new TransCountedLine;
+    own->SetStartPoint(CGePoint2d(10, 200));
+    own->SetEndPoint(CGePoint2d(20, 200));
+    counted->SetStartPoint(CGePoint2d(200, 200));
+    counted->SetEndPoint(CGePoint2d(250, 200));
+    for (CDrawable* object : {static_cast<CDrawable*>(own), static_cast<CDrawable*>(counted)}) {
+        KX_ADD_MEMORY(object);
+        d.Document().AddDrawAobject(object);
+        d.Select(object);
+    }
+    d.Start(L"copy");
+    d.ClickAt(20, 20);
+    d.ClickAt(50, 80);
+    EXPECT_FALSE(d.IsRunning());
+    EXPECT_EQ(d.AllWords(), "line (130,160)-(180,160) normal -1; line (40,260)-(50,260) normal -1; "
+                            "line (230,260)-(280,260) normal -1; line (100,100)-(150,100) normal -1");
+    EXPECT_EQ(d.Selected().GetSize(), 0);
+    EXPECT_EQ(TransCountedLine::s_alive, 1) << "what was made and not used is freed";
+}
+
 TEST(CommandOperationTrans, RestoringRunsTheRulesOfLoading) {
     ViewDriver d;
     CPLine* pline = d.AddPolyline({{100, 100}, {150, 100}, {150, 150}});
     pline->SetSLPenColor(0, RGB(1, 2, 3));
+    EXPECT_GT(d.TakeFresh().Count(RGB(1, 2, 3)), 0);
     auto* text = new CText;
     KX_ADD_MEMORY(text);
     text->SetTextHeight(50);
@@ -392,6 +532,36 @@ TEST(CommandOperationTrans, ACommandStartedBehindTheQuestionEndsThisOneUntouched
     EXPECT_EQ(d.ClickCount(), 0);
     EXPECT_EQ(d.Count(), 1);
     EXPECT_EQ(Words(line), "line (110,100)-(160,100) selected -1");
+}
+
+TEST(CommandOperationTrans, AViewThatGoesWhileTheQuestionStandsIsNotTouchedAgain) {
+    const int before = CKXMemoryManager::Instance()->GetCount();
+    ParentWindow parent;
+    auto* view = new CVectorView;
+    view->GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    ShowView(*view, parent);
+    HWND window = view->m_hWnd;
+    CDrawable* line = view->AddLine(CGePoint2d(100, 100), CGePoint2d(150, 100), Gdiplus::Color(255, 255, 255, 255), 1);
+    view->GetDocument()->AddSelected(line);
+    view->DoCommand(L"translation");
+    auto* manager = static_cast<CCommandOperationManager*>(view->GetCommandOperationManager());
+    CCommandOperation* tool = PeekAt<CCommandOperation>(*manager, TransRunning());
+    ASSERT_NE(tool, nullptr);
+    ::SendMessage(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 280));
+    DialogScript script({[&](HWND box) {
+        delete view;
+        view = nullptr;
+        DialogScript::Answer(IDYES)(box);
+    }});
+    ::SendMessage(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(50, 220));
+    EXPECT_EQ(script.Seen(), 1u);
+    EXPECT_EQ(view, nullptr);
+    EXPECT_FALSE(::IsWindow(window));
+    // A host that wants the running tool freed cancels it first.
+    EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before + 1);
+    KX_REMOVE_MEMORY(tool);
+    delete tool;
+    EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);
 }
 
 TEST(CommandOperationTrans, SnappedPointsDecideExactly) {

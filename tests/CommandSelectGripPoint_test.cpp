@@ -1,15 +1,18 @@
 // Grip editing: click, move, click; typed distances; what is restored and what is not.
 
 #include "Arc.h"
+#include "CenterPoint.h"
 #include "CommandSelectGripPoint.h"
 #include "MemoryInfo.h"
 #include "TextParm.h"
 #include "VectorLabel.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 NR_PEEK(GripPreview, CCommandSelectGripPoint, int, m_PreviewDrawn)
 NR_PEEK(GripTakenIndex, CCommandSelectGripPoint, int, m_GripIndex)
@@ -91,6 +94,19 @@ TEST(CommandSelectGripPoint, GripsOfUnselectedObjectsAreNotSeen) {
     EXPECT_FALSE(d.IsRunning());
 }
 
+TEST(CommandSelectGripPoint, ThePointsInsertedIntoAPolylineAreNoGripsToTake) {
+    ViewDriver d;
+    CPLine* line = d.AddPolyline({{100, 100}, {200, 100}, {200, 200}});
+    line->AddInsertPoint(CGePoint2d(300, 250));
+    d.Select(line);
+    d.Manager().SetOsnapMode(2); // They snap, and still are not taken.
+    d.ClickAt(300, 250);
+    EXPECT_FALSE(d.IsRunning());
+    d.ClickAt(200, 200);
+    EXPECT_TRUE(d.IsRunning());
+    EXPECT_EQ(GripIndex(d), 4) << "counted among vertices and middles";
+}
+
 TEST(CommandSelectGripPoint, TheFirstGripOfTheFirstSelectedObjectWins) {
     ViewDriver d;
     CLine* first = d.AddLine(100, 100, 203, 100);
@@ -115,6 +131,29 @@ TEST(CommandSelectGripPoint, TheRightButtonRestores) {
     EXPECT_EQ(Words(line), "line (100,100)-(200,100) selected -1");
     EXPECT_FALSE(d.IsRunning());
     EXPECT_EQ(d.Selected().GetSize(), 1);
+}
+
+TEST(CommandSelectGripPoint, EveryEndAsksForARepaintThatWipesThePreview) {
+    const struct {
+        const char* name;
+        std::function<void(ViewDriver&)> end;
+    } rows[] = {{"dropped", [](ViewDriver& d) { d.PressAt(230, 140); }},
+                {"right button", [](ViewDriver& d) { d.RightAt(230, 140); }},
+                {"typed", [](ViewDriver& d) { d.Manager().Execute(); }},
+                {"cancelled", [](ViewDriver& d) { d.Manager().Cancel(); }}};
+    for (const auto& row : rows) {
+        ViewDriver d;
+        SelectedLine(d);
+        d.TakeFresh();
+        d.ClickAt(200, 100);
+        d.MoveTo(230, 140);
+        ::ValidateRect(d.view.m_hWnd, nullptr);
+        row.end(d);
+        EXPECT_FALSE(d.IsRunning()) << row.name;
+        EXPECT_TRUE(IsRepaintAskedFor(d.view)) << row.name;
+        d.Update();
+        EXPECT_EQ(d.DifferenceFromFresh(), 0) << row.name;
+    }
 }
 
 TEST(CommandSelectGripPoint, ATypedDistanceGoesAlongTheLastMove) {
@@ -219,6 +258,24 @@ TEST(CommandSelectGripPoint, TheLockMovesLevelOrUpright) {
     d.ClickAt(270, 100);
     d.ClickAt(280, 140);
     EXPECT_EQ(Words(line), "line (100,100)-(270,140) selected -1");
+}
+
+TEST(CommandSelectGripPoint, TheMarkerStandsWhereTheMouseSnapsAndTheLockHoldsTheBandOnly) {
+    ViewDriver d;
+    CLine* line = SelectedLine(d);
+    d.AddPolyline({{240, 120}, {300, 250}});
+    d.Manager().SetDrawObjLatus(1);
+    d.ClickAt(200, 100);
+    d.Manager().SetOsnapMode(1);
+    d.MoveTo(240, 120);
+    // Forty across and twenty up: the lock makes it level, (240, 100), and no snap point is within seven units of that.
+    EXPECT_TRUE(d.IsMarkDrawn());
+    EXPECT_TRUE(d.Mark() == CGePoint2d(240, 120));
+    EXPECT_EQ(d.EditText(), "40");
+    EXPECT_EQ(d.BandStart(), CPoint(200, 200));
+    EXPECT_EQ(d.BandEnd(), CPoint(400, 200)) << "level, so out to the edge";
+    d.ClickAt(240, 120);
+    EXPECT_EQ(Words(line), "line (100,100)-(240,100) selected -1");
 }
 
 TEST(CommandSelectGripPoint, TheTypedDistanceKeepsTheDirectionOfTheLockedMove) {
@@ -409,10 +466,43 @@ TEST(CommandSelectGripPoint, EveryKindIsTakenMovedAndRestored) {
     EXPECT_EQ(Words(label), "label (250,200)-(250,230) (350,200)-(350,230) selected -1"); // Its grips do not move.
 }
 
+TEST(CommandSelectGripPoint, AMarkOfTheHostIsTakenMovedAndRestored) {
+    ViewDriver d;
+    auto* mark = new CCenterPoint(Gdiplus::PointF(150, 150)); // Half its length is 70.
+    KX_ADD_MEMORY(mark);
+    d.Document().AddDrawAobject(mark);
+    d.Select(mark);
+    d.TakeFresh();
+    const auto radius = [&] {
+        CGePoint2d min;
+        CGePoint2d max;
+        EXPECT_EQ(mark->GetRect(&d.Tran(), min, max), 1);
+        return max.x - mark->GetCenter().x;
+    };
+    d.ClickAt(220, 150);
+    EXPECT_EQ(GripIndex(d), 1);
+    d.MoveTo(260, 130);
+    mark->SetCenter(CGePoint2d(1, 2));
+    d.RightAt(1, 1);
+    EXPECT_TRUE(mark->GetCenter() == CGePoint2d(150, 150));
+    EXPECT_EQ(radius(), 70.0);
+    d.ClickAt(220, 150);
+    d.ClickAt(250, 130);
+    EXPECT_TRUE(mark->GetCenter() == CGePoint2d(150, 150));
+    EXPECT_EQ(radius(), 100.0) << "thirty further to the right; the way down does not count";
+    d.ClickAt(150, 150);
+    EXPECT_EQ(GripIndex(d), 0);
+    d.ClickAt(170, 120);
+    EXPECT_TRUE(mark->GetCenter() == CGePoint2d(170, 120));
+    EXPECT_EQ(radius(), 100.0);
+    EXPECT_EQ(mark->GetDrawState(), CDrawable::Selected);
+}
+
 TEST(CommandSelectGripPoint, RestoringRunsTheRulesOfLoading) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
     line->SetSLPenColor(0, RGB(1, 2, 3));
+    EXPECT_GT(d.TakeFresh().Count(RGB(1, 2, 3)), 0);
     d.Select(line);
     d.ClickAt(100, 100);
     d.RightAt(1, 1);

@@ -2,6 +2,7 @@
 
 #include "Arc.h"
 #include "OperationCreateArc.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
@@ -34,6 +35,22 @@ TEST(OperationCreateArc, ThreeClicksGiveTheArcThroughThem) {
     EXPECT_FALSE(d.IsRunning());
     EXPECT_EQ(d.AllWords(), "arc (150,100) r 50 from 0 to 3.14159 normal 137");
     EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
+}
+
+TEST(OperationCreateArc, TheThirdClickAsksForARepaintThatWipesThePreview) {
+    for (const CGePoint2d& last : {CGePoint2d(100, 100), CGePoint2d(100, 200)}) { // The second makes no circle.
+        ViewDriver d;
+        d.TakeFresh();
+        d.Start(L"arc");
+        d.ClickAt(200, 100);
+        d.ClickAt(150, 150);
+        d.MoveTo(110, 105);
+        ::ValidateRect(d.view.m_hWnd, nullptr);
+        d.PressAt(last.x, last.y);
+        EXPECT_TRUE(IsRepaintAskedFor(d.view)) << last.y;
+        d.Update();
+        EXPECT_EQ(d.DifferenceFromFresh(), 0) << last.y;
+    }
 }
 
 TEST(OperationCreateArc, ClockwisePointsGiveTheSameArc) {
@@ -166,7 +183,9 @@ TEST(OperationCreateArc, BrokenOffItIsFreedAndItsPixelsStay) {
     d.ClickAt(150, 150);
     d.MoveTo(100, 100);
     const Picture seen = d.Take();
+    ::ValidateRect(d.view.m_hWnd, nullptr);
     d.RightAt(1, 1);
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
     EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
     EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);
     d.Update();

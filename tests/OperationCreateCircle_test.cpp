@@ -1,6 +1,7 @@
 // "circle": the radius of the last move in single precision, and what stays on the window.
 
 #include "OperationCreateCircle.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 #include "Circle.h"
 
@@ -36,6 +37,22 @@ TEST(OperationCreateCircle, CentreThenTheRadiusOfTheLastMove) {
     EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
 }
 
+TEST(OperationCreateCircle, TheSecondClickAsksForARepaintThatWipesThePreview) {
+    ViewDriver d;
+    d.TakeFresh();
+    d.Start(L"circle");
+    d.ClickAt(150, 150);
+    d.MoveTo(180, 190);
+    ::ValidateRect(d.view.m_hWnd, nullptr);
+    d.PressAt(180, 190);
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
+    d.Update();
+    const Picture seen = d.Take();
+    EXPECT_EQ(seen.At(165, 130), 0u); // Half way along the band.
+    EXPECT_NE(seen.At(100, 150), 0u); // The circle's left end.
+    EXPECT_EQ(d.DifferenceFromFresh(), 0);
+}
+
 TEST(OperationCreateCircle, TheSecondClickDoesNotChangeTheRadius) {
     ViewDriver d;
     d.Start(L"circle");
@@ -67,6 +84,10 @@ TEST(OperationCreateCircle, TheRadiusHasSinglePrecision) {
     // The float next to the square root of two, 11863283 / 2^23, and not the double.
     auto* circle = static_cast<CCircle*>(d.Document().GetCurrentObject());
     EXPECT_EQ(circle->Radius(), 11863283.0 / 8388608.0);
+    // Floats of this size are the even numbers: 4243 squared, 18003049, lies between two and becomes 18003048, with 98
+    // squared 18012652. The float next to that root; of the exact sum, 18012653, it would be 4244.1318359375.
+    d.Tool()->OnMouseMove(0, CGePoint2d(98, 4243));
+    EXPECT_EQ(circle->Radius(), 4244.13134765625);
 }
 
 TEST(OperationCreateCircle, TheMoveShowsBandAndOutline) {
@@ -120,8 +141,10 @@ TEST(OperationCreateCircle, BrokenOffAfterTheCentreNothingIsLeftButThePixels) {
     d.MoveTo(180, 190);
     const Picture seen = d.Take();
     d.TakeResults();
+    ::ValidateRect(d.view.m_hWnd, nullptr);
     d.RightAt(180, 190);
     EXPECT_EQ(d.TakeResults(), "right 2");
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
     EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
     EXPECT_EQ(d.Count(), 0);
     EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);

@@ -1,14 +1,19 @@
 // "pline" and "pline_bound": clicked and typed vertices, and that a polyline in progress is never thrown away.
 
 #include "OperationCreatePline.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 NR_PEEK(PlinePoints, COperationCreatePline, CGePointArray, m_Points)
 
 namespace {
+
+constexpr COLORREF kInverted = 0xFFFFFF; // On the black of an empty drawing.
 
 INT_PTR WrittenPoints(ViewDriver& d) {
     return PeekAt(*static_cast<COperationCreatePline*>(d.Tool()), PlinePoints()).GetSize();
@@ -78,6 +83,90 @@ TEST(OperationCreatePline, TheFinishedOneLiesUnderEverythingDrawnBefore) {
     EXPECT_EQ(d.AllWords(), "pline (20,30) (120,80) normal -2; line (200,200)-(260,240) normal -1");
 }
 
+TEST(OperationCreatePline, ALineDrawnLaterLiesAtTheEnd) {
+    ViewDriver d;
+    d.Start(L"pline");
+    d.ClickAt(20, 30);
+    d.ClickAt(120, 80);
+    d.RightAt(10, 10);
+    d.Start(L"line");
+    d.ClickAt(200, 200);
+    d.ClickAt(260, 240);
+    EXPECT_EQ(d.AllWords(), "pline (20,30) (120,80) normal -2; line (200,200)-(260,240) normal 137");
+}
+
+TEST(OperationCreatePline, EveryVertexAndEveryEndAskForARepaintThatWipesTheBand) {
+    const struct {
+        const char* name;
+        std::function<void(ViewDriver&)> act;
+    } rows[] = {{"clicked", [](ViewDriver& d) { d.PressAt(200, 200); }},
+                {"typed", [](ViewDriver& d) { d.Manager().Execute(); }},
+                {"right button", [](ViewDriver& d) { d.RightAt(200, 200); }},
+                {"cancelled", [](ViewDriver& d) { d.Manager().Cancel(); }}};
+    for (const auto& row : rows) {
+        ViewDriver d;
+        d.Start(L"pline");
+        d.ClickAt(100, 100);
+        d.Update();
+        d.MoveTo(200, 200);
+        ::ValidateRect(d.view.m_hWnd, nullptr);
+        row.act(d);
+        EXPECT_TRUE(IsRepaintAskedFor(d.view)) << row.name;
+        d.Update();
+        EXPECT_EQ(d.DifferenceFromFresh(), 0) << row.name;
+    }
+    ViewDriver d;
+    d.TakeFresh();
+    d.Start(L"pline");
+    d.PressAt(100, 100);
+    EXPECT_TRUE(IsRepaintAskedFor(d.view)) << "the first vertex";
+    d.RightAt(1, 1);
+    d.Start(L"pline");
+    d.TakeFresh();
+    d.RightAt(1, 1);
+    EXPECT_TRUE(IsRepaintAskedFor(d.view)) << "and where there is no vertex";
+}
+
+TEST(OperationCreatePline, BothEndsTakeTheBandOffBeforeTheRepaint) {
+    for (const bool byButton : {true, false}) {
+        ViewDriver d;
+        d.Start(L"pline");
+        d.ClickAt(100, 100);
+        d.Update();
+        d.MoveTo(200, 200);
+        EXPECT_TRUE(d.IsBandDrawn());
+        EXPECT_EQ(d.Take().At(150, 150), kInverted);
+        if (byButton) {
+            d.RightAt(200, 200);
+        } else {
+            d.Manager().Cancel();
+        }
+        EXPECT_FALSE(d.IsBandDrawn()) << byButton;
+        EXPECT_EQ(d.Take().At(150, 150), 0u) << byButton;
+    }
+}
+
+TEST(OperationCreatePline, TheBandStandsOverTheRepaintThatTheClickAskedFor) {
+    ::SetCursorPos(0, 0); // Off the window: the real mouse has no part in what waits.
+    ViewDriver d;
+    PumpMessages();
+    d.Update();
+    d.Start(L"pline");
+    d.ClickAt(100, 100);
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
+    // The repaint is made with the edit box, before the band is drawn; otherwise it would wipe the band as soon as the
+    // messages are handled.
+    d.MoveTo(200, 200);
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
+    PumpMessages();
+    EXPECT_TRUE(d.IsBandDrawn());
+    // From pixel (100, 200) to (200, 100); the edit box stands to the left of it.
+    const Picture seen = d.Take();
+    EXPECT_EQ(seen.At(110, 190), kInverted);
+    EXPECT_EQ(seen.At(150, 150), kInverted);
+    EXPECT_EQ(seen.At(190, 110), kInverted);
+}
+
 TEST(OperationCreatePline, AMoveBeforeTheFirstVertexDrawsABandOfNoLengthAndNoEditBox) {
     ViewDriver d;
     d.Start(L"pline");
@@ -138,6 +227,20 @@ TEST(OperationCreatePline, ATypedLengthAddsAVertexInTheDirectionOfTheLastMove) {
     EXPECT_EQ(d.EditText(), "0"); // and the next length begins at it.
     ASSERT_EQ(d.Tracked().size(), 2u);
     EXPECT_TRUE(d.Tracked()[1] == CGePoint2d(110, 220));
+}
+
+TEST(OperationCreatePline, AfterATypedVertexTheMouseShowsTheNextLength) {
+    ViewDriver d;
+    d.Start(L"pline");
+    d.ClickAt(20, 100);
+    d.MoveTo(50, 140);
+    d.Manager().SetInEdit(1);
+    d.TypeInEdit(L"150");
+    d.Manager().Execute(); // To (110, 220).
+    d.MoveTo(140, 260);    // Thirty across and forty up.
+    EXPECT_EQ(d.EditText(), "50");
+    EXPECT_EQ(d.BandStart(), CPoint(110, 80));
+    EXPECT_EQ(d.BandEnd(), CPoint(140, 40));
 }
 
 TEST(OperationCreatePline, AfterATypedVertexClicksGoOnWithTheSameObject) {
@@ -210,6 +313,34 @@ TEST(OperationCreatePline, TheLockMakesSegmentsLevelOrUpright) {
     d.ClickAt(250, 160); // As far to the side as down: a tie is level.
     d.RightAt(1, 1);
     EXPECT_EQ(d.AllWords(), "pline (20,100) (120,100) (120,260) (250,260) normal -2");
+}
+
+TEST(OperationCreatePline, TheLockHoldsNothingBeforeTheFirstVertex) {
+    ViewDriver d;
+    d.Manager().SetDrawObjLatus(1);
+    d.Start(L"pline");
+    d.MoveTo(50, 60);
+    EXPECT_EQ(d.BandStart(), CPoint(50, 240));
+    EXPECT_EQ(d.BandEnd(), CPoint(50, 240));
+    d.ClickAt(50, 60);
+    EXPECT_TRUE(d.LastPoint() == CGePoint2d(50, 60));
+}
+
+TEST(OperationCreatePline, TheMarkerFollowsTheLock) {
+    ViewDriver d;
+    d.AddPolyline({{240, 120}, {300, 250}});
+    d.Manager().SetOsnapMode(1);
+    d.Manager().SetDrawObjLatus(1);
+    d.Start(L"pline");
+    d.ClickAt(200, 100);
+    // Snaps to (240, 120), which the lock brings to (240, 100): no vertex is within seven units of that.
+    d.MoveTo(240, 120);
+    EXPECT_FALSE(d.IsMarkDrawn());
+    EXPECT_EQ(d.EditText(), "40");
+    d.Manager().SetDrawObjLatus(0);
+    d.MoveTo(240, 120);
+    EXPECT_TRUE(d.IsMarkDrawn());
+    EXPECT_TRUE(d.Mark() == CGePoint2d(240, 120));
 }
 
 TEST(OperationCreatePline, ItSnapsToItsOwnVertices) {

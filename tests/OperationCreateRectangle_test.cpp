@@ -1,6 +1,7 @@
 // "rect": every state and event, and what stays on the window and in memory on purpose.
 
 #include "OperationCreateRectangle.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
@@ -26,6 +27,20 @@ TEST(OperationCreateRectangle, TwoClicksLeaveFourLinesRoundTheFirstCornerAnticlo
     EXPECT_FALSE(d.IsRunning());
     EXPECT_EQ(d.AllWords(), "line (20,30)-(120,30) dragging 137; line (120,30)-(120,80) dragging 137; "
                             "line (120,80)-(20,80) dragging 137; line (20,80)-(20,30) dragging 137");
+}
+
+TEST(OperationCreateRectangle, TheSecondClickAsksForARepaintThatShowsTheSidesAlone) {
+    ViewDriver d;
+    d.TakeFresh();
+    d.Start(L"rect");
+    d.ClickAt(20, 30);
+    d.MoveTo(120, 80);
+    ::ValidateRect(d.view.m_hWnd, nullptr);
+    d.PressAt(120, 80);
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
+    d.Update();
+    EXPECT_EQ(d.Take().At(70, 245), 0u); // The middle of the diagonal.
+    EXPECT_EQ(d.DifferenceFromFresh(), 0);
 }
 
 TEST(OperationCreateRectangle, BeforeTheFirstClickAMoveDrawsABandOfNoLength) {
@@ -98,9 +113,11 @@ TEST(OperationCreateRectangle, BrokenOffItLeavesTheDiagonalOnTheWindowAndTakesTh
     d.ClickAt(20, 30);
     d.MoveTo(120, 80);
     d.TakeResults();
+    ::ValidateRect(d.view.m_hWnd, nullptr);
     d.RightAt(120, 80);
     EXPECT_EQ(d.TakeResults(), "right 2");
     EXPECT_FALSE(d.IsRunning());
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE)) << "it asks for no repaint";
     EXPECT_EQ(d.Count(), 0);
     const Picture seen = d.Take();
     EXPECT_EQ(seen.At(90, 270), 0u);        // The lower side is gone,
@@ -108,6 +125,24 @@ TEST(OperationCreateRectangle, BrokenOffItLeavesTheDiagonalOnTheWindowAndTakesTh
     EXPECT_EQ(seen.Count(kInverted), 100);
     EXPECT_TRUE(d.IsBandDrawn());
     EXPECT_EQ(d.TakeFresh().Count(kInverted), 0);
+}
+
+TEST(OperationCreateRectangle, CancelledByTheHostItTakesNothingOffAndAsksForNothing) {
+    ViewDriver d;
+    d.TakeFresh();
+    d.Start(L"rect");
+    d.ClickAt(20, 30);
+    d.MoveTo(120, 80);
+    const Picture seen = d.Take();
+    EXPECT_EQ(seen.At(90, 270), kInverted); // The lower side.
+    ::ValidateRect(d.view.m_hWnd, nullptr);
+    d.Manager().Cancel();
+    EXPECT_FALSE(d.IsRunning());
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
+    EXPECT_TRUE(d.IsBandDrawn());
+    EXPECT_EQ(d.Take().Difference(seen), 0);
+    EXPECT_EQ(d.TakeFresh().Count(kInverted), 0);
+    EXPECT_FALSE(d.IsBandDrawn());
 }
 
 TEST(OperationCreateRectangle, TheDiagonalLeftBehindGoesWithTheNextBandOfAnyTool) {

@@ -1,5 +1,8 @@
 // "text" and "textparm", and the dialog that asks for their content.
 
+#include "Dialog_TextEdit.h"
+#include "DlgSetAngle.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 #include "TextParm.h"
 
@@ -9,6 +12,8 @@
 namespace {
 
 constexpr int kContent = 1006;
+constexpr int kAngle = 1002;
+constexpr int kMessageText = 0xffff; // Of a message box.
 
 std::string TitleOf(HWND dialog) {
     wchar_t title[100] = {};
@@ -62,14 +67,48 @@ TEST(OperationCreateText, ParameterTextsAreMadeTheSameWay) {
     d.ClickAt(120, 80);
     EXPECT_EQ(d.AllWords(), "textparm (120,80) 12.5 normal 9");
     EXPECT_EQ(static_cast<CTextParm*>(d.Object(0))->GetParmName(), CString());
+    EXPECT_TRUE(CKXMemoryManager::Instance()->IsKnown(d.Object(0)));
+}
+
+TEST(OperationCreateText, ThePlacedTextAsksForTheRepaintThatShowsIt) {
+    for (LPCTSTR word : {L"text", L"textparm"}) {
+        ViewDriver d;
+        d.TakeFresh();
+        d.Start(word);
+        DialogScript script({DialogScript::TypeAndAnswer(kContent, L"12.5", IDOK)});
+        ::ValidateRect(d.view.m_hWnd, nullptr);
+        d.PressAt(120, 80);
+        EXPECT_FALSE(d.IsRunning()) << Utf8(word);
+        EXPECT_TRUE(IsRepaintAskedFor(d.view)) << Utf8(word);
+        d.Update();
+        EXPECT_LT(d.Take().Count(0), 400 * 300) << Utf8(word);
+        EXPECT_EQ(d.DifferenceFromFresh(), 0) << Utf8(word);
+    }
+}
+
+TEST(OperationCreateText, ExecuteAndTheWheelDoNothing) {
+    for (LPCTSTR word : {L"text", L"textparm"}) {
+        ViewDriver d;
+        d.TakeFresh();
+        d.Start(word);
+        DialogScript script({}); // No dialog.
+        d.Manager().Execute();
+        EXPECT_EQ(d.Tool()->OnMouseWheel(0, 120, CGePoint2d(120, 80)), CCommandOperation::RS_Continue) << Utf8(word);
+        EXPECT_TRUE(d.IsRunning()) << Utf8(word);
+        EXPECT_EQ(d.ClickCount(), 0) << Utf8(word);
+        EXPECT_EQ(d.Count(), 0) << Utf8(word);
+        EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE)) << Utf8(word);
+    }
 }
 
 TEST(OperationCreateText, TheRightButtonBreaksOff) {
     ViewDriver d;
+    d.TakeFresh();
     d.Start(L"text");
     d.RightAt(1, 1);
     EXPECT_EQ(d.TakeResults(), "right 2");
     EXPECT_FALSE(d.IsRunning());
+    EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
     d.Start(L"textparm");
     d.RightAt(1, 1);
     EXPECT_EQ(d.TakeResults(), "right 2");
@@ -162,6 +201,47 @@ TEST(DialogTextEdit, ItIsTheLibrarysOwnAlsoWhereTheHostHasADialogOfThatNumber) {
     d.ClickAt(1, 1);
     EXPECT_EQ(title, "文字编辑器");
     EXPECT_EQ(AfxGetResourceHandle(), before);
+}
+
+TEST(DialogTextEdit, TheFieldFollowsTheTypingAlsoWhereTheDialogIsCancelledThen) {
+    CDialog_TextEdit dialog(nullptr);
+    EXPECT_EQ(Utf8(dialog.m_EditText), "");
+    DialogScript script({[&](HWND shown) {
+        HWND box = ::GetDlgItem(shown, kContent);
+        ::SendMessage(box, WM_CHAR, L'半', 1);
+        EXPECT_EQ(Utf8(dialog.m_EditText), "半");
+        ::SendMessage(box, WM_CHAR, L'5', 1);
+        EXPECT_EQ(Utf8(dialog.m_EditText), "半5");
+        ::SendMessage(box, WM_CHAR, L'\b', 1);
+        EXPECT_EQ(Utf8(dialog.m_EditText), "半");
+        DialogScript::Answer(IDCANCEL)(shown);
+    }});
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_EQ(script.Seen(), 1u);
+    EXPECT_EQ(Utf8(dialog.m_EditText), "半");
+}
+
+TEST(DlgSetAngle, WhatIsNoNumberIsRefusedAndTheDialogStays) {
+    for (LPCTSTR text : {L"abc", L"", L"45 degrees"}) {
+        CDlgSetAngle dialog(nullptr);
+        EXPECT_EQ(dialog.m_dAngle, 0.0);
+        dialog.m_dAngle = 12.5;
+        HWND shown = nullptr;
+        DialogScript script({[&](HWND window) {
+                                 shown = window;
+                                 DialogScript::TypeAndAnswer(kAngle, text, IDOK)(window);
+                             },
+                             [&](HWND refusal) {
+                                 EXPECT_NE(::GetDlgItem(refusal, kMessageText), nullptr);
+                                 EXPECT_EQ(dialog.m_dAngle, 12.5) << Utf8(text);
+                                 // In this order: the second one is for the dialog once the message is gone.
+                                 DialogScript::Answer(IDOK)(refusal);
+                                 DialogScript::TypeAndAnswer(kAngle, L"-30", IDOK)(shown);
+                             }});
+        EXPECT_EQ(dialog.DoModal(), IDOK) << Utf8(text);
+        EXPECT_EQ(script.Seen(), 2u) << Utf8(text);
+        EXPECT_EQ(dialog.m_dAngle, -30.0) << Utf8(text);
+    }
 }
 
 } // namespace
