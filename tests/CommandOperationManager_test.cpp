@@ -12,6 +12,7 @@
 #include <functional>
 
 NR_PEEK(GripsOfManager, CCommandOperationManager, CGePointArray, m_GripPoints)
+NR_PEEK(CursorOfManager, CCommandOperationManager, HCURSOR, m_hDefaultCursor)
 
 namespace {
 
@@ -38,14 +39,16 @@ public:
         log.push_back("OnCancel");
         return CCommandOperation::OnCancel();
     }
-    ResultState OnLButtonDown(unsigned int, CGePoint2d p) override { return Note("down", p); }
-    ResultState OnLButtonUp(unsigned int, CGePoint2d p) override { return Note("up", p); }
-    ResultState OnMouseMove(unsigned int, CGePoint2d p) override { return Note("move", p); }
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d p) override { return Note("wheel", p); }
-    ResultState OnRButtonDown(unsigned int, CGePoint2d p) override { return Note("right", p); }
-    ResultState OnMouseMoveForL(unsigned int, CPoint p) override { return Note("moveL", CGePoint2d(p)); }
-    ResultState OnButtonDownForL(unsigned int, CPoint p) override { return Note("downL", CGePoint2d(p)); }
-    ResultState OnKeyDown(unsigned int c, unsigned int, unsigned int) override { return Note("key", CGePoint2d(c, 0)); }
+    ResultState OnLButtonDown(unsigned int f, CGePoint2d p) override { return Note("down", p, {f}); }
+    ResultState OnLButtonUp(unsigned int f, CGePoint2d p) override { return Note("up", p, {f}); }
+    ResultState OnMouseMove(unsigned int f, CGePoint2d p) override { return Note("move", p, {f}); }
+    ResultState OnMouseWheel(unsigned int f, short d, CGePoint2d p) override { return Note("wheel", p, {f, d}); }
+    ResultState OnRButtonDown(unsigned int f, CGePoint2d p) override { return Note("right", p, {f}); }
+    ResultState OnMouseMoveForL(unsigned int f, CPoint p) override { return Note("moveL", CGePoint2d(p), {f}); }
+    ResultState OnButtonDownForL(unsigned int f, CPoint p) override { return Note("downL", CGePoint2d(p), {f}); }
+    ResultState OnKeyDown(unsigned int c, unsigned int n, unsigned int f) override {
+        return Note("key", CGePoint2d(c, 0), {n, f});
+    }
     int RefreshGrip() override {
         log.push_back("RefreshGrip");
         return 1;
@@ -60,9 +63,14 @@ public:
         result = CGePoint2d(77, 88);
         return 5;
     }
-    ResultState OnSetCursor(CWnd*, unsigned int, unsigned int) override { return answer; }
+    ResultState OnSetCursor(CWnd*, unsigned int hitTest, unsigned int message) override {
+        given.insert(given.end(), {hitTest, message});
+        return answer;
+    }
 
     std::vector<std::string>& log;
+    // What came with the events beside their points and keys, in order.
+    std::vector<long long> given;
     ResultState answer = RS_Continue;
     bool snaps = false;
     // What a host does while a handler or Cancel runs; once.
@@ -70,7 +78,8 @@ public:
     std::function<void()> inCancel;
 
 private:
-    ResultState Note(const char* name, const CGePoint2d& p) {
+    ResultState Note(const char* name, const CGePoint2d& p, std::initializer_list<long long> more) {
+        given.insert(given.end(), more);
         char text[80];
         snprintf(text, sizeof text, "%s(%g,%g)", name, p.x, p.y);
         log.push_back(text);
@@ -127,6 +136,55 @@ TEST(CommandOperationManager, EventsReachTheRunningToolInDrawingUnits) {
     m.host.Key('Q');
     EXPECT_EQ((Calls{"key(81,0)"}), m.Take());
     m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, FlagsTurnsAndRepeatsReachTheRunningToolAsTheyCame) {
+    using Given = std::vector<long long>;
+    Managed m;
+    Probe* probe = m.Install();
+    const auto take = [&] {
+        Given result;
+        result.swap(probe->given);
+        return result;
+    };
+    const CGePoint2d p(10, 20);
+    m.manager.OnLButtonDown(MK_LBUTTON | MK_SHIFT, p); // 1 + 4, for the press and once more for its pixel.
+    EXPECT_EQ((Given{5, 5}), take());
+    m.manager.OnLButtonUp(MK_SHIFT | MK_CONTROL, p);
+    EXPECT_EQ((Given{12}), take());
+    m.manager.OnMouseMove(MK_RBUTTON | MK_CONTROL, p);
+    EXPECT_EQ((Given{10, 10}), take());
+    m.manager.OnMouseWheel(MK_CONTROL, -240, p); // The turn, and the move behind it.
+    EXPECT_EQ((Given{8, -240, 8}), take());
+    m.manager.OnRButtonDown(MK_RBUTTON | MK_SHIFT, p);
+    EXPECT_EQ((Given{6}), take());
+    m.manager.OnKeyDown('Q', 3, 0x4010);
+    EXPECT_EQ((Given{3, 0x4010}), take());
+    m.manager.OnSetCursor(&m.host.view, HTBORDER, WM_RBUTTONDOWN);
+    EXPECT_EQ((Given{HTBORDER, WM_RBUTTONDOWN}), take());
+    m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, AToolInstalledWithAnyNumberButZeroGetsTheEvents) {
+    for (int inCommand : {2, -1, 256}) {
+        Managed m;
+        m.Install(inCommand)->answer = State::RS_Cancelled;
+        m.host.Move(CPoint(30, 40));
+        EXPECT_EQ((Calls{"move(30,260)", "moveL(30,40)"}), m.Take()) << inCommand;
+        m.host.Key('Q');
+        EXPECT_EQ((Calls{"key(81,0)"}), m.Take()) << inCommand;
+        m.manager.OnMouseWheel(0, 120, CGePoint2d(1, 2));
+        EXPECT_EQ((Calls{"wheel(1,298)", "move(1,298)"}), m.Take()) << inCommand;
+        EXPECT_EQ(2, static_cast<int>(m.manager.OnSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE))) << inCommand;
+        m.host.Send(WM_LBUTTONDOWN, 0, CPoint(10, 20));
+        EXPECT_EQ((Calls{"down(10,280)", "downL(10,20)", "deleted"}), m.Take()) << inCommand;
+        m.Install(inCommand)->answer = State::RS_Done;
+        m.host.Send(WM_LBUTTONUP, 0, CPoint(10, 20));
+        EXPECT_EQ((Calls{"up(10,280)", "deleted"}), m.Take()) << inCommand;
+        m.Install(inCommand)->answer = State::RS_Done;
+        m.host.Send(WM_RBUTTONDOWN, 0, CPoint(1, 2));
+        EXPECT_EQ((Calls{"right(1,298)", "deleted"}), m.Take()) << inCommand;
+    }
 }
 
 TEST(CommandOperationManager, ASnapReplacesThePointOfPressesAndMovesButNotOfTheRest) {
@@ -330,15 +388,44 @@ TEST(CommandOperationManager, ToolsAreRegisteredAndDeregistered) {
 
 TEST(CommandOperationManager, WordsAreComparedWithCaseAndUnknownOnesChangeNothing) {
     Managed m;
-    Probe* probe = m.Install();
+    m.Install();
     for (LPCTSTR word : {L"LINE", L"Line", L"", L"line ", L"open", L"save"}) {
         EXPECT_EQ(0, m.manager.DoCommand(word));
     }
     EXPECT_EQ((Calls{}), m.Take());
-    EXPECT_NE(nullptr, probe);
+    m.host.Move(CPoint(30, 40));
+    EXPECT_EQ((Calls{"move(30,260)", "moveL(30,40)"}), m.Take()) << "the same tool runs on";
     EXPECT_EQ(1, m.manager.DoCommand(L"line"));
     EXPECT_EQ((Calls{"Cancel", "deleted"}), m.Take());
     m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, AToolDrawsIntoTheDocumentThatThePainterHoldsWhenItsWordComes) {
+    class TwoDocuments : public CVectorView {
+    public:
+        TwoDocuments(CGraphicDocument& first, CGraphicDocument& second) {
+            FreeCommandOperationManager();
+            m_Graphic.SetDocument(&first, 1);
+            OnCreateCommandOperationManager();
+            m_Graphic.SetDocument(&second, 1); // The manager keeps the first.
+        }
+    };
+    CGraphicDocument first;
+    CGraphicDocument second;
+    ParentWindow parent;
+    TwoDocuments view(first, second);
+    view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
+    ShowView(view, parent);
+    view.DoCommand(L"line");
+    for (const CPoint& pixel : {CPoint(50, 60), CPoint(150, 90)}) {
+        view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(pixel.x, pixel.y));
+    }
+    EXPECT_EQ(0, first.GetDrawableObjs()->GetSize());
+    ASSERT_EQ(1, second.GetDrawableObjs()->GetSize());
+    auto* line = DYNAMIC_DOWNCAST(CLine, second.GetDrawableObjs()->GetAt(0));
+    ASSERT_NE(nullptr, line);
+    EXPECT_TRUE(line->GetStartPoint() == CGePoint2d(50, 240));
+    EXPECT_TRUE(line->GetEndPoint() == CGePoint2d(150, 210));
 }
 
 // ---- Default behaviour ---------------------------------------------------------------------------------------------
@@ -413,6 +500,23 @@ TEST(CommandOperationManager, TheCursorIsTheToolsOrTheDefault) {
     EXPECT_EQ(1, static_cast<int>(m.manager.OnSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
     EXPECT_EQ(own, ::GetCursor()) << "a held tool has no say";
     m.manager.Cancel();
+}
+
+TEST(CommandOperationManager, WithoutADefaultCursorNoneIsSetAndTheAnswerIsZero) {
+    Managed m;
+    HCURSOR& own = PeekAt(m.manager, CursorOfManager());
+    HCURSOR kept = own;
+    ASSERT_NE(nullptr, kept);
+    HCURSOR other = ::LoadCursor(nullptr, IDC_WAIT);
+    ASSERT_NE(nullptr, other);
+    ::SetCursor(other);
+    own = nullptr;
+    EXPECT_EQ(0, static_cast<int>(m.manager.OnDefaultSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
+    EXPECT_EQ(0, static_cast<int>(m.manager.OnSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
+    EXPECT_EQ(other, ::GetCursor());
+    own = kept;
+    EXPECT_EQ(1, static_cast<int>(m.manager.OnDefaultSetCursor(&m.host.view, HTCLIENT, WM_MOUSEMOVE)));
+    EXPECT_EQ(kept, ::GetCursor());
 }
 
 TEST(CommandOperationManager, GripsCloserThanAMillionthOfABillionthAreOne) {

@@ -233,12 +233,59 @@ public:
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+    using CCommandOperation::m_LastPoint;
     using CCommandOperation::m_SnapEnabled;
     using CCommandOperation::m_SnapMark;
     using CCommandOperation::m_SnapMarkDrawn;
 };
 
 } // namespace
+
+TEST(CommandOperation, TheMarkersShapeTellsTheKindOfTheSnapPoint) {
+    // Offsets from the marker's pixel. An end: a square of 7 to each side. A midpoint: a triangle with its base 5
+    // below, 7 to each side. A foot: a square of 4 to each side, with ticks up from its upper left corner and right
+    // from its lower right one. The pen is two pixels wide, so what counts as off lies well inside or outside.
+    const struct {
+        CGePoint2d mouse;
+        CPoint pixel;
+        int type;
+        CPoint on;
+        CPoint off;
+    } rows[] = {
+        {CGePoint2d(102, 99), CPoint(100, 200), 1, CPoint(-7, 3), CPoint(0, 4)},
+        {CGePoint2d(148, 201), CPoint(150, 100), 4, CPoint(0, 5), CPoint(-7, 0)},
+        {CGePoint2d(152, 99), CPoint(150, 200), 8, CPoint(-4, -6), CPoint(-7, 0)},
+    };
+    MarkerHost host;
+    CGePointArray points; // Its middle is (150, 200); a plain line's is an ordinary point.
+    CBulgeArray bulges;
+    for (double x : {50.0, 250.0}) {
+        CGePoint2d point(x, 200);
+        double straight = 0;
+        points.Add(point);
+        bulges.Add(straight);
+    }
+    ASSERT_NE(nullptr, host.view.AddPLine(points, bulges, Gdiplus::Color(255, 255, 255, 255), 0, 1, 1));
+    host.view.InvalidateRect(nullptr, TRUE);
+    host.view.UpdateWindow();
+    host.fresh = TakePicture(host.view);
+    MarkerTool tool(host);
+    tool.SetOsnapMode(15);
+    tool.m_LastPoint = CGePoint2d(150, 250); // Its foot on the line is (150, 100).
+    for (const auto& row : rows) {
+        ASSERT_EQ(CCommandOperation::RS_Continue, tool.OnMouseMove(0, row.mouse)) << row.type;
+        ASSERT_EQ(row.type, tool.m_SnapMark.type);
+        const Picture marked = TakePicture(host.view);
+        const auto differs = [&](CPoint offset) {
+            const CPoint at = row.pixel + offset;
+            return marked.At(at.x, at.y) != host.fresh.At(at.x, at.y);
+        };
+        EXPECT_TRUE(differs(row.on)) << row.type;
+        EXPECT_FALSE(differs(row.off)) << row.type;
+    }
+    EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, CGePoint2d(0, 0)));
+    EXPECT_TRUE(host.fresh == TakePicture(host.view)) << "each taken off in its own shape";
+}
 
 TEST(CommandOperation, TheMarkerComesMovesAndGoesWithoutATrace) {
     MarkerHost host;

@@ -139,6 +139,28 @@ TEST(RubberBand, AVerticalBandRunsDottedToTheEdgeInItsDirection) {
     EXPECT_EQ(0, b.Difference());
 }
 
+TEST(RubberBand, AnAxisParallelBandHasGapsBetweenItsDots) {
+    // 300 pixels from x = 100 to the right edge, 250 from y = 50 down, 100 and 50 to the near edges: between a fifth
+    // and four fifths of them differ, so dots stand, and what lies between them stays as it was.
+    Band b;
+    b.manager.DrawShirrLine(CPoint(100, 50), CPoint(150, 50), 0);
+    EXPECT_LT(60, b.DifferentInRow(50));
+    EXPECT_GT(240, b.DifferentInRow(50));
+    EXPECT_EQ(b.DifferentInRow(50), b.Difference()) << "and nothing beside it";
+    b.manager.DrawShirrLine(CPoint(100, 50), CPoint(60, 50), 0);
+    EXPECT_LT(20, b.DifferentInRow(50));
+    EXPECT_GT(80, b.DifferentInRow(50));
+    b.manager.DrawShirrLine(CPoint(100, 50), CPoint(100, 51), 0);
+    EXPECT_LT(50, b.DifferentInColumn(100, 50, 300));
+    EXPECT_GT(200, b.DifferentInColumn(100, 50, 300));
+    EXPECT_EQ(b.DifferentInColumn(100, 50, 300), b.Difference());
+    b.manager.DrawShirrLine(CPoint(100, 50), CPoint(100, 49), 0);
+    EXPECT_LT(10, b.DifferentInColumn(100, 0, 51));
+    EXPECT_GT(40, b.DifferentInColumn(100, 0, 51));
+    b.manager.ErasShirrLine();
+    EXPECT_EQ(0, b.Difference());
+}
+
 TEST(RubberBand, ABandWithoutLengthKeepsTheStyleAndDrawsNothing) {
     Band b;
     b.manager.DrawShirrLine(CPoint(100, 50), CPoint(150, 50), 0);
@@ -245,6 +267,20 @@ TEST(RubberBand, BeforeARepaintTheBandIsForgottenAndNotInverted) {
     EXPECT_EQ(100, b.Difference());
 }
 
+TEST(RubberBand, BeforeARepaintTheBandIsForgottenBeforeTheRunningToolTakesItsOwnOff) {
+    // The tool erases its band then; forgotten by that time, it stands until the paint wipes it.
+    Band b;
+    b.view.DoCommand(L"line");
+    b.view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 10));
+    b.view.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(110, 60));
+    ASSERT_EQ(1, b.manager.m_ShirrDrawn);
+    ASSERT_EQ(100, b.Difference());
+    b.manager.PreRedraw();
+    EXPECT_EQ(0, b.manager.m_ShirrDrawn);
+    EXPECT_EQ(100, b.Difference());
+    b.manager.Cancel();
+}
+
 TEST(RubberBand, AViewWithoutAWindowDrawsOnNoScreenAndRepaintsNoOtherWindow) {
     Band shown;
     CVectorView bare;
@@ -307,6 +343,24 @@ TEST(RubberBand, APointCanTakeItsCoordinatesFromTwoGripsAndALaterOneWins) {
     EXPECT_EQ(200.5, point.y);
 }
 
+TEST(RubberBand, AGripOnThePixelItselfIsTakenWholeAndEndsTheSearch) {
+    // All on pixel column 100 or row 199 (300 - 100.5 = 199.5, 300 - 100.75 = 199.25, cut).
+    CGePoint2d exact(100.25, 100.5);
+    exact.type = 8;
+    Band b;
+    b.manager.AddGripPoint(CGePoint2d(100.125, 30));
+    b.manager.AddGripPoint(CGePoint2d(40, 100.75));
+    b.manager.AddGripPoint(exact);
+    b.manager.AddGripPoint(CGePoint2d(100.75, 20));
+    b.manager.AddGripPoint(CGePoint2d(10, 100.625));
+    b.manager.AddGripPoint(CGePoint2d(100.875, 100.875));
+    CGePoint2d point(7, 8);
+    EXPECT_EQ(1, b.manager.GetInTrackGripPoint(CPoint(100, 199), point));
+    EXPECT_EQ(100.25, point.x);
+    EXPECT_EQ(100.5, point.y);
+    EXPECT_EQ(8, point.type) << "the kind as well";
+}
+
 TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndGoWithTheBand) {
     Band b;
     b.manager.AddGripPoint(CGePoint2d(200, 250)); // Pixel (200, 50).
@@ -315,6 +369,18 @@ TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndGoWithTheBa
     b.manager.DrawShirrLine(CPoint(10, 10), CPoint(200, 200), 0);
     EXPECT_LT(40, b.DifferentInColumn(200, 60, 300)) << "down to the window's edge";
     EXPECT_LT(60, b.DifferentInRow(200));
+    b.manager.ErasShirrLine();
+    EXPECT_EQ(0, b.Difference());
+}
+
+TEST(RubberBand, AssistantLinesGoThroughTheCursorAndNotThroughTheBandsFarEnd) {
+    // The band runs on to (400, 50); the grip stands below the cursor at (150, 50), and its line runs up to the edge.
+    Band b;
+    b.manager.AddGripPoint(CGePoint2d(150, 50)); // Pixel (150, 250).
+    b.manager.DrawShirrLine(CPoint(100, 50), CPoint(150, 50), 0);
+    ASSERT_EQ(CPoint(400, 50), b.manager.m_ShirrEnd);
+    EXPECT_LT(40, b.DifferentInColumn(150, 60, 250));
+    EXPECT_LT(5, b.DifferentInColumn(150, 0, 45));
     b.manager.ErasShirrLine();
     EXPECT_EQ(0, b.Difference());
 }
