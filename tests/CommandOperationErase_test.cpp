@@ -4,6 +4,7 @@
 #include "CommandOperationRotateText.h"
 #include "MemoryInfo.h"
 #include "TextParm.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
@@ -23,15 +24,6 @@ float AngleOf(CText* text) {
     return angle;
 }
 
-// Whether a repaint of the whole view stands out. The boxes come up beside the view, so that they uncover nothing of
-// it.
-bool IsRepaintAskedFor(ViewDriver& d) {
-    CRect client;
-    CRect update;
-    d.view.GetClientRect(&client);
-    return ::GetUpdateRect(d.view.m_hWnd, &update, FALSE) && update == client;
-}
-
 // Buttons, moves, wheel and keys: nothing for a command that acts at once.
 template <typename Command>
 void ExpectAllEventsIgnored() {
@@ -47,7 +39,7 @@ void ExpectAllEventsIgnored() {
     EXPECT_EQ(command->OnRButtonDown(MK_RBUTTON, grip), CCommandOperation::RS_Continue);
     EXPECT_EQ(command->OnKeyDown(VK_ESCAPE, 1, 0), CCommandOperation::RS_Continue);
     EXPECT_EQ(d.AllWords(), "line (100,100)-(150,100) normal -1");
-    EXPECT_FALSE(IsRepaintAskedFor(d));
+    EXPECT_FALSE(IsRepaintAskedFor(d.view));
     EXPECT_EQ(d.DifferenceFromFresh(), 0); // No marker on the grip.
     delete command;
 }
@@ -95,7 +87,7 @@ TEST(CommandOperationErase, YesAsksForARepaint) {
         d.TakeFresh();
         BoxAnswer boxes({IDYES});
         d.Manager().DoCommand(L"erase");
-        EXPECT_TRUE(IsRepaintAskedFor(d)) << selected;
+        EXPECT_TRUE(IsRepaintAskedFor(d.view)) << selected;
     }
 }
 
@@ -157,7 +149,7 @@ TEST(CommandOperationRotateText, TheAngleGoesToTheSelectedTexts) {
     EXPECT_EQ(AngleOf(parm), 33.3f);
     EXPECT_EQ(AngleOf(other), 0.0f);
     EXPECT_EQ(Words(line), "line (1,2)-(3,4) selected -1");
-    EXPECT_TRUE(IsRepaintAskedFor(d));
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
 }
 
 TEST(CommandOperationRotateText, CancellingLeavesTheAngles) {

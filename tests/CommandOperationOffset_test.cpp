@@ -3,6 +3,7 @@
 #include "CommandOperationOffset.h"
 #include "MemoryInfo.h"
 #include "support/AfxCaught.h"
+#include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
@@ -31,14 +32,6 @@ IMPLEMENT_DYNCREATE(OffsetUnreadablePolyline, CPLine)
 int OffsetUnreadablePolyline::s_alive = 0;
 
 namespace {
-
-// Whether a repaint of the whole view stands out; an edit box that goes asks for its own place only.
-bool IsRepaintAskedFor(ViewDriver& d) {
-    CRect client;
-    CRect update;
-    d.view.GetClientRect(&client);
-    return ::GetUpdateRect(d.view.m_hWnd, &update, FALSE) && update == client;
-}
 
 // From (100, 100) to (200, 100), in the drawing.
 template <typename Polyline>
@@ -338,9 +331,9 @@ TEST(CommandOperationOffset, ThePickAsksForARepaintAndAMissDoesNot) {
     d.Start(L"offset");
     d.TakeFresh();
     d.ClickAt(130, 180);
-    EXPECT_FALSE(IsRepaintAskedFor(d));
+    EXPECT_FALSE(IsRepaintAskedFor(d.view));
     d.ClickAt(130, 102);
-    EXPECT_TRUE(IsRepaintAskedFor(d));
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
 }
 
 TEST(CommandOperationOffset, TheSideClickAsksForARepaint) {
@@ -350,9 +343,9 @@ TEST(CommandOperationOffset, TheSideClickAsksForARepaint) {
     d.ClickAt(130, 102);
     d.MoveTo(160, 143); // The edit box goes with the tool.
     d.TakeFresh();
-    EXPECT_FALSE(IsRepaintAskedFor(d));
+    EXPECT_FALSE(IsRepaintAskedFor(d.view));
     d.PressAt(170, 140);
-    EXPECT_TRUE(IsRepaintAskedFor(d));
+    EXPECT_TRUE(IsRepaintAskedFor(d.view));
 }
 
 TEST(CommandOperationOffset, BreakingOffAsksForARepaintBeforeAndAfterThePick) {
@@ -371,7 +364,7 @@ TEST(CommandOperationOffset, BreakingOffAsksForARepaintBeforeAndAfterThePick) {
             } else {
                 d.Manager().Cancel();
             }
-            EXPECT_TRUE(IsRepaintAskedFor(d)) << picked << byButton;
+            EXPECT_TRUE(IsRepaintAskedFor(d.view)) << picked << byButton;
         }
     }
 }
@@ -390,9 +383,9 @@ TEST(CommandOperationOffset, ExecuteAsksForARepaintWhateverWasPicked) {
             d->MoveTo(160, 143);
         }
         d->TakeFresh();
-        EXPECT_FALSE(IsRepaintAskedFor(*d));
+        EXPECT_FALSE(IsRepaintAskedFor(d->view));
         d->Manager().Execute();
-        EXPECT_TRUE(IsRepaintAskedFor(*d));
+        EXPECT_TRUE(IsRepaintAskedFor(d->view));
     }
 }
 
@@ -453,19 +446,7 @@ TEST(CommandOperationOffset, ManyMovesLeaveThePictureOfTheLastOne) {
     many.MoveTo(243, 197);
     one.MoveTo(243, 197);
     EXPECT_EQ(many.BandEnd(), one.BandEnd());
-    // Without the edit box: its caret blinks.
-    CRect box;
-    ::GetWindowRect(one.EditBox(), &box);
-    one.view.ScreenToClient(&box);
-    const Picture a = many.Take();
-    const Picture b = one.Take();
-    int different = 0;
-    for (int y = 0; y < a.height; ++y) {
-        for (int x = 0; x < a.width; ++x) {
-            different += !box.PtInRect(CPoint(x, y)) && a.At(x, y) != b.At(x, y) ? 1 : 0;
-        }
-    }
-    EXPECT_EQ(different, 0);
+    EXPECT_EQ(many.DifferenceBesideEditBox(one), 0);
     many.Manager().Cancel();
     many.Update();
     EXPECT_EQ(many.DifferenceFromFresh(), 0);

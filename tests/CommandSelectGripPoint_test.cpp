@@ -528,18 +528,7 @@ TEST(CommandSelectGripPoint, ManyMovesLeaveThePictureOfTheLastOne) {
     many.MoveTo(283, 47);
     one.MoveTo(283, 47);
     EXPECT_TRUE(IsPreviewDrawn(many));
-    CRect box;
-    ::GetWindowRect(one.EditBox(), &box);
-    one.view.ScreenToClient(&box);
-    const Picture a = many.Take();
-    const Picture b = one.Take();
-    int different = 0;
-    for (int y = 0; y < a.height; ++y) {
-        for (int x = 0; x < a.width; ++x) {
-            different += !box.PtInRect(CPoint(x, y)) && a.At(x, y) != b.At(x, y) ? 1 : 0;
-        }
-    }
-    EXPECT_EQ(different, 0);
+    EXPECT_EQ(many.DifferenceBesideEditBox(one), 0);
 }
 
 TEST(CommandSelectGripPoint, ARepaintInTheMiddleLeavesTheFlagAndTheNextMoveAGhost) {

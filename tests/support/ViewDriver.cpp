@@ -88,6 +88,20 @@ private:
     std::vector<std::string>& m_Results;
 };
 
+namespace {
+
+int DifferenceOutside(const CRect& left, const Picture& a, const Picture& b) {
+    int count = 0;
+    for (int y = 0; y < a.height; ++y) {
+        for (int x = 0; x < a.width; ++x) {
+            count += !left.PtInRect(CPoint(x, y)) && a.At(x, y) != b.At(x, y) ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
 // ---- Events --------------------------------------------------------------------------------------------------------
 
 ViewDriver::ViewDriver() = default;
@@ -290,20 +304,22 @@ std::vector<BYTE> ViewDriver::Store() {
 }
 
 int ViewDriver::DifferenceFromFresh() {
+    const CRect box = EditBoxPlace();
+    const Picture seen = Take();
+    return DifferenceOutside(box, seen, TakeFresh());
+}
+
+int ViewDriver::DifferenceBesideEditBox(ViewDriver& other) {
+    return DifferenceOutside(other.EditBoxPlace(), Take(), other.Take());
+}
+
+CRect ViewDriver::EditBoxPlace() {
     CRect box(0, 0, 0, 0);
     if (EditBox() != nullptr) {
         ::GetWindowRect(EditBox(), &box);
         view.ScreenToClient(&box);
     }
-    const Picture seen = Take();
-    const Picture fresh = TakeFresh();
-    int count = 0;
-    for (int y = 0; y < seen.height; ++y) {
-        for (int x = 0; x < seen.width; ++x) {
-            count += !box.PtInRect(CPoint(x, y)) && seen.At(x, y) != fresh.At(x, y) ? 1 : 0;
-        }
-    }
-    return count;
+    return box;
 }
 
 // ---- Words ---------------------------------------------------------------------------------------------------------

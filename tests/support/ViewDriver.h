@@ -79,10 +79,14 @@ public:
     CPoint PixelOf(double x, double y);
     // Pixels that differ from a fresh paint, which is made by the call, apart from the edit box.
     int DifferenceFromFresh();
+    // Pixels that differ from another view of the same size, but for the other's edit box, whose caret blinks.
+    int DifferenceBesideEditBox(ViewDriver& other);
 
 private:
     friend class SpyTool;
     void Watch();
+    // In client pixels; empty while hidden.
+    CRect EditBoxPlace();
     std::vector<std::string> m_results;
 };
 
