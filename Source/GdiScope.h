@@ -53,6 +53,11 @@ public:
     CScopedPen(CDC* dc, CPen* pen) : CScopedSetting(dc, dc->SelectObject(pen)) {}
 };
 
+class CScopedBrush : public CScopedSetting<CBrush*, SelectBack<CBrush>> {
+public:
+    CScopedBrush(CDC* dc, CBrush* brush) : CScopedSetting(dc, dc->SelectObject(brush)) {}
+};
+
 class CScopedFont : public CScopedSetting<CFont*, SelectBack<CFont>> {
 public:
     CScopedFont(CDC* dc, CFont* font) : CScopedSetting(dc, dc->SelectObject(font)) {}

@@ -75,9 +75,9 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
             CRect clip;
             pDC->GetClipBox(&clip);
             CBrush brush(m_pDocument->GetBKColor());
-            CBrush* old = pDC->SelectObject(&brush);
+            CScopedBrush selected(pDC, &brush);
             pDC->PatBlt(clip.left, clip.top, clip.Width(), clip.Height(), PATCOPY);
-            pDC->SelectObject(old);
+            selected.Restore();
         }
         drawAll(m_pDocument->GetNetDrawableObjs());
         drawAll(m_pDocument->GetDrawableObjs());

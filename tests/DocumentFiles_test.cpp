@@ -58,6 +58,31 @@ public:
     bool fails = true;
 };
 
+// A document whose own fields throw what is no exception of the MFC, behind the drawing.
+class NumberThrowingDocument : public CGraphicDocument {
+public:
+    int StoreData(CArchive& ar) override {
+        CGraphicDocument::StoreData(ar);
+        throw 7;
+    }
+    int ReadData(CArchive& ar) override {
+        CGraphicDocument::ReadData(ar);
+        throw 7;
+    }
+};
+
+// A document that saves in its own way: it writes the file and calls that a failure.
+class HalfSavingDocument : public CGraphicDocument {
+public:
+    BOOL OnSaveDocument(LPCTSTR path) override {
+        CFile file(path, CFile::modeCreate | CFile::modeWrite);
+        file.Write("half", 4);
+        ++saves;
+        return FALSE;
+    }
+    int saves = 0;
+};
+
 // A document that notes what a load looks like from within.
 class WatchingDocument : public CGraphicDocument {
 public:
@@ -159,6 +184,18 @@ TEST(DocumentFiles, ATruncatedStreamShowsItsMessageAndKeepsWhatWasRead) {
     EXPECT_EQ(0.5f, lone.tran.GetScale());
 }
 
+TEST(DocumentFiles, WhateverALoadThrowsShowsTheSameMessageOnce) {
+    CVectorViewCoordTran tran;
+    NumberThrowingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    Bytes bytes = ReadTestData("lines_two.nrv");
+    BoxAnswer boxes;
+    EXPECT_EQ(1, document.CGraphicDocument::OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())));
+    EXPECT_EQ((Texts{"CGraphicDocument::Serialize错误"}), boxes.Texts());
+    EXPECT_EQ(2, document.GetDrawableObjs()->GetSize()) << "what was read stays";
+    EXPECT_FALSE(document.IsModified());
+}
+
 TEST(DocumentFiles, AnUnknownClassShowsTheSameMessage) {
     Bytes bytes = ReadTestData("line_schema5.nrv");
     bytes[38 + 6] = 'X';
@@ -214,6 +251,25 @@ TEST(DocumentFiles, ANewDrawingAsksForItsNameAndProposesTheTitleUpToItsFirstOddC
     EXPECT_NE(std::string::npos, dialog.Seen()[0].find("|plan")) << dialog.Seen()[0];
     EXPECT_EQ(std::string::npos, dialog.Seen()[0].find('#'));
     EXPECT_TRUE(path.Exists());
+}
+
+TEST(DocumentFiles, EachOddCharacterCutsTheProposedTitle) {
+    for (wchar_t odd : {L' ', L'#', L'%', L';', L'/', L'\\'}) {
+        SCOPED_TRACE(static_cast<int>(odd));
+        LoneDocument lone;
+        lone.document.SetTitle(CString(L"plan") + odd + L"2");
+        FileDialogAnswer dialog(L"");
+        EXPECT_EQ(0, lone.document.DoSave(nullptr, TRUE));
+        EXPECT_EQ((Texts{"另存为|plan"}), dialog.Seen());
+    }
+}
+
+TEST(DocumentFiles, ACopyOfANewDrawingIsProposedNoName) {
+    LoneDocument lone;
+    lone.document.SetTitle(L"mine");
+    FileDialogAnswer dialog(L"");
+    EXPECT_EQ(0, lone.document.DoSave(nullptr, FALSE));
+    EXPECT_EQ((Texts{"保存副本|"}), dialog.Seen()) << "the title is for saves that give the drawing its name";
 }
 
 TEST(DocumentFiles, AKnownPathIsSavedWithoutAQuestion) {
@@ -272,6 +328,22 @@ TEST(DocumentFiles, AStoreThatFailsMidwayNeverTakesThePlaceOfAGoodFile) {
     EXPECT_LT(38u, path.Read().size());
 }
 
+TEST(DocumentFiles, AStoreThatThrowsANumberFailsTheSaveToo) {
+    TemporaryPath path;
+    path.Write({'g', 'o', 'o', 'd'});
+    CVectorViewCoordTran tran;
+    NumberThrowingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    document.AddLine(0, 0, 0, 0, 0, 0, 1, 2, 3, 4);
+    document.SetModifiedFlag(TRUE);
+    BoxAnswer boxes;
+    EXPECT_EQ(0, document.DoSave(path, TRUE));
+    EXPECT_EQ((Texts{"CGraphicDocument::Serialize错误"}), boxes.Texts());
+    EXPECT_EQ((Bytes{'g', 'o', 'o', 'd'}), path.Read());
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_TRUE(document.GetPathName().IsEmpty());
+}
+
 TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatStoodThere) {
     TemporaryPath path;
     path.Write({'g', 'o', 'o', 'd'});
@@ -283,8 +355,9 @@ TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatStoodThere) {
     BoxAnswer boxes({IDYES}); // Also to the dialog's question whether to replace it.
     EXPECT_EQ(0, document.DoSave(nullptr, TRUE));
     EXPECT_EQ(1u, dialog.Seen().size());
-    ASSERT_FALSE(boxes.Texts().empty());
-    EXPECT_EQ("CGraphicDocument::Serialize错误", boxes.Texts().back());
+    ASSERT_EQ(2u, boxes.Texts().size()) << "the dialog's question, then the failure";
+    EXPECT_NE("CGraphicDocument::Serialize错误", boxes.Texts()[0]);
+    EXPECT_EQ("CGraphicDocument::Serialize错误", boxes.Texts()[1]);
     ASSERT_TRUE(path.Exists());
     EXPECT_EQ((Bytes{'g', 'o', 'o', 'd'}), path.Read());
     EXPECT_TRUE(document.GetPathName().IsEmpty()) << "the name is not taken";
@@ -305,6 +378,66 @@ TEST(DocumentFiles, AFailedStoreUnderANewNameLeavesNoFile) {
         EXPECT_FALSE(path.Exists());
     }
     EXPECT_EQ(making, FilesInTheMaking());
+}
+
+TEST(DocumentFiles, WhatAFailedSaveLeavesGoesUnderAChosenNewNameAlone) {
+    const Bytes half = {'h', 'a', 'l', 'f'};
+    CVectorViewCoordTran tran;
+    {
+        TemporaryPath path;
+        HalfSavingDocument document;
+        document.SetVectorViewCoordTran(&tran);
+        FileDialogAnswer dialog(path);
+        EXPECT_EQ(0, document.DoSave(nullptr, TRUE));
+        EXPECT_EQ(1, document.saves);
+        EXPECT_FALSE(path.Exists()) << "chosen, and new";
+        EXPECT_TRUE(document.GetPathName().IsEmpty());
+    }
+    {
+        TemporaryPath path;
+        HalfSavingDocument document;
+        document.SetVectorViewCoordTran(&tran);
+        EXPECT_EQ(0, document.DoSave(path, TRUE));
+        EXPECT_EQ(1, document.saves);
+        ASSERT_TRUE(path.Exists()) << "the caller's path is the caller's";
+        EXPECT_EQ(half, path.Read());
+    }
+    {
+        TemporaryPath path;
+        path.Write({'g', 'o', 'o', 'd'});
+        HalfSavingDocument document;
+        document.SetVectorViewCoordTran(&tran);
+        FileDialogAnswer dialog(path);
+        BoxAnswer boxes({IDYES}); // To the question whether to replace it.
+        EXPECT_EQ(0, document.DoSave(nullptr, TRUE));
+        EXPECT_EQ(1, document.saves);
+        ASSERT_TRUE(path.Exists()) << "chosen, but there before";
+        EXPECT_EQ(half, path.Read());
+    }
+}
+
+TEST(DocumentFiles, AChosenNameInAFolderThatIsNotThereIsRefusedByTheDialog) {
+    LoneDocument lone;
+    {
+        FileDialogAnswer dialog(L"C:\\no such folder\\drawing.nrv");
+        BoxAnswer boxes;
+        EXPECT_EQ(0, lone.document.DoSave(nullptr, TRUE));
+        EXPECT_EQ(1, dialog.Refused());
+        EXPECT_EQ(1u, boxes.Texts().size());
+    }
+    FileDialogAnswer dialog(L"C:\\no such folder\\drawing.nrv");
+    BoxAnswer boxes;
+    EXPECT_EQ(0, lone.document.OpenDocument());
+    EXPECT_EQ(1, dialog.Refused());
+    EXPECT_EQ(1u, boxes.Texts().size());
+}
+
+TEST(DocumentFiles, EveryDialogOffersAllFilesAlone) {
+    LoneDocument lone;
+    FileDialogAnswer dialog(L"");
+    lone.document.OpenDocument();
+    lone.document.DoSave(nullptr, TRUE);
+    EXPECT_EQ((Texts{"所有文件 (*.*)\n", "所有文件 (*.*)\n"}), dialog.Filters());
 }
 
 TEST(DocumentFiles, AVanishedFileAsksForAName) {

@@ -173,6 +173,41 @@ TEST(DocumentStream, TheHeaderHoldsBackgroundScaleOriginAndScreenHeight) {
                             0x3E, 0,    0,    0,    0,    0,    0,    0xF8, 0xBF, 0x9C, 0x75, 0x00, 0x88,
                             0x3C, 0xE4, 0x37, 0x7E, 9,    3,    0,    0,    0,    0,    0,    0};
     EXPECT_EQ(expected, bytes);
+    LoneDocument second;
+    ASSERT_EQ(1, second.Load(bytes));
+    EXPECT_EQ(-2, second.document.GetBKColorIndex());
+    EXPECT_EQ(0x00112233u, second.document.GetBKColor());
+    EXPECT_EQ(expected, second.Store());
+}
+
+TEST(DocumentStream, AnExplicitBackgroundGoesRoundBehindTheIndexThatHidesIt) {
+    LoneDocument lone;
+    lone.document.SetBKColor(0x00112233);
+    lone.document.SetBKColorIndex(9);
+    const Bytes bytes = lone.Store();
+    ASSERT_EQ(38u, bytes.size());
+    EXPECT_EQ((Bytes{0x33, 0x22, 0x11, 0, 9, 0}), Bytes(bytes.begin() + 4, bytes.begin() + 10));
+    LoneDocument second;
+    second.document.SetBKColor(0x00445566);
+    ASSERT_EQ(1, second.Load(bytes));
+    EXPECT_EQ(9, second.document.GetBKColorIndex());
+    EXPECT_EQ(0x00FF0000u, second.document.GetBKColor()) << "the table's blue";
+    EXPECT_EQ(bytes, second.Store());
+    second.document.SetBKColorIndex(-2);
+    EXPECT_EQ(0x00112233u, second.document.GetBKColor());
+}
+
+TEST(DocumentStream, ANullEntryIsCountedAndNotWritten) {
+    LoneDocument lone;
+    const Bytes golden = ReadTestData("lines_two.nrv");
+    ASSERT_EQ(1, lone.Load(golden));
+    CDrawable* none = nullptr;
+    lone.Objects().InsertAt(1, none);
+    Bytes expected = golden;
+    ASSERT_EQ(2, expected[kCountAt]);
+    expected[kCountAt] = 3;
+    EXPECT_EQ(expected, lone.Store());
+    lone.Objects().RemoveAt(1);
 }
 
 TEST(DocumentStream, NetForegroundSelectionCurrentObjectLayersAndScreenWidthAreNotStored) {

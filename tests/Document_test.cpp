@@ -33,7 +33,8 @@ int Registered() {
 // Hands out a fixed extent, or none.
 class CExtent : public CDrawable {
 public:
-    CExtent(double x1, double y1, double x2, double y2) : m_low(x1, y1), m_high(x2, y2) {}
+    CExtent(double x1, double y1, double x2, double y2, int answer = 1)
+        : m_low(x1, y1), m_high(x2, y2), m_answer(answer) {}
     CExtent() { SetIsShow(0); }
     int GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) override {
         if (m_IsShow == 0) {
@@ -41,13 +42,29 @@ public:
         }
         min = m_low;
         max = m_high;
-        return 1;
+        return m_answer;
     }
 
 private:
     CGePoint2d m_low;
     CGePoint2d m_high;
+    int m_answer = 0;
 };
+
+// The document's third list, which nothing in the library fills and nothing hands out: the name of a private member may
+// stand in an explicit instantiation.
+CDrawableArray& SpareList(CGraphicDocument& document);
+
+template <CDrawableArray CGraphicDocument::*List>
+struct SpareListOpener {
+    friend CDrawableArray& SpareList(CGraphicDocument& document) { return document.*List; }
+};
+template struct SpareListOpener<&CGraphicDocument::m_SpareDrawableObjs>;
+
+void AddSpare(CGraphicDocument& document) {
+    CDrawable* object = NewLine();
+    SpareList(document).Add(object);
+}
 
 } // namespace
 
@@ -140,6 +157,33 @@ TEST(Document, ErasingTheSelectionKeepsTheObjectsAliveAndSelected) {
     Free(b);
 }
 
+TEST(Document, ErasingTheSelectionTakesOutAllOfItAlsoWhatIsCurrent) {
+    for (int current = 0; current < 3; ++current) {
+        SCOPED_TRACE(current);
+        LoneDocument lone;
+        CLine* lines[] = {NewLine(), NewLine(), NewLine()};
+        for (CLine* line : lines) {
+            lone.document.AddDrawAobject(line);
+        }
+        lone.document.AddSelected(lines[2]);
+        lone.document.AddSelected(lines[0]);
+        lone.document.AddCurrentObject(lines[current]);
+        const int before = Registered();
+        lone.document.DeleteAllSelectedObject();
+        EXPECT_EQ(before, Registered());
+        ASSERT_EQ(1, lone.Objects().GetSize());
+        EXPECT_EQ(lines[1], lone.Objects()[0]);
+        EXPECT_EQ(0, lone.document.GetSelectedDrawableObjs()->GetSize());
+        EXPECT_EQ(current == 1 ? lines[1] : nullptr, lone.document.GetCurrentObject()) << "only the middle one is left";
+        EXPECT_EQ(CDrawable::Selected, lines[0]->GetDrawState());
+        EXPECT_EQ(CDrawable::Normal, lines[1]->GetDrawState());
+        EXPECT_EQ(CDrawable::Selected, lines[2]->GetDrawState());
+        lone.document.removeCurrentObject();
+        Free(lines[0]);
+        Free(lines[2]);
+    }
+}
+
 TEST(Document, MoveToTopTakesOnlyObjectsOfTheDrawing) {
     LoneDocument lone;
     CLine* a = NewLine();
@@ -159,6 +203,7 @@ TEST(Document, TheOlderAddLineIgnoresItsFirstSixArguments) {
     CLine* line = lone.document.AddLine(1, 2, 3.0f, 4.0f, 5, 6, 0.5f, 1.5f, 2.5f, 3.5f);
     ASSERT_EQ(1, lone.Objects().GetSize());
     EXPECT_EQ(line, lone.Objects()[0]);
+    EXPECT_TRUE(CKXMemoryManager::Instance()->IsKnown(line));
     EXPECT_EQ(0.5, line->GetStartPoint().x);
     EXPECT_EQ(3.5, line->GetEndPoint().y);
     EXPECT_EQ(-1, line->GetPenColorIndex());
@@ -194,6 +239,22 @@ TEST(Document, TheDestructorFreesObjectsNetAndLayers) {
         lone.document.AddNetobject(NewLine());
     }
     EXPECT_EQ(before, Registered());
+}
+
+TEST(Document, TheThirdListIsFreedWithTheDrawing) {
+    const int outside = Registered();
+    {
+        LoneDocument lone;
+        const int before = Registered();
+        AddSpare(lone.document);
+        AddSpare(lone.document);
+        ASSERT_EQ(before + 2, Registered());
+        lone.document.Reset();
+        EXPECT_EQ(before, Registered());
+        EXPECT_EQ(0, SpareList(lone.document).GetSize());
+        AddSpare(lone.document);
+    }
+    EXPECT_EQ(outside, Registered()) << "the destructor frees what came later";
 }
 
 // ---- Selection -----------------------------------------------------------------------------------------------------
@@ -293,6 +354,7 @@ TEST(Document, TheExtentIsTheUnionOfTheDrawingAndLeavesNetAndCurrentObjectOut) {
     LoneDocument lone;
     lone.document.AddDrawAobject(NewLine(0, 0, 10, 5));
     lone.document.AddDrawAobject(NewLine(3, -7, 4, 20));
+    lone.document.AddDrawAobject(NewLine(5, 1, 6, 2)); // Inside: it changes no side.
     lone.document.AddNetobject(NewLine(-100, -100, 100, 100));
     CLine current;
     current.SetEndPoint(CGePoint2d(500, 500));
@@ -302,6 +364,24 @@ TEST(Document, TheExtentIsTheUnionOfTheDrawingAndLeavesNetAndCurrentObjectOut) {
     EXPECT_EQ(1, lone.document.GetRect(min, max));
     EXPECT_TRUE(min == CGePoint2d(0, -7));
     EXPECT_TRUE(max == CGePoint2d(10, 20));
+}
+
+TEST(Document, AnyAnswerButZeroIsAnExtent) {
+    LoneDocument lone;
+    lone.document.AddDrawAobject(new CExtent(2, 3, 4, 5, -1));
+    CGePoint2d min;
+    CGePoint2d max;
+    EXPECT_EQ(1, lone.document.GetRect(min, max));
+    EXPECT_TRUE(min == CGePoint2d(2, 3));
+    EXPECT_TRUE(max == CGePoint2d(4, 5));
+    lone.document.AddDrawAobject(new CExtent(-20, -30, 40, 50, -1));
+    EXPECT_EQ(1, lone.document.GetRect(min, max));
+    EXPECT_TRUE(min == CGePoint2d(-20, -30));
+    EXPECT_TRUE(max == CGePoint2d(40, 50));
+    lone.document.AddDrawAobject(new CExtent(-100, -100, 100, 100, 0));
+    EXPECT_EQ(1, lone.document.GetRect(min, max));
+    EXPECT_TRUE(min == CGePoint2d(-20, -30)) << "what an object writes beside a zero doesn't count";
+    EXPECT_TRUE(max == CGePoint2d(40, 50));
 }
 
 // ---- Colours -------------------------------------------------------------------------------------------------------

@@ -180,6 +180,35 @@ TEST(LayerManager, TheTableHasNoLeadingWordAndRoundTrips) {
     EXPECT_EQ(3.5f, loaded.GetLayerInfo(1)->m_LineWide);
 }
 
+TEST(LayerManager, LoadedLayersAreRegistered) {
+    CKXMemoryManager* registry = CKXMemoryManager::Instance();
+    CLayerManager layers;
+    layers.AddLayer("second");
+    const Bytes bytes = StoreLayers(layers);
+    const int outside = registry->GetCount();
+    {
+        CLayerManager loaded;
+        loaded.RemoveAll();
+        ASSERT_EQ(outside, registry->GetCount());
+        ASSERT_EQ(-1, Read(loaded, bytes));
+        EXPECT_EQ(outside + 2, registry->GetCount());
+        EXPECT_TRUE(registry->IsKnown(loaded.GetLayerInfo(0)));
+        EXPECT_TRUE(registry->IsKnown(loaded.GetLayerInfo(1)));
+    }
+    EXPECT_EQ(outside, registry->GetCount());
+}
+
+TEST(LayerManager, TheFlagOfATableGoesRoundWhateverItIs) {
+    for (const Bytes& flag : {Bytes{0, 0, 0, 0}, Bytes{0x78, 0x56, 0x34, 0x12}, Bytes{0xFE, 0xFF, 0xFF, 0xFF}}) {
+        Bytes bytes = {100, 0, 0, 0};
+        bytes.insert(bytes.end(), flag.begin(), flag.end());
+        bytes.insert(bytes.end(), 4, 0); // No layer.
+        CLayerManager layers;
+        EXPECT_EQ(-1, Read(layers, bytes));
+        EXPECT_EQ(bytes, StoreLayers(layers));
+    }
+}
+
 TEST(LayerManager, ATableWithoutLayersLoadsEmpty) {
     CLayerManager layers;
     EXPECT_EQ(-1, Read(layers, {100, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0}));

@@ -225,11 +225,14 @@ TEST(LineDraw, WithoutALayerTheOwnValuesStand) {
         using CLine::InnerGetLineType;
         using CLine::InnerGetLineWide;
         using CLine::InnerGetPenColor;
+        using CLine::PenWidth;
     } line;
     CDrawGeometry geometry(&p.graphic, p.graphic.GetDocument()->GetLayerManager());
     EXPECT_EQ(-1.0f, line.InnerGetLineWide(&geometry));
     EXPECT_EQ(-1, line.InnerGetLineType(&geometry));
     EXPECT_EQ(0x00445566u, line.InnerGetPenColor(&geometry));
+    EXPECT_EQ(-1.0f, line.PenWidth(&geometry, true)) << "locked: as it stands";
+    EXPECT_EQ(1.0f, line.PenWidth(&geometry, false));
     // Unlocked the width is raised to 1; locked the pen gets -1, of which GDI takes the amount. No GDI pen has the
     // style -1: it makes a solid one.
     EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00445566)", p.Pen(&line));

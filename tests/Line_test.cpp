@@ -164,8 +164,8 @@ TEST(Line, NoIndexAtAllIsAnInvalidArgument) {
 TEST(Line, ATransformMovesBothEnds) {
     CLine line;
     Set(line, 1, 0, 2, 0);
-    line.transformBy(CGeMatrix2d::scaling(3, CGePoint2d(1, 0)));
-    ExpectEnds(line, 1, 0, 4, 0);
+    line.transformBy(CGeMatrix2d::scaling(3, CGePoint2d(0, 2)));
+    ExpectEnds(line, 3, -4, 6, -4); // Three times (1, -2) and (2, -2), from (0, 2).
 }
 
 TEST(Line, TheExtentIsOrderedAndAHiddenLineHasNone) {
@@ -205,6 +205,7 @@ TEST(Line, TheDistanceIsPositiveOnTheLeft) {
     EXPECT_EQ(-3.0f, Measured::DistanceLine(a, b, CGePoint2d(5, -3)));
     EXPECT_EQ(-3.0f, Measured::DistanceLine(b, a, CGePoint2d(5, 3)));
     EXPECT_EQ(-2.0f, Measured::DistanceLine(a, b, CGePoint2d(10, -2))) << "level with the end: still the perpendicular";
+    EXPECT_EQ(-2.0f, Measured::DistanceLine(a, b, CGePoint2d(0, -2))) << "level with the start: the same";
     EXPECT_EQ(5.0f, Measured::DistanceLine(a, b, CGePoint2d(13, -4))) << "to an end there is no side";
     EXPECT_EQ(5.0f, Measured::DistanceLine(a, b, CGePoint2d(-3, -4)));
 }

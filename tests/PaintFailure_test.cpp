@@ -37,7 +37,7 @@ private:
     Throws m_what;
 };
 
-// A context whose strokes or grips fail.
+// A context whose clearing, strokes or grips fail.
 class BreakingDC : public RecordingDC {
 public:
     using RecordingDC::LineTo;
@@ -50,6 +50,11 @@ public:
         Throw(inGrip);
         return RecordingDC::Rectangle(x1, y1, x2, y2);
     }
+    BOOL PatBlt(int x, int y, int width, int height, DWORD rop) override {
+        Throw(inClearing);
+        return RecordingDC::PatBlt(x, y, width, height, rop);
+    }
+    Throws inClearing = Throws::Nothing;
     Throws inStroke = Throws::Nothing;
     Throws inGrip = Throws::Nothing;
 };
@@ -138,6 +143,20 @@ TEST(PaintFailure, AThrowingCurrentObjectComesLastAndIsNamed) {
     EXPECT_EQ((Calls{"MoveTo(1,300)"}), p.PaintedStarts());
     EXPECT_EQ((Texts{LoopFailure(&broken)}), boxes.Texts());
     p.graphic.GetDocument()->removeCurrentObject();
+}
+
+TEST(PaintFailure, AFailedClearingPutsTheBrushBackAndNothingIsDrawn) {
+    for (Throws what : {Throws::Exception, Throws::Number}) {
+        Painting p;
+        p.AddLine(1);
+        p.graphic.GetDocument()->SetBKColor(0x00030201);
+        p.dc.inClearing = what;
+        BoxAnswer boxes;
+        p.graphic.OnDraw(&p.dc, 1);
+        EXPECT_EQ((Texts{"CVectorGraphic::OnDraw出错:pDrawObj=0"}), boxes.Texts()) << "no object's turn had come";
+        EXPECT_TRUE(
+            SameCalls({"SelectObject(brush style=0 color=0x00030201)", "SelectObject(brush default)"}, p.dc.Calls()));
+    }
 }
 
 // ---- A line --------------------------------------------------------------------------------------------------------

@@ -17,6 +17,10 @@ public:
 
     // Of each dialog: its title and the name it proposed, "title|name" in UTF-8.
     const std::vector<std::string>& Seen() const { return m_seen; }
+    // Of each dialog: the kinds of files it offers, one line each.
+    const std::vector<std::string>& Filters() const { return m_filters; }
+    // How many dialogs did not take the path and stayed open; these are cancelled.
+    int Refused() const { return m_refused; }
 
 private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD);
@@ -26,5 +30,8 @@ private:
     UINT_PTR m_timer;
     std::vector<HWND> m_answered;
     std::vector<std::string> m_seen;
+    std::vector<std::string> m_filters;
+    int m_refused = 0;
+    HWND m_cancelled = nullptr; // The last refused one.
     static FileDialogAnswer* s_current;
 };
