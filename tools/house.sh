@@ -131,7 +131,8 @@ house_display() {
 
 # --- Wine
 
-# The environment of every Windows program. HOME lies in the build folder, so that nothing is written elsewhere.
+# The environment of every Windows program. Home and the server's own folder lie in the prefix, so that nothing is
+# written elsewhere.
 # All of them stay on one processor, and the server with them: a program waits for its server hundreds of thousands of
 # times, and to wake it on another, idle processor takes longer than all else (six times, measured with real windows).
 house_wine_env() {
@@ -143,6 +144,8 @@ house_wine_env() {
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d'
     export LANG=C.UTF-8 LC_ALL=C.UTF-8
     export HOME=$WINEPREFIX/home XDG_CACHE_HOME=$WINEPREFIX/home/cache XDG_CONFIG_HOME=$WINEPREFIX/home/config
+    export TMPDIR=$HOME/tmp
+    mkdir -p "$TMPDIR"
     case ${NR_DISPLAY:-} in
         '') ;;
         none) unset DISPLAY ;;
