@@ -138,7 +138,7 @@ house_display() {
 house_wine_env() {
     local processors
     processors=$(taskset -cp "$BASHPID" 2>/dev/null) && processors=${processors##*: } &&
-        taskset -cp "${processors%%[,-]*}" "$BASHPID" >/dev/null
+        taskset -cp "${processors%%[,-]*}" "$BASHPID" >/dev/null 2>&1
     export WINEPREFIX=${NR_WINEPREFIX:-$HOUSE_BUILD/wineprefix} WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
     export WINELOADER=$HOUSE_WINE WINESERVER=/usr/lib/wine/wineserver64
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d'
