@@ -14,6 +14,7 @@ IMPLEMENT_DYNAMIC(CVectorView, CWnd)
 
 BEGIN_MESSAGE_MAP(CVectorView, CWnd)
     ON_WM_CREATE()
+    ON_WM_NCDESTROY()
     ON_WM_SIZE()
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
@@ -175,6 +176,11 @@ void CVectorView::PreRedrawEngine() {
 
 int CVectorView::OnCreate(LPCREATESTRUCT) {
     return Default() == -1 ? -1 : 0;
+}
+
+void CVectorView::OnNcDestroy() {
+    m_Alive.End();
+    CWnd::OnNcDestroy();
 }
 
 void CVectorView::OnSize(UINT, int, int) {

@@ -8,6 +8,7 @@
 #include "VectorGraphic.h"
 
 #include <afxwin.h>
+#include <KxAlive.h>
 
 class CDialog_DrawAbleProperty;
 class CPLine;
@@ -105,6 +106,7 @@ protected:
     // ---- Window messages ----
 
     afx_msg int OnCreate(LPCREATESTRUCT create);
+    afx_msg void OnNcDestroy();
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
@@ -123,6 +125,7 @@ protected:
     afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar);
     DECLARE_MESSAGE_MAP()
 
+    CKxAlive m_Alive; // Ends with the window, and with the object.
     CVectorViewCoordTran m_CoordTran;
     CVectorGraphic m_Graphic;
     CCommandOperation* m_pManager = nullptr;

@@ -1,5 +1,6 @@
-// Tests of the helper libraries' basics: registry, stopwatch, message sink, comparison, splitting.
+// Tests of the helper libraries' basics: registry, stopwatch, message sink, comparison, splitting, alive tokens.
 #include <KXBaseOpr.h>
+#include <KxAlive.h>
 #include <KxBaseClass.h>
 #include <KxFoundation.h>
 
@@ -9,6 +10,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -332,4 +334,32 @@ TEST(KxSplit, EmptySeparatorGivesTheTextWhole) {
 
 TEST(KxSplit, ComparesWithCase) {
     EXPECT_EQ((List{L"1x2", L"3"}), Pieces(L"1x2X3", L"X"));
+}
+
+TEST(KxAlive, ATokenIsAliveUntilItsOwnerEnds) {
+    CKxAlive owner;
+    const CKxAliveToken token(owner);
+    EXPECT_TRUE(token.IsAlive());
+    owner.End();
+    EXPECT_FALSE(token.IsAlive());
+}
+
+TEST(KxAlive, ATokenOutlivesItsOwnerAndAnswersFalse) {
+    auto owner = std::make_unique<CKxAlive>();
+    const CKxAliveToken token(*owner);
+    const CKxAliveToken copy(token);
+    owner.reset();
+    EXPECT_FALSE(token.IsAlive());
+    EXPECT_FALSE(copy.IsAlive());
+}
+
+TEST(KxAlive, ATokenOfTheNextLifeKnowsNothingOfTheFormer) {
+    CKxAlive owner;
+    const CKxAliveToken former(owner);
+    owner.End();
+    const CKxAliveToken next(owner);
+    EXPECT_FALSE(former.IsAlive());
+    EXPECT_TRUE(next.IsAlive());
+    owner.End();
+    EXPECT_FALSE(next.IsAlive());
 }
