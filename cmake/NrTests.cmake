@@ -34,7 +34,6 @@ function(nr_add_tests name)
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   nr_finish(${name})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/Source ${CMAKE_SOURCE_DIR}/tests)
-  target_compile_definitions(${name} PRIVATE NR_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
   # The DLLs are what ships and is optimised fully; the tests' own code need not be, and builds faster.
   target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
   target_link_libraries(${name} PRIVATE nr_test_main gtest)
