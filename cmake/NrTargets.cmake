@@ -39,7 +39,7 @@ endfunction()
 function(nr_dll name)
   add_library(${name} SHARED ${ARGN})
   nr_finish(${name})
-  set_target_properties(${name} PROPERTIES IMPORT_PREFIX "lib")
+  set_target_properties(${name} PROPERTIES IMPORT_PREFIX "lib" LINKER_LANGUAGE CXX)
 endfunction()
 
 # windres reads UTF-8 resource scripts.

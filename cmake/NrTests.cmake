@@ -1,4 +1,4 @@
-# Test programs: GoogleTest, one CTest entry a suite, and the targets that the house checks build.
+# Test programs: GoogleTest, one CTest entry a suite, and the target that a check builds.
 
 set(NR_GTEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's sources, from the packages libgtest-dev and googletest")
 set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
@@ -18,30 +18,35 @@ function(nr_tool name)
   nr_finish(${name})
 endfunction()
 
-# nr_add_tests(name [WINDOWS] sources... [LIBRARIES targets...])
+# What the tests share. A static library: each program takes from it what it uses.
+file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
+list(FILTER support EXCLUDE REGEX "/(AfxTestExtension|GuardPages|TestMain|keepalive)\\.cpp$")
+add_library(nr_test_support STATIC ${support})
+target_link_libraries(nr_test_support PRIVATE nr_flags gtest)
+target_include_directories(nr_test_support PRIVATE ${CMAKE_SOURCE_DIR}/Source ${CMAKE_SOURCE_DIR}/tests)
+
+# nr_add_tests(name [WINDOWS] patterns... [LIBRARIES targets...])
 #   WINDOWS    its suites need the display, the focus or the pointer: they run one at a time. In any other program the
 #              suites whose name begins with "Desktop" do so too.
+#   patterns   of its sources; a source belongs to the first program that has a pattern for it.
 #   LIBRARIES  what it links, or "none"; left out: every DLL of the project.
 # The suites are asked from the program itself when CTest starts; nobody registers them.
 function(nr_add_tests name)
   cmake_parse_arguments(arg "WINDOWS" "" "LIBRARIES" ${ARGN})
   if(NOT DEFINED arg_LIBRARIES)
-    set(arg_LIBRARIES nrafx nrkx NRVectorView)
+    set(arg_LIBRARIES NRVectorViewOpen nrafx nrkx)
   endif()
-  if(arg_LIBRARIES MATCHES "\\.cpp")
-    message(FATAL_ERROR "${name}: sources stand before LIBRARIES")
-  endif()
-  add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+  list(REMOVE_ITEM arg_LIBRARIES none)
+  file(GLOB sources CONFIGURE_DEPENDS ${arg_UNPARSED_ARGUMENTS})
+  get_property(taken GLOBAL PROPERTY nr_test_sources)
+  list(REMOVE_ITEM sources ${taken} "")
+  set_property(GLOBAL APPEND PROPERTY nr_test_sources ${sources})
+  add_executable(${name} ${sources})
   nr_finish(${name})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/Source ${CMAKE_SOURCE_DIR}/tests)
   # The DLLs are what ships and is optimised fully; the tests' own code need not be, and builds faster.
   target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
-  target_link_libraries(${name} PRIVATE nr_test_main gtest)
-  foreach(library IN LISTS arg_LIBRARIES)
-    if(TARGET ${library})
-      target_link_libraries(${name} PRIVATE ${library})
-    endif()
-  endforeach()
+  target_link_libraries(${name} PRIVATE nr_test_main nr_test_support gtest ${arg_LIBRARIES})
 
   set(NR_TEST_NAME ${name})
   set(NR_TEST_WINDOWS ${arg_WINDOWS})

@@ -177,7 +177,7 @@ TEST(CommandOperationRotateText, WithoutATemplateNothingHappensAndNothingFails) 
     d.TakeFresh();
     // The library's own resources, without those of this program: there is no such dialog among them.
     HINSTANCE before = AfxGetResourceHandle();
-    AfxSetResourceHandle(::GetModuleHandle(L"NRVectorView.dll"));
+    AfxSetResourceHandle(VectorViewModule());
     DialogScript script({});
     EXPECT_EQ(d.Manager().DoCommand(L"rotatetext"), 0);
     AfxSetResourceHandle(before);

@@ -3,11 +3,10 @@
 #include "CommandOperationManagerViewParm.h"
 #include "MemoryInfo.h"
 #include "VectorViewParm.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
-
-NR_PEEK(ParmEngineTool, CCommandOperation, CCommandOperation*, m_pCommand)
 
 namespace {
 
@@ -92,10 +91,10 @@ TEST(CommandOperationInplaceEditViewParms, ItAsksToStayAndDoesNothing) {
     EXPECT_EQ(op->OnCancel(), CCommandOperation::RS_Cancelled);
     // Installed the way a temporary tool is.
     h.Engine().CheckResultState(op, op->OnLButtonDown(0, CGePoint2d()));
-    EXPECT_EQ(PeekAt<CCommandOperation>(h.Engine(), ParmEngineTool()), op);
+    EXPECT_EQ(PeekAt<CCommandOperation>(h.Engine(), RunningTool()), op);
     h.Engine().OnLButtonDown(0, CGePoint2d(5, 5));
     h.Engine().OnRButtonDown(0, CGePoint2d(5, 5));
-    EXPECT_EQ(PeekAt<CCommandOperation>(h.Engine(), ParmEngineTool()), op);
+    EXPECT_EQ(PeekAt<CCommandOperation>(h.Engine(), RunningTool()), op);
 }
 
 } // namespace

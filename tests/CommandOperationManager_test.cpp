@@ -4,15 +4,13 @@
 #include "CommandWords.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
 #include <functional>
-
-NR_PEEK(GripsOfManager, CCommandOperationManager, CGePointArray, m_GripPoints)
-NR_PEEK(CursorOfManager, CCommandOperationManager, HCURSOR, m_hDefaultCursor)
 
 namespace {
 
@@ -504,7 +502,7 @@ TEST(CommandOperationManager, TheCursorIsTheToolsOrTheDefault) {
 
 TEST(CommandOperationManager, WithoutADefaultCursorNoneIsSetAndTheAnswerIsZero) {
     Managed m;
-    HCURSOR& own = PeekAt(m.manager, CursorOfManager());
+    HCURSOR& own = PeekAt(m.manager, DefaultCursor());
     HCURSOR kept = own;
     ASSERT_NE(nullptr, kept);
     HCURSOR other = ::LoadCursor(nullptr, IDC_WAIT);
@@ -521,7 +519,7 @@ TEST(CommandOperationManager, WithoutADefaultCursorNoneIsSetAndTheAnswerIsZero) 
 
 TEST(CommandOperationManager, GripsCloserThanAMillionthOfABillionthAreOne) {
     Managed m;
-    CGePointArray& grips = PeekAt(m.manager, GripsOfManager());
+    CGePointArray& grips = PeekAt(m.manager, TrackedGrips());
     m.manager.AddGripPoint(CGePoint2d(0, 0));
     m.manager.AddGripPoint(CGePoint2d(0.9e-15, -0.9e-15));
     EXPECT_EQ(1, grips.GetSize());

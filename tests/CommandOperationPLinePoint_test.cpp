@@ -162,7 +162,7 @@ TEST(CommandOperationPLinePoint, EachHasACursorOfItsOwn) {
         d.view.SendMessage(WM_SETCURSOR, reinterpret_cast<WPARAM>(d.view.m_hWnd), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
         EXPECT_EQ(::GetCursor(), cursors[i]);
     }
-    HINSTANCE library = ::GetModuleHandle(L"NRVectorView.dll");
+    HINSTANCE library = VectorViewModule();
     EXPECT_EQ(cursors[0], ::LoadCursor(library, MAKEINTRESOURCE(7001)));
     EXPECT_EQ(cursors[1], ::LoadCursor(library, MAKEINTRESOURCE(7002)));
     EXPECT_EQ(cursors[2], ::LoadCursor(library, MAKEINTRESOURCE(131)));

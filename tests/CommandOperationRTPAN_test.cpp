@@ -97,7 +97,7 @@ TEST(CommandOperationRTPAN, ItHasTheHandAndKeysDoNothing) {
     for (int i = 0; i < 2; ++i) {
         ::SetCursor(nullptr);
         d.view.SendMessage(WM_SETCURSOR, reinterpret_cast<WPARAM>(d.view.m_hWnd), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
-        EXPECT_EQ(::GetCursor(), ::LoadCursor(::GetModuleHandle(L"NRVectorView.dll"), MAKEINTRESOURCE(1479)));
+        EXPECT_EQ(::GetCursor(), ::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(1479)));
     }
     d.Key(VK_ESCAPE);
     EXPECT_EQ(d.TakeResults(), "key 0");

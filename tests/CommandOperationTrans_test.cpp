@@ -9,15 +9,13 @@
 #include "VectorLabel.h"
 #include "support/AfxCaught.h"
 #include "support/RepaintAsked.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
-
-NR_PEEK(TransPreview, CCommandOperationTrans, int, m_PreviewDrawn)
-NR_PEEK(TransRunning, CCommandOperation, CCommandOperation*, m_pCommand)
 
 // A host's kind that can't be made by its class.
 class TransHandMadeLine : public CLine {
@@ -545,7 +543,7 @@ TEST(CommandOperationTrans, AViewThatGoesWhileTheQuestionStandsIsNotTouchedAgain
     view->GetDocument()->AddSelected(line);
     view->DoCommand(L"translation");
     auto* manager = static_cast<CCommandOperationManager*>(view->GetCommandOperationManager());
-    CCommandOperation* tool = PeekAt<CCommandOperation>(*manager, TransRunning());
+    CCommandOperation* tool = PeekAt<CCommandOperation>(*manager, RunningTool());
     ASSERT_NE(tool, nullptr);
     ::SendMessage(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 280));
     DialogScript script({[&](HWND box) {

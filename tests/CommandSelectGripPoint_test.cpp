@@ -7,15 +7,13 @@
 #include "TextParm.h"
 #include "VectorLabel.h"
 #include "support/RepaintAsked.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
-
-NR_PEEK(GripPreview, CCommandSelectGripPoint, int, m_PreviewDrawn)
-NR_PEEK(GripTakenIndex, CCommandSelectGripPoint, int, m_GripIndex)
 
 namespace {
 

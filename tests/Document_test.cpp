@@ -3,6 +3,7 @@
 #include "Document.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "support/PrivateFields.h"
 #include "support/TestData.h"
 
 #include <gtest/gtest.h>
@@ -51,19 +52,10 @@ private:
     int m_answer = 0;
 };
 
-// The document's third list, which nothing in the library fills and nothing hands out: the name of a private member may
-// stand in an explicit instantiation.
-CDrawableArray& SpareList(CGraphicDocument& document);
-
-template <CDrawableArray CGraphicDocument::*List>
-struct SpareListOpener {
-    friend CDrawableArray& SpareList(CGraphicDocument& document) { return document.*List; }
-};
-template struct SpareListOpener<&CGraphicDocument::m_SpareDrawableObjs>;
-
+// Into the document's third list, which nothing in the library fills and nothing hands out.
 void AddSpare(CGraphicDocument& document) {
     CDrawable* object = NewLine();
-    SpareList(document).Add(object);
+    PeekAt(document, SpareObjects()).Add(object);
 }
 
 } // namespace
@@ -251,7 +243,7 @@ TEST(Document, TheThirdListIsFreedWithTheDrawing) {
         ASSERT_EQ(before + 2, Registered());
         lone.document.Reset();
         EXPECT_EQ(before, Registered());
-        EXPECT_EQ(0, SpareList(lone.document).GetSize());
+        EXPECT_EQ(0, PeekAt(lone.document, SpareObjects()).GetSize());
         AddSpare(lone.document);
     }
     EXPECT_EQ(outside, Registered()) << "the destructor frees what came later";

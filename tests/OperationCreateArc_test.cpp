@@ -3,19 +3,18 @@
 #include "Arc.h"
 #include "OperationCreateArc.h"
 #include "support/RepaintAsked.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
-
-NR_PEEK(ArcDrawn, COperationCreateCircle, int, m_ObjectDrawn)
 
 namespace {
 
 constexpr COLORREF kInverted = 0xFFFFFF;
 
 int IsObjectDrawn(ViewDriver& d) {
-    return PeekAt<COperationCreateCircle>(*static_cast<COperationCreateArc*>(d.Tool()), ArcDrawn());
+    return PeekAt<COperationCreateCircle>(*static_cast<COperationCreateArc*>(d.Tool()), CircleDrawn());
 }
 
 TEST(OperationCreateArc, ThreeClicksGiveTheArcThroughThem) {

@@ -2,13 +2,12 @@
 
 #include "OperationCreateCircle.h"
 #include "support/RepaintAsked.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 #include "Circle.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
-
-NR_PEEK(CircleDrawn, COperationCreateCircle, int, m_ObjectDrawn)
 
 namespace {
 

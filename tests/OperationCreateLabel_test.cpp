@@ -1,13 +1,12 @@
 // "DrawLabel" and "DrawLabel_Green": two ends and a height, on either side.
 
 #include "OperationCreateLabel.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 #include "VectorLabel.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
-
-NR_PEEK(LabelDrawn, COperationCreateLabel, int, m_ObjectDrawn)
 
 namespace {
 

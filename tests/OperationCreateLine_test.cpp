@@ -4,15 +4,10 @@
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "OperationCreateObjAb.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
-
-NR_PEEK(LineBandStart, CCommandOperation, CPoint, m_ShirrStart)
-NR_PEEK(LineBandEnd, CCommandOperation, CPoint, m_ShirrEnd)
-NR_PEEK(LineBandStyle, CCommandOperation, int, m_ShirrPenStyle)
-NR_PEEK(LineTool, CCommandOperation, CCommandOperation*, m_pCommand)
-NR_PEEK(LineTracked, CCommandOperationManager, CGePointArray, m_GripPoints)
 
 namespace {
 
@@ -22,9 +17,9 @@ struct Drawing : ViewHost {
         return *static_cast<CCommandOperationManager*>(view.GetCommandOperationManager());
     }
     bool Running() { return Manager().GetHasCommand() != 0; }
-    CPoint BandStart() { return PeekAt<CCommandOperation>(Manager(), LineBandStart()); }
-    CPoint BandEnd() { return PeekAt<CCommandOperation>(Manager(), LineBandEnd()); }
-    int BandStyle() { return PeekAt<CCommandOperation>(Manager(), LineBandStyle()); }
+    CPoint BandStart() { return PeekAt<CCommandOperation>(Manager(), BandFrom()); }
+    CPoint BandEnd() { return PeekAt<CCommandOperation>(Manager(), BandTo()); }
+    int BandStyle() { return PeekAt<CCommandOperation>(Manager(), ::BandStyle()); }
     CLine* Last() { return static_cast<CLine*>(Objects()[Objects().GetUpperBound()]); }
     void ExpectLast(double x1, double y1, double x2, double y2) {
         ASSERT_LT(0, Objects().GetSize());
@@ -92,7 +87,7 @@ TEST(OperationCreateLine, TheRightButtonBreaksOffBeforeTheFirstClickToo) {
     const Picture fresh = d.TakeFresh();
     d.Move(CPoint(150, 200));
     EXPECT_EQ(CCommandOperation::RS_Cancelled,
-              PeekAt<CCommandOperation>(d.Manager(), LineTool())->OnRButtonDown(MK_RBUTTON, CGePoint2d(150, 100)));
+              PeekAt<CCommandOperation>(d.Manager(), RunningTool())->OnRButtonDown(MK_RBUTTON, CGePoint2d(150, 100)));
     EXPECT_TRUE(d.Running()) << "ending it is the manager's part";
     d.RightClick(CPoint(150, 200));
     EXPECT_FALSE(d.Running());
@@ -251,7 +246,7 @@ TEST(OperationCreateLine, UnderTheOrthoLockThePointBehindItIsTracked) {
     d.Click(CPoint(100, 100));
     // Snaps to (200, 195), which the lock brings to (200, 200): the grip is near that one too, so the marker shows.
     d.Move(CPoint(202, 106));
-    const CGePointArray& tracked = PeekAt(d.Manager(), LineTracked());
+    const CGePointArray& tracked = PeekAt(d.Manager(), TrackedGrips());
     ASSERT_EQ(3, tracked.GetSize());
     EXPECT_TRUE(tracked.GetAt(0) == CGePoint2d(100, 200)) << "the start point";
     EXPECT_TRUE(tracked.GetAt(1) == CGePoint2d(200, 195)) << "the engine's own";

@@ -2,14 +2,13 @@
 
 #include "OperationCreatePline.h"
 #include "support/RepaintAsked.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
 #include <functional>
-
-NR_PEEK(PlinePoints, COperationCreatePline, CGePointArray, m_Points)
 
 namespace {
 

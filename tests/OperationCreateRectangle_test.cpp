@@ -2,12 +2,11 @@
 
 #include "OperationCreateRectangle.h"
 #include "support/RepaintAsked.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
-
-NR_PEEK(RectPreview, COperationCreateRectangle, int, m_PreviewDrawn)
 
 namespace {
 

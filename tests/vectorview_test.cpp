@@ -164,7 +164,7 @@ TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
     Recorded r;
     HINSTANCE before = AfxGetResourceHandle();
     EXPECT_EQ((Calls{"Default 515"}), r.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1)));
-    EXPECT_EQ(::GetModuleHandle(L"NRVectorView.dll"), r.view.resources) << "the library's, for the default's duration";
+    EXPECT_EQ(VectorViewModule(), r.view.resources) << "the library's, for the default's duration";
     EXPECT_NE(before, r.view.resources);
     EXPECT_EQ(before, AfxGetResourceHandle());
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every DLL and program needs only the project's own DLLs of the layers above it, and DLLs that come with Windows.
+"""Every DLL and program needs only the project's own DLLs of the layers below it, and DLLs that come with Windows.
 
 imports.py [TREE [BIN]]: BIN defaults to $NR_BUILD/bin.
 """
@@ -8,13 +8,14 @@ import re
 import subprocess
 import sys
 
-import house
+import common
 
 SYSTEM = frozenset(name + ".dll" for name in (
     "advapi32", "comctl32", "comdlg32", "gdi32", "imm32", "kernel32", "msimg32", "msvcrt", "ole32", "oleaut32",
     "rpcrt4", "shell32", "shlwapi", "user32", "uuid", "uxtheme", "version", "winmm"))
 # What each DLL of the project may need of the others.
-OWN = {"nrafx.dll": (), "nrkx.dll": ("nrafx.dll",), "nrvectorview.dll": ("nrafx.dll", "nrkx.dll")}
+OWN = {"nrafx.dll": (), "nrkx.dll": ("nrafx.dll",), "nrvectorview.dll": ("nrafx.dll", "nrkx.dll"),
+       "nrvectorviewopen.dll": ("nrafx.dll", "nrkx.dll")}
 
 
 def imports_of(path):
@@ -33,12 +34,12 @@ def problems_of(folder):
         for other in needed:
             if other in OWN:
                 if name.lower() in OWN and other not in OWN[name.lower()]:
-                    yield f"{name}: needs {other}, which stands below it"
+                    yield f"{name}: needs {other}, which is above it"
             elif other not in SYSTEM:
                 yield f"{name}: needs {other}, which neither is the project's nor comes with Windows"
 
 
 if __name__ == "__main__":
     if len(sys.argv) > 2:
-        house.report(list(problems_of(sys.argv[2])))
-    house.report(list(problems_of(os.path.join(os.environ["NR_BUILD"], "bin"))))
+        common.report(list(problems_of(sys.argv[2])))
+    common.report(list(problems_of(os.path.join(os.environ["NR_BUILD"], "bin"))))

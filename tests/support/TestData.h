@@ -10,7 +10,7 @@
 
 using Bytes = std::vector<BYTE>;
 
-// The bytes of tests/data/<name>; a missing file fails the test that asks.
+// The bytes of a file, its name relative to tests/data/; a missing file fails the test that asks.
 Bytes ReadTestData(const std::string& name);
 
 // A document with a mapping of its own, and no painter or view.

@@ -8,27 +8,11 @@
 #include "OperationCreateObjAb.h"
 #include "TextParm.h"
 #include "VectorLabel.h"
+#include "support/PrivateFields.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
-NR_PEEK(RunningTool, CCommandOperation, CCommandOperation*, m_pCommand)
-NR_PEEK(BandDrawn, CCommandOperation, int, m_ShirrDrawn)
-NR_PEEK(BandFrom, CCommandOperation, CPoint, m_ShirrStart)
-NR_PEEK(BandTo, CCommandOperation, CPoint, m_ShirrEnd)
-NR_PEEK(BandStyle, CCommandOperation, int, m_ShirrPenStyle)
-NR_PEEK(ToolStep, CCommandOperation, int, m_Step)
-NR_PEEK(MarkDrawn, CCommandOperation, int, m_SnapMarkDrawn)
-NR_PEEK(MarkAt, CCommandOperation, CGePoint2d, m_SnapMark)
-NR_PEEK(AcceptedPoint, CCommandOperation, CGePoint2d, m_LastPoint)
-NR_PEEK(ToolEdit, CCommandOperation, CEdit, m_Edit)
-NR_PEEK(Clicks, COperationCreateObjAb, int, m_ClickCount)
-NR_PEEK(InCommand, CCommandOperationManager, int, m_InCommand)
-NR_PEEK(TrackedGrips, CCommandOperationManager, CGePointArray, m_GripPoints)
-
-using PixelArray = CArray<CPoint, CPoint&>;
-NR_PEEK(Assistants, CCommandOperationManager, PixelArray, m_AssistantPoints)
 
 // ---- The watcher ---------------------------------------------------------------------------------------------------
 

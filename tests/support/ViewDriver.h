@@ -122,22 +122,3 @@ private:
     HHOOK m_hook;
     static DialogScript* s_current;
 };
-
-// Private members, for tests only: PeekAt(object, Tag()) by a row NR_PEEK(Tag, Class, Type, m_Member) outside all
-// namespaces. Tags are unique in a test program.
-template <typename Tag, typename Tag::type Pointer>
-struct MemberAccess {
-    friend typename Tag::type MemberOf(Tag) { return Pointer; }
-};
-
-template <typename Class, typename Tag>
-auto& PeekAt(Class& object, Tag tag) {
-    return object.*MemberOf(tag);
-}
-
-#define NR_PEEK(Tag, Class, Type, Member)                                                                              \
-    struct Tag {                                                                                                       \
-        using type = Type Class::*;                                                                                    \
-        friend type MemberOf(Tag);                                                                                     \
-    };                                                                                                                 \
-    template struct MemberAccess<Tag, &Class::Member>;
