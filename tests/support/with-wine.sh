@@ -4,24 +4,24 @@
 #   NR_DISPLAY     the X display; "none" for none (default: the caller's DISPLAY)
 #   NR_TIMEOUT     seconds until the program is ended, then the exit code is 124 (default 300)
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-. "$top/tools/house.sh"
-house_wine_env
+. "$top/tools/env.sh"
+wine_environment
 case $1 in
 *_tests.exe)
     # On a busy machine Wine now and then ends a program before its first instruction, at once and without a word; a test
     # program's first act is to say what it runs. Such a start is made once more, and said.
-    log=$HOUSE_BUILD/start.$$
+    log=$env_build/start.$$
     trap 'rm -f "$log"' EXIT
     begun=$SECONDS
-    timeout -k 5 "${NR_TIMEOUT:-300}" "$HOUSE_WINE" "$@" </dev/null >"$log" 2>&1
+    timeout -k 5 "${NR_TIMEOUT:-300}" "$WINELOADER" "$@" </dev/null >"$log" 2>&1
     code=$?
     if [ "$code" != 0 ] && [ ! -s "$log" ] && [ $((SECONDS - begun)) -le 2 ]; then
         echo "$(basename "$1") did not begin (exit code $code); once more"
-        timeout -k 5 "${NR_TIMEOUT:-300}" "$HOUSE_WINE" "$@" </dev/null >"$log" 2>&1
+        timeout -k 5 "${NR_TIMEOUT:-300}" "$WINELOADER" "$@" </dev/null >"$log" 2>&1
         code=$?
     fi
     cat "$log"
     exit "$code"
     ;;
 esac
-exec timeout -k 5 "${NR_TIMEOUT:-300}" "$HOUSE_WINE" "$@" </dev/null
+exec timeout -k 5 "${NR_TIMEOUT:-300}" "$WINELOADER" "$@" </dev/null
