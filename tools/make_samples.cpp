@@ -1,14 +1,11 @@
 // Makes the drawings of samples/ through the library's public interface: make_samples FOLDER.
 // Each drawing is one function and one row of the table below. Layer: tools.
-#include <vectorview.h>
+#include "samples.h"
 
 #include <afxwin.h>
 
 #include <cstdio>
 #include <memory>
-
-void MakeMechanicalPart(CVectorView& view); // sample_mechanical.cpp
-void MakeTexts(CVectorView& view);          // sample_texts.cpp
 
 namespace {
 
@@ -22,17 +19,12 @@ void Line(CVectorView& view, double x1, double y1, double x2, double y2, const G
     view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), color, 1);
 }
 
-// The slanting stroke at the end of a dimension line.
-void Tick(CVectorView& view, double x, double y) {
-    Line(view, x - 6, y - 6, x + 6, y + 6, Green);
-}
-
 // A bridge girder of eight panels, in centimetres: chords in white, posts in cyan, diagonals in orange, dimensions in
 // green.
 void MakeTruss(CVectorView& view) {
     const int panels = 8;
-    const double panel = 150;
-    const double height = 180;
+    const double panel = 400;
+    const double height = 480;
     const double span = panels * panel;
 
     Line(view, 0, 0, span, 0, White);
@@ -49,32 +41,23 @@ void MakeTruss(CVectorView& view) {
 
     // Supports with the ground under them.
     for (const double x : {0.0, span}) {
-        Line(view, x, 0, x - 26, -42, White);
-        Line(view, x, 0, x + 26, -42, White);
-        Line(view, x - 42, -42, x + 42, -42, White);
+        Line(view, x, 0, x - 66, -106, White);
+        Line(view, x, 0, x + 66, -106, White);
+        Line(view, x - 106, -106, x + 106, -106, White);
         for (int i = 0; i < 6; ++i) {
-            const double foot = x - 40 + i * 16;
-            Line(view, foot, -42, foot - 12, -56, Grey);
+            const double foot = x - 100 + i * 40;
+            Line(view, foot, -106, foot - 30, -142, Grey);
         }
     }
 
-    // Dimensions of the panels, and of the whole below them.
-    for (const double y : {-90.0, -130.0}) {
-        Line(view, 0, y, span, y, Green);
+    // The panels, the span below them, the upper chord, and the height on the left.
+    for (int i = 0; i < panels; ++i) {
+        AddLabel(view, {i * panel, -180}, {(i + 1) * panel, -180}, {0, -80});
     }
-    for (int i = 0; i <= panels; ++i) {
-        Tick(view, i * panel, -90);
-        Line(view, i * panel, -68, i * panel, i == 0 || i == panels ? -142 : -100, Green);
-    }
-    Tick(view, 0, -130);
-    Tick(view, span, -130);
-
-    // The height, left of the girder.
-    Line(view, -80, 0, -80, height, Green);
-    Line(view, -92, 0, -30, 0, Green);
-    Line(view, -92, height, panel - 30, height, Green);
-    Tick(view, -80, 0);
-    Tick(view, -80, height);
+    AddLabel(view, {0, -180}, {span, -180}, {0, -260});
+    AddLabel(view, {panel, height + 40}, {span - panel, height + 40}, {0, 80});
+    AddLabel(view, {-130, 0}, {-130, height}, {-230, 0});
+    Line(view, panel - 60, height, -130, height, Green);
 }
 
 struct Sample {

@@ -1,15 +1,14 @@
 // A sample drawing with every kind of geometry: a mounting plate with a bolt circle, slots and a rounded outline.
 // Layer: tools.
+#include "samples.h"
+
 #include <Circle.h>
 #include <CombRect.h>
 #include <MemoryInfo.h>
 #include <PLine.h>
-#include <vectorview.h>
 
 #include <cmath>
 #include <vector>
-
-void MakeMechanicalPart(CVectorView& view);
 
 namespace {
 
@@ -17,7 +16,6 @@ const double kPi = std::acos(-1.0);
 const Gdiplus::Color kEdge(255, 255, 255);
 const Gdiplus::Color kHole(0, 200, 220);
 const Gdiplus::Color kAxis(240, 150, 40);
-const Gdiplus::Color kMeasure(80, 200, 110);
 const Gdiplus::Color kFrame(128, 128, 128);
 
 // Tenths of a millimetre.
@@ -60,10 +58,6 @@ void Outline(CVectorView& view, const std::vector<Vertex>& vertices, const Gdipl
 
 void Axis(CVectorView& view, double x1, double y1, double x2, double y2) {
     view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), kAxis, 1)->SetLineType(PS_DASHDOT);
-}
-
-void Measure(CVectorView& view, double x1, double y1, double x2, double y2) {
-    view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), kMeasure, 1);
 }
 
 CCircle* Hole(CVectorView& view, CGePoint2d center, double radius) {
@@ -138,12 +132,15 @@ void AddBoltCircle(CVectorView& view) {
 void AddMeasures(CVectorView& view) {
     Axis(view, kHub.x - 620, kHub.y, kHub.x + 450, kHub.y);
     Axis(view, kHub.x, kHub.y - 620, kHub.x, kHub.y + 620);
-    Measure(view, 0, -260, kLength, -260);
-    Measure(view, 0, -60, 0, -320);
-    Measure(view, kLength, -60, kLength, -320);
-    Measure(view, kLength + 260, 0, kLength + 260, kDepth);
-    Measure(view, kLength + 60, 0, kLength + 320, 0);
-    Measure(view, kLength + 60, kDepth, kLength + 320, kDepth);
+    // Below: the hub, and the length. On the right: the slots, and the depth.
+    AddLabel(view, {0, -100}, {kHub.x, -100}, {0, -140});
+    AddLabel(view, {kHub.x, -100}, {kLength, -100}, {0, -140});
+    AddLabel(view, {0, -100}, {kLength, -100}, {0, -340});
+    const double right = kLength + 100;
+    AddLabel(view, {right, 450}, {right, 0}, {140, 0});
+    AddLabel(view, {right, 950}, {right, 450}, {140, 0});
+    AddLabel(view, {right, kDepth}, {right, 950}, {140, 0});
+    AddLabel(view, {right, kDepth}, {right, 0}, {360, 0});
 }
 
 void AddFrame(CVectorView& view) {

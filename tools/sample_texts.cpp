@@ -1,10 +1,10 @@
 // A drawing of texts: a plate with dimension labels on all four sides, texts turned in steps, a table of parameters.
 // Layer: tools.
+#include "samples.h"
+
 #include <MemoryInfo.h>
 #include <Text.h>
 #include <TextParm.h>
-#include <VectorLabel.h>
-#include <vectorview.h>
 
 #include <cmath>
 
@@ -44,17 +44,30 @@ void Place(CText& text, double x, double y, float height, float width, LPCTSTR w
     text.SetAngle(angle);
 }
 
-// Extension lines from two points, `dx`, `dy` long and a little off the points.
-void Label(CVectorView& view, CGePoint2d left, CGePoint2d right, double dx, double dy) {
+} // namespace
+
+CKXVectorLabel& AddLabel(CVectorView& view, CGePoint2d left, CGePoint2d right, CGeVector2d away) {
     auto& label = Add<CKXVectorLabel>(view, Green);
-    const CGeVector2d whole(dx, dy);
-    const CGeVector2d gap = whole * 0.15;
-    label.SetLeftLabel(left + gap, left + whole);
-    label.SetRightLabel(right + gap, right + whole);
+    label.SetLeftLabel(left, left + away);
+    label.SetRightLabel(right, right + away);
     label.SetLabelLength(18);
     label.SetLabelWidth(8);
-    label.SetTextHoleWidth(90);
+    label.SetHasTextHole(false);
     label.SetTextShow(1);
+    return label;
+}
+
+namespace {
+
+// Extension lines that begin a little off the points, and a dimension line with a gap.
+void Label(CVectorView& view, CGePoint2d left, CGePoint2d right, double dx, double dy) {
+    const CGeVector2d whole(dx, dy);
+    const CGeVector2d gap = whole * 0.15;
+    CKXVectorLabel& label = AddLabel(view, left, right, whole);
+    label.SetLeftLabelStartPt(left + gap);
+    label.SetRightLabelStartPt(right + gap);
+    label.SetHasTextHole(true);
+    label.SetTextHoleWidth(90);
 }
 
 } // namespace
