@@ -16,8 +16,10 @@
 #include "OperationCreateRectangle.h"
 #include "OperationCreateText.h"
 #include "OperationCreateTextParm.h"
+#include "resource.h"
 
 #include <cwchar>
+#include <iterator>
 
 namespace {
 
@@ -44,28 +46,50 @@ CCommandOperation* NewBoundPline(CWnd* wnd, CVectorGraphic* graphic, CVectorView
     return pline;
 }
 
+// clang-format off
 constexpr CommandWord kCommandWords[] = {
-    {L"rotatetext", New<CCommandOperationRotateText>, CommandRunning::AtOnceAndKept},
-    {L"DrawLabel", New<COperationCreateLabel>, CommandRunning::Installed},
-    {L"DrawLabel_Green", NewGreenLabel, CommandRunning::Installed},
-    {L"rect", New<COperationCreateRectangle>, CommandRunning::Installed},
-    {L"line", New<COperationCreateLine>, CommandRunning::Installed},
-    {L"pline", New<COperationCreatePline>, CommandRunning::Installed},
-    {L"pline_bound", NewBoundPline, CommandRunning::Installed},
-    {L"offset", New<CCommandOperationOffset>, CommandRunning::Installed},
-    {L"circle", New<COperationCreateCircle>, CommandRunning::Installed},
-    {L"text", New<COperationCreateText>, CommandRunning::Installed},
-    {L"arc", New<COperationCreateArc>, CommandRunning::Installed},
-    {L"textparm", New<COperationCreateTextParm>, CommandRunning::Installed},
-    {L"mirroring", New<CCommandOperationMirroring>, CommandRunning::Installed},
-    {L"rotation", New<CCommandOperationRotation>, CommandRunning::Installed},
-    {L"translation", New<CCommandOperationTranslation>, CommandRunning::Installed},
-    {L"copy", New<CCommandOperationCopy>, CommandRunning::Installed},
-    {L"viewmove", New<CCommandOperationRTPAN>, CommandRunning::Installed},
-    {L"erase", New<CCommandOperationErase>, CommandRunning::AtOnce},
-    {L"PLine_AddPoint", New<CCommandOperation_PLine_AddPoint>, CommandRunning::Installed},
-    {L"PLine_RemovePoint", New<CCommandOperation_PLine_RemovePoint>, CommandRunning::Installed},
+    {L"line", New<COperationCreateLine>, CommandRunning::Installed,
+     L"直线(&L)", L"单击起点，再单击终点", IDI_LINE, CommandMenu::Draw, 0},
+    {L"pline", New<COperationCreatePline>, CommandRunning::Installed,
+     L"多段线(&P)", L"依次单击顶点，或键入长度后按回车；右键结束", IDI_PLINE, CommandMenu::Draw, 0},
+    {L"pline_bound", NewBoundPline, CommandRunning::Installed,
+     L"边界多段线(&B)", L"依次单击顶点，或键入长度后按回车；右键结束", IDI_PLINE, CommandMenu::Draw, 0},
+    {L"rect", New<COperationCreateRectangle>, CommandRunning::Installed,
+     L"矩形(&R)", L"单击一个角点，再单击对角点", IDI_RECT, CommandMenu::Draw, 0},
+    {L"circle", New<COperationCreateCircle>, CommandRunning::Installed,
+     L"圆(&C)", L"单击圆心，再单击圆上一点", IDI_CIRCLE, CommandMenu::Draw, kCommandGroup},
+    {L"arc", New<COperationCreateArc>, CommandRunning::Installed,
+     L"圆弧(&A)", L"依次单击圆弧上的三点", IDI_ARC, CommandMenu::Draw, 0},
+    {L"text", New<COperationCreateText>, CommandRunning::Installed,
+     L"文字(&T)…", L"单击插入点，再输入文字", IDI_TEXT, CommandMenu::Draw, kCommandGroup},
+    {L"textparm", New<COperationCreateTextParm>, CommandRunning::Installed,
+     L"参数文字(&M)…", L"单击插入点，再输入文字", IDI_TEXTPARM, CommandMenu::Draw, 0},
+    {L"DrawLabel", New<COperationCreateLabel>, CommandRunning::Installed,
+     L"尺寸标注(&D)", L"单击被标注的两点，再单击尺寸线的位置", IDI_LABEL, CommandMenu::Draw, kCommandGroup},
+    {L"DrawLabel_Green", NewGreenLabel, CommandRunning::Installed,
+     L"绿色尺寸标注(&G)", L"单击被标注的两点，再单击尺寸线的位置", IDI_LABEL, CommandMenu::Draw, 0},
+    {L"translation", New<CCommandOperationTranslation>, CommandRunning::Installed,
+     L"平移(&T)", L"单击基点，再单击目标点", IDI_TRANSLATION, CommandMenu::Edit, kCommandRestores},
+    {L"copy", New<CCommandOperationCopy>, CommandRunning::Installed,
+     L"复制(&C)", L"单击基点，再单击目标点", IDI_COPY, CommandMenu::Edit, kCommandRestores},
+    {L"rotation", New<CCommandOperationRotation>, CommandRunning::Installed,
+     L"旋转(&R)", L"单击旋转中心，再单击方向点", IDI_ROTATION, CommandMenu::Edit, kCommandRestores},
+    {L"mirroring", New<CCommandOperationMirroring>, CommandRunning::Installed,
+     L"镜像(&M)", L"单击镜像轴上的两点", IDI_MIRRORING, CommandMenu::Edit, kCommandRestores},
+    {L"offset", New<CCommandOperationOffset>, CommandRunning::Installed,
+     L"偏移(&O)", L"单击两点多段线，再单击一侧或键入距离后按回车", IDI_OFFSET, CommandMenu::Edit, kCommandGroup},
+    {L"PLine_AddPoint", New<CCommandOperation_PLine_AddPoint>, CommandRunning::Installed,
+     L"多段线加点(&I)", L"单击多段线上要加点的位置；右键结束", IDI_PLINE, CommandMenu::Edit, 0},
+    {L"PLine_RemovePoint", New<CCommandOperation_PLine_RemovePoint>, CommandRunning::Installed,
+     L"多段线减点(&K)", L"单击要去掉的顶点；右键结束", IDI_PLINE, CommandMenu::Edit, 0},
+    {L"rotatetext", New<CCommandOperationRotateText>, CommandRunning::AtOnceAndKept,
+     L"旋转文字(&X)…", L"", IDI_TEXT, CommandMenu::Edit, kCommandGroup},
+    {L"erase", New<CCommandOperationErase>, CommandRunning::AtOnce,
+     L"删除(&E)\tDel", L"", IDI_ERASE, CommandMenu::Edit, 0},
+    {L"viewmove", New<CCommandOperationRTPAN>, CommandRunning::Installed,
+     L"移动视图(&V)", L"按住左键拖动图形；右键结束", IDI_VIEWMOVE, CommandMenu::Edit, kCommandGroup | kCommandHarmless},
 };
+// clang-format on
 
 } // namespace
 
@@ -76,4 +100,9 @@ const CommandWord* FindCommandWord(LPCTSTR word) {
         }
     }
     return nullptr;
+}
+
+const CommandWord* GetCommandWords(int& count) {
+    count = static_cast<int>(std::size(kCommandWords));
+    return kCommandWords;
 }

@@ -1,4 +1,5 @@
-// The table of command words: which tool a word makes, and how the manager runs it. A new command is one row here.
+// The table of commands: which tool a word makes, how the manager runs it, and what a host shows of it. A new command
+// is one row here.
 // Layer: manager.
 #pragma once
 
@@ -10,12 +11,28 @@ enum class CommandRunning {
     AtOnceAndKept // Executed and neither installed nor deleted: the required life of "rotatetext".
 };
 
+enum class CommandMenu { Draw, Edit };
+
+// Flags for hosts.
+inline constexpr unsigned kCommandGroup = 1;    // A line above it in the menu.
+inline constexpr unsigned kCommandHarmless = 2; // Changes nothing that would have to be saved.
+// Moves the objects themselves while it runs: only its right button, and only after the base point, puts them back.
+inline constexpr unsigned kCommandRestores = 4;
+
 struct CommandWord {
-    LPCTSTR word;
+    LPCTSTR word; // What CVectorView::DoCommand is given.
     CCommandOperation* (*create)(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                  CGraphicDocument* document);
     CommandRunning running;
+    LPCTSTR caption; // Menu text with its mnemonic and, after a tab, its key.
+    LPCTSTR hint;    // What the user does while it runs; empty when nothing.
+    UINT icon;       // Resource number in the library.
+    CommandMenu menu;
+    unsigned flags;
 };
 
 // With case; null for an unknown word.
 const CommandWord* FindCommandWord(LPCTSTR word);
+
+// All rows, in the order of a menu; they live as long as the library.
+NRVECTORVIEW_API const CommandWord* GetCommandWords(int& count);

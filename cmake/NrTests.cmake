@@ -24,6 +24,7 @@ list(FILTER support EXCLUDE REGEX "/(AfxTestExtension|GuardPages|TestMain|keepal
 add_library(nr_test_support STATIC ${support})
 target_link_libraries(nr_test_support PRIVATE nr_flags gtest)
 target_include_directories(nr_test_support PRIVATE ${CMAKE_SOURCE_DIR}/Source ${CMAKE_SOURCE_DIR}/tests)
+target_compile_options(nr_test_support PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
 
 # nr_add_tests(name [WINDOWS] patterns... [LIBRARIES targets...])
 #   WINDOWS    its suites need the display, the focus or the pointer: they run one at a time. In any other program the

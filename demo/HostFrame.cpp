@@ -118,11 +118,11 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
 // Adds the rows of one menu of the command table.
 void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
     for (int i = 0; i < CommandRowCount; ++i) {
-        const CommandRow& row = CommandRows[i];
+        const CommandWord& row = CommandRows[i];
         if ((row.menu == CommandMenu::Edit) != edit) {
             continue;
         }
-        if (row.flags & CommandGroup) {
+        if (row.flags & kCommandGroup) {
             menu.AppendMenu(MF_SEPARATOR);
         }
         const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
@@ -258,12 +258,12 @@ void CHostFrame::MakeToolbar() {
     AddButton(ID_HOST_ZOOM_ALL, 0, L"全屏缩放");
     AddButtonGap();
     for (int i = 0; i < CommandRowCount; ++i) {
-        const CommandRow& row = CommandRows[i];
+        const CommandWord& row = CommandRows[i];
         if (i > 0 && row.menu != CommandRows[i - 1].menu) {
             AddButtonGap();
         }
         // Of several rows with one picture the first stands for all.
-        const auto samePicture = [&row](const CommandRow& other) { return other.icon == row.icon; };
+        const auto samePicture = [&row](const CommandWord& other) { return other.icon == row.icon; };
         if (std::none_of(CommandRows, CommandRows + i, samePicture)) {
             AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(row));
         }

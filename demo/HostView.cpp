@@ -24,16 +24,16 @@ BOOL CHostView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {
 // ---- Commands
 
 void CHostView::RunCommand(int row) {
-    const CommandRow& command = CommandRows[row];
+    const CommandWord& command = CommandRows[row];
     CGraphicDocument* document = GetDocument();
     const BOOL modified = document->IsModified();
     SetFocus();
     DoCommand(command.word);
-    if (command.flags & CommandHarmless) {
+    if (command.flags & kCommandHarmless) {
         // The view marks the drawing as modified after every word; moving the picture about is no change to save.
         document->SetModifiedFlag(modified);
     }
-    if (!(command.flags & CommandAtOnce)) {
+    if (command.running == CommandRunning::Installed) {
         m_row = row;
         m_clicks = 0;
     }
@@ -49,7 +49,7 @@ int CHostView::GetCommandRow() {
 // Whether the running command's right button puts back what it has moved. A grip edit, which has no row, always does.
 bool CHostView::CanRestore() {
     const int row = GetCommandRow();
-    return row < 0 || ((CommandRows[row].flags & CommandRestores) && m_clicks > 0);
+    return row < 0 || ((CommandRows[row].flags & kCommandRestores) && m_clicks > 0);
 }
 
 void CHostView::BreakOff(bool takeFocus) {
@@ -173,7 +173,7 @@ void CHostView::OnLButtonDown(UINT nFlags, CPoint point) {
 void CHostView::OnRButtonDown(UINT nFlags, CPoint point) {
     TakeFocus();
     const int row = GetCommandRow();
-    if (row >= 0 && (CommandRows[row].flags & CommandRestores) && !CanRestore()) {
+    if (row >= 0 && (CommandRows[row].flags & kCommandRestores) && !CanRestore()) {
         // Before the base point there is nothing to put back, and the command would fail to read its empty memory.
         BreakOff();
         return;

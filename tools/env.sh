@@ -124,6 +124,10 @@ make_prefix() {
         quiet_wine 60 reg add "$fonts" /v 宋体 /d "$font" /f &&
         quiet_wine 60 reg add "$links" /v 'DejaVu Sans' /t REG_MULTI_SZ /d "wqy-microhei.ttc,$font" /f || return 1
     wineserver -w
+    # Window buttons are drawn with Marlett. Only the file is taken: its package also brings a caption face without Chinese.
+    (cd "$prefix" && timeout 60 apt-get -q download fonts-wine && dpkg-deb --fsys-tarfile fonts-wine_*.deb |
+        tar -xO ./usr/share/wine/fonts/marlett.ttf >drive_c/windows/Fonts/marlett.ttf) >/dev/null 2>&1 </dev/null 9>&- ||
+        say "no font for window buttons: they will show digits"
     touch "$prefix/made-4"
 }
 

@@ -4,7 +4,7 @@ import os
 import re
 import sys
 
-import house
+import common
 
 REQUIRED = ("README.md", "ARCHITECTURE.md", "CONTRIBUTING.md", "CHANGELOG.md", "LICENSE")
 LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
@@ -15,17 +15,17 @@ PATH = re.compile(r"`((?:afx|kx|Source|resources|demo|tests|bench|tools|docs|sam
 def problems_of(root):
     for name in REQUIRED:
         path = os.path.join(root, name)
-        if not os.path.exists(path) or not house.text_of(path).strip():
+        if not os.path.exists(path) or not common.text_of(path).strip():
             yield f"{name} is missing or empty"
     if os.path.exists(os.path.join(root, "CHANGELOG.md")):
-        if not re.search(r"^- ", house.text_of(root, "CHANGELOG.md"), re.M):
+        if not re.search(r"^- ", common.text_of(root, "CHANGELOG.md"), re.M):
             yield "CHANGELOG.md names no change"
     documents = [name for name in os.listdir(root) if name.endswith(".md")]
-    for folder in ("docs", "samples", "tests/data"):
+    for folder in ("afx", "docs", "samples", "tests/data", "tests/e2e"):
         if os.path.isdir(os.path.join(root, folder)):
             documents += [f"{folder}/{name}" for name in os.listdir(os.path.join(root, folder)) if name.endswith(".md")]
     for name in sorted(documents):
-        text = house.text_of(root, name)
+        text = common.text_of(root, name)
         for target in LINK.findall(text):
             if "://" not in target and not os.path.exists(os.path.join(root, os.path.dirname(name), target)):
                 yield f"{name}: the link to {target} leads nowhere"
@@ -35,4 +35,4 @@ def problems_of(root):
 
 
 if __name__ == "__main__":
-    house.report(list(problems_of(house.root_of(sys.argv))))
+    common.report(list(problems_of(common.root_of(sys.argv))))

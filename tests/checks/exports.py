@@ -8,7 +8,7 @@ import re
 import subprocess
 import sys
 
-import house
+import common
 
 # Nested helpers are indented, and no part of the interface.
 CLASS = re.compile(r"^class\s+NRVECTORVIEW_API\s+(\w+)[^;{]*\{", re.M)
@@ -90,6 +90,6 @@ def problems_of(root, dll):
 
 
 if __name__ == "__main__":
-    tree = house.root_of(sys.argv)
+    tree = common.root_of(sys.argv)
     dll = sys.argv[2] if len(sys.argv) > 2 else os.path.join(os.environ["NR_BUILD"], "bin", "NRVectorView.dll")
-    house.report(list(problems_of(tree, dll)))
+    common.report(list(problems_of(tree, dll)))

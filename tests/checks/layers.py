@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
-"""No include points against the order of layers and rooms that ARCHITECTURE.md gives.
+"""No include points upwards in the order of layers that ARCHITECTURE.md gives.
 
-- A folder includes itself and the folders above it. demo/ includes of Source/ only the public headers: those with an
-  exported class, what these include, and the numbers of the resources.
-- In a folder with rooms, a file includes its own room and lower ones. A source (never a header) may include what its
+- A file includes its own layer and those below it, with lower numbers. A source (never a header) may include what its
   row lists under "Also includes"; an entry that it doesn't need is reported too.
+- demo/ includes of Source/ only the public headers: those with an exported class, what these include, and the numbers of
+  the resources.
 - No header includes itself by way of others.
 """
 import os
 import sys
 
-import house
+import common
 
 EXPORTED = "NRVECTORVIEW_API "
 
@@ -19,7 +19,7 @@ def index_of(root, folders):
     """Where each header is found: (folder, file name) by file name."""
     index = {}
     for folder in folders:
-        for name in house.files_of(root, folder):
+        for name in common.files_of(root, folder):
             if name.endswith(".h"):
                 index.setdefault(name, (folder, name))
     return index
@@ -38,14 +38,14 @@ def resolve(index, root, folder, text):
 
 def public_headers(root, index):
     """The headers of Source/ that a host may include."""
-    waiting = [name for name in house.files_of(root, "Source") if name.endswith(".h") and
-               (name == "resource.h" or EXPORTED in house.text_of(root, "Source", name))]
+    waiting = [name for name in common.files_of(root, "Source") if name.endswith(".h") and
+               (name == "resource.h" or EXPORTED in common.text_of(root, "Source", name))]
     public = set()
     while waiting:
         name = waiting.pop()
         if name not in public:
             public.add(name)
-            for _, text in house.includes_of(root, "Source", name):
+            for _, text in common.includes_of(root, "Source", name):
                 target = resolve(index, root, "Source", text)
                 if target and target[0] == "Source":
                     waiting.append(target[1])
@@ -74,45 +74,41 @@ def circles(graph):
 
 
 def problems_of(root):
-    folders = house.read_map(root)
-    order = list(folders)
-    index = index_of(root, order)
+    tree = common.read_map(root)
+    index = index_of(root, list(tree.folders))
     public = public_headers(root, index)
     graph = {}
-    for name, folder in folders.items():
+    for name, folder in tree.folders.items():
         used = set()
-        for file in house.files_of(root, name):
+        for file in common.files_of(root, name):
             if not file.endswith((".h", ".cpp")):
                 continue
             unit = os.path.splitext(file)[0]
-            row = folder.rows.get(unit)
-            for number, text in house.includes_of(root, name, file):
+            own = folder.layer_of(unit)
+            for number, text in common.includes_of(root, name, file):
                 target = resolve(index, root, name, text)
                 if target is None:
                     continue
                 where = f"{name}/{file}:{number}: includes {target[0]}/{target[1]}"
                 if file.endswith(".h") and target[1].endswith(".h"):
                     graph.setdefault((name, file), set()).add(target)
-                if target[0] not in folders or order.index(target[0]) > order.index(name):
-                    yield f"{where}, which stands below {name}/"
-                elif name == "demo" and target[0] == "Source" and target[1] not in public:
+                other_unit = os.path.splitext(target[1])[0]
+                other = tree.folders[target[0]].layer_of(other_unit) if target[0] in tree.folders else None
+                if name == "demo" and target[0] == "Source" and target[1] not in public:
                     yield f"{where}, which is no public header"
-                elif target[0] == name and folder.rooms and row:
-                    other = folder.rows.get(os.path.splitext(target[1])[0])
-                    if other is None or row.room not in folder.rooms or other.room not in folder.rooms:
-                        continue  # the map's own check says so
-                    if folder.rooms.index(other.room) > folder.rooms.index(row.room):
-                        if file.endswith(".cpp") and other.unit in row.also:
-                            used.add((unit, other.unit))
-                        else:
-                            yield f"{where}: {row.room} stands above {other.room}"
+                if own is None or other is None or other <= own:
+                    continue  # where the map doesn't tell a layer, its own check says so
+                if file.endswith(".cpp") and unit in folder.rows and other_unit in folder.rows[unit].also:
+                    used.add((unit, other_unit))
+                else:
+                    yield f"{where}: layer {own} includes layer {other}, which is above it"
         for unit, row in folder.rows.items():
             for other in row.also:
                 if (unit, other) not in used:
-                    yield f"ARCHITECTURE.md: {name}/{unit} needs no leave to include {other}"
+                    yield f"ARCHITECTURE.md: {name}/{unit} need not list {other}"
     for ring in circles(graph):
         yield f"headers in a circle: {ring}"
 
 
 if __name__ == "__main__":
-    house.report(list(problems_of(house.root_of(sys.argv))))
+    common.report(list(problems_of(common.root_of(sys.argv))))
