@@ -25,7 +25,7 @@ struct Stroke {
     int width;
 };
 
-// A view without a window: painter, document and engine are there all the same.
+// A view without a window: with painter, document and engine.
 class BenchView : public CVectorView {
 public:
     CVectorGraphic& Graphic() { return m_Graphic; }

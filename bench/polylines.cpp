@@ -105,7 +105,7 @@ void PaintBare(HDC dc, const std::vector<Call>& calls) {
             break;
         case Call::Rop:
             ::SetROP2(dc, a[0]);
-            // The last call of a segment: its pen goes.
+            // The last call of a segment: its pen is freed.
             ::DeleteObject(pen);
             break;
         case Call::Pen:

@@ -5,7 +5,7 @@ set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
 set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(${NR_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
-# The test programs' own runtime is static, and GoogleTest goes into them.
+# The test programs' own runtime is static, and GoogleTest is linked into them.
 set_target_properties(gtest PROPERTIES CXX_STANDARD 17)
 
 # Compiled once for all test programs.

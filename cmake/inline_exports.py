@@ -2,7 +2,7 @@
 """Lists the inline operations of exported classes for the linker: the compiler leaves them out of the DLL's table.
 
 inline_exports.py NM OBJECT HEADERS OUT: OBJECT holds every inline function of the public headers (see InlineExports.cpp),
-HEADERS is the folder that they stand in, OUT the module definition file to write.
+HEADERS is their folder, OUT the module definition file to write.
 """
 import os
 import re

@@ -19,7 +19,7 @@
 #define ID_HOST_SHOW_SECTION 207
 #define ID_HOST_DRAW_SECTION 208
 #define ID_HOST_PROPERTIES 209
-// Snap modes: the number of the bit in the mode is the place behind the first one.
+// Snap modes: the number of the bit in the mode is the distance from the first one.
 #define ID_HOST_SNAP_FIRST 210
 #define ID_HOST_SNAP_LAST 213
 #define ID_HOST_BACKGROUND_FIRST 220

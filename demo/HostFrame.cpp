@@ -205,7 +205,7 @@ void CHostFrame::MakeImages() {
     }
 }
 
-// The item asks for its picture when it is drawn, so that it lies on the menu's own background, also highlighted.
+// The item asks for its picture when it is drawn, so that it is drawn on the menu's own background, also highlighted.
 void CHostFrame::SetItemImage(CMenu& menu, UINT id, int image) {
     MENUITEMINFOW item = {};
     item.cbSize = sizeof(item);
@@ -262,7 +262,7 @@ void CHostFrame::MakeToolbar() {
         if (i > 0 && row.menu != CommandRows[i - 1].menu) {
             AddButtonGap();
         }
-        // Of several rows with one picture the first stands for all.
+        // Of several rows with one picture only the first gets a button.
         const auto samePicture = [&row](const CommandWord& other) { return other.icon == row.icon; };
         if (std::none_of(CommandRows, CommandRows + i, samePicture)) {
             AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(row));

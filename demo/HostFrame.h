@@ -69,7 +69,7 @@ private:
     void AddButtonGap();
     bool MakeSectionPane();
     void LayOut();
-    // The panes stand in frames of the main window, which show where the keyboard is.
+    // The panes are in frames of the main window, which show where the keyboard is.
     CRect GetPaneFrame(const CWnd& pane) const;
     void ShowActivePane();
     void ShowSectionPane(bool show);
@@ -96,7 +96,7 @@ private:
     HWND m_toolbar = nullptr;
     HIMAGELIST m_images = nullptr;
     HACCEL m_keys = nullptr;
-    CString m_shown[4]; // texts that stand in the status bar
+    CString m_shown[4]; // texts that the status bar shows
     CString m_title;
     CString m_path; // empty while the drawing has no file of its own
     int m_osnap = 15;

@@ -36,7 +36,7 @@ bool CHostFrame::MakeSectionPane() {
 
 // ---- Layout
 
-// The only place that knows where the views lie.
+// The only place that knows where the views are.
 void CHostFrame::LayOut() {
     if (m_view.m_hWnd == nullptr) {
         return;

@@ -116,7 +116,7 @@ void MakeScheme(CVectorView& view) {
     Line(view, WebLeft, Bottom + Flange, WebLeft, Top - Flange, Steel);
     Line(view, WebRight, Bottom + Flange, WebRight, Top - Flange, Steel);
 
-    // Dimensions. The values stand in their gaps or beside them.
+    // Dimensions. The values are in their gaps or beside them.
     AddDimension(view, CGePoint2d(Left, Bottom), CGePoint2d(Left, Top), 72, 5, 30, Dimension);
     AddDimension(view, CGePoint2d(Left, Top), CGePoint2d(Right, Top), 36, 5, 100, Dimension);
     AddDimension(view, CGePoint2d(Right, Top), CGePoint2d(Right, Top - Flange), 34, 5, 0, Dimension);

@@ -21,7 +21,7 @@ void Make(CVectorView& view);
 void ShowFigures(CVectorView& view, const WeldedSection& section);
 // The parameter of that name, or null.
 CTextParm* Find(CVectorView& view, const wchar_t* name);
-// The size that a parameter stands for; null for one that is no size.
+// The size that a parameter shows; null for one that is no size.
 double* ValueOf(WeldedSection& section, const wchar_t* name);
 
 } // namespace SectionDiagram

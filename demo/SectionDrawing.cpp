@@ -124,13 +124,13 @@ void Sheet::DrawDimensions() {
     const CString width = FormatLength(m_section.width);
     const CString height = FormatLength(m_section.height);
     const auto half = [this](const CString& text) { return text.GetLength() * 0.28 * m_text; };
-    // The figures stand on the dimension lines, and left of the upright one.
+    // The figures are on the dimension lines, and left of the upright one.
     Label(-right, top, right, top, away);
     Text(-half(width), top + away + m_text * 1.2, width, Dimension);
     Label(-right, -top, -right, top, away);
     Text(-right - away - m_text * 0.5 - 2.0 * half(height), m_text / 2.0, height, Dimension);
 
-    // Thicknesses are written beside the plates: between ticks there is no room for them.
+    // Thicknesses are written beside the plates: between ticks there is no space for them.
     Text(right + m_text * 0.4, top - m_section.flange / 2.0 + m_text / 2.0, L"t = " + FormatLength(m_section.flange),
          Dimension);
     const double leader = m_section.web / 2.0;

@@ -15,7 +15,7 @@ std::vector<CDrawable*> DrawSection(CVectorView& view, const WeldedSection& sect
 // Takes those of `objects` that the drawing still holds out of it and frees them. No command may be running.
 void RemoveObjects(CVectorView& view, const std::vector<CDrawable*>& objects);
 
-// A length as a draughtsman writes it: at most two decimals, no zeros behind them.
+// A length as a draughtsman writes it: at most two decimals, no zeros after them.
 CString FormatLength(double value);
 
 // A dimension from a to b, `offset` away from them on their left-hand side; `size` of its ticks in drawing units, half

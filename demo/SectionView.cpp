@@ -103,7 +103,7 @@ void CSectionView::Open(CTextParm* parm) {
     }
 }
 
-// While a refused text stands in the box no other edit may open: it would overwrite that text without a word.
+// While a refused text is in the box no other edit may open: it would overwrite that text without a message.
 void CSectionView::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, int m, CString text) {
     DoEndEdit();
     if (m_pEditParm != nullptr) {
@@ -235,7 +235,7 @@ int CSectionView::OnAcceptEditData(CTextParm* parm, CString text) {
 void CSectionView::OnEditChanging(CTextParm* parm, CString& oldText, CString& newText) {
     newText = Trimmed(newText);
     if (newText != oldText && SectionDiagram::ValueOf(m_section, parm->GetParmName()) != nullptr) {
-        newText.TrimRight(L'.'); // the expression lets a point stand at the end
+        newText.TrimRight(L'.'); // the expression allows a point at the end
     }
 }
 
@@ -258,7 +258,7 @@ void CSectionView::OnEndEdit(CTextParm*) {
 
 // ---- Painting
 
-// Over the drawing: a frame around the value where the keyboard stands, and the reason for a refusal beside its box.
+// Over the drawing: a frame around the value that has the keyboard, and the reason for a refusal beside its box.
 int CSectionView::DrawSpecInfo(CDC* dc, int) {
     CTextParm* parm = m_pEditParm != nullptr ? m_pEditParm : Find(m_current);
     const HWND focus = ::GetFocus();

@@ -21,7 +21,7 @@ public:
     void Enter();
     // Ends an open edit. False when its text is refused: then the box stays open and has the focus.
     bool FinishEdit();
-    // The same, but a refused text goes and the old one comes back.
+    // The same, but a refused text is dropped and the old one is shown again.
     void SettleEdit();
     // What to do now, or why the last text was refused; for the status bar.
     CString GetHint();
@@ -53,7 +53,7 @@ protected:
 
 private:
     CTextParm* Find(const wchar_t* name);
-    // The next parameter that can be edited, behind or before this one, around the ends.
+    // The next parameter that can be edited, after or before this one, around the ends.
     CTextParm* Neighbour(CTextParm* from, bool backward);
     CRect GetEditRect(CTextParm* parm);
     void Open(CTextParm* parm);

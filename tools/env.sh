@@ -1,5 +1,5 @@
 # What ./run and ./test share: builds, the Wine prefix, the virtual display, and ending all of it again.
-# Sourced by bash. Everything it makes lies under build/.
+# Sourced by bash. Everything it makes is under build/.
 
 env_top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 env_build=$env_top/build

@@ -290,7 +290,7 @@ struct Printer {
     }
 };
 
-// False when anything went wrong with the file; what could be read of it is printed all the same.
+// False when anything went wrong with the file; what could be read of it is printed.
 bool PrintFile(CVectorViewParm& view, Printer& printer, const CString& file) {
     std::vector<unsigned char> bytes;
     CString reason;

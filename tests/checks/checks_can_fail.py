@@ -131,6 +131,20 @@ def tree_problems(scratch):
                 yield f"{check} with {paths} broken: code {code}, expected {words!r}, said {said!r}"
 
 
+def import_problems(scratch):
+    with tempfile.TemporaryDirectory(dir=scratch) as tree:
+        source = os.path.join(tree, "a.c")
+        write(tree, "a.c", "int WSACleanup(void); int main(void) { return NET; }\n")
+        for net, code_wanted in (("0", 0), ("WSACleanup()", 1)):
+            folder = os.path.join(tree, "bin" + str(code_wanted))
+            os.mkdir(folder)
+            subprocess.run(["x86_64-w64-mingw32-gcc-posix", "-static", f"-DNET={net}", source, "-o",
+                            os.path.join(folder, "a.exe"), "-lws2_32"], check=True)
+            code, said = run("imports.py", tree, folder)
+            if code != code_wanted or (code and "ws2_32" not in said):
+                yield f"imports.py: code {code} for {net}: {said}"
+
+
 def tally_problems(scratch):
     sys.path.insert(0, os.path.join(ROOT, "tests", "support"))
     import tally
@@ -159,4 +173,4 @@ def tally_problems(scratch):
 
 if __name__ == "__main__":
     SCRATCH = os.environ.get("NR_BUILD")
-    common.report(list(tree_problems(SCRATCH)) + list(tally_problems(SCRATCH)))
+    common.report(list(tree_problems(SCRATCH)) + list(import_problems(SCRATCH)) + list(tally_problems(SCRATCH)))
