@@ -1,10 +1,13 @@
 // What every header of the layer needs first: Windows, the export macro of nrafx.dll and the calling conventions.
-// Layer: afx (knows Win32 only).
+// Layer 1: afx (knows Win32 only).
 #pragma once
 
 #include <windows.h>
 #include <tchar.h>
 #include <cstddef>
+
+// The version of this layer, 0xMMmmpp.
+#define NRAFX_VERSION 0x010000
 
 #ifdef NRAFX_BUILD
 #define NRAFX_API __declspec(dllexport)

@@ -1,5 +1,5 @@
 // Makes the drawings of samples/ through the library's public interface: make_samples FOLDER.
-// Each drawing is one function and one row of the table below. Layer: tools.
+// Each drawing is one function and one row of the table below. Layer 12: tools.
 #include "samples.h"
 
 #include <afxwin.h>
@@ -13,6 +13,7 @@ const Gdiplus::Color White(255, 255, 255);
 const Gdiplus::Color Grey(128, 128, 128);
 const Gdiplus::Color Cyan(0, 200, 220);
 const Gdiplus::Color Orange(240, 150, 40);
+const Gdiplus::Color Green(80, 200, 110);
 
 void Line(CVectorView& view, double x1, double y1, double x2, double y2, const Gdiplus::Color& color) {
     view.AddLine(CGePoint2d(x1, y1), CGePoint2d(x2, y2), color, 1);
@@ -55,7 +56,8 @@ void MakeTruss(CVectorView& view) {
     }
     AddLabel(view, {0, -180}, {span, -180}, {0, -260});
     AddLabel(view, {panel, height + 40}, {span - panel, height + 40}, {0, 80});
-    AddLabel(view, {-130, 0}, {-130, height}, {-230, 0}).SetRightLabelStartPt({panel - 60, height});
+    AddLabel(view, {-130, 0}, {-130, height}, {-230, 0});
+    Line(view, panel - 60, height, -130, height, Green);
 }
 
 struct Sample {
