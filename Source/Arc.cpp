@@ -1,5 +1,3 @@
-// CArc: a circular arc, and the circle through three points. Layer: drawables.
-
 #include "Arc.h"
 
 #include "GdiScope.h"

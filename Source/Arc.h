@@ -1,5 +1,5 @@
 // CArc: a circular arc, and the circle through three points on which all bulged segments stand.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Circle.h"

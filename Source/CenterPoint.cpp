@@ -1,5 +1,3 @@
-// CCenterPoint: a mark for hosts, a cross with a circle of half its size. Layer: drawables.
-
 #include "CenterPoint.h"
 
 #include "GdiScope.h"

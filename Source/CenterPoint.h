@@ -1,5 +1,5 @@
 // CCenterPoint: a mark for hosts, a cross with a circle of half its size.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Drawable.h"

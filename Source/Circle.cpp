@@ -1,5 +1,3 @@
-// CCircle: a circle by centre and radius. Layer: drawables.
-
 #include "Circle.h"
 
 #include "GdiScope.h"

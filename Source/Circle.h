@@ -1,5 +1,5 @@
 // CCircle: a circle by centre and radius, hollow or filled.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Drawable.h"

@@ -1,5 +1,3 @@
-// CCombRect: a frame with an identifier, by which a host marks a group of objects. Layer: drawables.
-
 #include "CombRect.h"
 
 #include "GdiScope.h"

@@ -1,5 +1,5 @@
 // CCombRect: a frame with an identifier, by which a host marks a group of objects.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Drawable.h"

@@ -1,5 +1,3 @@
-// CCommandOperation: the base of every interactive tool. Layer: command operations.
-
 #include "CommandOperation.h"
 
 #include "Document.h"

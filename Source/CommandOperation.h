@@ -1,5 +1,5 @@
 // CCommandOperation: the base of every interactive tool and of the manager that runs them.
-// Layer: command operations.
+// Layer 8: command operations.
 #pragma once
 
 #include "Command.h"

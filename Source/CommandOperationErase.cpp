@@ -1,5 +1,3 @@
-// CCommandOperationErase: takes the selected objects out of the drawing. Layer: command operations.
-
 #include "CommandOperationErase.h"
 
 #include "Document.h"

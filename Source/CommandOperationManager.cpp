@@ -1,5 +1,3 @@
-// CCommandOperationManager: routing of events, commands and the default click. Layer: manager.
-
 #include "CommandOperationManager.h"
 
 #include "CommandSelectGripPoint.h"

@@ -1,5 +1,3 @@
-// The engine of the parameter view. Layer: manager.
-
 #include "CommandOperationManagerViewParm.h"
 
 IMPLEMENT_DYNAMIC(CCommandOperationManager_ViewParm, CCommandOperationManager)

@@ -1,5 +1,5 @@
 // The engine of the parameter view, which picks nothing, and its one minimal operation.
-// Layer: manager.
+// Layer 9: manager.
 #pragma once
 
 #include "CommandOperationManager.h"

@@ -1,5 +1,3 @@
-// CCommandOperationOffset: moves a two-vertex polyline sideways. Layer: command operations.
-
 #include "CommandOperationOffset.h"
 
 #include "Document.h"

@@ -1,5 +1,5 @@
 // CCommandOperationOffset: moves a two-vertex polyline sideways and leaves a copy where it was.
-// Layer: command operations.
+// Layer 8: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,3 @@
-// The commands that add vertices to polylines and remove them. Layer: command operations.
-
 #include "CommandOperationPLinePoint.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// CCommandOperationRTPAN: pans the view with the left button. Layer: command operations.
-
 #include "CommandOperationRTPAN.h"
 
 #include "resource.h"

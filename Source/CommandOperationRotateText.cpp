@@ -1,5 +1,3 @@
-// CCommandOperationRotateText: gives the selected texts an angle. Layer: command operations.
-
 #include "CommandOperationRotateText.h"
 
 #include "DlgSetAngle.h"

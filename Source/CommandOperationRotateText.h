@@ -1,5 +1,5 @@
 // CCommandOperationRotateText: gives the selected texts an angle, asked for by a dialog. Acts at once.
-// Layer: command operations.
+// Layer 8: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,3 @@
-// The transforming commands. Layer: command operations.
-
 #include "CommandOperationTrans.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// CCommandSelectGripPoint: moves one grip of one selected object. Layer: command operations.
-
 #include "CommandSelectGripPoint.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// CCommandSelectObj: the pick of the default click. Layer: command operations.
-
 #include "CommandSelectObj.h"
 
 #include "Document.h"

@@ -1,5 +1,5 @@
 // CCommandSelectObj: the pick of the default click. It lives for one call and is never the running tool.
-// Layer: command operations.
+// Layer 8: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,3 @@
-// The table of command words. Layer: manager.
-
 #include "CommandWords.h"
 
 #include "CommandOperationErase.h"

@@ -1,5 +1,3 @@
-// CDialog_DrawAbleProperty: an object's rows in a grid. Layer: views and dialogs.
-
 #include "Dialog_DrawAbleProperty.h"
 
 #include "Drawable.h"

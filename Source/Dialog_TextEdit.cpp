@@ -1,5 +1,3 @@
-// CDialog_TextEdit: asks for the content of a new text. Layer: command operations.
-
 #include "Dialog_TextEdit.h"
 
 #include "VectorViewApi.h"

@@ -1,5 +1,3 @@
-// CDlgSetAngle: asks for an angle. Layer: command operations.
-
 #include "DlgSetAngle.h"
 
 #include "resource.h"

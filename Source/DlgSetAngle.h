@@ -1,5 +1,5 @@
 // CDlgSetAngle: the modal dialog that asks for an angle.
-// Layer: command operations.
+// Layer 8: command operations.
 #pragma once
 
 #include <afxwin.h>

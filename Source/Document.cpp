@@ -1,5 +1,3 @@
-// CGraphicDocument: the objects, the extent and the colours of a drawing. Layer: document.
-
 #include "Document.h"
 
 #include "Line.h"

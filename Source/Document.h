@@ -1,5 +1,5 @@
 // CGraphicDocument: the drawing, its objects in drawing order, its colours and layers, and its stream.
-// Layer: document.
+// Layer 6: document.
 #pragma once
 
 #include "Drawable.h"

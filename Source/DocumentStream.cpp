@@ -1,4 +1,4 @@
-// CGraphicDocument: its stream, and the ways to open and save one. Layer: document.
+// CGraphicDocument: its stream, and the ways to open and save one. Layer 6: document.
 
 #include "Document.h"
 

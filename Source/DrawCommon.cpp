@@ -1,5 +1,3 @@
-// CDraw_Common: the arithmetic of bulges. Layer: drawables.
-
 #include "DrawCommon.h"
 
 #include "Arc.h"

@@ -1,5 +1,5 @@
 // CDraw_Common: the arithmetic of bulges, the one number that stands for a curved segment.
-// Layer: drawables (geometry, and one stroke for hosts).
+// Layer 5: drawables (geometry, and one stroke for hosts).
 #pragma once
 
 #include "Geometry2d.h"

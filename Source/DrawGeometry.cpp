@@ -1,5 +1,3 @@
-// CDrawGeometry: what every Draw gets beside the device context. Layer: painter (it asks the painter).
-
 #include "DrawGeometry.h"
 
 #include "VectorGraphic.h"

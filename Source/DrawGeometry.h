@@ -1,5 +1,5 @@
 // CDrawGeometry: what every Draw gets beside the device context, the mapping and the layers.
-// Layer: drawables (the class); its source stands with the painter, whom it asks.
+// Layer 5: drawables (the class); its source stands with the painter, whom it asks.
 #pragma once
 
 #include "VectorViewApi.h"

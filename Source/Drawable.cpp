@@ -1,5 +1,3 @@
-// CDrawable: the base of everything that a drawing holds. Layer: drawables.
-
 #include "Drawable.h"
 
 #include "GdiScope.h"

@@ -1,5 +1,5 @@
 // CDrawable: the base of everything that a drawing holds, and the whole interface between objects and the rest.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "DrawGeometry.h"

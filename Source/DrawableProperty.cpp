@@ -1,5 +1,3 @@
-// The editable data of an object as keyed rows. Layer: drawables.
-
 #include "DrawableProperty.h"
 
 #include "MemoryInfo.h"

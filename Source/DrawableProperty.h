@@ -1,5 +1,5 @@
 // The editable data of an object as keyed rows, which a property window shows and hands back.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "VectorViewApi.h"

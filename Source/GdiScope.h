@@ -1,5 +1,5 @@
 // Settings of a device context that are put back on every path, also when something throws.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include <afxwin.h>

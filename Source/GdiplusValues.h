@@ -1,5 +1,5 @@
 // Gdiplus::Color and Gdiplus::PointF as plain value types; nothing of GDI+ is started or called.
-// Layer: base.
+// Layer 3: base.
 #pragma once
 
 #include <afxwin.h>

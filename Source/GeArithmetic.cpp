@@ -1,5 +1,3 @@
-// CGeArithmetic: where a circle and a line meet. Layer: geometry.
-
 #include "GeArithmetic.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
 // CGeArithmetic: where a circle and a line meet.
-// Layer: geometry.
+// Layer 4: geometry.
 #pragma once
 
 #include "Geometry2d.h"

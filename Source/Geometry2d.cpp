@@ -1,5 +1,3 @@
-// Points, vectors and matrices of the drawing plane. Layer: geometry.
-
 #include "Geometry2d.h"
 
 #include "Truncate.h"

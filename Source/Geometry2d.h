@@ -1,5 +1,5 @@
 // Points, vectors and matrices of the drawing plane, in drawing units with y upwards (or pixels, where told).
-// Layer: geometry.
+// Layer 4: geometry.
 #pragma once
 
 #include "GdiplusValues.h"

@@ -1,5 +1,3 @@
-// The colour table behind every colour index in drawings. Layer: drawables.
-
 #include "GraphInfo.h"
 
 #include "MemoryInfo.h"

@@ -1,5 +1,5 @@
 // The colour table behind every colour index in drawings.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "VectorViewApi.h"

@@ -1,6 +1,3 @@
-// CInPlaceEdit: the edit box over a parameter: keys that end an edit, and growth with the text.
-// Layer: views and dialogs.
-
 #include "InPlaceEdit.h"
 
 #include "Truncate.h"

@@ -1,5 +1,3 @@
-// KLineBreaker: finds the lines of one text. Layer: geometry.
-
 #include "KLineBreaker.h"
 
 #include "TextFormator.h"

@@ -1,5 +1,5 @@
 // KLineBreaker: finds the lines of one text for CTextFormator::DrawTextW. Not exported.
-// Layer: geometry.
+// Layer 4: geometry.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,3 @@
-// The layer table of a document. Layer: drawables.
-
 #include "LayerManager.h"
 
 #include "MemoryInfo.h"

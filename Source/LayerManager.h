@@ -1,5 +1,5 @@
 // The layer table of a document, from which objects with by-layer attributes read when they draw.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Serialable.h"

@@ -1,5 +1,3 @@
-// CLine: the straight segment. Layer: drawables.
-
 #include "Line.h"
 
 #include "GdiScope.h"

@@ -1,5 +1,5 @@
 // CLine: the straight segment. The other kinds repeat its pattern.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Drawable.h"

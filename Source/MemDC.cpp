@@ -1,5 +1,3 @@
-// CMemDC: the off-screen bitmap through which the view paints without flicker. Layer: painter.
-
 #include "MemDC.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // CMemDC: the off-screen bitmap through which the view paints without flicker; it lives for one paint.
-// Layer: painter.
+// Layer 7: painter.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // Registration of the system's heap objects with the leak tracer: right after new, right before delete.
-// Layer: base.
+// Layer 3: base.
 #pragma once
 
 #include <KXBaseOpr.h>

@@ -1,5 +1,3 @@
-// CObjectMemory: the restore point of an editing command. Layer: command operations.
-
 #include "ObjectMemory.h"
 
 namespace {

@@ -1,5 +1,3 @@
-// COperationCreateArc: an arc through three points. Layer: command operations.
-
 #include "OperationCreateArc.h"
 
 #include "Arc.h"

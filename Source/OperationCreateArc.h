@@ -1,5 +1,5 @@
 // COperationCreateArc: an arc through three points, shown by inversion while the third is sought.
-// Layer: command operations.
+// Layer 8: command operations.
 #pragma once
 
 #include "OperationCreateCircle.h"

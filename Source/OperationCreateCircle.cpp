@@ -1,5 +1,3 @@
-// COperationCreateCircle: a circle by centre and radius. Layer: command operations.
-
 #include "OperationCreateCircle.h"
 
 #include "Circle.h"

@@ -1,5 +1,3 @@
-// COperationCreateLabel: a dimension by three clicks. Layer: command operations.
-
 #include "OperationCreateLabel.h"
 
 #include "Document.h"

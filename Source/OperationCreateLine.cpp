@@ -1,5 +1,3 @@
-// COperationCreateLine: a line by two clicks. Layer: command operations.
-
 #include "OperationCreateLine.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// COperationCreateObjAb: the base of every creating tool. Layer: command operations.
-
 #include "OperationCreateObjAb.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// COperationCreatePline: a polyline, vertex by vertex. Layer: command operations.
-
 #include "OperationCreatePline.h"
 
 #include "Document.h"

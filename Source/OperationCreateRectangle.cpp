@@ -1,5 +1,3 @@
-// COperationCreateRectangle: four lines by two corners. Layer: command operations.
-
 #include "OperationCreateRectangle.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// COperationCreateText: a text by one click and a dialog. Layer: command operations.
-
 #include "OperationCreateText.h"
 
 #include "Dialog_TextEdit.h"

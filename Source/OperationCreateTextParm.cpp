@@ -1,5 +1,3 @@
-// COperationCreateTextParm: a parameter text by one click and a dialog. Layer: command operations.
-
 #include "OperationCreateTextParm.h"
 
 #include "MemoryInfo.h"

@@ -1,5 +1,5 @@
 // Where the command engine looks up to the view that it runs in: its manager, its property dialog.
-// Layer: views and dialogs; this is the one place where an operation reaches above its own layer.
+// Layer 10: views and dialogs; this is the one place where an operation reaches above its own layer.
 
 #include "CommandOperation.h"
 #include "CommandOperationManager.h"

@@ -1,5 +1,3 @@
-// CPLine: vertices, grips, editing, rows and stream of a polyline. Layer: drawables.
-
 #include "PLine.h"
 
 IMPLEMENT_SERIAL(CPLine, CDrawable, VERSIONABLE_SCHEMA | 5)

@@ -1,5 +1,5 @@
 // CPLine: a chain of vertices joined by straight or curved segments, open or closed, each segment with its own tags.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "DrawCommon.h"

@@ -1,4 +1,4 @@
-// CPLine: painting, hit test and extents of a polyline. Layer: drawables.
+// CPLine: painting, hit test and extents of a polyline. Layer 5: drawables.
 
 #include "PLine.h"
 

@@ -1,5 +1,3 @@
-// Gives a derived view the property dialog. Layer: views and dialogs.
-
 #include "PropertyDialogHost.h"
 
 #include "Dialog_DrawAbleProperty.h"

@@ -1,5 +1,5 @@
 // CResourceScope: makes a module the first place where resources are looked up, for the length of a block.
-// Layer: base.
+// Layer 3: base.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // CScopedFlag: sets a flag for the length of a block, whatever way the block is left.
-// Layer: base.
+// Layer 3: base.
 #pragma once
 
 class CScopedFlag {

@@ -1,5 +1,3 @@
-// CSerialable: the root of everything that is stored in a drawing. Layer: drawables.
-
 #include "Serialable.h"
 
 #include "Truncate.h"

@@ -1,5 +1,5 @@
 // CSerialable: the root of everything that is stored in a drawing, and the pixel rounding that most objects share.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "VectorViewApi.h"

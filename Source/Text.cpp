@@ -1,5 +1,3 @@
-// CText: a single run of text. Layer: drawables.
-
 #include "Text.h"
 
 #include "GdiScope.h"

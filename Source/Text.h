@@ -1,5 +1,5 @@
 // CText: a single run of text, with a font built from drawing units at every paint.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Drawable.h"

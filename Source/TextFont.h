@@ -1,5 +1,5 @@
 // The font of a text as GDI wants it.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,3 @@
-// CTextFormator: measures one text and lays it out line by line. Layer: geometry.
-
 #include "TextFormator.h"
 
 #include "Geometry2d.h"

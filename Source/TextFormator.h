@@ -1,5 +1,5 @@
 // CTextFormator: measures one text in a given font, and lays it out line by line along a rotated baseline.
-// Layer: geometry (it knows device contexts and pixels, and nothing of drawings).
+// Layer 4: geometry (it knows device contexts and pixels, and nothing of drawings).
 #pragma once
 
 #include "VectorViewApi.h"

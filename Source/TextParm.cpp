@@ -1,5 +1,3 @@
-// CTextParm: a text that stands for a named parameter of the host. Layer: drawables.
-
 #include "TextParm.h"
 
 #include "GdiScope.h"

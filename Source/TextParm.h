@@ -1,5 +1,5 @@
 // CTextParm: a text that stands for a named parameter of the host, whose value can be edited in place.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Text.h"

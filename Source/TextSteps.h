@@ -1,5 +1,5 @@
 // The stage texts of the text formator and its line breaker, which follow the fixed words of their message boxes.
-// Layer: geometry; not for hosts.
+// Layer 4: geometry; not for hosts.
 #pragma once
 
 #include "Truncate.h"

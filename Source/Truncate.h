@@ -1,5 +1,5 @@
 // How a floating-point value becomes a pixel or a count: truncation with one defined answer for what does not fit.
-// Layer: base.
+// Layer 3: base.
 #pragma once
 
 #include <climits>

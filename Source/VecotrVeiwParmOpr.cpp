@@ -1,5 +1,3 @@
-// CVecotrVeiwParmOpr: lists the parameters of a stored drawing without showing it. Layer: views and dialogs.
-
 #include "VecotrVeiwParmOpr.h"
 
 #include "MemoryInfo.h"

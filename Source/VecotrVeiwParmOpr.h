@@ -1,5 +1,5 @@
 // CVecotrVeiwParmOpr: lists the parameters of a stored drawing without showing it.
-// Layer: views and dialogs. The name is as hosts know it.
+// Layer 10: views and dialogs. The name is as hosts know it.
 #pragma once
 
 #include "VectorViewApi.h"

@@ -1,5 +1,3 @@
-// CVectorGraphic: document ownership, paint loop and snap marker. Layer: painter.
-
 #include "VectorGraphic.h"
 
 #include "Document.h"

@@ -1,5 +1,5 @@
 // CVectorGraphic: the painter of a drawing and the owner of its document: paint loop, marker, fitting, number display.
-// Layer: painter.
+// Layer 7: painter.
 #pragma once
 
 #include "Drawable.h"

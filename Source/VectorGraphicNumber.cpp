@@ -1,4 +1,4 @@
-// CVectorGraphic: the number display, which shows numeric values with one decimal at most. Layer: painter.
+// CVectorGraphic: the number display, which shows numeric values with one decimal at most. Layer 7: painter.
 
 #include "VectorGraphic.h"
 

@@ -1,4 +1,4 @@
-// CVectorGraphic: fitting the drawing into a rectangle, by a margin in pixels or in percent. Layer: painter.
+// CVectorGraphic: fitting the drawing into a rectangle, by a margin in pixels or in percent. Layer 7: painter.
 
 #include "Document.h"
 #include "VectorGraphic.h"

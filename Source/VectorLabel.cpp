@@ -1,5 +1,3 @@
-// CKXVectorLabel: a dimension label; its painting stands in VectorLabelDraw.cpp. Layer: drawables.
-
 #include "VectorLabel.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // CKXVectorLabel: a dimension label of two extension lines, a dimension line with ticks and a gap, and a figure.
-// Layer: drawables.
+// Layer 5: drawables.
 #pragma once
 
 #include "Text.h"

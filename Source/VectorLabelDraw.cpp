@@ -1,4 +1,4 @@
-// CKXVectorLabel: its strokes, computed in pixels, and its figure, placed in drawing units. Layer: drawables.
+// CKXVectorLabel: its strokes, computed in pixels, and its figure, placed in drawing units. Layer 5: drawables.
 
 #include "VectorLabel.h"
 

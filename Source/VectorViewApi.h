@@ -1,5 +1,5 @@
 // The export mark of the library's public classes, and the handle of the library's own module for its resources.
-// Layer: base; included by every public header.
+// Layer 3: base; included by every public header.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,3 @@
-// The mapping between drawing points and client pixels. Layer: geometry.
-
 #include "VectorViewCoordTran.h"
 
 void CVectorViewCoordTran::SetScreenSize(CSize size) {

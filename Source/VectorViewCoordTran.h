@@ -1,5 +1,5 @@
 // The one mapping between drawing points (DP: drawing units, y up) and client pixels (LP: y down) of a view.
-// Layer: geometry.
+// Layer 4: geometry.
 #pragma once
 
 #include "Geometry2d.h"

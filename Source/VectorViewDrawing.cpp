@@ -1,4 +1,4 @@
-// CVectorView: the calls with which a host fills, turns and asks a drawing. Layer: views and dialogs.
+// CVectorView: the calls with which a host fills, turns and asks a drawing. Layer 10: views and dialogs.
 
 #include "vectorview.h"
 

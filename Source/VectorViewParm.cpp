@@ -1,6 +1,3 @@
-// CVectorViewParm: the parameter view as a window: construction, the drawing, clicks and what the parent is told.
-// Layer: views and dialogs.
-
 #include "VectorViewParm.h"
 
 #include "Arc.h"

@@ -1,4 +1,4 @@
-// CVectorViewParm: the edit of a parameter, from the press to the store. Layer: views and dialogs.
+// CVectorViewParm: the edit of a parameter, from the press to the store. Layer 10: views and dialogs.
 // Hooks and the parent's answer may change the document at any step: pointers are looked up anew behind each of them.
 
 #include "VectorViewParm.h"

@@ -1,4 +1,4 @@
-// CVectorViewParm: the tooltip with the description of the parameter under the mouse. Layer: views and dialogs.
+// CVectorViewParm: the tooltip with the description of the parameter under the mouse. Layer 10: views and dialogs.
 // Without a window to stand in there is no tooltip, and nothing here does anything.
 
 #include "VectorViewParm.h"

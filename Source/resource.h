@@ -1,6 +1,6 @@
 // Numbers of the library's resources and of their controls and menu items. The script in resources/ includes it too,
 // so it holds plain definitions only.
-// Layer: base.
+// Layer 3: base.
 #pragma once
 
 // Cursors, loaded by their number. IDC_CURSOR_OPERATION is the default of every command and of the idle view.

@@ -1,5 +1,3 @@
-// CVectorView: the window, its messages and its paint. Layer: views and dialogs.
-
 #include "vectorview.h"
 
 #include "CommandOperationManager.h"

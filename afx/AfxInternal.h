@@ -1,5 +1,5 @@
 // What the two halves of nrafx.dll tell each other; no client includes this. The window-less half never calls
-// up: the window half installs its module state here when the DLL starts. Layer: afx.
+// up: the window half installs its module state here when the DLL starts. Layer 1: afx.
 #pragma once
 
 #include "afxobject.h"

@@ -1,5 +1,5 @@
 // The thread's message loop, the application, message boxes.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 #include "afxdlgs.h"
 

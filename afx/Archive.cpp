@@ -1,4 +1,4 @@
-// CArchive: buffering, values, text. The object format stands in ArchiveObjects.cpp. Layer: afx.
+// CArchive: buffering, values, text. The object format stands in ArchiveObjects.cpp. Layer 1: afx.
 #include "ArchiveMaps.h"
 
 #include <climits>

@@ -1,5 +1,5 @@
 // The numbers that an archive gives to classes and objects, in either direction. Only for the archive's own
-// sources. Layer: afx.
+// sources. Layer 1: afx.
 #pragma once
 
 #include "afxarchive.h"

@@ -1,4 +1,4 @@
-// CArchive: objects and classes in the published format: tags, class records, numbers, schemas. Layer: afx.
+// CArchive: objects and classes in the published format: tags, class records, numbers, schemas. Layer 1: afx.
 #include "ArchiveMaps.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-// The ready-made arrays' class records, and the two ways in which they differ from CArray. Layer: afx.
+// The ready-made arrays' class records, and the two ways in which they differ from CArray. Layer 1: afx.
 #include "afxcoll.h"
 
 IMPLEMENT_SERIAL(CByteArray, CObject, 0)

@@ -1,5 +1,5 @@
 // Tooltips and the status bar.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 #include "afxcmn.h"
 

@@ -1,5 +1,5 @@
 // The classic controls: thin covers of their messages.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 IMPLEMENT_DYNAMIC(CStatic, CWnd)

@@ -1,5 +1,5 @@
 // Device contexts: attaching, selected objects, modes, mapping and clipping.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 IMPLEMENT_DYNCREATE(CDC, CObject)

@@ -1,5 +1,5 @@
 // Device contexts: lines, figures, filling, pixels, text, paths and printing.
-// Layer: afx.
+// Layer 1: afx.
 #include "DCRange.h"
 #include "HandleMap.h"
 

@@ -1,5 +1,3 @@
-// Figures that reach far beyond a device, drawn by the part within 16 bits. Layer: afx.
-
 #include "DCRange.h"
 
 #include "afx.h"

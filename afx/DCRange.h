@@ -1,6 +1,6 @@
 // Figures that reach far beyond a device: what GDI would take seconds for, or not survive, is drawn by the part that a
 // device can show. Known to device contexts and pens only.
-// Layer: afx.
+// Layer 1: afx.
 #pragma once
 
 #include "afxapi.h"

@@ -1,5 +1,5 @@
 // Device contexts of windows, for the life of an object, and of metafiles.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 IMPLEMENT_DYNAMIC(CClientDC, CDC)

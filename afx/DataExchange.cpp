@@ -1,5 +1,5 @@
 // The exchange of values between members and controls, and its checks.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 #include <cerrno>

@@ -1,5 +1,5 @@
 // Dialogs, modal and modeless, from resources and from templates in memory.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 #include <commctrl.h>

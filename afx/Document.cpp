@@ -1,5 +1,5 @@
 // CDocument: opening, saving so that a good file is never lost, titles, messages about failures.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 IMPLEMENT_DYNAMIC(CDocument, CCmdTarget)

@@ -1,4 +1,4 @@
-// The exception classes, their texts, and the functions that throw them. Layer: afx.
+// The exception classes, their texts, and the functions that throw them. Layer 1: afx.
 #include "AfxInternal.h"
 #include "afxexcept.h"
 

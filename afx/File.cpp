@@ -1,4 +1,4 @@
-// CFile on a Windows handle, file status and the static file operations; CTime. Layer: afx.
+// CFile on a Windows handle, file status and the static file operations; CTime. Layer 1: afx.
 #include "afxfile.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The file dialog of Windows.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 #include "afxdlgs.h"
 

@@ -1,5 +1,5 @@
 // GDI objects: owning handles, temporary objects, and the functions of pens, brushes, fonts, bitmaps and regions.
-// Layer: afx.
+// Layer 1: afx.
 #include "DCRange.h"
 #include "HandleMap.h"
 

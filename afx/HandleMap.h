@@ -1,5 +1,5 @@
 // The table from Windows handles to the objects that stand for them, and the layer's state of one thread.
-// Internal to nrafx.dll. Layer: afx.
+// Internal to nrafx.dll. Layer 1: afx.
 #pragma once
 
 #include "afxwin.h"

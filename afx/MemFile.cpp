@@ -1,4 +1,4 @@
-// CMemFile: a file on a block of memory. Layer: afx.
+// CMemFile: a file on a block of memory. Layer 1: afx.
 #include "afxfile.h"
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Menus, and the state of a menu item or control that update handlers set.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 IMPLEMENT_DYNCREATE(CMenu, CObject)

@@ -1,5 +1,5 @@
 // Message maps: finding a message's or command's row and calling its handler.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 IMPLEMENT_DYNAMIC(CCmdTarget, CObject)

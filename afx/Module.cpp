@@ -1,5 +1,5 @@
 // Module state, resource search, extension modules, the state of each thread, the DLL's entry point.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 #include "AfxInternal.h"
 

@@ -1,4 +1,4 @@
-// Class records, the lists of streamable classes of every module, and the debug checks. Layer: afx.
+// Class records, the lists of streamable classes of every module, and the debug checks. Layer 1: afx.
 #include "AfxInternal.h"
 #include "afxarchive.h"
 #include "afxexcept.h"

@@ -1,4 +1,4 @@
-// CString and CStringA, compiled once for all modules. Layer: afx.
+// CString and CStringA, compiled once for all modules. Layer 1: afx.
 #include "AfxInternal.h"
 #include "StringTraits.h"
 

@@ -1,4 +1,4 @@
-// COleVariant and COleException. Layer: afx.
+// COleVariant and COleException. Layer 1: afx.
 #include "afxdisp.h"
 
 #include <cstring>

@@ -1,5 +1,5 @@
 // CWnd: the tie between object and window, creation, the window procedure, subclassing.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 #include <new>

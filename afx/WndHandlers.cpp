@@ -1,5 +1,5 @@
 // CWnd's own message handlers: default processing, and controls' messages handed back to the controls.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 // --- life, place, focus ------------------------------------------------------------------------------------------

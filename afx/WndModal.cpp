@@ -1,5 +1,5 @@
 // CWnd: the modal loop, the exchange of values with the controls, the state of the controls.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 // --- modal loop --------------------------------------------------------------------------------------------------

@@ -1,5 +1,5 @@
 // CWnd: the thin covers of Windows' window functions.
-// Layer: afx.
+// Layer 1: afx.
 #include "HandleMap.h"
 
 // --- style and kin ---------------------------------------------------------------------------------------------------

@@ -1,5 +1,5 @@
 // The window-less half of the layer in one include: objects, text, exceptions, files, archives, geometry.
-// Layer: afx.
+// Layer 1: afx.
 #pragma once
 
 #include "afxapi.h"

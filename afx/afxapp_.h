@@ -1,5 +1,6 @@
 // The thread's message loop and the application. Included by afxwin.h.
-// Layer: afx.
+// Classes: CWinThread, CWinApp.
+// Layer 1: afx.
 #pragma once
 
 #include "afxwnd_.h"

@@ -1,5 +1,6 @@
 // CArchive: a buffered little-endian stream of values and objects on a CFile, in the published object format.
-// Layer: afx.
+// Classes: CArchive.
+// Layer 1: afx.
 #pragma once
 
 #include "afxfile.h"

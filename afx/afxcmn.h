@@ -1,5 +1,6 @@
 // Controls of the common controls library: tooltips and the status bar.
-// Layer: afx.
+// Classes: CToolTipCtrl, CStatusBarCtrl.
+// Layer 1: afx.
 #pragma once
 
 #include "afxwin.h"

@@ -1,4 +1,6 @@
-// The ready-made arrays. Those of bytes, words, double words, objects and texts can be streamed. Layer: afx.
+// The ready-made arrays. Those of bytes, words, double words, objects and texts can be streamed.
+// Classes: CByteArray, CWordArray, CDWordArray, CUIntArray, CPtrArray, CObArray, CStringArray.
+// Layer 1: afx.
 #pragma once
 
 #include "afxtempl.h"

@@ -1,5 +1,6 @@
 // The classic controls, each a thin cover of its messages. Included by afxwin.h.
-// Layer: afx.
+// Classes: CStatic, CButton, CEdit, CListBox, CComboBox, CScrollBar.
+// Layer 1: afx.
 #pragma once
 
 #include "afxwnd_.h"

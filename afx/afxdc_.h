@@ -1,6 +1,7 @@
 // Device contexts. Included by afxwin.h. The operations that set or draw something are virtual, which is this layer's
 // one extension: a context that derives from CDC can write down what is drawn on it.
-// Layer: afx.
+// Classes: CDC, CClientDC, CWindowDC, CPaintDC, CMetaFileDC.
+// Layer 1: afx.
 #pragma once
 
 #include "afxgdi_.h"

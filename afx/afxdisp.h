@@ -1,4 +1,6 @@
-// COleVariant: a VARIANT that owns its text and says by exception when a conversion fails. Layer: afx.
+// COleVariant: a VARIANT that owns its text and says by exception when a conversion fails.
+// Classes: COleException, COleVariant.
+// Layer 1: afx.
 #pragma once
 
 #include "afxcoll.h"

@@ -1,5 +1,6 @@
 // Dialogs and the exchange of values between members and controls. Included by afxwin.h.
-// Layer: afx.
+// Classes: CDataExchange, CDialog.
+// Layer 1: afx.
 #pragma once
 
 #include "afxwnd_.h"

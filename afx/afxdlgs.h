@@ -1,5 +1,6 @@
 // The common dialogs of Windows: the file dialog.
-// Layer: afx.
+// Classes: CCommonDialog, CFileDialog.
+// Layer 1: afx.
 #pragma once
 
 #include "afxwin.h"

@@ -1,5 +1,6 @@
 // CDocument: what a program loads, changes and saves, with its path, title and modified flag. Included by afxwin.h.
-// Layer: afx.
+// Classes: CDocument.
+// Layer 1: afx.
 #pragma once
 
 #include "afxtarg_.h"

@@ -1,5 +1,7 @@
-// The exception family. Exceptions are thrown as pointers; who catches one calls Delete() on it, or lets the
-// CATCH macros do it. Layer: afx.
+// The exception family. Exceptions are thrown as pointers; who catches one calls Delete() on it, or lets the CATCH
+// macros do it.
+// Classes: CException, CSimpleException, CArchiveException, CFileException.
+// Layer 1: afx.
 #pragma once
 
 #include "afxobject.h"

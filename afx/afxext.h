@@ -1,5 +1,6 @@
 // What extension modules and windows made from outside need besides afxwin.h.
-// Layer: afx.
+// Classes: CCreateContext.
+// Layer 1: afx.
 #pragma once
 
 #include "afxwin.h"

@@ -1,4 +1,6 @@
-// Files: CFile on a Windows handle, CMemFile on a growing or a borrowed block of memory. Layer: afx.
+// Files: CFile on a Windows handle, CMemFile on a growing or a borrowed block of memory.
+// Classes: CFileStatus, CFile, CMemFile.
+// Layer 1: afx.
 #pragma once
 
 #include "afxexcept.h"

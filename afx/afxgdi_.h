@@ -1,6 +1,7 @@
 // GDI objects: classes that own a handle of a pen, brush, font, bitmap, region or palette. Included by afxwin.h.
 // Constructors of pens and brushes throw a resource exception when GDI refuses; Create functions give FALSE.
-// Layer: afx.
+// Classes: CGdiObject, CPen, CBrush, CFont, CBitmap, CPalette, CRgn.
+// Layer 1: afx.
 #pragma once
 
 #include "afx.h"

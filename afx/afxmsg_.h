@@ -1,6 +1,6 @@
-// Message maps: the table a class keeps of the messages it answers, and the macros that write its rows.
-// Included by afxwin.h. Each row names the message and how its parameters are handed to the handler.
-// Layer: afx.
+// Message maps: the table a class keeps of the messages it answers, and the macros that write its rows. Included by
+// afxwin.h. Each row names the message and how its parameters are handed to the handler.
+// Layer 1: afx.
 #pragma once
 
 #include "afx.h"

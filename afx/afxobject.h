@@ -1,5 +1,6 @@
 // The root class and its run-time class records: kind tests, creation by name, object streaming.
-// Layer: afx.
+// Classes: CRuntimeClass, CObject.
+// Layer 1: afx.
 #pragma once
 
 #include "afxapi.h"

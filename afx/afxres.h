@@ -1,5 +1,5 @@
 // Numbers of the layer's own commands, controls and string resources; read by the resource compiler too.
-// Layer: afx.
+// Layer 1: afx.
 #ifndef NR_AFXRES_H
 #define NR_AFXRES_H
 

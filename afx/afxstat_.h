@@ -1,6 +1,7 @@
 // Module state: which application, which instance and which resources the running code belongs to, and the list of
 // extension modules. Included by afxwin.h.
-// Layer: afx.
+// Classes: CDynLinkLibrary.
+// Layer 1: afx.
 #pragma once
 
 #include "afx.h"

@@ -1,6 +1,7 @@
-// Command targets: objects with a message map, the state of a command's menu item, the hourglass, menus.
-// Included by afxwin.h.
-// Layer: afx.
+// Command targets: objects with a message map, the state of a command's menu item, the hourglass, menus. Included by
+// afxwin.h.
+// Classes: CCmdTarget, CWaitCursor, CMenu, CCmdUI.
+// Layer 1: afx.
 #pragma once
 
 #include "afxmsg_.h"

@@ -1,4 +1,6 @@
-// CArray: a growing array whose index errors raise CInvalidArgException. Layer: afx.
+// CArray: a growing array whose index errors raise CInvalidArgException.
+// Classes: CArray.
+// Layer 1: afx.
 #pragma once
 
 #include "afx.h"

@@ -1,5 +1,5 @@
 // The window half of the layer in one include: windows, messages, device contexts, dialogs, documents, the application.
-// Layer: afx.
+// Layer 1: afx.
 #pragma once
 
 #include "afx.h"

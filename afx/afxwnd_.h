@@ -1,5 +1,6 @@
 // CWnd: an object with a window, its messages and its children. Included by afxwin.h.
-// Layer: afx.
+// Classes: CWnd.
+// Layer 1: afx.
 #pragma once
 
 #include "afxtarg_.h"

@@ -1,4 +1,6 @@
-// CTime: a moment in seconds since 1970 (UTC), as file stamps carry it. Layer: afx.
+// CTime: a moment in seconds since 1970 (UTC), as file stamps carry it.
+// Classes: CTime.
+// Layer 1: afx.
 #pragma once
 
 #include "afxapi.h"

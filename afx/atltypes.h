@@ -1,4 +1,6 @@
-// CPoint, CSize, CRect: the Windows records with arithmetic. All inline. Layer: afx.
+// CPoint, CSize, CRect: the Windows records with arithmetic. All inline.
+// Classes: CSize, CPoint, CRect.
+// Layer 1: afx.
 #pragma once
 
 #include "afxapi.h"

@@ -1,5 +1,7 @@
-// CString: shared, copy-on-write text of 16-bit (CStringW) or 8-bit (CStringA) characters; CString is the former.
-// A copy costs one atomic increment, an empty string no memory. Layer: afx.
+// CString: shared, copy-on-write text of 16-bit (CStringW) or 8-bit (CStringA) characters; CString is the former. A
+// copy costs one atomic increment, an empty string no memory.
+// Classes: CStringData, CStringT.
+// Layer 1: afx.
 #pragma once
 
 #include "afxapi.h"

@@ -1,5 +1,3 @@
-// The demo's main window: layout, menus and commands.
-// Layer: demo.
 #include "HostFrame.h"
 
 #include "CommandTable.h"

@@ -1,5 +1,3 @@
-// The demo's drawing view: typed distances, Escape, focus.
-// Layer: demo.
 #include "HostView.h"
 
 #include "CommandTable.h"

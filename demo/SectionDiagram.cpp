@@ -1,5 +1,3 @@
-// The diagram of a welded I-section in the parameter view.
-// Layer: demo.
 #include "SectionDiagram.h"
 
 #include <TextParm.h>

@@ -1,5 +1,5 @@
 // The diagram of a welded I-section in the parameter view: its scheme, its parameters and its results.
-// Layer: demo.
+// Layer 11: demo.
 #pragma once
 
 #include <afxwin.h>

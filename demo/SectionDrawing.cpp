@@ -1,5 +1,3 @@
-// The true-scale drawing of a welded I-section.
-// Layer: demo.
 #include "SectionDrawing.h"
 
 #include <KXBaseOpr.h>

@@ -1,5 +1,5 @@
 // The true-scale drawing of a welded I-section, made with the adding operations of the view.
-// Layer: demo.
+// Layer 11: demo.
 #pragma once
 
 #include <vectorview.h>

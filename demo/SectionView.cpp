@@ -1,5 +1,3 @@
-// The demo's parameter view: checking values, walking with the keyboard, showing reasons.
-// Layer: demo.
 #include "SectionView.h"
 
 #include <KxBaseClass.h>

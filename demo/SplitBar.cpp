@@ -1,5 +1,3 @@
-// The bar between two panes.
-// Layer: demo.
 #include "SplitBar.h"
 
 BEGIN_MESSAGE_MAP(CSplitBar, CWnd)

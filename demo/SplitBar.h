@@ -1,5 +1,5 @@
 // The bar between two panes, dragged by the mouse.
-// Layer: demo.
+// Layer 11: demo.
 #pragma once
 
 #include <afxwin.h>

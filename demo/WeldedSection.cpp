@@ -1,5 +1,3 @@
-// The arithmetic of a welded I-section.
-// Layer: demo; knows no window.
 #include "WeldedSection.h"
 
 #include <cmath>

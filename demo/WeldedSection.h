@@ -1,5 +1,5 @@
 // The arithmetic of a welded I-section: what a set of sizes must fulfil, and the section's figures.
-// Layer: demo; knows no window.
+// Layer 11: demo; knows no window.
 #pragma once
 
 // All lengths in millimetres.

@@ -1,5 +1,3 @@
-// The memory registry, a hash table with open addressing, and the stopwatch.
-// Layer: kx.
 #include "KXBaseOpr.h"
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The helper library's basics: the memory registry that traces leaks, and the named stopwatch.
-// Layer: kx (stands on afx).
+// Layer 2: kx (stands on afx).
 #pragma once
 
 #include <afxwin.h>

@@ -1,6 +1,6 @@
 // CKxAlive and CKxAliveToken: whether a window or an object still is the one that it was before a call that ran foreign
 // code (a message, a hook, a notification, a modal box).
-// Layer: kx (stands on afx).
+// Layer 2: kx (stands on afx).
 #pragma once
 
 class CKxAlive;
@@ -42,8 +42,8 @@ public:
         End();
         CKxAliveToken::Release(m_State);
     }
-    // Every token given so far answers false from now on; tokens taken later belong to the next life. For an owner whose
-    // window is destroyed and may be created again. Never throws.
+    // Every token given so far answers false from now on; tokens taken later belong to the next life. For an owner
+    // whose window is destroyed and may be created again. Never throws.
     void End() { ++m_State->life; }
 
 private:

@@ -1,5 +1,3 @@
-// Comparison of doubles with a tolerance, and splitting of strings.
-// Layer: kx.
 #include "KxBaseClass.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
 // Comparison of doubles with a tolerance, and splitting of strings.
-// Layer: kx (stands on afx).
+// Layer 2: kx (stands on afx).
 #pragma once
 
 #include <afxcoll.h>

@@ -1,5 +1,3 @@
-// The message sink: debugger output and an optional listener.
-// Layer: kx.
 #include "KxFoundation.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The message sink of the helper libraries.
-// Layer: kx (stands on afx).
+// Layer 2: kx (stands on afx).
 #pragma once
 
 #include "KXBaseOpr.h"

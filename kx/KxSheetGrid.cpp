@@ -1,5 +1,3 @@
-// The two-column grid: geometry, rows, the edit of a cell, mouse and keys.
-// Layer: kx.
 #include "KxSheetGrid.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // A two-column grid of labels and values that keeps no data: it asks its parent for each text and reports each edit.
-// Layer: kx (stands on afx).
+// Layer 2: kx (stands on afx).
 #pragma once
 
 #include <afxwin.h>

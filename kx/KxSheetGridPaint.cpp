@@ -1,5 +1,5 @@
 // The two-column grid: painting, through a bitmap and in the system's colours.
-// Layer: kx.
+// Layer 2: kx.
 #include "KxSheetGrid.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// CArray and its ready-made forms. Layer: tests.
+// CArray and its ready-made forms. Layer 14: tests.
 #include "support/AfxCaught.h"
 
 #include <afxcoll.h>

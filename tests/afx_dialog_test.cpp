@@ -1,5 +1,5 @@
 // The MFC layer's dialogs, data exchange, controls, menus and file dialog.
-// Layer: tests.
+// Layer 14: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxcmn.h>

@@ -1,5 +1,5 @@
 // The MFC layer's documents: path, title and flag; loading; saving that never loses a good file.
-// Layer: tests.
+// Layer 14: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxwin.h>

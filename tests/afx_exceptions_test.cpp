@@ -1,4 +1,4 @@
-// The exception family: who throws what, texts, causes, the catching macros. Layer: tests.
+// The exception family: who throws what, texts, causes, the catching macros. Layer 14: tests.
 #include "support/AfxCaught.h"
 
 #include <afxdisp.h>

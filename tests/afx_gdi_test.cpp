@@ -1,5 +1,5 @@
 // The MFC layer's device contexts and GDI objects, and the recording device context.
-// Layer: tests.
+// Layer 14: tests.
 #include "support/BoxAnswer.h"
 #include "support/RecordingDC.h"
 

@@ -1,5 +1,5 @@
 // The MFC layer's module state, resource search, extension modules, message loop and application.
-// Layer: tests.
+// Layer 14: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxdllx.h>

@@ -1,5 +1,5 @@
 // The MFC layer's message maps: every window message row with its parameters, commands, notifications, reflection.
-// Layer: tests.
+// Layer 14: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxcmn.h>

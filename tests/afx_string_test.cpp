@@ -1,4 +1,4 @@
-// CString and CStringA against their documented behaviour. Layer: tests.
+// CString and CStringA against their documented behaviour. Layer 14: tests.
 #include "support/AfxCaught.h"
 
 #include <gtest/gtest.h>

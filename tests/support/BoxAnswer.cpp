@@ -1,5 +1,3 @@
-// Answers message boxes while it lives, and keeps their texts. Layer: tests.
-
 #include "BoxAnswer.h"
 
 #include <algorithm>

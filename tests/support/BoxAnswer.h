@@ -1,5 +1,5 @@
 // Answers message boxes while it lives, and keeps their texts. For tests on a thread with a display.
-// Layer: tests.
+// Layer 14: tests.
 #pragma once
 
 #include <afxwin.h>

@@ -1,4 +1,4 @@
-// Catches what the program tells a debugger. Layer: tests.
+// Catches what the program tells a debugger. Layer 14: tests.
 #pragma once
 
 #include <windows.h>

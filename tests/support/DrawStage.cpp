@@ -1,5 +1,3 @@
-// A painter with a mapping and a recording context. Layer: tests.
-
 #include "support/DrawStage.h"
 
 #include "Document.h"

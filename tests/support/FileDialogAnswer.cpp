@@ -1,5 +1,3 @@
-// Answers the file dialogs that open on this thread while it lives. Layer: tests.
-
 #include "FileDialogAnswer.h"
 
 #include "BoxAnswer.h"

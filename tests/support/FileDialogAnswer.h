@@ -1,5 +1,5 @@
 // Answers the file dialogs that open on this thread while it lives: with a path, or by cancelling.
-// Layer: tests.
+// Layer 14: tests.
 #pragma once
 
 #include <afxwin.h>

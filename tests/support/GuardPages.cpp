@@ -1,7 +1,7 @@
 // Guarded build: operator new and delete that end every block at an inaccessible page and make a freed block
 // inaccessible. Linked into every module, because each carries its own runtime; a block may be freed in another module
 // than made it, so all that delete needs stands in the block's own header, and the free slots in memory shared by the
-// whole process. Layer: tests (afx/ and above don't know it).
+// whole process. Layer 14: tests (afx/ and above don't know it).
 
 #include <windows.h>
 

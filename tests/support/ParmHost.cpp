@@ -1,5 +1,3 @@
-// A parameter view in a parent window, both writing down what happens to them. Layer: tests.
-
 #include "ParmHost.h"
 
 #include "BoxAnswer.h"

@@ -1,5 +1,5 @@
 // Private and protected fields of the library's classes, for tests alone.
-// Layer: tests.
+// Layer 14: tests.
 #pragma once
 
 #include "CommandOperationManager.h"

@@ -1,5 +1,3 @@
-// The recording device context: text forms of the arguments, and one override a drawing call.
-// Layer: tests.
 #include "RecordingDC.h"
 
 #include <cstdio>

@@ -1,5 +1,3 @@
-// Golden streams of tests/data, and documents made from and turned into bytes. Layer: tests.
-
 #include "TestData.h"
 
 #include <gtest/gtest.h>

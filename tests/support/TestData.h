@@ -1,5 +1,5 @@
 // Golden streams of tests/data, and documents made from and turned into bytes.
-// Layer: tests.
+// Layer 14: tests.
 #pragma once
 
 #include "Document.h"

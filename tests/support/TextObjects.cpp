@@ -1,5 +1,3 @@
-// The painter and the memory picture of the text tests. Layer: tests.
-
 #include "TextObjects.h"
 
 #include "Document.h"

@@ -1,5 +1,3 @@
-// Drives the commands of a view by pixel events. Layer: tests.
-
 #include "ViewDriver.h"
 
 #include "Arc.h"

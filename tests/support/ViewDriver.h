@@ -1,5 +1,5 @@
 // Drives the commands of a view by pixel events and tells what stands after each: results, document, band, marker.
-// Layer: tests.
+// Layer 14: tests.
 #pragma once
 
 #include "CommandOperationManager.h"

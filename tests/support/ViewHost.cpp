@@ -1,5 +1,3 @@
-// A top-level window with a view in it, for tests on a real display. Layer: tests.
-
 #include "ViewHost.h"
 
 #include <gtest/gtest.h>
