@@ -1,8 +1,11 @@
 #include "CommandOperation.h"
 
 #include "Document.h"
+#include "OperationHost.h"
 #include "VectorGraphic.h"
+#include "resource.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 IMPLEMENT_DYNAMIC(CCommandOperation, CCommand)
@@ -15,39 +18,32 @@ constexpr int kEditWidth = 40; // Pixels.
 constexpr int kEditHeight = 20;
 constexpr double kEditOffset = 30.0; // Pixels from the band to the box.
 
+void InvalidateWindow(HWND window) {
+    // The null window would be all windows of the desktop.
+    if (window != nullptr) {
+        ::InvalidateRect(window, nullptr, TRUE);
+    }
+}
+
 } // namespace
 
 CCommandOperation::CCommandOperation(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                      CGraphicDocument* document)
     : m_pWnd(wnd), m_pCoordTran(tran), m_pDocument(document), m_pGraphic(graphic),
-      m_hCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(kCursorDefault))) {
+      m_hCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(IDC_CURSOR_OPERATION))) {
+    if (document != nullptr) {
+        m_DocumentAlive.emplace(document->GetAlive());
+    }
     if (wnd->GetSafeHwnd() != nullptr) {
         m_Edit.Create(kEditStyle, CRect(0, 0, kEditWidth, kEditHeight), wnd, kEditId);
     }
 }
 
 CCommandOperation::~CCommandOperation() {
-    for (CLifeWatch::CEntry* entry = m_pWatch; entry != nullptr; entry = entry->outer) {
-        entry->watched = nullptr;
-        entry->isGone = true;
-    }
     if (m_hCursor != nullptr) {
         ::DestroyCursor(m_hCursor);
     }
     m_Edit.DestroyWindow();
-}
-
-CCommandOperation::CLifeWatch::CEntry::CEntry(CCommandOperation* op) : watched(op), outer(nullptr) {
-    if (op != nullptr) {
-        outer = op->m_pWatch;
-        op->m_pWatch = this;
-    }
-}
-
-CCommandOperation::CLifeWatch::CEntry::~CEntry() {
-    if (watched != nullptr) {
-        watched->m_pWatch = outer;
-    }
 }
 
 CCommandOperation::CViewDC::CViewDC(CWnd* wnd) : m_hWindow(wnd->GetSafeHwnd()) {
@@ -85,8 +81,8 @@ CCommandOperation::ResultState CCommandOperation::OnMouseMove(unsigned int, CGeP
     CGePoint2d hit;
     const bool found = GetGripPoint(point, hit) != 0;
     CViewDC dc(m_pWnd);
-    // A repaint does not clear the flag: after one the next move inverts the old place once more and leaves a stray
-    // marker there. Only the pan takes the marker off first.
+    // A repaint does not clear the flag: after one the next move inverts the old place once more and leaves a marker
+    // there. Only the pan takes the marker off first.
     if (m_SnapMarkDrawn != 0) {
         InvertSnapMark(&dc);
         m_SnapMarkDrawn = 0;
@@ -141,6 +137,18 @@ void CCommandOperation::SetOsnapMode(int mode) {
     m_OsnapMode = mode;
 }
 
+void CCommandOperation::DrawShirrLine(CPoint p1, CPoint p2, int) {
+    if (CCommandOperation* engine = Engine()) {
+        engine->DrawShirrLine(p1, p2, 0);
+    }
+}
+
+void CCommandOperation::ErasShirrLine() {
+    if (CCommandOperation* engine = Engine()) {
+        engine->ErasShirrLine();
+    }
+}
+
 void CCommandOperation::DrawShirrLine(CGePoint2d from, CGePoint2d to) {
     CPoint p1;
     CPoint p2;
@@ -150,6 +158,7 @@ void CCommandOperation::DrawShirrLine(CGePoint2d from, CGePoint2d to) {
 }
 
 int CCommandOperation::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
+    FollowDocument();
     if (m_SnapEnabled == 0) {
         return 0;
     }
@@ -190,11 +199,62 @@ int CCommandOperation::GetGripPointForL(CGePoint2d pixel, CGePoint2d& result) {
 
 // ---- What the tools share ------------------------------------------------------------------------------------------
 
-void CCommandOperation::RequestRedrawOf(HWND window) {
-    // The null window would be all windows of the desktop.
-    if (window != nullptr) {
-        ::InvalidateRect(window, nullptr, TRUE);
+COperationHost* CCommandOperation::Host() const {
+    return dynamic_cast<COperationHost*>(m_pWnd);
+}
+
+CCommandOperation* CCommandOperation::Engine() const {
+    COperationHost* host = Host();
+    return host != nullptr ? host->OperationEngine() : nullptr;
+}
+
+CKxAliveToken CCommandOperation::EngineAlive() const {
+    const CCommandOperation* engine = Engine();
+    return CKxAliveToken(engine != nullptr ? engine->m_Alive : m_Alive);
+}
+
+bool CCommandOperation::GoesOn(const CKxAliveToken& token) {
+    if (!token.IsAlive()) {
+        return false;
     }
+    FollowDocument();
+    return !HasLostObject();
+}
+
+void CCommandOperation::FollowDocument() {
+    if (m_DocumentAlive && !m_DocumentAlive->IsAlive() && m_pGraphic != nullptr) {
+        m_pDocument = m_pGraphic->GetDocument();
+        m_DocumentAlive.emplace(m_pDocument->GetAlive());
+    }
+}
+
+bool CCommandOperation::HasLostObject() const {
+    return std::any_of(m_Held.begin(), m_Held.end(), [](const CKxAliveToken& held) { return !held.IsAlive(); });
+}
+
+void CCommandOperation::TrackGripPoint(const CGePoint2d& point) {
+    if (COperationHost* host = Host()) {
+        host->TrackOperationGrip(point);
+    }
+}
+
+void CCommandOperation::EndRunningOperation() {
+    // Taken first: outside an event of the engine the tool is freed by the call.
+    const HWND window = m_pWnd->GetSafeHwnd();
+    if (COperationHost* host = Host()) {
+        host->EndOperation();
+    }
+    InvalidateWindow(window);
+}
+
+void CCommandOperation::AnnounceToPropertyDialog(CDrawable* object) {
+    if (COperationHost* host = Host()) {
+        host->ShowOperationObject(object);
+    }
+}
+
+void CCommandOperation::RequestRedraw() {
+    InvalidateWindow(m_pWnd->GetSafeHwnd());
 }
 
 bool CCommandOperation::IsWithin(const CGePoint2d& grip, const CGePoint2d& point, int aperture) {
@@ -235,7 +295,7 @@ int CCommandOperation::FindCandidate(CDrawable* object, CGePointArray& grips, co
 }
 
 void CCommandOperation::InvertObject(CDC* dc, CDrawable* object) {
-    // Put back also when the drawing throws: no object stays inverted behind a failed preview.
+    // Put back also when the drawing throws: no object stays in the state Dragging after a failed preview.
     struct CStateScope {
         CDrawable* object;
         enum CDrawable::DrawState state;
@@ -244,6 +304,11 @@ void CCommandOperation::InvertObject(CDC* dc, CDrawable* object) {
     const CStateScope scope = {object, object->GetDrawState()};
     object->SetDrawState(CDrawable::Dragging);
     m_pGraphic->OnDraw(dc, object);
+}
+
+bool CCommandOperation::IsOrthoOn() const {
+    COperationHost* host = Host();
+    return host != nullptr && host->IsOperationOrtho();
 }
 
 void CCommandOperation::OrthoStep(const CGePoint2d& base, CGePoint2d& point) {
@@ -265,30 +330,22 @@ bool CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& t
     m_pCoordTran->DPToLP(place.x, place.y, &lx, &ly);
     CString text;
     text.Format(L"%d", Truncate(from.distance(to)));
-    // Each step sends messages, and a host may end the tool, or close the window, in any of them.
-    const CLifeWatch watch(this);
-    const auto boxStands = [&] { return !watch.IsGone() && m_Edit.GetSafeHwnd() != nullptr; };
-    if (boxStands()) {
-        m_Edit.SetWindowPos(nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight,
-                            SWP_SHOWWINDOW);
+    const CKxAliveToken running(m_Alive);
+    // The end of the tool destroys the box, and the steps after that do nothing.
+    const HWND box = m_Edit.GetSafeHwnd();
+    if (box != nullptr) {
+        ::SetWindowPos(box, nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight,
+                       SWP_SHOWWINDOW);
+        ::SetWindowText(box, text);
+        ::SetFocus(box);
+        // Selected, so that the first digit typed replaces it.
+        ::SendMessage(box, EM_SETSEL, 0, -1);
+        ::SendMessage(box, EM_SCROLLCARET, 0, 0);
+        if (running.IsAlive()) {
+            m_pWnd->UpdateWindow();
+        }
     }
-    if (boxStands()) {
-        m_Edit.SetWindowText(text);
-    }
-    if (boxStands()) {
-        m_Edit.SetFocus();
-    }
-    // Selected, so that the first digit typed replaces it.
-    if (boxStands()) {
-        m_Edit.SendMessage(EM_SETSEL, 0, -1);
-    }
-    if (boxStands()) {
-        m_Edit.SendMessage(EM_SCROLLCARET, 0, 0);
-    }
-    if (boxStands()) {
-        m_pWnd->UpdateWindow();
-    }
-    return !watch.IsGone();
+    return GoesOn(running);
 }
 
 int CCommandOperation::TypedDistance() {

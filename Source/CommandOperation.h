@@ -5,16 +5,17 @@
 #include "Command.h"
 #include "Drawable.h"
 
+#include <KxAlive.h>
 #include <afxcmn.h>
 #include <afxtempl.h>
 
-class CCommandOperationManager;
-class CDialog_DrawAbleProperty;
-class CGraphicDocument;
-class CVectorGraphic;
+#include <optional>
+#include <vector>
 
-// Cursors of the library, by resource number.
-inline constexpr UINT kCursorDefault = 131;
+class CCommandOperationManager;
+class CGraphicDocument;
+class COperationHost;
+class CVectorGraphic;
 
 // Apertures in pixels.
 inline constexpr float kSnapAperture = 7.0f;
@@ -24,8 +25,13 @@ inline constexpr float kPickAperture = 4.0f;
 inline constexpr int kOsnapPerpendicular = 8;
 inline constexpr int kOsnapAll = 15;
 
-// A tool is built with new, registered, run by the manager until it gives back a state that ends it, and deleted by the
-// manager. It never deletes itself and never starts its successor. All pointers are borrowed.
+// A tool is built with new, registered with the leak tracer, run by the manager until it gives back a state that ends
+// it, and freed by the manager once no event of the engine runs any more. It never deletes itself and never starts its
+// successor. All pointers are borrowed.
+//
+// A message box, a dialog, or a message sent to the edit box runs code of the host, which may end the tool, free the
+// view or free drawing objects. A tool that goes on afterwards takes a token of m_Alive before the call and asks GoesOn
+// right after it.
 class NRVECTORVIEW_API CCommandOperation : public CCommand {
     DECLARE_DYNAMIC(CCommandOperation)
 public:
@@ -37,23 +43,23 @@ public:
         RS_Capture = 7     // The tool wants further events; a temporary one asks to be installed.
     };
 
-    // The edit box for typed distances is made here, hidden; without a window to stand in, there is none. So the
-    // manager has none: it is built before its view's window is, and no distance is ever typed into it.
+    // The edit box for typed distances is created here, hidden, as a child of the window; without a window there is
+    // none. So the manager has none: it is constructed before its view's window is created.
     CCommandOperation(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
     ~CCommandOperation() override;
     CCommandOperation(const CCommandOperation&) = delete;
     CCommandOperation& operator=(const CCommandOperation&) = delete;
 
-    // ---- Events. Points are drawing units, already snapped by the manager; ForL stands for client pixels ----
+    // ---- Events. Points are drawing units, already snapped by the manager; ForL means client pixels ----
 
     // At once for commands that act at once; from the host, through the manager, to confirm a typed distance.
     virtual void Execute();
     virtual void Cancel();
     virtual ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) = 0;
     virtual ResultState OnLButtonUp(unsigned int nFlags, CGePoint2d point) = 0;
-    // Takes a standing snap marker off the window: before the view scrolls, since it would stay behind. 1 when it did.
+    // Takes a drawn snap marker off the window, before the view scrolls and would move its pixels. 1 when it did.
     virtual int RefreshGrip();
-    // Moves the snap marker. RS_Continue when the mouse stands on a snap point, RS_Cancelled when not.
+    // Moves the snap marker. RS_Continue when the mouse is on a snap point, RS_Cancelled when not.
     virtual ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point);
     virtual ResultState OnMouseWheel(unsigned int nFlags, short zDelta, CGePoint2d point) = 0;
     virtual ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) = 0;
@@ -88,41 +94,14 @@ public:
     // whole pixels. For hosts.
     int GetGripPointForL(CGePoint2d pixel, CGePoint2d& result);
     int GetHasCommand() { return m_pCommand != nullptr; }
-    // For a host that has repainted the window itself: the band is gone and must not be inverted back.
+    // For a host that has repainted the window itself: the repaint wiped the band, which must not be inverted again.
     void ResetErasShirrLineState() { m_ShirrDrawn = 0; }
 
 protected:
     // ---- What the tools share ----
 
-    // Tells, across a modal box or a call that sends messages, whether the tool is still there, and the manager that it
-    // runs under: whatever ran inside may have replaced the tool, or taken the whole view away, and then nothing of
-    // tool, document and view may be touched. Lives on the stack.
-    class NRVECTORVIEW_API CLifeWatch {
-    public:
-        explicit CLifeWatch(CCommandOperation* op) : CLifeWatch(op, op->ManagerAsOperation()) {}
-        CLifeWatch(CCommandOperation* op, CCommandOperation* manager) : m_Tool(op), m_Manager(manager) {}
-        CLifeWatch(const CLifeWatch&) = delete;
-        CLifeWatch& operator=(const CLifeWatch&) = delete;
-        bool IsGone() const { return m_Tool.isGone || m_Manager.isGone; }
-
-    private:
-        friend class CCommandOperation;
-        // An entry with the watched object, which tells its entries when it goes; null is never gone.
-        struct NRVECTORVIEW_API CEntry {
-            explicit CEntry(CCommandOperation* op);
-            ~CEntry();
-            CEntry(const CEntry&) = delete;
-            CEntry& operator=(const CEntry&) = delete;
-            CCommandOperation* watched;
-            CEntry* outer;
-            bool isGone = false;
-        };
-        CEntry m_Tool;
-        CEntry m_Manager;
-    };
-
-    // The client area to invert on. Without a window it is a context that nobody sees: the null window's would be the
-    // whole screen.
+    // The client area to invert on. Without a window it is a memory context, because the null window's context would be
+    // the whole screen.
     class NRVECTORVIEW_API CViewDC : public CDC {
     public:
         explicit CViewDC(CWnd* wnd);
@@ -132,20 +111,25 @@ protected:
         HWND m_hWindow;
     };
 
-    // The manager and the property dialog of the view that the tool runs in; null outside one.
-    CCommandOperationManager* Manager() const;
-    CDialog_DrawAbleProperty* PropertyDialog() const;
-    // Starts tracking a grip on the view's manager.
+    // The window as its tools know it; null where it is no such window.
+    COperationHost* Host() const;
+    CCommandOperation* Engine() const;
+    // Whether the engine still is: for a tool that acts at once and so never is the running one.
+    CKxAliveToken EngineAlive() const;
+    // Keeps a pointer to a drawing object across events. Once any such object has been freed, the tool gets no further
+    // event and is freed without Cancel.
+    void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
+    // Whether the tool may touch view, document and objects after foreign code has run: the token's owner still is, and
+    // so are all objects held.
+    bool GoesOn(const CKxAliveToken& token);
+    // Starts tracking a grip on the view's engine.
     void TrackGripPoint(const CGePoint2d& point);
-    // Ends this tool from within itself: the manager deletes it, so nothing of it may be touched afterwards.
+    // Ends this tool from within itself, and repaints.
     void EndRunningOperation();
     // Tells the property dialog, where there is one, which object was clicked; null empties it.
     void AnnounceToPropertyDialog(CDrawable* object);
-    void EmptyPropertyDialog();
     // Asks for a repaint of the whole client area; nothing without a window.
-    void RequestRedraw() { RequestRedrawOf(m_pWnd->GetSafeHwnd()); }
-    // Of a window that may have gone by now.
-    static void RequestRedrawOf(HWND window);
+    void RequestRedraw();
     // Empties a scratch array and keeps its memory for the next object.
     static void ClearScratch(CGePointArray& points) { points.RemoveAt(0, points.GetSize()); }
     // The square test of all searches, inclusive on its four edges.
@@ -163,14 +147,14 @@ protected:
                       CGePoint2d& result);
     // Draws the objects by inversion, in the state Dragging for the moment of the drawing.
     void InvertObject(CDC* dc, CDrawable* object);
-    // One coordinate of `point` replaced by that of `base`, so that the two stand level or upright; differences are cut
-    // to whole units first, and a tie is level.
+    // Replaces one coordinate of `point` by that of `base`, so that the line between them is horizontal or vertical.
+    // The differences are cut to whole units first; equal ones give a horizontal line.
     static void OrthoStep(const CGePoint2d& base, CGePoint2d& point);
     // Whether the host has switched the ortho lock on.
     bool IsOrthoOn() const;
     // Puts the edit box beside the middle of the band from `from` to `to`, thirty pixels off it on the left of `move`,
-    // holding the length in whole units, selected and focused. False when the tool was deleted by what its messages set
-    // off: the box tells the view's parents of each change.
+    // holding the length in whole units, selected and focused. The box tells the view and its parents of each change:
+    // false when the tool must not go on after that.
     bool PlaceEditBox(const CGePoint2d& from, const CGePoint2d& to, const CGeVector2d& move);
     // The whole number typed into the edit box; 0 when it does not begin with one.
     int TypedDistance();
@@ -187,16 +171,23 @@ protected:
     int m_Step = 0;
     HCURSOR m_hCursor;
     int m_SnapEnabled = 1;
-    CGePoint2d m_SnapMark; // Where the marker stands, in drawing units.
+    CGePoint2d m_SnapMark; // Where the marker is drawn, in drawing units.
     int m_SnapMarkDrawn = 0;
     CEdit m_Edit;
     int m_InEdit = 0;
     int m_OsnapMode = kOsnapAll;
     CGePoint2d m_LastPoint; // The last accepted point, from which perpendiculars are dropped.
 
+    CKxAlive m_Alive; // Ends when the tool is no longer the running one, and with the engine.
+
 private:
-    CCommandOperation* ManagerAsOperation() const;
+    friend class CCommandOperationManager;
+
+    // Where the document has been freed, the painter's present one takes its place.
+    void FollowDocument();
+    bool HasLostObject() const;
     void InvertSnapMark(CDC* dc);
 
-    CLifeWatch::CEntry* m_pWatch = nullptr; // The innermost of those that stand.
+    std::optional<CKxAliveToken> m_DocumentAlive;
+    std::vector<CKxAliveToken> m_Held;
 };

@@ -9,8 +9,8 @@ class CCommandOperationErase : public CCommandOperation {
 public:
     using CCommandOperation::CCommandOperation;
 
-    // Asks also when nothing is selected. The objects stay allocated and listed with the leak tracer until the process
-    // ends: a running command may still hold one of them.
+    // Asks also when nothing is selected. The objects stay allocated and registered with the leak tracer until the
+    // process ends: a running command may still use one of them.
     void Execute() override;
     ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }

@@ -4,44 +4,32 @@
 #include "CommandSelectObj.h"
 #include "CommandWords.h"
 #include "Document.h"
-#include "MemoryInfo.h"
+#include "EventScope.h"
 #include "VectorGraphic.h"
+#include "resource.h"
 
 IMPLEMENT_DYNAMIC(CCommandOperationManager, CCommandOperation)
 
 namespace {
 
-// Deregisters and deletes a tool on every way out, until it has found its owner.
-class CToolOwner {
-public:
-    explicit CToolOwner(CCommandOperation* op) : m_pOp(op) {}
-    ~CToolOwner() {
-        if (m_pOp != nullptr) {
-            KX_REMOVE_MEMORY(m_pOp);
-            delete m_pOp;
-        }
-    }
-    CToolOwner(const CToolOwner&) = delete;
-    CToolOwner& operator=(const CToolOwner&) = delete;
-    CCommandOperation* operator->() const { return m_pOp; }
-    CCommandOperation* Release() {
-        CCommandOperation* op = m_pOp;
-        m_pOp = nullptr;
-        return op;
-    }
-
-private:
-    CCommandOperation* m_pOp;
-};
+// A tool registered with the leak tracer.
+CToolOwner Registered(CCommandOperation* tool) {
+    KX_ADD_MEMORY(tool);
+    return CToolOwner(tool);
+}
 
 } // namespace
 
 CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                                    CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document),
-      m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(kCursorDefault))) {}
+      m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(IDC_CURSOR_OPERATION))),
+      m_Events(std::make_shared<CEngineEvents>()) {}
 
 CCommandOperationManager::~CCommandOperationManager() {
+    if (m_pCommand != nullptr) {
+        m_pCommand->m_Alive.End();
+    }
     if (m_hDefaultCursor != nullptr) {
         ::DestroyCursor(m_hDefaultCursor);
     }
@@ -55,61 +43,67 @@ CGePoint2d CCommandOperationManager::ToDrawing(const CGePoint2d& pixel) const {
 
 // ---- Events --------------------------------------------------------------------------------------------------------
 
+// A tool may open a modal box or send messages in its handlers, and what runs there may end the tool, start another or
+// free the view. After each call a tool that has ended gets nothing more, and its answer does not end the next one; an
+// engine that has been freed touches nothing, and the token of its running tool has ended too.
+
 void CCommandOperationManager::Execute() {
-    if (m_pCommand != nullptr) {
-        m_pCommand->Execute();
+    const CEventScope scope(m_Events);
+    if (CCommandOperation* op = CurrentTool()) {
+        op->Execute();
     }
 }
 
 void CCommandOperationManager::Cancel() {
-    if (m_pCommand != nullptr) {
-        const CToolOwner ended(TakeOutCommand());
+    const CEventScope scope(m_Events);
+    if (CurrentTool() != nullptr) {
+        CCommandOperation* ended = TakeOutCommand();
         ended->Cancel();
+        ended->m_Edit.DestroyWindow();
     }
 }
 
-// What a tool does in its handlers may open a modal box or send messages, and what runs there may end the tool, start
-// another or take the view away: behind each call, a tool that is gone gets nothing more, and its answer is not for the
-// next one; a manager that is gone touches nothing.
-
 CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned int nFlags, CGePoint2d point) {
+    const CEventScope scope(m_Events);
     const CPoint pixel(Truncate(point.x), Truncate(point.y));
     point = ToDrawing(point);
     GetInTrackGripPoint(pixel, point);
-    // Tracking ends at every click. Standing assistant lines are forgotten, not erased: they go with the next repaint.
+    // Tracking ends at every click. Assistant lines on the window are forgotten, not erased: the next repaint wipes
+    // them.
     m_GripPoints.RemoveAll();
     m_AssistantPoints.RemoveAll();
-    if (!IsRunning()) {
+    CCommandOperation* op = RunningTool();
+    if (op == nullptr) {
         OnDefaultLButtonDown(nFlags, point);
         return RS_Continue;
     }
-    CCommandOperation* op = m_pCommand;
-    const CLifeWatch watch(op, this);
+    const CKxAliveToken running(op->m_Alive);
     CGePoint2d hit;
     if (op->GetGripPoint(point, hit) != 0) {
         point = hit;
     }
     const ResultState state = op->OnLButtonDown(nFlags, point);
-    if (!watch.IsGone()) {
+    if (running.IsAlive()) {
         op->OnButtonDownForL(nFlags, pixel);
     }
-    if (!watch.IsGone()) {
+    if (running.IsAlive()) {
         CheckResultState(state);
     }
     return RS_Continue;
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned int nFlags, CGePoint2d point) {
+    const CEventScope scope(m_Events);
     point = ToDrawing(point);
-    // The manager's own search, in its own mode, and not the tool's: unlike a press, and meant so.
+    // The manager's own search, in its own mode, and not the tool's, unlike at a press.
     CGePoint2d hit;
     if (GetGripPoint(point, hit) != 0) {
         point = hit;
     }
-    if (IsRunning()) {
-        const CLifeWatch watch(m_pCommand, this);
-        const ResultState state = m_pCommand->OnLButtonUp(nFlags, point);
-        if (!watch.IsGone()) {
+    if (CCommandOperation* op = RunningTool()) {
+        const CKxAliveToken running(op->m_Alive);
+        const ResultState state = op->OnLButtonUp(nFlags, point);
+        if (running.IsAlive()) {
             CheckResultState(state);
         }
     }
@@ -117,23 +111,23 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned in
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    const CEventScope scope(m_Events);
     const CGePoint2d pixel = point;
     point = ToDrawing(point);
-    const CLifeWatch manager(this, nullptr);
-    if (IsRunning()) {
-        CCommandOperation* op = m_pCommand;
-        const CLifeWatch watch(op, this);
+    const CKxAliveToken engine(m_Alive);
+    if (CCommandOperation* op = RunningTool()) {
+        const CKxAliveToken running(op->m_Alive);
         CGePoint2d hit;
         if (op->GetGripPoint(point, hit) != 0) {
             point = hit;
             AddGripPoint(point);
         }
         op->OnMouseMove(nFlags, point);
-        if (!watch.IsGone()) {
+        if (running.IsAlive()) {
             op->OnMouseMoveForL(nFlags, CPoint(Truncate(pixel.x), Truncate(pixel.y)));
         }
     }
-    if (manager.IsGone()) {
+    if (!engine.IsAlive()) {
         return RS_Continue;
     }
     if ((nFlags & MK_MBUTTON) != 0) {
@@ -141,8 +135,8 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned in
         m_pCoordTran->SetOriginX(m_pCoordTran->GetOriginX() - m_pCoordTran->LToD(static_cast<float>(d.x)));
         m_pCoordTran->SetOriginY(m_pCoordTran->GetOriginY() + m_pCoordTran->LToD(static_cast<float>(d.y)));
         m_MButtonPoint = pixel;
-        if (m_pCommand != nullptr) {
-            m_pCommand->RefreshGrip();
+        if (CCommandOperation* op = CurrentTool()) {
+            op->RefreshGrip();
         }
         RequestRedraw();
     }
@@ -151,14 +145,14 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned in
 
 CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned int nFlags, short zDelta,
                                                                       CGePoint2d point) {
-    // The wheel's point comes in screen coordinates and is taken for client pixels all the same: previews jump by the
-    // window's place on the screen until the next move. Hosts see it so.
+    const CEventScope scope(m_Events);
+    // The wheel's point comes in screen coordinates and is taken for client pixels: previews jump by the window's place
+    // on the screen until the next move.
     point = ToDrawing(point);
-    if (IsRunning()) {
-        CCommandOperation* op = m_pCommand;
-        const CLifeWatch watch(op, this);
+    if (CCommandOperation* op = RunningTool()) {
+        const CKxAliveToken running(op->m_Alive);
         op->OnMouseWheel(nFlags, zDelta, point);
-        if (!watch.IsGone()) {
+        if (running.IsAlive()) {
             op->OnMouseMove(nFlags, point);
         }
     }
@@ -166,11 +160,12 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnRButtonDown(unsigned int nFlags, CGePoint2d point) {
+    const CEventScope scope(m_Events);
     point = ToDrawing(point);
-    if (IsRunning()) {
-        const CLifeWatch watch(m_pCommand, this);
-        const ResultState state = m_pCommand->OnRButtonDown(nFlags, point);
-        if (!watch.IsGone()) {
+    if (CCommandOperation* op = RunningTool()) {
+        const CKxAliveToken running(op->m_Alive);
+        const ResultState state = op->OnRButtonDown(nFlags, point);
+        if (running.IsAlive()) {
             CheckResultState(state);
         }
     }
@@ -179,45 +174,48 @@ CCommandOperation::ResultState CCommandOperationManager::OnRButtonDown(unsigned 
 
 CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int nChar, unsigned int nRepCnt,
                                                                    unsigned int nFlags) {
-    if (IsRunning()) {
-        m_pCommand->OnKeyDown(nChar, nRepCnt, nFlags);
-        return RS_Continue;
-    }
-    if (m_pCommand == nullptr) {
+    const CEventScope scope(m_Events);
+    if (CCommandOperation* op = RunningTool()) {
+        op->OnKeyDown(nChar, nRepCnt, nFlags);
+    } else if (m_pCommand == nullptr) {
         // Any key at all: this is how the user deselects.
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
-        EmptyPropertyDialog();
+        AnnounceToPropertyDialog(nullptr);
     }
     return RS_Continue;
 }
 
 void CCommandOperationManager::PreRedraw() {
+    const CEventScope scope(m_Events);
     // The repaint wipes the band.
     m_ShirrDrawn = 0;
-    if (m_pCommand != nullptr) {
-        m_pCommand->PreRedraw();
+    if (CCommandOperation* op = CurrentTool()) {
+        op->PreRedraw();
     }
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnSetCursor(CWnd* wnd, unsigned int nHitTest,
                                                                      unsigned int message) {
-    if (IsRunning()) {
-        return m_pCommand->OnSetCursor(wnd, nHitTest, message);
+    const CEventScope scope(m_Events);
+    if (CCommandOperation* op = RunningTool()) {
+        return op->OnSetCursor(wnd, nHitTest, message);
     }
     return OnDefaultSetCursor(wnd, nHitTest, message) == RS_Done ? RS_Done : RS_Continue;
 }
 
 void CCommandOperationManager::SetInEdit(int inEdit) {
-    if (m_pCommand != nullptr) {
-        m_pCommand->SetInEdit(inEdit);
+    const CEventScope scope(m_Events);
+    if (CCommandOperation* op = CurrentTool()) {
+        op->SetInEdit(inEdit);
     }
 }
 
 void CCommandOperationManager::SetOsnapMode(int mode) {
+    const CEventScope scope(m_Events);
     m_OsnapMode = mode;
-    if (m_pCommand != nullptr) {
-        m_pCommand->SetOsnapMode(mode);
+    if (CCommandOperation* op = CurrentTool()) {
+        op->SetOsnapMode(mode);
     }
 }
 
@@ -233,43 +231,39 @@ int CCommandOperationManager::DoCommand(CString word) {
     if (row == nullptr) {
         return 0;
     }
-    CCommandOperation* op = row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument());
-    KX_ADD_MEMORY(op);
+    const CKxAliveToken engine(m_Alive);
+    CToolOwner op = Registered(row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument()));
     switch (row->running) {
     case CommandRunning::Installed:
-        return SetCommand(op, 1);
-    case CommandRunning::AtOnce: {
-        const CToolOwner owner(op);
-        owner->Execute();
-        return 0;
-    }
-    case CommandRunning::AtOnceAndKept:
+        // Its edit box is a new child window, of which the view's host hears.
+        return engine.IsAlive() ? SetCommand(op.release(), 1) : 0;
+    case CommandRunning::AtOnce:
         op->Execute();
+        return 0;
+    case CommandRunning::AtOnceAndKept:
+        op.release()->Execute();
         return 0;
     }
     return 0;
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point) {
-    const CLifeWatch manager(this, nullptr);
+    FollowDocument();
+    const CKxAliveToken engine(m_Alive);
     {
-        CCommandOperation* op = new CCommandSelectObj(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
-        KX_ADD_MEMORY(op);
-        const CToolOwner select(op);
+        const CToolOwner select = Registered(new CCommandSelectObj(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument));
         if (select->OnLButtonDown(nFlags, point) != RS_Continue) {
             // An object has just been selected: no grip is taken by the same click.
             return RS_Continue;
         }
     }
-    if (manager.IsGone()) {
+    if (!engine.IsAlive()) {
         return RS_Continue;
     }
-    CCommandOperation* op = new CCommandSelectGripPoint(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument);
-    KX_ADD_MEMORY(op);
-    CToolOwner grip(op);
+    CToolOwner grip = Registered(new CCommandSelectGripPoint(m_pWnd, m_pGraphic, m_pCoordTran, m_pDocument));
     const ResultState taken = grip->OnLButtonDown(nFlags, point);
-    if (taken != RS_Continue && !manager.IsGone()) {
-        CheckResultState(grip.Release(), taken);
+    if (taken != RS_Continue && engine.IsAlive()) {
+        CheckResultState(grip.release(), taken);
     }
     return RS_Continue;
 }
@@ -283,20 +277,28 @@ CCommandOperation::ResultState CCommandOperationManager::OnDefaultSetCursor(CWnd
 }
 
 int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
-    CToolOwner owner(op);
-    if (!MakeRoom(false)) {
-        return 0;
+    if (op != m_pCommand) {
+        CToolOwner owner(op);
+        if (!MakeRoom(false)) {
+            return 0;
+        }
+        m_pCommand = owner.release();
     }
     m_InCommand = inCommand;
-    m_pCommand = owner.Release();
-    op->SetOsnapMode(m_OsnapMode);
+    if (op != nullptr) {
+        const CEventScope scope(m_Events);
+        op->SetOsnapMode(m_OsnapMode);
+    }
     m_GripPoints.RemoveAll();
     return 1;
 }
 
 void CCommandOperationManager::CheckResultState(ResultState state) {
     if (state != RS_Continue && state != RS_Capture) {
-        const CToolOwner ended(TakeOutCommand());
+        const CEventScope scope(m_Events);
+        if (CCommandOperation* ended = TakeOutCommand()) {
+            ended->m_Edit.DestroyWindow();
+        }
     }
 }
 
@@ -304,31 +306,61 @@ void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultSta
     if (state != RS_Capture) {
         return;
     }
-    CToolOwner owner(op);
-    if (MakeRoom(true)) {
-        m_InCommand = 1;
-        m_pCommand = owner.Release();
+    if (op != m_pCommand) {
+        CToolOwner owner(op);
+        if (!MakeRoom(true)) {
+            return;
+        }
+        m_pCommand = owner.release();
     }
+    m_InCommand = 1;
+}
+
+CCommandOperation* CCommandOperationManager::CurrentTool() {
+    FollowDocument();
+    if (m_pCommand != nullptr) {
+        m_pCommand->FollowDocument();
+        if (m_pCommand->HasLostObject()) {
+            // Without Cancel, which may touch the objects.
+            TakeOutCommand();
+        }
+    }
+    return m_pCommand;
+}
+
+CCommandOperation* CCommandOperationManager::RunningTool() {
+    CCommandOperation* op = CurrentTool();
+    return m_InCommand != 0 ? op : nullptr;
 }
 
 CCommandOperation* CCommandOperationManager::TakeOutCommand() {
-    // Before it is cancelled or deleted: either may send messages, and what runs there finds no tool that is ending.
+    // Before it is cancelled, or its edit box destroyed: either may send messages, and what runs there finds no tool
+    // that is ending.
     CCommandOperation* op = m_pCommand;
     m_InCommand = 0;
     m_pCommand = nullptr;
+    if (op != nullptr) {
+        op->m_Alive.End();
+        m_Events->ended.emplace_back(op);
+    }
     return op;
 }
 
 bool CCommandOperationManager::MakeRoom(bool byOnCancel) {
-    const CLifeWatch manager(this, nullptr);
-    // A host may answer the end of a tool by starting another one: that one has to go as well.
-    while (!manager.IsGone() && m_pCommand != nullptr) {
-        const CToolOwner ended(TakeOutCommand());
+    const CKxAliveToken engine(m_Alive);
+    // A host may answer the end of a tool by starting another one, which has to go too.
+    while (engine.IsAlive() && m_pCommand != nullptr) {
+        const CEventScope scope(m_Events);
+        if (CurrentTool() == nullptr) {
+            break;
+        }
+        CCommandOperation* ended = TakeOutCommand();
         if (byOnCancel) {
             ended->OnCancel();
         } else {
             ended->Cancel();
         }
+        ended->m_Edit.DestroyWindow();
     }
-    return !manager.IsGone();
+    return engine.IsAlive();
 }

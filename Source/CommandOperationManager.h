@@ -4,20 +4,24 @@
 
 #include "CommandOperation.h"
 
+#include <memory>
+
+struct CEngineEvents;
+
 // One for each view. Owns the running tool, the rubber band, the tracked grips and the assistant lines.
 class NRVECTORVIEW_API CCommandOperationManager : public CCommandOperation {
     DECLARE_DYNAMIC(CCommandOperationManager)
 public:
     CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                              CGraphicDocument* document);
-    // A running tool is not deleted here, and nobody deletes it afterwards: a host that ends a view or its engine in
-    // the middle of a command calls Cancel first, or the tool stays allocated.
+    // Does not free a running tool, nor does anything else afterwards: a host that frees a view, or replaces its
+    // engine, while a command runs calls Cancel first, or the tool stays allocated and registered.
     ~CCommandOperationManager() override;
 
     // ---- Events; the view gives client pixels, and all but OnMButtonDown turn them into drawing units ----
 
     void Execute() override;
-    // Breaks the running tool off and deletes it.
+    // Breaks the running tool off and frees it; inside an event of this engine, at the end of the outermost one.
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnLButtonUp(unsigned int nFlags, CGePoint2d point) override;
@@ -43,10 +47,12 @@ public:
     // The click with no tool running; drawing units.
     virtual ResultState OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point);
     virtual ResultState OnDefaultSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message);
-    // Cancels and deletes the running tool and takes over `op`; gives 1. `inCommand` 0 holds it without giving it
-    // events. 0 when this object went with the old tool: `op` is freed then.
+    // Cancels and frees the running tool and takes over `op`; gives 1. `inCommand` 0 holds it without giving it events.
+    // 0 when this object was freed by what the old tool's end set off: `op` is freed then. The running tool itself may
+    // be given again: only `inCommand` changes then.
     int SetCommand(CCommandOperation* op, int inCommand);
-    // Ends the running tool for any state but RS_Continue and RS_Capture. The tool is deleted in here.
+    // Ends the running tool for any state but RS_Continue and RS_Capture, without Cancel, and frees it; inside an event
+    // of this engine, at the end of the outermost one.
     void CheckResultState(ResultState state);
     // Installs a temporary tool that asks for it with RS_Capture; otherwise `op` stays the caller's.
     void CheckResultState(CCommandOperation* op, ResultState state);
@@ -63,24 +69,29 @@ public:
     int GetDrawObjLatus() { return m_DrawObjLatus; }
 
 protected:
-    // Lets `point` follow tracked grips that stand in the cursor's pixel column or row; nonzero when it took anything.
+    // Lets `point` follow tracked grips that lie in the cursor's pixel column or row; nonzero when it took anything.
     int GetInTrackGripPoint(CPoint cursor, CGePoint2d& point);
 
 private:
-    bool IsRunning() const { return m_InCommand != 0 && m_pCommand != nullptr; }
     // The drawing point under client pixels, an ordinary point.
     CGePoint2d ToDrawing(const CGePoint2d& pixel) const;
-    // Leaves no tool running; the caller deletes what it gets.
+    // The one place where a tool is looked at before it gets anything: one whose drawing objects have been freed is
+    // dropped without a word. Null when there is none.
+    CCommandOperation* CurrentTool();
+    // The current tool, if it gets events.
+    CCommandOperation* RunningTool();
+    // Leaves no tool running. The tool is freed when the outermost event scope closes; null when none was running.
     CCommandOperation* TakeOutCommand();
-    // Cancels and deletes the running tool, by Cancel or OnCancel, and whatever a host starts in return. False when
-    // this object went with them.
+    // Cancels and frees the running tool, by Cancel or OnCancel, and every one that a host starts in return. False when
+    // this object was freed meanwhile.
     bool MakeRoom(bool byOnCancel);
     CRect ClientRect() const;
 
-    int m_InCommand = 0; // Nonzero while events go to m_pCommand.
+    int m_InCommand = 0; // Nonzero while m_pCommand gets the events.
     int m_DrawObjLatus = 0;
     HCURSOR m_hDefaultCursor;
     CGePointArray m_GripPoints;                // Tracked, in the order of first hit; drawing units.
-    CArray<CPoint, CPoint&> m_AssistantPoints; // Standing lines, two entries each, in client pixels.
+    CArray<CPoint, CPoint&> m_AssistantPoints; // The lines on the window, two entries each, in client pixels.
     CGePoint2d m_MButtonPoint;                 // Last position of the pan, in client pixels.
+    std::shared_ptr<CEngineEvents> m_Events;
 };

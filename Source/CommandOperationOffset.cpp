@@ -15,10 +15,7 @@ void CCommandOperationOffset::Execute() {
         KeepFormerState();
         m_pObject->transformBy(CGeMatrix2d::translation(v));
     }
-    // The window is taken first: the next call deletes this tool.
-    HWND window = m_pWnd->GetSafeHwnd();
     EndRunningOperation();
-    RequestRedrawOf(window);
 }
 
 void CCommandOperationOffset::Cancel() {
@@ -73,6 +70,7 @@ void CCommandOperationOffset::Pick(const CGePoint2d& point) {
             continue;
         }
         m_pObject = object;
+        Hold(object);
         object->SetDrawState(CDrawable::Selected);
         RequestRedraw();
         m_pDocument->AddSelected(object);
@@ -82,8 +80,8 @@ void CCommandOperationOffset::Pick(const CGePoint2d& point) {
 }
 
 void CCommandOperationOffset::KeepFormerState() {
-    // Owned here until the drawing has it: a host's kind may refuse to be read. Not entered with the leak tracer,
-    // unlike the system's other objects.
+    // Owned here until the drawing has it: reading a host's kind may throw. Not registered with the leak tracer, unlike
+    // the system's other objects.
     std::unique_ptr<CDrawable> former(static_cast<CDrawable*>(m_pObject->GetRuntimeClass()->CreateObject()));
     if (former == nullptr) {
         return;
@@ -114,7 +112,8 @@ void CCommandOperationOffset::GetOffsetMatrix(CGeMatrix2d& out, CGePoint2d point
 }
 
 void CCommandOperationOffset::DoOffsetPreview(CGePoint2d point) {
-    // The object is not shown at its new place: the matrix is asked for, as derived commands expect, and dropped.
+    // The object is not shown at its new place: the matrix is computed for derived commands that override
+    // GetOffsetMatrix, and not used.
     CGeMatrix2d matrix;
     GetOffsetMatrix(matrix, point);
     ErasShirrLine();

@@ -7,8 +7,8 @@
 
 class CPLine;
 
-// The offset is defined for a polyline of two vertices. For every other object the clicks run their course, and copy
-// and object end in one place.
+// The offset is defined for a polyline of two vertices. For every other object the clicks have the same
+// effect with a distance of zero: copy and object lie at one place.
 //
 // | m_pObject | event        | action                                                     | result     |
 // |-----------|--------------|------------------------------------------------------------|------------|

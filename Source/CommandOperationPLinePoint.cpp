@@ -53,7 +53,7 @@ CCommandOperation_PLine_AddPoint::CCommandOperation_PLine_AddPoint(CWnd* wnd, CV
                                                                    CVectorViewCoordTran* tran,
                                                                    CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document) {
-    m_hCursor = nullptr; // The base's is a shared one, which needs no giving back.
+    m_hCursor = nullptr; // The base has loaded a shared one, which needs no DestroyCursor.
 }
 
 CCommandOperation_PLine_AddPoint::~CCommandOperation_PLine_AddPoint() {

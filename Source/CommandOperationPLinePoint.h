@@ -19,7 +19,7 @@ public:
     ~CCommandOperation_PLine_AddPoint() override;
 
     void Execute() override {}
-    // The click becomes a vertex behind the start of the segment hit.
+    // The click becomes a vertex after the start of the segment hit.
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }
@@ -38,8 +38,8 @@ public:
     ~CCommandOperation_PLine_RemovePoint() override;
 
     void Execute() override {}
-    // The vertex nearest to the click goes, as long as three remain. Raises the invalid-argument exception when all of
-    // them are a million units away or more.
+    // Removes the vertex nearest to the click, as long as three remain. Raises the invalid-argument exception when all
+    // of them are a million units away or more.
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }

@@ -4,7 +4,8 @@
 
 #include "CommandOperation.h"
 
-// Thinks in client pixels: the drawing point under a pixel changes with the pan itself. Nothing changes the view back.
+// Works in client pixels, because the drawing point under a pixel changes with the pan itself. The end of the command
+// leaves the view where it is.
 //
 // | event                     | action                     | result      |
 // |---------------------------|----------------------------|-------------|

@@ -8,8 +8,8 @@ IMPLEMENT_DYNAMIC(CCommandOperationRotateText, CCommandOperation)
 
 void CCommandOperationRotateText::Execute() {
     CDlgSetAngle dialog(nullptr);
-    const CLifeWatch watch(this);
-    if (dialog.DoModal() != IDOK || watch.IsGone()) {
+    const CKxAliveToken engine = EngineAlive();
+    if (dialog.DoModal() != IDOK || !GoesOn(engine)) {
         return;
     }
     const CDrawableArray& selected = *m_pDocument->GetSelectedDrawableObjs();

@@ -13,6 +13,9 @@ CCommandOperationTrans::CCommandOperationTrans(CWnd* wnd, CVectorGraphic* graphi
                                                CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document) {
     m_Objects.Copy(*graphic->GetDocument()->GetSelectedDrawableObjs());
+    for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
+        Hold(m_Objects[i]);
+    }
 }
 
 // ---- Events --------------------------------------------------------------------------------------------------------
@@ -25,10 +28,10 @@ CCommandOperation::ResultState CCommandOperationTrans::OnLButtonDown(unsigned in
         return RS_Capture;
     }
     DoTransPreview(point);
-    const CLifeWatch watch(this);
+    const CKxAliveToken running(m_Alive);
     const int answer = AfxMessageBox(L"是否保留原对象?", MB_YESNO, 0);
-    if (watch.IsGone()) {
-        // While the question stood, a host has started another command.
+    if (!GoesOn(running)) {
+        // While the question was open, a host has started another command, or freed the objects.
         return RS_Continue;
     }
     if (answer == IDYES) {
@@ -47,8 +50,8 @@ CCommandOperation::ResultState CCommandOperationTrans::OnMouseMove(unsigned int 
 }
 
 CCommandOperation::ResultState CCommandOperationTrans::OnRButtonDown(unsigned int, CGePoint2d) {
-    // Before the base point the memory is empty, and with a selection its end raises: nothing here catches that, and
-    // the tool goes on running.
+    // Before the base point the memory is empty, and with a selection reading it raises CArchiveException: nothing here
+    // catches that, and the tool stays the running one.
     m_Memory.Restore(m_Objects);
     RequestRedraw();
     return RS_Done;
@@ -81,8 +84,8 @@ void CCommandOperationTrans::InvertObjects() {
 }
 
 void CCommandOperationTrans::KeepOriginals() {
-    // Written from the side of the moved objects: these are in their new place, and what is made anew stands at the
-    // old one. The new objects, unlike all others, are not entered with the leak tracer, and have the same numbers.
+    // The existing objects are at their new place, and new objects take the old one. The new objects, unlike all
+    // others, are not registered with the leak tracer, and have the same m_ID as the ones that they were read from.
     CDrawableArray originals;
     for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
         auto* original = static_cast<CDrawable*>(m_Objects[i]->GetRuntimeClass()->CreateObject());
@@ -93,8 +96,8 @@ void CCommandOperationTrans::KeepOriginals() {
     for (INT_PTR i = 0; i < originals.GetSize(); ++i) {
         CDrawable* original = originals[i];
         if (original == nullptr) {
-            // A kind of the host's own that cannot be made by its class: it gets no second object, and what lies behind
-            // it in the memory cannot be told apart.
+            // A host's own kind that its class record cannot create: it gets no second object, and where the next
+            // object begins in the memory is unknown.
             for (INT_PTR rest = i + 1; rest < originals.GetSize(); ++rest) {
                 delete originals[rest];
             }

@@ -5,8 +5,8 @@
 #include "CommandOperation.h"
 #include "ObjectMemory.h"
 
-// The objects themselves move: each step reads them back from the restore point and transforms them anew, so that no
-// error adds up. Broken off by another command they stay where the last move put them.
+// The objects themselves move: each step reads them back from the restore point and transforms them again, so that
+// no error adds up. When another command breaks this one off, they stay where the last move put them.
 //
 // | m_Step | event        | action                                                   | result      |
 // |--------|--------------|----------------------------------------------------------|-------------|

@@ -14,10 +14,7 @@ void CCommandSelectGripPoint::Execute() {
         m_Memory.Restore(m_pObject);
         MoveGrip(target - m_GripPoint);
     }
-    // The window is taken first: the next call deletes this tool.
-    HWND window = m_pWnd->GetSafeHwnd();
     EndRunningOperation();
-    RequestRedrawOf(window);
 }
 
 void CCommandSelectGripPoint::Cancel() {
@@ -77,7 +74,8 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnRButtonDown(unsigned i
 }
 
 int CCommandSelectGripPoint::OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d) {
-    // The index counts in the search's own mask. Under another mask than 5 it may mean another grip; so be it.
+    // `gripIndex` counts the grips of the search's mask, m_GripIndex those of mask 5: under another mask the veto may
+    // meet another grip of the object.
     return object == m_pObject && gripIndex == m_GripIndex ? 0 : 1;
 }
 
@@ -97,6 +95,7 @@ CCommandOperation::ResultState CCommandSelectGripPoint::TakeGrip(const CGePoint2
                 continue;
             }
             m_pObject = object;
+            Hold(object);
             m_GripIndex = static_cast<int>(g);
             m_GripPoint = grips[g];
             m_Memory.Store(m_pObject);

@@ -6,7 +6,7 @@
 #include "ObjectMemory.h"
 
 // Click, move, click: nothing happens on a release. The object itself stays as it is until the finishing click; what
-// moves is the band, the edit box and the marker, with the object inverted where it stands.
+// moves is the band, the edit box and the marker, and the object is drawn inverted at its unchanged place.
 //
 // | m_pObject | event        | action                                                     | result                    |
 // |-----------|--------------|------------------------------------------------------------|---------------------------|
@@ -24,7 +24,7 @@ public:
 
     // Confirms the typed distance in the direction of the last mouse move, without the ortho lock. Ends the tool.
     void Execute() override;
-    // When another tool takes over: the selection goes, the object stays as it is.
+    // When another tool takes over: clears the selection and leaves the object as it is.
     void Cancel() override;
     // Takes a grip (RS_Capture, or RS_Continue when none is there), then drops it (RS_Done).
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;

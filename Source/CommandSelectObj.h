@@ -16,6 +16,6 @@ public:
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
-    // The place of the manager's middle button; nothing calls it here.
+    // Declared for the order of the virtual operations; nothing calls it.
     virtual ResultState OnMButtonDown(unsigned int, CGePoint2d) { return RS_Continue; }
 };

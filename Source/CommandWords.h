@@ -7,8 +7,8 @@
 
 enum class CommandRunning {
     Installed,    // Becomes the running tool.
-    AtOnce,       // Executed and deleted; the running tool stays.
-    AtOnceAndKept // Executed and neither installed nor deleted: the required life of "rotatetext".
+    AtOnce,       // Executed and freed; the running tool stays.
+    AtOnceAndKept // Executed and neither installed nor freed: "rotatetext" stays allocated.
 };
 
 enum class CommandMenu { Draw, Edit };

@@ -40,8 +40,16 @@ int CDialog_DrawAbleProperty::Create(unsigned int id, CWnd* parent) {
 
 // ---- The object shown ----------------------------------------------------------------------------------------------
 
-void CDialog_DrawAbleProperty::SetObject(CDrawable* object) {
+void CDialog_DrawAbleProperty::Remember(CDrawable* object) {
     m_pObject = object;
+    m_ObjectAlive.reset();
+    if (object != nullptr) {
+        m_ObjectAlive.emplace(object->GetAlive());
+    }
+}
+
+void CDialog_DrawAbleProperty::SetObject(CDrawable* object) {
+    Remember(object);
     if (m_hWnd != nullptr && IsWindowVisible()) {
         LoadObject(m_pObject);
     }
@@ -50,7 +58,7 @@ void CDialog_DrawAbleProperty::SetObject(CDrawable* object) {
 void CDialog_DrawAbleProperty::LoadObject(CDrawable* object) {
     CString title = kTitle;
     if (object != nullptr) {
-        m_pObject = object;
+        Remember(object);
         m_Property.Clear();
         object->GetProperty(m_Property);
         m_Grid.SetRowCount(m_Property.GetSize());
@@ -65,11 +73,15 @@ void CDialog_DrawAbleProperty::LoadObject(CDrawable* object) {
         SetWindowText(title);
     }
     m_Grid.SetRowCount(0);
-    m_pObject = nullptr;
+    Remember(nullptr);
 }
 
 void CDialog_DrawAbleProperty::ApplyToObject() {
     if (m_pObject == nullptr) {
+        return;
+    }
+    if (GetObject() == nullptr) {
+        LoadObject(nullptr);
         return;
     }
     m_pObject->SetProperty(m_Property);

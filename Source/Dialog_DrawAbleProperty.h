@@ -4,8 +4,11 @@
 
 #include "DrawableProperty.h"
 
+#include <KxAlive.h>
 #include <KxSheetGrid.h>
 #include <afxwin.h>
+
+#include <optional>
 
 class CDrawable;
 
@@ -19,7 +22,8 @@ public:
     // Modeless; `id` is the template.
     int Create(unsigned int id, CWnd* parent) override;
     // What a click on an object calls: shows it when the window is there and visible. Not owned: whoever frees the
-    // object calls LoadObject with null first.
+    // object calls LoadObject with null first. If not, its rows stay until the next edit, which then empties the
+    // dialog.
     void SetObject(CDrawable* object);
     // Fills the rows; null empties them.
     void LoadObject(CDrawable* object);
@@ -27,7 +31,8 @@ public:
     void ApplyToObject();
     // The window to repaint after an edit; none at first.
     void SetView(CWnd* view) { m_pView = view; }
-    CDrawable* GetObject() const { return m_pObject; }
+    // Null also when the object has been freed.
+    CDrawable* GetObject() const { return m_ObjectAlive && m_ObjectAlive->IsAlive() ? m_pObject : nullptr; }
 
     BOOL PreTranslateMessage(MSG* msg) override;
 
@@ -47,6 +52,7 @@ protected:
 private:
     using CDialog::Create;
 
+    void Remember(CDrawable* object);
     void FitGrid(int cx, int cy);
     // Row i of the grid is row i of the object. Empty outside the rows.
     CString GetRowLabel(int row) const;
@@ -57,4 +63,5 @@ private:
     CSheetGridCtrl m_Grid;
     CDrawableProperty m_Property;
     CDrawable* m_pObject = nullptr;
+    std::optional<CKxAliveToken> m_ObjectAlive; // Of m_pObject; none for null.
 };

@@ -44,6 +44,9 @@ public:
     // Objects that only leave the list change nothing here.
     unsigned long long GetGeneration() const { return m_Generation; }
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
+    // For whoever keeps a pointer to the document while its owner may free it: the token tells whether that has
+    // happened.
+    CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
 
     // ---- Editing ----
 
@@ -67,7 +70,9 @@ public:
     void removeCurrentObject() { m_pCurrentObject = nullptr; }
     // An older interface: a line by layer from (x1, y1) to (x2, y2); the first six arguments are ignored.
     CLine* AddLine(short, short, float, float, short, int, float x1, float y1, float x2, float y2);
-    // Frees the objects. The net, the current slot, layers, background and mapping stay; end a running command first.
+    // Frees the objects. The net, the current slot, layers, background and mapping stay. End a running command first:
+    // one that holds an object of the drawing gets no further event otherwise, and is freed without Cancel by the next
+    // one.
     void Reset();
 
     // ---- Colours ----
@@ -116,4 +121,5 @@ private:
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
     unsigned long long m_Generation;
+    CKxAlive m_Alive;
 };

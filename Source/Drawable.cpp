@@ -26,6 +26,13 @@ DWORD LayerColor(const CLayerInfo& layer) {
 
 } // namespace
 
+CKxAliveToken CDrawable::GetAlive() {
+    if (m_Alive == nullptr) {
+        m_Alive = std::make_unique<CKxAlive>();
+    }
+    return CKxAliveToken(*m_Alive);
+}
+
 // ---- Geometry and queries ------------------------------------------------------------------------------------------
 
 void CDrawable::getGripPoints(CGePointArray&, int) {}

@@ -9,7 +9,10 @@
 #include "Serialable.h"
 #include "VectorViewCoordTran.h"
 
+#include <KxAlive.h>
 #include <afxtempl.h>
+
+#include <memory>
 
 using CGePointArray = CArray<CGePoint2d, CGePoint2d&>;
 using CIndexArray = CArray<int, int&>;
@@ -92,6 +95,9 @@ public:
 
     void Serialize(CArchive& ar) override;
 
+    // For whoever keeps a pointer to the object while its owner may free it: the token tells whether that has happened.
+    CKxAliveToken GetAlive();
+
 protected:
     // The attributes as they stand at this moment, by-layer values looked up. Draw asks these and nothing else.
     DWORD InnerGetPenColor(CDrawGeometry* pGeom);
@@ -120,4 +126,7 @@ protected:
     int m_IsShow = 1;
     enum DrawState m_DrawState = Normal;
     int m_CanBeSelect = 1;
+
+private:
+    std::unique_ptr<CKxAlive> m_Alive; // Made when first asked for: of a large drawing few objects are.
 };

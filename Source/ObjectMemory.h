@@ -6,8 +6,8 @@
 
 #include <afx.h>
 
-// The objects' own Serialize is the undo, so reading back runs their own rules of loading: the segment colours of a
-// polyline go, a text box narrower than its font is repaired.
+// The objects' own Serialize is the undo, so reading back applies their rules of loading: a polyline loses its segment
+// colours, a text box narrower than its font is made wider.
 class CObjectMemory : public CMemFile {
 public:
     CObjectMemory();

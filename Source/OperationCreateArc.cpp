@@ -43,8 +43,8 @@ CCommandOperation::ResultState COperationCreateArc::OnMouseMove(unsigned int nFl
         DrawShirrLine(point, point);
         break;
     case 1:
-        // The band to the first point is taken off before anyone sees it: only assistant lines stand in this state.
-        // The calls are kept in this order for those who record them.
+        // The band from the first point is drawn and erased at once, so only assistant lines are visible in this state.
+        // The sequence of drawing calls is part of the required behaviour.
         DrawShirrLine(m_CenterPoint, point);
         ErasShirrLine();
         DrawShirrLine(point, point);

@@ -11,7 +11,7 @@ IMPLEMENT_DYNAMIC(COperationCreateCircle, COperationCreateObjAb)
 
 namespace {
 
-// In single precision from end to end: circles drawn by hand are stored with such a radius.
+// Computed in single precision throughout.
 double RadiusTo(const CGePoint2d& center, const CGePoint2d& point) {
     const float dx = static_cast<float>(center.x - point.x);
     const float dy = static_cast<float>(center.y - point.y);

@@ -35,5 +35,5 @@ protected:
     void KeepCurrentObject();
 
     CGePoint2d m_CenterPoint; // The first click.
-    int m_ObjectDrawn = 0;    // The object stands inverted on the window.
+    int m_ObjectDrawn = 0;    // The object is drawn inverted on the window.
 };

@@ -102,13 +102,13 @@ void COperationCreateLabel::SetHeight(const CGePoint2d& point) {
     const CGeVector2d w = point - m_SecondPoint;
     const double a1 = u.angle();
     const double a2 = w.angle();
-    // Across the zero direction the difference passes the half turn: its sine turns negative, the side is the other
-    // one, and the two cancel out.
+    // With the two directions on either side of the zero direction the difference exceeds the half turn: the sine is
+    // negative and r points to the other side, and the two signs cancel out.
     const bool clockwise = a1 > a2;
     const CGeVector2d r = u.rotateBy(clockwise ? -kQuarterTurn : kQuarterTurn);
     const double t = clockwise ? a1 - a2 : a2 - a1;
-    // The second point itself, where the pointer stands right after its click, lies on the measured line, though no
-    // angle leads there.
+    // The second point itself, where the pointer is right after its click, lies on the measured line, but the vector to
+    // it has no angle.
     const double distance = m_SecondPoint.distance(point);
     const double h = distance > 0.0 ? std::sin(t) * distance : 0.0;
     Label()->SetLeftLabel(m_FirstPoint, m_FirstPoint + r.normal() * h);

@@ -39,11 +39,11 @@ protected:
 private:
     CKXVectorLabel* Label();
     void DrawLabel();
-    // The dimension line goes through the point, parallel to the measured line.
+    // Moves the dimension line so that it passes through the point, parallel to the measured line.
     void SetHeight(const CGePoint2d& point);
 
     CGePoint2d m_FirstPoint;  // Left end.
     CGePoint2d m_SecondPoint; // Right end.
-    int m_ObjectDrawn = 0;    // The label was drawn by inversion; nothing reads it.
+    int m_ObjectDrawn = 0;    // Set when the label was drawn by inversion; nothing reads it.
     COLORREF m_LabelColor = 0xFFFFFF;
 };

@@ -40,6 +40,7 @@ int COperationCreateObjAb::AddCurrentObjectToDocument() {
     if (m_pCurrentObject == nullptr) {
         return 0;
     }
+    Hold(m_pCurrentObject);
     m_pDocument->AddCurrentObject(m_pCurrentObject);
     return 1;
 }

@@ -29,7 +29,7 @@ protected:
     // Called on each new object before its geometry is set: gives it the document's foreground colour.
     virtual void OnCreateObject(CDrawable* object);
 
-    // The marker; when it stands on a snap point, that point becomes a tracked one.
+    // Moves the marker; when it is on a snap point, that point becomes a tracked one.
     void MoveMarkerAndTrack(unsigned int nFlags, const CGePoint2d& point);
     // Clears the current slot and frees the object being built.
     void DiscardCurrentObject();

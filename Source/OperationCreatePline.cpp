@@ -24,7 +24,7 @@ void COperationCreatePline::Execute() {
     AddVertex(p);
     m_PrevPoint = p;
     if (PlaceEditBox(m_PrevPoint, p, m_MoveVector)) {
-        // Given to the document at once, and still being built: the next vertices go to the same object.
+        // Added to the document at once, and still being built: the next vertices are added to the same object.
         KeepPolyline();
     }
 }

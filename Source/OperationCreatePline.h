@@ -14,8 +14,8 @@ class CPLine;
 // | 0            | left button  | the polyline is made and shown; its first vertex            | RS_Continue |
 // | 1 and more   | move         | ortho; marker; edit box; band; none while typing            | RS_Continue |
 // | 1 and more   | left button  | ortho; marker off; one more vertex                          | RS_Continue |
-// | 1 and more   | Execute      | one more vertex by the typed length; goes to the document   | stays       |
-// | any          | right button | band off; what there is goes to the document                | RS_Done     |
+// | 1 and more   | Execute      | one more vertex by the typed length; added to the document  | stays       |
+// | any          | right button | band off; what there is is added to the document            | RS_Done     |
 // | any          | Cancel       | the same: another command does not throw the polyline away  | ended       |
 class COperationCreatePline : public COperationCreateObjAb {
     DECLARE_DYNAMIC(COperationCreatePline)
@@ -37,7 +37,7 @@ public:
 private:
     void StartPolyline();
     void AddVertex(CGePoint2d point);
-    // Gives the polyline to the document, clears the current slot and repaints. Nothing to give is ignored there.
+    // Adds the polyline, if there is one, to the document, clears the current slot and repaints.
     void KeepPolyline();
     CPLine* Polyline();
 
@@ -45,5 +45,5 @@ private:
     CGePoint2d m_PrevPoint;
     CGeVector2d m_MoveVector; // Cursor minus last vertex, for a typed length.
     DWORD m_Color = 0xFFFFFFFF;
-    int m_AddFront = 1; // The finished polyline goes to the very bottom.
+    int m_AddFront = 1; // Nonzero: the finished polyline is put at the bottom of the drawing order.
 };

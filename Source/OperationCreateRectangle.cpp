@@ -10,8 +10,8 @@ IMPLEMENT_DYNAMIC(COperationCreateRectangle, COperationCreateObjAb)
 // ---- Events --------------------------------------------------------------------------------------------------------
 
 void COperationCreateRectangle::Cancel() {
-    // The sides of a rectangle that is broken off are neither added nor freed: that is their required life, and the
-    // leak tracer lists them.
+    // The sides of a rectangle that is broken off are neither added nor freed: they stay allocated, and the leak tracer
+    // lists them.
     DiscardCurrentObject();
 }
 
@@ -32,8 +32,8 @@ CCommandOperation::ResultState COperationCreateRectangle::OnLButtonDown(unsigned
         OnCreateObject(side);
     }
     SetSides(point);
-    // Nothing sets the sides back to Normal: they go on being drawn by inversion, with a solid pen, until a selection
-    // changes their state. It is required so: files hold the sides in that state, and look the same when loaded.
+    // Nothing sets the sides back to Normal: they are drawn by inversion, with a solid pen, until a selection changes
+    // their state. Files store that state too.
     for (CLine* side : m_Lines) {
         m_pDocument->AddDrawAobject(side);
     }
@@ -64,8 +64,8 @@ CCommandOperation::ResultState COperationCreateRectangle::OnRButtonDown(unsigned
 // ---- The sides -----------------------------------------------------------------------------------------------------
 
 void COperationCreateRectangle::ErasShirrLine() {
-    // The base's erasure is left out on purpose: the diagonal of a rectangle that is broken off stays on the window
-    // until something else is drawn there.
+    // The base's operation is not called: the diagonal of a rectangle that is broken off stays on the window until the
+    // next band or repaint.
     if (m_PreviewDrawn != 0) {
         m_PreviewDrawn = 0;
         InvertSides();

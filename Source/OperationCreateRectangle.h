@@ -25,7 +25,7 @@ public:
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    // Takes off the sides and not the band: that one goes with the next band or the next repaint.
+    // Erases the sides and not the band, which the next band or the next repaint removes.
     void ErasShirrLine() override;
 
 private:
@@ -36,5 +36,5 @@ private:
 
     CGePoint2d m_FirstCorner;
     CLine* m_Lines[kSides] = {}; // From the first click on; owned until they are given to the document.
-    int m_PreviewDrawn = 0;      // The four sides stand inverted on the window.
+    int m_PreviewDrawn = 0;      // The four sides are drawn inverted on the window.
 };

@@ -14,11 +14,11 @@ void COperationCreateText::Cancel() {
 CCommandOperation::ResultState COperationCreateText::OnLButtonDown(unsigned int, CGePoint2d point) {
     m_LastPoint = point;
     ++m_ClickCount;
-    const CLifeWatch watch(this);
+    const CKxAliveToken running(m_Alive);
     CDialog_TextEdit dialog(nullptr);
     const INT_PTR answer = dialog.DoModal();
-    // While the dialog stood, a host may have started another command.
-    if (watch.IsGone() || answer != IDOK) {
+    // While the dialog was open, a host may have started another command.
+    if (answer != IDOK || !GoesOn(running)) {
         return RS_Continue;
     }
     CText* text = CreateTextObject();

@@ -14,5 +14,5 @@ NRVECTORVIEW_API CDialog_DrawAbleProperty* CreateDrawAbleProperty(CVectorView* v
 // Shows the dialog with the rows of the first selected object of `view`, or hides it.
 NRVECTORVIEW_API void ShowDrawAbleProperty(CDialog_DrawAbleProperty* dialog, CVectorView* view, int show);
 NRVECTORVIEW_API int IsDrawAblePropertyShown(CDialog_DrawAbleProperty* dialog);
-// Lets go of the object shown: to be called before a host frees objects itself. Null is ignored.
+// Empties the dialog, for example before a host frees the object that it shows. Null is ignored.
 NRVECTORVIEW_API void EmptyDrawAbleProperty(CDialog_DrawAbleProperty* dialog);

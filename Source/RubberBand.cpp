@@ -31,8 +31,8 @@ void CCommandOperationManager::DrawShirrLine(CPoint p1, CPoint p2, int erasing) 
     m_ShirrEnd = p2;
     const bool sameX = p1.x == p2.x;
     const bool sameY = p1.y == p2.y;
-    // An axis-parallel band runs dotted out to the edge of the window, so that it reads as a tracking line. A band of
-    // no length keeps the style of the one before it.
+    // An axis-parallel band is dotted and extended to the edge of the window, like a tracking line. A band of no length
+    // keeps the pen style of the one before it.
     if (!sameX && !sameY) {
         m_ShirrPenStyle = PS_SOLID;
     } else if (sameY && !sameX) {
@@ -61,7 +61,7 @@ void CCommandOperationManager::DrawShirrLine(CPoint p1, CPoint p2, int erasing) 
 
 void CCommandOperationManager::ErasShirrLine() {
     if (m_ShirrDrawn != 0) {
-        // Cleared first: the drawing asks for an erasure of its own, which must find nothing to do.
+        // Cleared first, because DrawShirrLine calls ErasShirrLine, which must find nothing to erase.
         m_ShirrDrawn = 0;
         DrawShirrLine(m_ShirrStart, m_ShirrEnd, 1);
         m_ShirrDrawn = 0;

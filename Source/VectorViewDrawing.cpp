@@ -19,15 +19,15 @@ namespace {
 constexpr short kParmTypePlain = 0;
 constexpr short kParmTypeSized = 2;
 
-// What a host's validation finds in the parameter: digits with at most one point, no sign.
+// The expression that a host's validation reads from the parameter: digits with at most one point, no sign.
 constexpr wchar_t kNumberExpression[] = L"^((\\d\\.?\\d*)|([1-9]\\d*\\.?\\d*))$";
 // A keyword and no pattern: a host knows by it the parameters made by AddParmTextForSS.
 constexpr wchar_t kShiShu[] = L"$shishu$";
 
-// Black in GDI+ form, where a COLORREF belongs. Hosts read it back, so it stays.
+// Black in GDI+ form (0xAARRGGBB), though the field is a COLORREF (0x00BBGGRR).
 constexpr DWORD kTextBackground = 0xFF000000;
 
-// Added to the measured text: drawing units, to a size in pixels; the two mix freely here.
+// Added to the size of the measured text: drawing units, although that size is in pixels.
 constexpr int kWideMargin = 50;
 constexpr int kHeightMargin = 5;
 
@@ -163,7 +163,7 @@ CDrawable* CVectorView::AddNetLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c,
 
 CDrawable* CVectorView::AddArc(CGePoint2d center, float radius, float start, float end, Gdiplus::Color c, CString parm,
                                CString msg, int lock, int redraw) {
-    // Centres are float here and in the file of old; a host that needs more digits sets them afterwards.
+    // The centre is narrowed to float here, as older files store it; a host that needs more digits sets it afterwards.
     auto* arc = Make<CArc>(c, Narrow(center), radius, start, end);
     Tag(arc, parm, msg, lock);
     return Enter(this, arc, redraw);
@@ -278,7 +278,7 @@ CDrawable* CVectorView::AddParmTextForSS(CGePoint2d p, CString& text, CString& n
 
 CDrawable* CVectorView::AddParmTextNoEdit(CGePoint2d p, CString& text, CString&, double, Gdiplus::Color c,
                                           double height, int redraw) {
-    // A plain text, with no name and with the default width: it looks like its neighbours and is none of them.
+    // A plain text with the default width, and not a parameter: the name is ignored.
     auto* obj = MakeText<CText>(p, text, c);
     obj->SetTextHeight(static_cast<float>(height));
     return Enter(this, obj, redraw);
@@ -305,7 +305,7 @@ CPLine* CVectorView::GetPLine_IsArc(CPoint p, int& segment) {
             continue;
         }
         if (auto* pline = DYNAMIC_DOWNCAST(CPLine, obj)) {
-            // Past a straight segment the search goes on, and `segment` keeps what it found there.
+            // After a straight segment the search continues, and `segment` keeps that segment's index.
             segment = pline->GetSelSelLine();
             if (pline->IsArc(segment) != 0) {
                 return pline;

@@ -56,7 +56,7 @@ CVectorView::CVectorView() {
 }
 
 CVectorView::~CVectorView() {
-    // The engine goes first, while the document lives.
+    // The engine is freed first, while the document still exists.
     FreeCommandOperationManager();
     if (m_pDlgDrawAbleProperty != nullptr && m_pDlgDrawAbleProperty->GetSafeHwnd() != nullptr) {
         m_pDlgDrawAbleProperty->SendMessage(WM_CLOSE);
@@ -89,36 +89,35 @@ int CVectorView::VectorPaint(CDC* dc) {
 
 int CVectorView::LoadFile(unsigned char* data, unsigned int size) {
     if (m_pDlgDrawAbleProperty != nullptr && data != nullptr && size != 0) {
-        // The object that it shows goes with the old drawing.
+        // The object that it shows is freed with the old drawing.
         m_pDlgDrawAbleProperty->LoadObject(nullptr);
     }
     return GetDocument()->OpenDocument(data, size);
 }
 
 void CVectorView::DoCommand(CString word) {
-    // Commands and files ask questions, and a host may close the window while one stands.
-    HWND window = m_hWnd;
-    const auto isGone = [&] { return window != nullptr && !IsBehind(window); };
-    if (auto* manager = DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager)) {
+    // Commands and files ask questions, and a host may close the window while one is open.
+    const CKxAliveToken alive(m_Alive);
+    if (CCommandOperationManager* manager = Manager()) {
         manager->DoCommand(word);
     }
-    if (isGone()) {
+    if (!alive.IsAlive()) {
         return;
     }
     if (word == L"open") {
         GetDocument()->OpenDocument();
-        if (isGone()) {
+        if (!alive.IsAlive()) {
             return;
         }
         RepaintAll();
     }
     if (word == L"save") {
         GetDocument()->DoFileSave();
-        if (isGone()) {
+        if (!alive.IsAlive()) {
             return;
         }
     }
-    // For every word, also an unknown one, also after a save: hosts ask their users at the end of a session.
+    // For every word, also an unknown one, and also after a save.
     GetDocument()->SetModifiedFlag(TRUE);
 }
 
@@ -139,8 +138,45 @@ void CVectorView::RepaintAll() {
     }
 }
 
-bool CVectorView::IsBehind(HWND window) const {
-    return window != nullptr && CWnd::FromHandlePermanent(window) == this;
+// ---- What the engine's tools ask of their window -------------------------------------------------------------------
+
+CCommandOperationManager* CVectorView::Manager() {
+    return DYNAMIC_DOWNCAST(CCommandOperationManager, m_pManager);
+}
+
+CCommandOperation* CVectorView::OperationEngine() {
+    return Manager();
+}
+
+bool CVectorView::IsOperationOrtho() {
+    CCommandOperationManager* manager = Manager();
+    return manager != nullptr && manager->GetDrawObjLatus() != 0;
+}
+
+void CVectorView::TrackOperationGrip(const CGePoint2d& point) {
+    if (CCommandOperationManager* manager = Manager()) {
+        manager->AddGripPoint(point);
+    }
+}
+
+void CVectorView::EndOperation() {
+    if (CCommandOperationManager* manager = Manager()) {
+        manager->CheckResultState(CCommandOperation::RS_Done);
+    }
+}
+
+void CVectorView::ShowOperationObject(CDrawable* object) {
+    if (m_pDlgDrawAbleProperty == nullptr) {
+        return;
+    }
+    if (object == nullptr) {
+        m_pDlgDrawAbleProperty->LoadObject(nullptr);
+        return;
+    }
+    m_pDlgDrawAbleProperty->SetObject(object);
+    if (m_pDlgDrawAbleProperty->GetSafeHwnd() != nullptr) {
+        ::InvalidateRect(m_pDlgDrawAbleProperty->m_hWnd, nullptr, TRUE);
+    }
 }
 
 // ---- Hooks ---------------------------------------------------------------------------------------------------------
@@ -155,7 +191,7 @@ int CVectorView::DrawSpecInfo(CDC*, int) {
 }
 
 void CVectorView::FreeCommandOperationManager() {
-    // Out of reach first: messages that come while it goes find no engine.
+    // Out of reach first: messages that come while it is being freed find no engine.
     CCommandOperation* manager = m_pManager;
     m_pManager = nullptr;
     if (manager != nullptr) {
@@ -189,20 +225,25 @@ void CVectorView::OnSize(UINT, int, int) {
 void CVectorView::OnPaint() {
     LPCTSTR failure = L"CVectorView::OnPaint() 错误";
     bool begun = false;
-    // Where the failure came before the paint had begun, the window still is invalid, and would paint and fail again
-    // below its own message box, box upon box.
+    // Where the failure came before the paint had begun, the window is still invalid: it would be painted again while
+    // its message box is open, and fail again.
+    const HWND window = m_hWnd;
     const auto validate = [&] {
         if (!begun) {
-            ::ValidateRect(m_hWnd, nullptr);
+            ::ValidateRect(window, nullptr);
         }
     };
+    // A failure of the drawing is shown in a message box of its own, and a host may free the view meanwhile.
+    const CKxAliveToken alive(m_Alive);
     try {
         PreRedrawEngine();
         CPaintDC paint(this);
         begun = true;
         CMemDC memory(&paint);
         m_Graphic.OnDraw(&memory, 1);
-        DrawSpecInfo(&memory, 1);
+        if (alive.IsAlive()) {
+            DrawSpecInfo(&memory, 1);
+        }
     } catch (CException* e) {
         validate();
         ReportPaintFailure(e, failure);
@@ -221,12 +262,12 @@ BOOL CVectorView::OnEraseBkgnd(CDC*) {
 
 template <class Call>
 LRESULT CVectorView::TellEngineThenDefault(Call call) {
-    HWND window = m_hWnd;
+    const CKxAliveToken alive(m_Alive);
     if (m_pManager != nullptr) {
         call();
     }
-    // A tool's question may have outlived its view.
-    return IsBehind(window) ? Default() : 0;
+    // A host may have destroyed the window meanwhile, or freed the view.
+    return alive.IsAlive() && m_hWnd != nullptr ? Default() : 0;
 }
 
 void CVectorView::OnLButtonDown(UINT nFlags, CPoint point) {
@@ -283,7 +324,7 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
         m_CoordTran.SetScale(cursor, static_cast<float>(newScale));
     }
     RepaintAll();
-    // The point of this message is in screen coordinates, and goes on as it is.
+    // The point of this message is in screen coordinates, and is passed on unconverted.
     return static_cast<BOOL>(
         TellEngineThenDefault([&] { m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point)); }));
 }

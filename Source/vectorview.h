@@ -5,6 +5,7 @@
 #include "CommandOperation.h"
 #include "Document.h"
 #include "GdiplusValues.h"
+#include "OperationHost.h"
 #include "VectorGraphic.h"
 
 #include <afxwin.h>
@@ -17,7 +18,7 @@ using CBulgeArray = CArray<double, double&>;
 
 // Owns mapping, painter, document and command engine. All of them exist before the window does, so a host can fill the
 // drawing first. Call it on the thread of its window only.
-class NRVECTORVIEW_API CVectorView : public CWnd {
+class NRVECTORVIEW_API CVectorView : public CWnd, public COperationHost {
     DECLARE_DYNAMIC(CVectorView)
 public:
     CVectorView();
@@ -74,7 +75,7 @@ public:
     CDrawable* AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, int redraw);
     CDrawable* AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, double height, int canSelect,
                        int redraw);
-    // Parameter texts. The double behind the strings is accepted and dropped.
+    // Parameter texts. The double after the strings is ignored.
     CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, int redraw);
     CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, double height,
                            int redraw);
@@ -100,7 +101,8 @@ protected:
     // At the end of each window paint, with the off-screen context and 1.
     virtual int DrawSpecInfo(CDC* dc, int n);
 
-    // Deregisters and deletes the engine. Until there is another one, messages go to the window's default alone.
+    // Deregisters and deletes the engine. Until there is another one, messages are given to the window's default
+    // processing alone.
     void FreeCommandOperationManager();
 
     // ---- Window messages ----
@@ -132,11 +134,18 @@ protected:
     CDialog_DrawAbleProperty* m_pDlgDrawAbleProperty = nullptr; // Nothing here assigns it; a derived view may.
 
 private:
+    // ---- What the engine's tools ask of their window ----
+
+    CCommandOperation* OperationEngine() override;
+    bool IsOperationOrtho() override;
+    void TrackOperationGrip(const CGePoint2d& point) override;
+    void EndOperation() override;
+    void ShowOperationObject(CDrawable* object) override;
+
+    CCommandOperationManager* Manager();
     void RepaintAll();
-    // Whether this object still is the one behind the window.
-    bool IsBehind(HWND window) const;
     void PreRedrawEngine();
-    // The call on the engine, if there is one, then the window's default, if there still is a window.
+    // The call on the engine, if there is one, then the window's default, if the window still is.
     template <class Call>
     LRESULT TellEngineThenDefault(Call call);
 };

@@ -229,7 +229,7 @@ void CSheetGridCtrl::SetDivider(int x) {
     }
 }
 
-// Moves the focus mark for the user and tells the parent. Returns 0 when the row stayed or the grid is gone.
+// Moves the focus mark for the user and tells the parent. Returns 0 when the row stayed or the window was destroyed.
 int CSheetGridCtrl::WalkTo(int row) {
     row = std::max(0, std::min(row, m_rowCount - 1));
     if (m_rowCount == 0 || row == m_current) {
@@ -237,10 +237,10 @@ int CSheetGridCtrl::WalkTo(int row) {
         return 0;
     }
     SetCurrentRow(row);
-    const HWND window = m_hWnd;
+    const CKxAliveToken alive(m_alive);
     CString none;
     Notify(SGN_SELCHANGED, row, 1, none);
-    return ::IsWindow(window) && m_current == row;
+    return alive.IsAlive() && m_current == row;
 }
 
 // ---- The edit of a cell
@@ -249,15 +249,18 @@ int CSheetGridCtrl::BeginEdit(int row) {
     if (m_hWnd == nullptr || !m_allowEdit || row < 0 || row >= m_rowCount) {
         return 0;
     }
-    const HWND window = m_hWnd;
+    const CKxAliveToken alive(m_alive);
     EndEdit(1);
-    if (!::IsWindow(window) || row >= m_rowCount) {
+    if (!alive.IsAlive() || row >= m_rowCount) {
         return 0;
     }
     SetCurrentRow(row);
     CString text = GetCellText(row, 1);
+    if (!alive.IsAlive()) {
+        return 0;
+    }
     CString offered = text;
-    if (Notify(SGN_BEGINEDIT, row, 1, offered) != 0 || !::IsWindow(window) || row >= m_rowCount) {
+    if (Notify(SGN_BEGINEDIT, row, 1, offered) != 0 || !alive.IsAlive() || row >= m_rowCount) {
         return 0;
     }
     if (m_edit.m_hWnd == nullptr && !m_edit.Create(WS_CHILD | ES_AUTOHSCROLL, CRect(0, 0, 0, 0), this, EditId)) {
@@ -271,10 +274,14 @@ int CSheetGridCtrl::BeginEdit(int row) {
     m_editRow = row;
     PlaceEdit();
     m_edit.ShowWindow(SW_SHOW);
+    // Whoever loses the focus by it may end the edit at once, or destroy the grid.
     m_edit.SetFocus();
+    if (!alive.IsAlive() || !IsEditing()) {
+        return 0;
+    }
     m_edit.SetSel(0, -1);
     RedrawRow(row);
-    return IsEditing();
+    return 1;
 }
 
 void CSheetGridCtrl::EndEdit(int commit) {
@@ -282,19 +289,22 @@ void CSheetGridCtrl::EndEdit(int commit) {
         return;
     }
     const int row = m_editRow;
-    m_editRow = -1; // first: taking the focus away from the box below would end the edit again
-    const HWND window = m_hWnd;
+    m_editRow = -1; // First: taking the focus away from the box below would end the edit again.
+    const CKxAliveToken alive(m_alive);
     CString text;
     m_edit.GetWindowText(text);
     if (::GetFocus() == m_edit.m_hWnd) {
         SetFocus();
+        if (!alive.IsAlive()) {
+            return;
+        }
     }
     m_edit.ShowWindow(SW_HIDE);
     RedrawRow(row);
     if (commit && text != m_editText) {
         CString edited = text;
         Notify(SGN_EDITED, row, 1, edited);
-        if (!::IsWindow(window)) {
+        if (!alive.IsAlive()) {
             return;
         }
         // The new value may show in other rows too.
@@ -305,7 +315,7 @@ void CSheetGridCtrl::EndEdit(int commit) {
 
 // A key of the edit box. Returns whether it ended the edit or moved on.
 int CSheetGridCtrl::OnEditKey(UINT key, int shift) {
-    const HWND window = m_hWnd;
+    const CKxAliveToken alive(m_alive);
     int step = 0;
     switch (key) {
     case VK_ESCAPE:
@@ -332,7 +342,7 @@ int CSheetGridCtrl::OnEditKey(UINT key, int shift) {
     }
     const int row = m_editRow + step;
     EndEdit(1);
-    if (::IsWindow(window) && WalkTo(row) && key == VK_TAB) {
+    if (alive.IsAlive() && WalkTo(row) && key == VK_TAB) {
         BeginEdit(m_current);
     }
     return 1;
@@ -376,20 +386,20 @@ CString CSheetGridCtrl::GetCellText(int row, int col) {
 
 // Ends a running edit and moves to the row under the point. Returns the row, or -1 for none.
 int CSheetGridCtrl::PressCell(CPoint point, int& col) {
-    const HWND window = m_hWnd;
+    const CKxAliveToken alive(m_alive);
     EndEdit(1);
-    if (!::IsWindow(window)) {
+    if (!alive.IsAlive()) {
         return -1;
     }
     const int row = HitTest(point, col);
     if (row >= 0 && row != m_current) {
         WalkTo(row);
-        if (!::IsWindow(window) || row >= m_rowCount) {
+        if (!alive.IsAlive() || row >= m_rowCount) {
             return -1;
         }
     }
     SetFocus();
-    return row;
+    return alive.IsAlive() ? row : -1;
 }
 
 void CSheetGridCtrl::OnLButtonDown(UINT, CPoint point) {
@@ -398,7 +408,7 @@ void CSheetGridCtrl::OnLButtonDown(UINT, CPoint point) {
         SetCapture();
         return;
     }
-    const HWND window = m_hWnd;
+    const CKxAliveToken alive(m_alive);
     int col = 0;
     const int row = PressCell(point, col);
     if (row < 0) {
@@ -406,13 +416,13 @@ void CSheetGridCtrl::OnLButtonDown(UINT, CPoint point) {
     }
     CString none;
     Notify(SGN_CLICK, row, col, none);
-    if (::IsWindow(window) && col == 1) {
+    if (alive.IsAlive() && col == 1) {
         BeginEdit(row);
     }
 }
 
 void CSheetGridCtrl::OnLButtonDblClk(UINT, CPoint point) {
-    const HWND window = m_hWnd;
+    const CKxAliveToken alive(m_alive);
     int col = 0;
     const int row = std::abs(point.x - GetDivider()) <= DividerGrab ? -1 : PressCell(point, col);
     if (row < 0) {
@@ -420,7 +430,7 @@ void CSheetGridCtrl::OnLButtonDblClk(UINT, CPoint point) {
     }
     CString none;
     Notify(SGN_DBLCLK, row, col, none);
-    if (::IsWindow(window)) {
+    if (alive.IsAlive()) {
         BeginEdit(row);
     }
 }
@@ -571,10 +581,13 @@ void CSheetGridCtrl::OnSetFocus(CWnd*) {
         m_edit.SetFocus();
         return;
     }
+    const CKxAliveToken alive(m_alive);
     if (m_current < 0) {
         WalkTo(0);
     }
-    RedrawRow(m_current);
+    if (alive.IsAlive()) {
+        RedrawRow(m_current);
+    }
 }
 
 void CSheetGridCtrl::OnKillFocus(CWnd*) {
@@ -602,7 +615,8 @@ LRESULT CSheetGridCtrl::OnLayoutMessage(WPARAM, LPARAM) {
 }
 
 void CSheetGridCtrl::OnDestroy() {
-    m_editRow = -1; // nobody is left to take the text
+    m_editRow = -1; // Nobody is left to take the text.
+    m_alive.End();
     CWnd::OnDestroy();
 }
 

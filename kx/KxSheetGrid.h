@@ -5,6 +5,7 @@
 #include <afxwin.h>
 
 #include "KXBaseOpr.h"
+#include "KxAlive.h"
 
 // What travels with WM_NOTIFY to the parent; wParam is the grid's control ID.
 struct NMSHEETGRID {
@@ -25,7 +26,7 @@ const UINT SGN_DBLCLK = static_cast<UINT>(-164);     // a cell was double-clicke
 const UINT SGN_BEGINEDIT = static_cast<UINT>(-175);  // a cell is about to be edited, strText its text; nonzero refuses
 const UINT SGN_GETTEXT = static_cast<UINT>(-177);    // the text of a cell is wanted in strText
 const UINT SGN_EDITED = static_cast<UINT>(-178);  // a cell was given the new text strText; unchanged texts are not sent
-const UINT SGN_ENDEDIT = static_cast<UINT>(-180); // the edit is over, committed or given up; after SGN_EDITED
+const UINT SGN_ENDEDIT = static_cast<UINT>(-180); // the edit has ended, committed or discarded; after SGN_EDITED
 
 class CSheetGridCtrl;
 
@@ -46,8 +47,8 @@ private:
 };
 
 // The grid. A row has the focus mark; keys walk it, a click on the value, F2, Return or typing edits it. In the edit
-// Return commits and goes to the next row, Tab commits and edits the next row (with Shift the one before), Up, Down and
-// the page keys commit and walk, Escape gives the cell up, and losing the focus commits. The divider between the
+// Return commits and moves to the next row, Tab commits and edits the next row (with Shift the one before), Up, Down
+// and the page keys commit and walk, Escape discards the edit, and losing the focus commits. The divider between the
 // columns follows the mouse, or Ctrl with Left and Right.
 // Works through Create and, with the window class "CGridCtrl", as a control of a dialog template that is then
 // subclassed. The class is registered by the first constructor.
@@ -69,16 +70,16 @@ public:
     // The row under a client point, or -1; col gets its column.
     int HitTest(CPoint point, int& col) const;
 
-    // A new number of rows means new contents: a running edit is given up, and every text is asked for anew.
+    // A new number of rows means new contents: a running edit is discarded, and every text is asked for again.
     void SetRowCount(int count);
     void SetShowHeader(int show);
     void SetAllowEdit(int allow);
-    // Moves the focus mark and scrolls it into view; tells nobody.
+    // Moves the focus mark and scrolls it into view, without a notification.
     void SetCurrentRow(int row);
     void SetTopRow(int row);
     void SetDivider(int x);
 
-    // Opens the edit box on the value of the row with all of it selected. Returns whether it stands.
+    // Opens the edit box on the value of the row with all of it selected. Returns whether it is open.
     int BeginEdit(int row);
     // Closes the edit box; a changed text is reported when commit is nonzero.
     void EndEdit(int commit);
@@ -124,6 +125,7 @@ private:
     void PaintHeader(HDC dc) const;
     void PaintRow(HDC dc, int row);
 
+    CKxAlive m_alive; // Ends with the window, which a parent may destroy in any notification.
     CSheetGridEdit m_edit;
     CString m_editText; // as the cell was when the edit began
     int m_rowCount;

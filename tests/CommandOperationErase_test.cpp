@@ -126,7 +126,7 @@ TEST(CommandOperationRotateText, ItIgnoresAllEvents) {
     ExpectAllEventsIgnored<CCommandOperationRotateText>();
 }
 
-TEST(CommandOperationRotateText, TheAngleGoesToTheSelectedTexts) {
+TEST(CommandOperationRotateText, TheAngleIsGivenToTheSelectedTexts) {
     ViewDriver d;
     auto* text = new CText;
     auto* parm = new CTextParm;
@@ -186,7 +186,7 @@ TEST(CommandOperationRotateText, WithoutATemplateNothingHappensAndNothingFails) 
     EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
 }
 
-TEST(CommandOperationRotateText, EachWordLeavesOneCommandBehindAsItsRequiredLife) {
+TEST(CommandOperationRotateText, EachWordLeavesOneCommandAllocated) {
     ViewDriver d;
     d.Start(L"line");
     const int before = CKXMemoryManager::Instance()->GetCount();

@@ -71,6 +71,7 @@ public:
     std::vector<long long> given;
     ResultState answer = RS_Continue;
     bool snaps = false;
+    int handlersEnded = 0;
     // What a host does while a handler or Cancel runs; once.
     std::function<void()> during;
     std::function<void()> inCancel;
@@ -85,7 +86,8 @@ private:
         std::function<void()> host;
         host.swap(during);
         if (host) {
-            host(); // This object may be gone afterwards.
+            host();
+            handlersEnded += 1; // The tool stays allocated until the event is over, whatever the host did.
         }
         return state;
     }
@@ -232,7 +234,7 @@ TEST(CommandOperationManager, WithoutAToolAReleaseStillSearchesAndAMoveDoesNot) 
     EXPECT_EQ(1, manager.searches);
 }
 
-TEST(CommandOperationManager, TheWheelGoesOnAsAMoveAtTheSamePoint) {
+TEST(CommandOperationManager, TheWheelIsFollowedByAMoveAtTheSamePoint) {
     Managed m;
     m.Install();
     m.manager.OnMouseWheel(0, 120, CGePoint2d(500, 600));
@@ -582,17 +584,18 @@ TEST(CommandOperationManager, AToolThatIsReplacedInsideAnEventGetsNothingMoreAnd
         Calls calls = m.Take();
         ASSERT_LT(4u, calls.size()) << event.name;
         calls.erase(calls.begin());
-        Calls expected{"host", "Cancel", "deleted", "SetOsnapMode 15"};
+        Calls expected{"host", "Cancel", "SetOsnapMode 15"};
         if (event.message == WM_MOUSEMOVE) {
-            expected.push_back("RefreshGrip"); // The pan goes on, with the tool that runs now.
+            expected.push_back("RefreshGrip"); // The pan continues, with the tool that runs now.
         }
+        expected.push_back("deleted");
         EXPECT_EQ(expected, calls) << event.name;
         EXPECT_EQ(1, m.manager.GetHasCommand()) << event.name;
         m.manager.Cancel();
     }
 }
 
-TEST(CommandOperationManager, AViewThatGoesInsideAnEventTakesTheManagerAndLeavesTheTool) {
+TEST(CommandOperationManager, AViewFreedInsideAnEventFreesTheManagerAndLeavesTheTool) {
     for (const Event& event : kEvents) {
         Calls log;
         ParentWindow parent;
@@ -618,7 +621,76 @@ TEST(CommandOperationManager, AViewThatGoesInsideAnEventTakesTheManagerAndLeaves
     }
 }
 
-TEST(CommandOperationManager, AToolThatAHostStartsWhileTheOldOneIsCancelledGoesToo) {
+TEST(CommandOperationManager, AToolThatEndsInsideAnEventIsFreedWhenTheOutermostOneIsOver) {
+    Managed m;
+    const int before = CKXMemoryManager::Instance()->GetCount();
+    m.Install()->during = [&] {
+        m.manager.Cancel();
+        Probe* second = m.Install();
+        second->during = [&] {
+            m.manager.Cancel();
+            m.log.push_back("inner event ends");
+        };
+        m.host.Move(CPoint(1, 1));
+        m.log.push_back("outer event ends");
+        EXPECT_EQ(before + 2, CKXMemoryManager::Instance()->GetCount());
+    };
+    m.host.Move(CPoint(5, 5));
+    // Install empties the log.
+    EXPECT_EQ((Calls{"move(1,299)", "Cancel", "inner event ends", "outer event ends", "deleted", "deleted"}), m.Take());
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+    m.Install();
+    m.manager.Cancel();
+    EXPECT_EQ((Calls{"Cancel", "deleted"}), m.Take()) << "with no event running it is freed at once";
+}
+
+TEST(CommandOperationManager, AnExceptionOutOfAHandlerClosesTheEventAndFreesTheToolThatEndedInIt) {
+    Managed m;
+    m.Install()->during = [&] {
+        m.manager.Cancel();
+        throw 1;
+    };
+    EXPECT_THROW(m.manager.OnLButtonUp(0, CGePoint2d(1, 1)), int);
+    EXPECT_EQ((Calls{"up(1,299)", "Cancel", "deleted"}), m.Take());
+    m.Install();
+    m.manager.Cancel();
+    EXPECT_EQ((Calls{"Cancel", "deleted"}), m.Take());
+}
+
+TEST(CommandOperationManager, AnEngineFreedInItsOwnEventLeavesTheToolThatEndedBeforeToTheEndOfTheEvent) {
+    Calls log;
+    ParentWindow parent;
+    const int before = CKXMemoryManager::Instance()->GetCount();
+    auto* view = new CVectorView;
+    ShowView(*view, parent);
+    auto* manager = static_cast<CCommandOperationManager*>(view->GetCommandOperationManager());
+    auto* probe = new Probe(*view, log);
+    manager->SetCommand(probe, 1);
+    log.clear();
+    probe->during = [&] {
+        manager->Cancel();
+        delete view;
+        log.push_back("view freed");
+    };
+    ::SendMessage(view->m_hWnd, WM_LBUTTONUP, 0, MAKELPARAM(3, 4));
+    ASSERT_EQ(4u, log.size());
+    EXPECT_EQ((Calls{"Cancel", "view freed", "deleted"}), Calls(log.begin() + 1, log.end()));
+    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+}
+
+TEST(CommandOperationManager, TheRunningToolMayBeInstalledAgain) {
+    Managed m;
+    Probe* probe = m.Install(0);
+    EXPECT_EQ(1, m.manager.SetCommand(probe, 1));
+    EXPECT_EQ((Calls{"SetOsnapMode 15"}), m.Take());
+    m.host.Move(CPoint(1, 1));
+    EXPECT_EQ((Calls{"move(1,299)", "moveL(1,1)"}), m.Take());
+    EXPECT_EQ(1, m.manager.SetCommand(nullptr, 1));
+    EXPECT_EQ((Calls{"Cancel", "deleted"}), m.Take());
+    EXPECT_EQ(0, m.manager.GetHasCommand());
+}
+
+TEST(CommandOperationManager, AToolThatAHostStartsWhileTheOldOneIsCancelledIsCancelledToo) {
     for (bool captured : {false, true}) {
         Managed m;
         const int before = CKXMemoryManager::Instance()->GetCount();
@@ -653,7 +725,7 @@ TEST(CommandOperationManager, AToolThatAHostStartsWhileOneIsBrokenOffStays) {
     m.manager.Cancel();
 }
 
-TEST(CommandOperationManager, AViewThatGoesWhileAToolIsCancelledFreesTheOneToBeInstalled) {
+TEST(CommandOperationManager, AViewFreedWhileAToolIsCancelledFreesTheToolToBeInstalled) {
     Calls log;
     ParentWindow parent;
     auto* view = new CVectorView;
@@ -694,7 +766,7 @@ private:
 
 } // namespace
 
-TEST(CommandOperationManager, AViewThatGoesWhileAQuestionStandsIsNotTouchedAgain) {
+TEST(CommandOperationManager, AViewFreedWhileAQuestionIsOpenIsNotTouchedAgain) {
     const int before = CKXMemoryManager::Instance()->GetCount();
     ParentWindow parent;
     auto* view = new CVectorView;

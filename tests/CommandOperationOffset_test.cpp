@@ -43,7 +43,7 @@ void AddLevel(ViewDriver& d) {
     d.Document().AddDrawAobject(line);
 }
 
-TEST(CommandOperationOffset, TheSideClickMovesAsFarAsItLies) {
+TEST(CommandOperationOffset, TheSideClickMovesByItsDistanceFromTheLine) {
     ViewDriver d;
     d.AddLine(5, 5, 6, 6);
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
@@ -303,7 +303,7 @@ TEST(CommandOperationOffset, APressGivesTheMouseBackTheDistance) {
     EXPECT_EQ(d.EditText(), "50"); // Thirty across, forty up.
 }
 
-TEST(CommandOperationOffset, TheMarkerShowsBeforeAndAfterThePickAndStandsStillWhileADistanceIsTyped) {
+TEST(CommandOperationOffset, TheMarkerFollowsTheMouseUntilADistanceIsTyped) {
     ViewDriver d;
     d.AddPolyline({{100, 100}, {200, 100}});
     d.AddLine(220, 200, 320, 160);

@@ -33,7 +33,7 @@ TEST(CommandOperationPLinePoint, TheNewVertexMaySnap) {
     EXPECT_EQ(Words(line), "pline (100,100) (120,103) (200,100) normal -1");
 }
 
-TEST(CommandOperationPLinePoint, OnTheClosingSegmentItGoesToTheEnd) {
+TEST(CommandOperationPLinePoint, OnTheClosingSegmentTheNewVertexIsTheLast) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}, {200, 200}}, true);
     d.Start(L"PLine_AddPoint");
@@ -88,7 +88,7 @@ TEST(CommandOperationPLinePoint, AnAddedVertexTakesTheBulgeOfItsSegment) {
     EXPECT_EQ(line->GetBulgeList()->GetAt(1), -1.0);
 }
 
-TEST(CommandOperationPLinePoint, TheVertexNearestToTheClickGoesWhicheverSegmentWasHit) {
+TEST(CommandOperationPLinePoint, TheVertexNearestToTheClickIsRemovedWhicheverSegmentWasHit) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}, {200, 200}, {100, 200}});
     d.Start(L"PLine_RemovePoint");
@@ -100,7 +100,7 @@ TEST(CommandOperationPLinePoint, TheVertexNearestToTheClickGoesWhicheverSegmentW
     EXPECT_EQ(d.TakeResults(), "right 1");
 }
 
-TEST(CommandOperationPLinePoint, OfTwoAtTheSameDistanceTheFirstGoes) {
+TEST(CommandOperationPLinePoint, OfTwoAtTheSameDistanceTheFirstIsRemoved) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}, {200, 200}, {100, 200}});
     d.Start(L"PLine_RemovePoint");

@@ -40,7 +40,7 @@ TEST(CommandOperationRTPAN, AMoveWithoutTheButtonChangesNothingAndRepaintsNothin
     EXPECT_TRUE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
 }
 
-TEST(CommandOperationRTPAN, EachPressBeginsAnew) {
+TEST(CommandOperationRTPAN, EachPressStartsANewPan) {
     ViewDriver d;
     d.Start(L"viewmove");
     d.Send(WM_LBUTTONDOWN, MK_LBUTTON, CPoint(100, 100));
@@ -62,7 +62,7 @@ TEST(CommandOperationRTPAN, AHeldKeyDoesNotStopTheDrag) {
     EXPECT_EQ(d.Tran().GetOriginY(), -5.0);
 }
 
-TEST(CommandOperationRTPAN, TheSnapSearchGoesOnAndThePanCountsPixels) {
+TEST(CommandOperationRTPAN, TheSnapSearchRunsAndThePanCountsPixels) {
     ViewDriver d;
     d.AddLine(100, 100, 200, 150);
     d.Start(L"viewmove");

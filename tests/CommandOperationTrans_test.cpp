@@ -137,7 +137,7 @@ TEST(CommandOperationTrans, CopyKeepsTheOriginalsWithoutAsking) {
     EXPECT_EQ(d.Selected().GetSize(), 0);
 }
 
-TEST(CommandOperationTrans, WhatKeepsTheOldPlaceIsNotListedWithTheLeakTracer) {
+TEST(CommandOperationTrans, TheObjectsAtTheOldPlaceAreNotRegisteredWithTheLeakTracer) {
     ViewDriver d;
     SelectedLine(d);
     const int before = CKXMemoryManager::Instance()->GetCount();
@@ -427,7 +427,7 @@ TEST(CommandOperationTrans, MarksAndFramesOfTheHostAreKeptAndRestoredAndAFrameDo
     }
 }
 
-TEST(CommandOperationTrans, AKindThatItsClassCannotMakeMovesAndGetsNoSecondObjectNorDoThoseBehindIt) {
+TEST(CommandOperationTrans, AKindWithoutCreateObjectMovesAndNeitherItNorThoseAfterItGetASecondObject) {
     ViewDriver d;
     SelectedLine(d);
     auto* own = new TransHandMadeLine;
@@ -516,7 +516,7 @@ TEST(CommandOperationTrans, ARepaintInTheMiddleShowsTheObjectsWhereTheyAreAndLea
     EXPECT_GT(d.DifferenceFromFresh(), 20);
 }
 
-TEST(CommandOperationTrans, ACommandStartedBehindTheQuestionEndsThisOneUntouched) {
+TEST(CommandOperationTrans, ACommandStartedWhileTheQuestionIsOpenEndsThisOneUntouched) {
     ViewDriver d;
     CLine* line = SelectedLine(d);
     d.Start(L"translation");
@@ -532,7 +532,7 @@ TEST(CommandOperationTrans, ACommandStartedBehindTheQuestionEndsThisOneUntouched
     EXPECT_EQ(Words(line), "line (110,100)-(160,100) selected -1");
 }
 
-TEST(CommandOperationTrans, AViewThatGoesWhileTheQuestionStandsIsNotTouchedAgain) {
+TEST(CommandOperationTrans, AViewFreedWhileTheQuestionIsOpenIsNotTouchedAgain) {
     const int before = CKXMemoryManager::Instance()->GetCount();
     ParentWindow parent;
     auto* view = new CVectorView;

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -124,7 +125,7 @@ TEST(CommandOperation, NetObjectsAreSearchedLastAndHiddenOnesToo) {
     EXPECT_EQ(105.0, hit.x) << "hidden, and snapped to all the same";
 }
 
-TEST(CommandOperation, ThePerpendicularFootComesBehindTheObjectsOwnGrips) {
+TEST(CommandOperation, ThePerpendicularFootComesAfterTheObjectsOwnGrips) {
     ViewHost host;
     AddLine(host, 0, 0, 100, 0);
     Tool tool(host);
@@ -287,7 +288,7 @@ TEST(CommandOperation, TheMarkersShapeTellsTheKindOfTheSnapPoint) {
     EXPECT_TRUE(host.fresh == TakePicture(host.view)) << "each taken off in its own shape";
 }
 
-TEST(CommandOperation, TheMarkerComesMovesAndGoesWithoutATrace) {
+TEST(CommandOperation, TheMarkerIsDrawnMovedAndErasedWithoutATrace) {
     MarkerHost host;
     MarkerTool tool(host);
     EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, CGePoint2d(50, 50)));
@@ -320,7 +321,7 @@ TEST(CommandOperation, RefreshTakesTheMarkerOffOnce) {
     EXPECT_TRUE(host.fresh == TakePicture(host.view));
 }
 
-TEST(CommandOperation, ARepaintUnderAStandingMarkerLeavesAStrayOneAtTheNextMove) {
+TEST(CommandOperation, ARepaintUnderADrawnMarkerLeavesAnExtraOneAtTheNextMove) {
     MarkerHost host;
     MarkerTool tool(host);
     tool.OnMouseMove(0, CGePoint2d(100, 100));
@@ -446,7 +447,7 @@ TEST(CommandOperation, TheOrthoStepComparesWholeUnitsAndATieIsLevel) {
     }
 }
 
-TEST(CommandOperation, TheEditBoxStandsThirtyPixelsBesideTheBandWithTheWholeLength) {
+TEST(CommandOperation, TheEditBoxIsThirtyPixelsBesideTheBandAndHoldsTheWholeLength) {
     ViewHost host;
     Tool tool(host);
     host.view.SetFocus();
@@ -540,4 +541,68 @@ TEST(CommandOperation, AHostMayEndTheToolInAnyMessageOfItsEditBox) {
             view.GetCommandOperationManager()->Cancel();
         }
     }
+}
+
+// ---- A tool without a view -----------------------------------------------------------------------------------------
+
+namespace {
+
+// A window of the test's own that a tool works in.
+class HostWindow : public CWnd, public COperationHost {
+public:
+    CCommandOperation* OperationEngine() override { return nullptr; }
+    bool IsOperationOrtho() override { return ortho; }
+    void TrackOperationGrip(const CGePoint2d& point) override { Note("track", point); }
+    void EndOperation() override { calls += "end;"; }
+    void ShowOperationObject(CDrawable* object) override { calls += object != nullptr ? "show;" : "empty;"; }
+
+    void Note(const char* what, const CGePoint2d& p) {
+        char text[80];
+        snprintf(text, sizeof text, "%s(%g,%g);", what, p.x, p.y);
+        calls += text;
+    }
+    std::string calls;
+    bool ortho = false;
+};
+
+} // namespace
+
+TEST(CommandOperation, AToolWorksInAnyWindowThatIsAHost) {
+    HostWindow window;
+    CVectorGraphic graphic;
+    CVectorViewCoordTran tran;
+    graphic.SetVectorViewCoordTran(&tran);
+    class InHost : public CCommandOperation {
+    public:
+        InHost(CWnd* w, CVectorGraphic* g, CVectorViewCoordTran* t) : CCommandOperation(w, g, t, g->GetDocument()) {}
+        ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+        ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
+        ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
+        ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
+        using CCommandOperation::AnnounceToPropertyDialog;
+        using CCommandOperation::EndRunningOperation;
+        using CCommandOperation::IsOrthoOn;
+        using CCommandOperation::TrackGripPoint;
+    } tool(&window, &graphic, &tran);
+    EXPECT_FALSE(tool.IsOrthoOn());
+    window.ortho = true;
+    EXPECT_TRUE(tool.IsOrthoOn());
+    tool.TrackGripPoint(CGePoint2d(3, 4));
+    CLine line;
+    tool.AnnounceToPropertyDialog(&line);
+    tool.AnnounceToPropertyDialog(nullptr);
+    tool.DrawShirrLine(CGePoint2d(0, 0), CGePoint2d(1, 1)); // No engine, no band.
+    tool.ErasShirrLine();
+    tool.EndRunningOperation();
+    EXPECT_EQ("track(3,4);show;empty;end;", window.calls);
+}
+
+TEST(CommandOperation, ATokenOfADrawingObjectEndsWithTheObject) {
+    auto line = std::make_unique<CLine>();
+    const CKxAliveToken first = line->GetAlive();
+    const CKxAliveToken second = line->GetAlive();
+    EXPECT_TRUE(first.IsAlive());
+    line.reset();
+    EXPECT_FALSE(first.IsAlive());
+    EXPECT_FALSE(second.IsAlive());
 }

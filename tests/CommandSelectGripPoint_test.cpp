@@ -211,7 +211,7 @@ TEST(CommandSelectGripPoint, ADropOnTheGripItselfMovesByNothing) {
     EXPECT_FALSE(d.IsRunning());
 }
 
-TEST(CommandSelectGripPoint, TheEditBoxStandsThirtyPixelsBesideTheMiddle) {
+TEST(CommandSelectGripPoint, TheEditBoxIsThirtyPixelsBesideTheMiddle) {
     ViewDriver d;
     SelectedLine(d);
     d.Tran().SetScale(0.5f);
@@ -258,7 +258,7 @@ TEST(CommandSelectGripPoint, TheLockMovesLevelOrUpright) {
     EXPECT_EQ(Words(line), "line (100,100)-(270,140) selected -1");
 }
 
-TEST(CommandSelectGripPoint, TheMarkerStandsWhereTheMouseSnapsAndTheLockHoldsTheBandOnly) {
+TEST(CommandSelectGripPoint, TheMarkerIsWhereTheMouseSnapsAndTheLockHoldsTheBandOnly) {
     ViewDriver d;
     CLine* line = SelectedLine(d);
     d.AddPolyline({{240, 120}, {300, 250}});
@@ -529,7 +529,7 @@ TEST(CommandSelectGripPoint, ManyMovesLeaveThePictureOfTheLastOne) {
     EXPECT_EQ(many.DifferenceBesideEditBox(one), 0);
 }
 
-TEST(CommandSelectGripPoint, ARepaintInTheMiddleLeavesTheFlagAndTheNextMoveAGhost) {
+TEST(CommandSelectGripPoint, AfterARepaintTheNextMoveLeavesAnInvertedOutline) {
     ViewDriver d;
     CLine* line = SelectedLine(d);
     d.ClickAt(200, 100);

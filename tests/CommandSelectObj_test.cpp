@@ -49,7 +49,7 @@ TEST(CommandSelectObj, SelectionAddsUp) {
     EXPECT_EQ(2, host.Document().GetSelectedDrawableObjs()->GetSize());
 }
 
-TEST(CommandSelectObj, AnUnselectedOneOfTwoOverlappingObjectsBehindASelectedOneIsOutOfReach) {
+TEST(CommandSelectObj, OfTwoOverlappingObjectsTheSelectedOneHidesTheOtherFromClicks) {
     ViewHost host;
     CLine* lower = AddLine(host, 100, 100, 300, 100);
     CLine* upper = AddLine(host, 100, 101, 300, 101);

@@ -58,7 +58,7 @@ void GoOn(ViewDriver& d, const Row& row) {
     d.MoveTo(280, 90);
 }
 
-TEST(CommandWords, EachMakesItsToolAndTheManagerSaysWhetherItRuns) {
+TEST(CommandWords, EachWordMakesItsToolAndTheManagerSaysWhetherItWasInstalled) {
     for (const Row& row : kRows) {
         ViewDriver d;
         BoxAnswer boxes({IDNO});
@@ -83,7 +83,7 @@ TEST(CommandWords, OtherWordsAndOtherCasesAreUnknownAndChangeNothing) {
     }
 }
 
-TEST(CommandWords, EveryCommandReplacesEveryOtherInTheMiddle) {
+TEST(CommandWords, EveryCommandReplacesEveryOtherBeforeItsEnd) {
     for (const Row& first : kRows) {
         for (const Row& second : kRows) {
             if (!IsInstalled(first) || !IsInstalled(second)) {

@@ -70,7 +70,7 @@ TEST(OperationCreateArc, AMoveBeforeTheFirstPointDrawsABandOfNoLength) {
     EXPECT_EQ(d.BandEnd(), CPoint(50, 240));
 }
 
-TEST(OperationCreateArc, BetweenTheFirstTwoClicksNoBandIsLeftStanding) {
+TEST(OperationCreateArc, BetweenTheFirstTwoClicksNoBandStaysOnTheWindow) {
     ViewDriver d;
     d.TakeFresh();
     d.Start(L"arc");

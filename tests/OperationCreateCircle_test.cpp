@@ -187,7 +187,7 @@ TEST(OperationCreateCircle, ItsOwnQuadrantPointsSnap) {
     EXPECT_EQ(d.AllWords(), "circle (150,150) r 60 normal 137");
 }
 
-TEST(OperationCreateCircle, ARepaintInTheMiddleDrawsItAndForgetsSoTheNextMoveLeavesAGhost) {
+TEST(OperationCreateCircle, AfterARepaintTheNextMoveLeavesTheRepaintedOutline) {
     ViewDriver d;
     d.Start(L"circle");
     d.ClickAt(150, 150);

@@ -215,7 +215,7 @@ TEST(OperationCreateLabel, ManyMovesOfAWhiteLabelLeaveThePictureOfTheLastOne) {
     EXPECT_EQ(many.Take().Difference(one.Take()), 0);
 }
 
-TEST(OperationCreateLabel, AColouredLabelLeavesTracesOnALightWindowUntilTheNextRepaint) {
+TEST(OperationCreateLabel, AColouredLabelLeavesInvertedPixelsOnALightWindowUntilTheNextRepaint) {
     // Green over white comes out black, and green again over that is no way back.
     ViewDriver d;
     d.Document().SetBKColorIndex(137);

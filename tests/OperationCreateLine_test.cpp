@@ -238,7 +238,7 @@ TEST(OperationCreateLine, TheBandFollowsTheOrthoLock) {
     EXPECT_EQ(PS_SOLID, d.BandStyle());
 }
 
-TEST(OperationCreateLine, UnderTheOrthoLockThePointBehindItIsTracked) {
+TEST(OperationCreateLine, UnderTheOrthoLockTheSnapPointItselfIsTracked) {
     Drawing d;
     d.view.AddLine(CGePoint2d(200, 195), CGePoint2d(390, 20), Gdiplus::Color(255, 0, 255, 0), 1);
     d.Manager().SetDrawObjLatus(1);
@@ -361,7 +361,7 @@ TEST(OperationCreateObjAb, TheObjectBeingBuiltIsSearchedLast) {
     EXPECT_EQ(105.0, hit.x);
 }
 
-TEST(OperationCreateObjAb, TheNetIsSearchedBehindTheDrawing) {
+TEST(OperationCreateObjAb, TheNetIsSearchedAfterTheDrawing) {
     ViewHost host;
     PlainTool tool(host);
     tool.SetOsnapMode(7);
@@ -419,7 +419,7 @@ TEST(OperationCreateObjAb, ARefusedCandidateIsPassedOver) {
     EXPECT_EQ(100.0, hit.x);
 }
 
-TEST(OperationCreateObjAb, ANewObjectTakesTheForegroundColourAndNoneIsFine) {
+TEST(OperationCreateObjAb, ANewObjectTakesTheForegroundColourAndNullIsIgnored) {
     ViewHost host;
     PlainTool tool(host);
     host.Document().SetFGColorIndex(12);

@@ -145,7 +145,7 @@ TEST(OperationCreatePline, BothEndsTakeTheBandOffBeforeTheRepaint) {
     }
 }
 
-TEST(OperationCreatePline, TheBandStandsOverTheRepaintThatTheClickAskedFor) {
+TEST(OperationCreatePline, TheBandIsDrawnOverTheRepaintThatTheClickAskedFor) {
     ::SetCursorPos(0, 0); // Off the window: the real mouse has no part in what waits.
     ViewDriver d;
     PumpMessages();
@@ -412,7 +412,7 @@ TEST(OperationCreatePline, ManyMovesLeaveThePictureOfTheLastOne) {
     EXPECT_EQ(different, 0);
 }
 
-TEST(OperationCreatePline, TheEditBoxGoesWithTheToolAndNothingStaysAllocated) {
+TEST(OperationCreatePline, TheEditBoxIsDestroyedWithTheToolAndNothingStaysAllocated) {
     ViewDriver d;
     const int before = CKXMemoryManager::Instance()->GetCount();
     d.Start(L"pline");

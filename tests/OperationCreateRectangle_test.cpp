@@ -144,7 +144,7 @@ TEST(OperationCreateRectangle, CancelledByTheHostItTakesNothingOffAndAsksForNoth
     EXPECT_FALSE(d.IsBandDrawn());
 }
 
-TEST(OperationCreateRectangle, TheDiagonalLeftBehindGoesWithTheNextBandOfAnyTool) {
+TEST(OperationCreateRectangle, TheDiagonalThatStaysIsErasedByTheNextBandOfAnyTool) {
     ViewDriver d;
     d.TakeFresh();
     d.Start(L"rect");

@@ -139,7 +139,7 @@ TEST(OperationCreateText, ASnappedClickPlacesTheTextOnTheGrip) {
     EXPECT_EQ(Words(d.Object(1)), "text (200,200) A normal 137");
 }
 
-TEST(OperationCreateText, ACommandStartedBehindTheDialogEndsThisOneUntouched) {
+TEST(OperationCreateText, ACommandStartedWhileTheDialogIsOpenEndsThisOneUntouched) {
     ViewDriver d;
     d.Start(L"text");
     DialogScript script({[&](HWND dialog) {

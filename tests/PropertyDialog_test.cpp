@@ -357,7 +357,7 @@ TEST_F(PropertyDialog, ALinesStartIsEditedAndARepeatedKeyIsNot) {
     dialog->LoadObject(nullptr);
 }
 
-TEST_F(PropertyDialog, TheObjectMayChangeBehindTheGrid) {
+TEST_F(PropertyDialog, TheGridKeepsItsRowsWhenTheObjectChanges) {
     CLine line;
     dialog->LoadObject(&line);
     line.SetStartPoint(CGePoint2d(9, 9));
@@ -451,7 +451,7 @@ TEST_F(PropertyDialog, EscapeDoesNotCloseIt) {
     dialog->LoadObject(nullptr);
 }
 
-TEST_F(PropertyDialog, ANewObjectGivesARunningCellUp) {
+TEST_F(PropertyDialog, ANewObjectDiscardsTheEditOfACell) {
     CLine first;
     CLine second;
     dialog->LoadObject(&first);

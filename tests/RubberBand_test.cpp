@@ -171,7 +171,7 @@ TEST(RubberBand, ABandWithoutLengthKeepsTheStyleAndDrawsNothing) {
     EXPECT_EQ(0, b.Difference());
 }
 
-TEST(RubberBand, AtMostOneBandStands) {
+TEST(RubberBand, AtMostOneBandIsDrawn) {
     Band b;
     for (int i = 0; i < 12; ++i) {
         b.manager.DrawShirrLine(CPoint(200, 150), CPoint(20 + 31 * i, 10 + 20 * i), 0);
@@ -456,7 +456,7 @@ TEST(RubberBand, TheBandItselfIsNotDrawnTwiceAsAnAssistantLine) {
     EXPECT_EQ(0, b.Difference());
 }
 
-TEST(RubberBand, AClickEndsTrackingAndLeavesAStandingAssistantLineUntilTheNextPaint) {
+TEST(RubberBand, AClickEndsTrackingAndLeavesTheAssistantLineUntilTheNextPaint) {
     Band b;
     b.view.DoCommand(L"line");
     b.manager.AddGripPoint(CGePoint2d(200, 250));

@@ -291,7 +291,7 @@ TEST_F(VectorViewDrawing, AWidthIsTheLowHalfOfTheNumberWithItsSign) {
     }
 }
 
-TEST_F(VectorViewDrawing, AShortArrayOfNamesRaisesAndLeavesNothingBehind) {
+TEST_F(VectorViewDrawing, AShortArrayOfNamesRaisesAndLeavesNothingAllocated) {
     TwoVertices();
     CStringArray one;
     one.Add(L"A");
@@ -326,7 +326,7 @@ TEST_F(VectorViewDrawing, LongerArraysOfNamesAreCutAndAPolylineWithoutPointsIsOn
     EXPECT_NE(L"more", msg);
 }
 
-TEST_F(VectorViewDrawing, APolylineNotOnTopGoesToTheVeryBottom) {
+TEST_F(VectorViewDrawing, APolylineNotOnTopIsPutAtTheVeryBottom) {
     TwoVertices();
     CDrawable* first = view.AddLine(CGePoint2d(0, 0), CGePoint2d(1, 1), kColor, 1);
     CDrawable* below = view.AddPLine(pts, bulges, kColor, 0, 1, 0);

@@ -348,7 +348,7 @@ TEST_F(KxSheetGrid, ClickBelowTheRowsCommitsAndSelectsNothing) {
 
 // ---- Edit by keyboard
 
-TEST_F(KxSheetGrid, TypingReplacesTheValueAndReturnCommitsAndGoesDown) {
+TEST_F(KxSheetGrid, TypingReplacesTheValueAndReturnCommitsAndMovesDown) {
     MakeGrid(5);
     FocusRow(0);
     Type(L"125");
@@ -561,7 +561,7 @@ TEST_F(KxSheetGrid, EditNotAllowedMeansNoEdit) {
     EXPECT_FALSE(m_grid->IsEditing());
 }
 
-TEST_F(KxSheetGrid, ForbiddingEditsGivesTheRunningOneUp) {
+TEST_F(KxSheetGrid, ForbiddingEditsDiscardsTheRunningOne) {
     MakeGrid(5);
     FocusRow(0);
     Type(L"5");
@@ -624,7 +624,7 @@ TEST_F(KxSheetGrid, DestroyedWhileEditingReportsNoEditAfterwards) {
 
 // ---- Scrolling
 
-TEST_F(KxSheetGrid, ScrollBarStandsOnlyWhereRowsAreHidden) {
+TEST_F(KxSheetGrid, TheScrollBarIsShownOnlyWhereRowsAreHidden) {
     m_values.assign(20, L"v");
     MakeGrid(4);
     SCROLLINFO info = {sizeof(info), SIF_ALL, 0, 0, 0, 0, 0};
@@ -764,7 +764,7 @@ TEST(KxSheetGridDialog, TemplateMakesItAndDataExchangeTakesItOver) {
     EXPECT_EQ(nullptr, dialog.m_grid.m_hWnd);
 }
 
-TEST(KxSheetGridDialog, EscapeGoesToTheCellAndNotToTheDialog) {
+TEST(KxSheetGridDialog, EscapeReachesTheCellAndNotTheDialog) {
     GridDialog dialog;
     const GridTemplate resource;
     ASSERT_TRUE(dialog.CreateIndirect(&resource.head));

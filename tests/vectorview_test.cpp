@@ -169,7 +169,7 @@ TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
     EXPECT_EQ(before, AfxGetResourceHandle());
 }
 
-TEST(VectorView, OfADoubleClickTheEngineHearsTheFirstPressAndBothReleases) {
+TEST(VectorView, OfADoubleClickTheEngineGetsTheFirstPressAndBothReleases) {
     // The window class asks for double clicks, so the second press comes as one, and goes to nobody.
     Recorded r;
     EXPECT_NE(0u, ::GetClassLongPtr(r.view.m_hWnd, GCL_STYLE) & CS_DBLCLKS);
@@ -369,7 +369,7 @@ public:
 
 } // namespace
 
-TEST(VectorView, AnExceptionOfTheFrameworkInThePaintSpeaksForItselfFirst) {
+TEST(VectorView, AnMfcExceptionInThePaintIsReportedByItselfFirst) {
     Recorded r;
     BoxAnswer boxes;
     r.view.inDrawSpecInfo = [&] {
@@ -398,7 +398,7 @@ TEST(VectorView, AFailureBeforeThePaintHasBegunIsShownOnceAndNotBoxUponBox) {
     r.view.Engine().inPreRedraw = nullptr;
 }
 
-TEST(VectorView, APaintWithNothingInvalidPassesWithoutAWord) {
+TEST(VectorView, APaintWithNothingInvalidShowsNoMessage) {
     Recorded r;
     BoxAnswer boxes;
     ::ValidateRect(r.view.m_hWnd, nullptr);
@@ -579,7 +579,7 @@ TEST(VectorView, EveryWordGoesToTheEngineAndMarksTheDocument) {
     }
 }
 
-TEST(VectorView, TheEngineHearsOfOpenAndSaveBeforeTheFileDialogShows) {
+TEST(VectorView, TheEngineGetsOpenAndSaveBeforeTheFileDialogShows) {
     for (LPCTSTR word : {L"open", L"save"}) {
         Recorded r;
         r.view.countDefaults = false;
@@ -610,7 +610,7 @@ TEST(VectorView, EverythingExistsBeforeTheWindow) {
     EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
 }
 
-TEST(VectorView, TheEngineGoesWhileTheDocumentLives) {
+TEST(VectorView, TheEngineIsFreedBeforeTheDocument) {
     static Calls order;
     order.clear();
     class Object : public CLine {
@@ -684,7 +684,7 @@ HWND LastWords::s_dialog = nullptr;
 
 } // namespace
 
-TEST(VectorView, ThePropertyDialogIsToldToCloseBehindTheEngineAndBeforeTheDrawing) {
+TEST(VectorView, ThePropertyDialogIsClosedAfterTheEngineAndBeforeTheDrawing) {
     LastWords::s_order.clear();
     HHOOK hook = ::SetWindowsHookEx(WH_CALLWNDPROC, LastWords::Filter, nullptr, ::GetCurrentThreadId());
     {

@@ -14,7 +14,7 @@
 
 // ---- The watcher ---------------------------------------------------------------------------------------------------
 
-// Forwards everything. It is not touched again once the inner call has ended the tool, and so deleted both.
+// Forwards everything. The engine frees both when the outermost event is over.
 class SpyTool : public CCommandOperation {
 public:
     SpyTool(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document,
@@ -26,7 +26,10 @@ public:
     }
 
     void Execute() override { m_Inner->Execute(); }
-    void Cancel() override { m_Inner->Cancel(); }
+    void Cancel() override {
+        PeekAt(*m_Inner, ToolAlive()).End(); // As the engine does it with a tool that it knows.
+        m_Inner->Cancel();
+    }
     ResultState OnLButtonDown(unsigned int f, CGePoint2d p) override {
         return Note("down", [&] { return m_Inner->OnLButtonDown(f, p); });
     }
@@ -60,9 +63,8 @@ public:
 private:
     template <typename F>
     ResultState Note(const char* event, F call) {
-        std::vector<std::string>& results = m_Results; // The call may end this.
         const ResultState state = call();
-        results.push_back(std::string(event) + " " + std::to_string(static_cast<int>(state)));
+        m_Results.push_back(std::string(event) + " " + std::to_string(static_cast<int>(state)));
         return state;
     }
 

@@ -1,0 +1,47 @@
+// CEventScope: while an event of an engine runs, the tools that end in it stay allocated.
+// Layer: command operations.
+#pragma once
+
+#include "CommandOperation.h"
+#include "MemoryInfo.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+// Deregisters and deletes a tool.
+struct CToolDeleter {
+    void operator()(CCommandOperation* tool) const {
+        KX_REMOVE_MEMORY(tool);
+        delete tool;
+    }
+};
+using CToolOwner = std::unique_ptr<CCommandOperation, CToolDeleter>;
+
+// The events of one engine that run at this moment, one inside the other, and the tools that have ended in them.
+// Shared by the engine and its open scopes, because the engine may be freed in one of its own events.
+struct CEngineEvents {
+    int depth = 0;
+    std::vector<CToolOwner> ended;
+};
+
+// Opened on the stack by every operation of an engine that calls a tool. The close of the outermost scope frees the
+// tools that have ended, also when the event is left by an exception, and also when the engine has been freed
+// meanwhile.
+class CEventScope {
+public:
+    explicit CEventScope(std::shared_ptr<CEngineEvents> events) : m_Events(std::move(events)) { ++m_Events->depth; }
+    CEventScope(const CEventScope&) = delete;
+    CEventScope& operator=(const CEventScope&) = delete;
+    ~CEventScope() {
+        // A tool's destructor may end another tool, whose scope is an inner one for as long as the depth is kept.
+        while (m_Events->depth == 1 && !m_Events->ended.empty()) {
+            std::vector<CToolOwner> freed;
+            freed.swap(m_Events->ended);
+        }
+        --m_Events->depth;
+    }
+
+private:
+    std::shared_ptr<CEngineEvents> m_Events;
+};
