@@ -1,4 +1,4 @@
-// CDrawGeometry: what every Draw gets beside the device context. Layer: painter (it asks the painter).
+// CDrawGeometry: what every Draw gets beside the device context. Layer: painter (it calls the painter).
 
 #include "DrawGeometry.h"
 

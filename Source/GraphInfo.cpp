@@ -1,4 +1,4 @@
-// The colour table behind every colour index in drawings. Layer: drawables.
+// The table of named colours. Layer: drawables.
 
 #include "GraphInfo.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// The named colours of GDI+ in alphabetical order. The order is fixed for ever, because files hold indices.
+// The named colours of GDI+ in alphabetical order. Files hold indices, so the order must not change.
 // clang-format off
 constexpr DWORD kNamedColors[] = {
     0xFFF0F8FF, // 0 AliceBlue
