@@ -1,6 +1,6 @@
 #include "Arc.h"
 
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 #include <cmath>
 #include <utility>
@@ -11,11 +11,16 @@ namespace {
 
 enum Grip { kGripCenter = 0, kGripStart = 1, kGripMiddle = 2, kGripEnd = 3 };
 
-// Twice the area of the triangle of three points, in square drawing units: below this they are in line.
+// Twice the area of the triangle of three points, in square drawing units: below this they are on one line.
 constexpr double kInLine = 1e-15;
 
-// A quarter turn as the quadrant test has it, in single precision.
-constexpr float kQuarterTurn = 1.5707964f;
+// The angle between two quadrant points. Of single precision, as the angle that IsInArc takes: the quarter turn of
+// other units, a double, would move the limits of the extent's test.
+constexpr float kQuadrantStep = 1.5707964f;
+
+// An arc that is zoomed out takes the pen of width 0, GDI's thinnest, where the other kinds have a
+// pen of one pixel.
+constexpr float kThinnestPen = 0.0f;
 
 void GrowBy(double x, double y, CGePoint2d& min, CGePoint2d& max) {
     if (x < min.x) {
@@ -45,7 +50,7 @@ int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center
     if (p1 == p2 || p1 == p3 || p2 == p3) {
         return 0;
     }
-    // The sides of the triangle, written out: every curved segment of every paint comes through here.
+    // The sides of the triangle, without the vector class: each paint calls this for every curved segment.
     const double ax = p2.x - p1.x;
     const double ay = p2.y - p1.y;
     const double bx = p3.x - p2.x;
@@ -57,7 +62,7 @@ int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center
     }
     const double t = (bx * cx + by * cy) / (-ay * cx + ax * cy);
     center = CGePoint2d(p1.x + (ax + -ay * t) * 0.5, p1.y + (ay + ax * t) * 0.5);
-    // Single precision on purpose: stored arcs have such radii, and rebuilding one must give the same again.
+    // The radius is rounded to single precision.
     radius = static_cast<double>(static_cast<float>(std::sqrt(ax * ax + ay * ay) * std::sqrt(t * t + 1)) / 2.0f);
     return 1;
 }
@@ -93,14 +98,15 @@ void CArc::PointAt(double angle, CGePoint2d& p) {
 }
 
 void CArc::GetMidPT(CGePoint2d& p) {
-    // Across angle 0 the middle of the two numbers lies on the other side of the circle: half a turn further.
+    // For an arc across angle 0 the mean of the two numbers is on the opposite side of the circle; half a turn is
+    // added.
     PointAt(m_StartAngle > m_EndAngle ? (m_StartAngle - m_EndAngle) / 2 + m_EndAngle + kHalfTurn
                                       : (m_EndAngle - m_StartAngle) / 2 + m_StartAngle,
             p);
 }
 
 int CArc::IsInArc(float angle) {
-    // The angle has the precision of a float, the ends that of a double: they are compared as they are.
+    // A float against two doubles: at the ends themselves the result depends on the rounding of the float.
     const double a = static_cast<double>(angle);
     if (m_EndAngle > m_StartAngle) {
         return a > m_StartAngle && a < m_EndAngle;
@@ -129,7 +135,7 @@ int CArc::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
                                    {m_CircleX - m_Radius, m_CircleY},
                                    {m_CircleX, m_CircleY - m_Radius}};
     for (int i = 0; i < 4; ++i) {
-        if (IsInArc(kQuarterTurn * static_cast<float>(i)) != 0) {
+        if (IsInArc(kQuadrantStep * static_cast<float>(i)) != 0) {
             GrowBy(quadrants[i][0], quadrants[i][1], min, max);
         }
     }
@@ -233,57 +239,34 @@ void CArc::SetProperty(CDrawableProperty& list) {
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CArc::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CArc::Draw", L"3", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn()) {
+            return false;
         }
-        step = L"1";
-        const short lineType = InnerGetLineType(pGeom);
-        // The floor is 0, not the 1 of the other kinds: zoomed out, an arc takes GDI's thinnest pen, which keeps its
-        // pattern where a pen of one pixel need not.
-        const int width = Truncate(PenWidth(pGeom, m_LockMode != 0, 0.0f));
-        const DWORD color = InnerGetPenColor(pGeom);
-        const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
-        float px = 0.0f;
-        float py = 0.0f;
-        tran->DPToLP(m_CircleX, m_CircleY, &px, &py);
-        const float pr = tran->DToL(m_Radius);
-        step = L"2";
-        const float sx = px + tran->DToL(m_Radius * std::cos(m_StartAngle));
-        const float sy = py - tran->DToL(m_Radius * std::sin(m_StartAngle));
-        const float ex = px + tran->DToL(m_Radius * std::cos(m_EndAngle));
-        const float ey = py - tran->DToL(m_Radius * std::sin(m_EndAngle));
-        // Truncated, where a polyline's arcs round. The context's own direction, anticlockwise as seen, is the arc's:
-        // angles are taken with y upwards.
-        const auto stroke = [&] {
-            pDC->Arc(Truncate(px - pr), Truncate(py - pr), Truncate(px + pr), Truncate(py + pr), Truncate(sx),
-                     Truncate(sy), Truncate(ex), Truncate(ey));
-        };
+        stage = L"1";
+        const PenLook look = ResolvePen(pGeom, m_LockMode != 0, kThinnestPen);
+        const CArcPixels arc(*pGeom->GetVectorViewCoordTran(), m_CircleX, m_CircleY, m_Radius, m_StartAngle,
+                             m_EndAngle);
+        stage = L"2";
+        const auto truncated = [](float coordinate) { return Truncate(coordinate); };
         if (m_DrawState == Selected || m_DrawState == Normal) {
             pDC->SetBkMode(TRANSPARENT);
-            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, width, color);
+            CPen pen(m_DrawState == Selected ? PS_DOT : look.style, look.width, look.color);
             CScopedPen selected(pDC, &pen);
             CScopedStockBrush brush(pDC, NULL_BRUSH);
-            stroke();
+            arc.Stroke(pDC, truncated);
             brush.Restore();
             selected.Restore();
         } else if (m_DrawState == Dragging) {
-            CPen pen(lineType, width, color);
+            CPen pen(look.style, look.width, look.color);
             CScopedPen selected(pDC, &pen);
-            CScopedRop rop(pDC, R2_NOT);
-            stroke();
-            rop.Restore();
+            CScopedRop raster(pDC, R2_NOT);
+            arc.Stroke(pDC, truncated);
+            raster.Restore();
             selected.Restore();
         }
-        step = L"3";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        ReportDrawFailure(L"CArc::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CArc::Draw", step);
-    }
+        return true;
+    });
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

@@ -1,10 +1,10 @@
-// CArc: a circular arc, and the circle through three points on which all bulged segments stand.
+// CArc: a circular arc, and the circle through three points, by which the curved segments of polylines are computed.
 // Layer 5: drawables.
 #pragma once
 
 #include "Circle.h"
 
-// Runs anticlockwise (y up) from the start angle to the end angle; a start above the end crosses angle 0.
+// Runs anticlockwise (y up) from the start angle to the end angle. With a start above the end it crosses angle 0.
 class NRVECTORVIEW_API CArc : public CCircle {
     DECLARE_SERIAL(CArc)
 public:
@@ -12,11 +12,11 @@ public:
     // Angles in radians.
     CArc(Gdiplus::PointF center, float radius, float startAngle, float endAngle);
 
-    // The circle through three points. 0, with the results untouched, when two of them are one or all are in line.
-    // The radius carries the seven digits of a float, no more.
+    // The circle through three points. 0, with the results unchanged, when two of them are equal or all are on one
+    // line. The radius is rounded to single precision.
     static int Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center, double& radius);
-    // The same with the angles of the anticlockwise sweep that passes through p2, whichever way the points run. The
-    // results are written on failure too: zeros, and the angles of the points as seen from (0, 0).
+    // The same, and the angles of the anticlockwise arc between p1 and p3 that passes through p2, whichever way the
+    // points run. On failure the results are written too: zeros, and the angles of the points as seen from (0, 0).
     static int Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, double* cx, double* cy, double* radius,
                       double* startAngle, double* endAngle);
 
@@ -31,11 +31,12 @@ public:
 
     void SetStartAngle(double angle) { m_StartAngle = angle; }
     void SetEndAngle(double angle) { m_EndAngle = angle; }
-    // The arc from p1 to p3 on the circle through the three. The angles are not put into any order: the caller gives
-    // the points anticlockwise. 0, and the arc as it was, when there is no such circle.
+    // The arc from p1 to p3 on the circle through the three points, which the caller gives anticlockwise: the angles
+    // are not put into any order. 0, and the arc is unchanged, when there is no such circle.
     int Set(const CGePoint2d& p1, const CGePoint2d& p2, const CGePoint2d& p3);
     void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) override;
-    // Through the start, middle and end points: scales the radius and mirrors, as a circle does not.
+    // By the images of the start, middle and end points, so that, unlike a circle's, the radius scales and the arc
+    // mirrors.
     void transformBy(const CGeMatrix2d& m) override;
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
@@ -55,6 +56,6 @@ protected:
 
 private:
     void PointAt(double angle, CGePoint2d& p);
-    // The arc through three points in any order; stays as it was when there is none.
+    // The arc through three points in either direction; unchanged when there is none.
     void Rebuild(CGePoint2d start, CGePoint2d mid, CGePoint2d end);
 };

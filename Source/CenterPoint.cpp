@@ -1,6 +1,6 @@
 #include "CenterPoint.h"
 
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 IMPLEMENT_SERIAL(CCenterPoint, CDrawable, VERSIONABLE_SCHEMA | 5)
 
@@ -8,7 +8,7 @@ namespace {
 
 enum Grip { kGripCenter = 0, kGripRight = 1, kGripTop = 2, kGripLeft = 3, kGripBottom = 4 };
 
-// Ten times what other kinds answer when they are not hit.
+// Ten times the distance that most other kinds report when they are not hit.
 constexpr float kNotHit = 1000.0f;
 constexpr float kHit = 1.0f;
 
@@ -101,61 +101,35 @@ void CCenterPoint::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeFlag(list, L"m_Fill", m_Fill);
     PropertyRows::TakeText(list, L"m_strParmName", m_strParmName);
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
-    // Only circles and centre marks narrow the lock to a byte: 256 unlocks.
+    // Only the low byte of the lock is taken back, so 256 unlocks.
     PropertyRows::TakeLowByte(list, L"m_LockObjZoom", m_LockMode);
 }
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
+// A failure is reported under the name of the circle's Draw.
 void CCenterPoint::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CCircle::Draw", L"3", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn()) {
+            return false;
         }
-        const short lineType = InnerGetLineType(pGeom);
-        const int width = Truncate(PenWidth(pGeom, m_LockMode != 0));
-        const DWORD color = InnerGetPenColor(pGeom);
+        const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         float px = 0.0f;
         float py = 0.0f;
         tran->DPToLP(m_CircleX, m_CircleY, &px, &py);
         const float pr = tran->DToL(m_Radius);
-        step = L"1";
-        const auto stroke = [&] {
+        stage = L"1";
+        StrokeRound(pDC, m_DrawState, look, NULL_BRUSH, [&] {
             const float half = pr / 2;
             pDC->MoveTo(Truncate(px), Truncate(py - pr));
             pDC->LineTo(Truncate(px), Truncate(py + pr));
             pDC->MoveTo(Truncate(px - pr), Truncate(py));
             pDC->LineTo(Truncate(px + pr), Truncate(py));
             pDC->Ellipse(Truncate(px - half), Truncate(py - half), Truncate(px + half), Truncate(py + half));
-        };
-        if (m_DrawState == Selected || m_DrawState == Normal) {
-            pDC->SetBkMode(TRANSPARENT);
-            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, width, color);
-            CScopedStockBrush brush(pDC, NULL_BRUSH);
-            CScopedPen selected(pDC, &pen);
-            stroke();
-            selected.Restore();
-            brush.Restore();
-        } else if (m_DrawState == Dragging) {
-            CScopedRop rop(pDC, R2_NOT);
-            // Made and not selected, as for a circle.
-            CPen pen(lineType, width, color);
-            CScopedStockBrush brush(pDC, NULL_BRUSH);
-            stroke();
-            rop.Restore();
-            brush.Restore();
-        }
-        step = L"3";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        // The circle's name: users know this message, and support looks for it.
-        ReportDrawFailure(L"CCircle::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CCircle::Draw", step);
-    }
+        });
+        return true;
+    });
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

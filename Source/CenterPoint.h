@@ -1,4 +1,4 @@
-// CCenterPoint: a mark for hosts, a cross with a circle of half its size.
+// CCenterPoint: a mark that hosts place, a cross with a circle of half its size.
 // Layer 5: drawables.
 #pragma once
 
@@ -10,7 +10,7 @@ public:
     CCenterPoint() = default;
     CCenterPoint(Gdiplus::PointF center);
 
-    // The same value twice: both names are in use by hosts.
+    // Two names of the same value; both belong to the interface for hosts.
     CGePoint2d Center() { return CGePoint2d(m_CircleX, m_CircleY); }
     CGePoint2d GetCenter() { return Center(); }
     int GetLockMode() { return m_LockMode; }
@@ -18,14 +18,14 @@ public:
     CString GetMsgInfo() { return m_strMsgInfo; }
     CString GetName() override;
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
-    // The whole disc hits, at the fixed distance 1.0; 1000.0 outside of it and for a hidden mark.
+    // 1.0 for every point of the disc; 1000.0 outside of it and for a hidden mark.
     float HitTest(CGePoint2d p) override;
     // Centre, then the points at the right, top, left and bottom.
     void getGripPoints(CGePointArray& out, int mask) override;
 
     void SetCenter(CGePoint2d center);
     void SetCenter(Gdiplus::PointF center) { SetCenter(CGePoint2d(center)); }
-    // Nonzero keeps the line width in pixels at every zoom.
+    // Nonzero: the line width is in pixels at every zoom; 0: it is in drawing units.
     void SetLockMode(int mode) { m_LockMode = mode; }
     void SetParmName(CString name) { m_strParmName = name; }
     void SetMsgInfo(CString info) { m_strMsgInfo = info; }
@@ -43,8 +43,8 @@ protected:
     double m_CircleX = 0.0;
     double m_CircleY = 0.0;
     double m_Radius = 70.0; // Half the length of the cross, in drawing units.
-    int m_Fill = 0;         // Kept and stored; the mark is never filled.
-    CString m_strParmName;  // The host's own tags: stored, shown, never interpreted.
+    int m_Fill = 0;         // Stored and loaded; the mark is never filled.
+    CString m_strParmName;  // Tags of the host: stored and shown, never interpreted.
     CString m_strMsgInfo;
     int m_LockMode = 0;
 };

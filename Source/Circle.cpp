@@ -1,6 +1,6 @@
 #include "Circle.h"
 
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 #include <cmath>
 
@@ -10,8 +10,8 @@ namespace {
 
 enum Grip { kGripCenter = 0, kGripRight = 1, kGripTop = 2, kGripLeft = 3, kGripBottom = 4 };
 
-// The stock object selected for a filled circle is a palette, which no context takes as a brush. The selection fails
-// quietly, and the circle is filled with the brush that is in the context already. Drawings count on it.
+// The stock object selected for a filled circle is a palette, which no context takes as a brush. The
+// selection fails without a message, and the circle is filled with the brush that is in the context already.
 constexpr int kStockFilled = DEFAULT_PALETTE;
 
 } // namespace
@@ -33,7 +33,7 @@ int CCircle::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
     if (m_IsShow == 0) {
         return 0;
     }
-    // With a negative radius the minimum lies above the maximum; nobody puts that right.
+    // A negative radius gives a minimum above the maximum.
     min.SetPoint(m_CircleX - m_Radius, m_CircleY - m_Radius);
     max.SetPoint(m_CircleX + m_Radius, m_CircleY + m_Radius);
     return 1;
@@ -107,58 +107,28 @@ void CCircle::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeFlag(list, L"m_Fill", m_Fill);
     PropertyRows::TakeText(list, L"m_strParmName", m_strParmName);
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
-    // Only circles and centre marks narrow the lock to a byte: 256 unlocks.
+    // Only the low byte of the lock is taken back, so 256 unlocks.
     PropertyRows::TakeLowByte(list, L"m_LockObjZoom", m_LockMode);
 }
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CCircle::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CCircle::Draw", L"3", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn()) {
+            return false;
         }
-        const short lineType = InnerGetLineType(pGeom);
-        const int width = Truncate(PenWidth(pGeom, m_LockMode != 0));
-        const DWORD color = InnerGetPenColor(pGeom);
+        const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         float px = 0.0f;
         float py = 0.0f;
         tran->DPToLP(m_CircleX, m_CircleY, &px, &py);
         const float pr = tran->DToL(m_Radius);
-        step = L"1";
-        const int stockBrush = m_Fill != 0 ? kStockFilled : NULL_BRUSH;
-        // Truncated, where lines and polylines round.
-        const auto stroke = [&] {
-            pDC->Ellipse(Truncate(px - pr), Truncate(py - pr), Truncate(px + pr), Truncate(py + pr));
-        };
-        if (m_DrawState == Selected || m_DrawState == Normal) {
-            pDC->SetBkMode(TRANSPARENT);
-            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, width, color);
-            CScopedStockBrush brush(pDC, stockBrush);
-            CScopedPen selected(pDC, &pen);
-            stroke();
-            selected.Restore();
-            brush.Restore();
-        } else if (m_DrawState == Dragging) {
-            CScopedRop rop(pDC, R2_NOT);
-            // Made and not selected: inversion takes no colour, and the width of a dragged circle has always been
-            // that of the pen in the context.
-            CPen pen(lineType, width, color);
-            CScopedStockBrush brush(pDC, stockBrush);
-            stroke();
-            rop.Restore();
-            brush.Restore();
-        }
-        step = L"3";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        ReportDrawFailure(L"CCircle::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CCircle::Draw", step);
-    }
+        stage = L"1";
+        StrokeRound(pDC, m_DrawState, look, m_Fill != 0 ? kStockFilled : NULL_BRUSH,
+                    [&] { pDC->Ellipse(Truncate(px - pr), Truncate(py - pr), Truncate(px + pr), Truncate(py + pr)); });
+        return true;
+    });
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

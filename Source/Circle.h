@@ -19,7 +19,7 @@ public:
     CString GetMsgInfo() { return m_strMsgInfo; }
     CString GetName() override;
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
-    // To the outline, also for a filled circle.
+    // The distance to the outline, also for a filled circle.
     float HitTest(CGePoint2d p) override;
     // Centre, then the points at the right, top, left and bottom.
     void getGripPoints(CGePointArray& out, int mask) override;
@@ -28,13 +28,14 @@ public:
     void SetCenter(Gdiplus::PointF center) { SetCenter(CGePoint2d(center)); }
     void setRadius(double radius) { m_Radius = radius; }
     void SetFill(int fill) { m_Fill = fill; }
-    // Nonzero keeps the width of the outline in pixels at every zoom. Centre and radius follow the zoom all the same.
+    // Nonzero: the width of the outline is in pixels at every zoom; 0: it is in drawing units. Only the width depends
+    // on it.
     void SetLockMode(int mode) { m_LockMode = mode; }
     void SetParmName(CString name) { m_strParmName = name; }
     void SetMsgInfo(CString info) { m_strMsgInfo = info; }
-    // Nothing keeps the radius positive: a grip dragged past the centre makes it negative.
+    // The radius may become negative: a grip dragged past the centre makes it so.
     void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) override;
-    // Moves the centre; the radius stays, whatever the matrix scales.
+    // Moves the centre; the radius stays, also under a matrix that scales.
     void transformBy(const CGeMatrix2d& m) override;
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
@@ -48,7 +49,7 @@ protected:
     double m_CircleY = 0.0;
     double m_Radius = 0.0; // Drawing units.
     int m_Fill = 0;        // Nonzero fills.
-    CString m_strParmName; // The host's own tags: stored, shown, never interpreted.
+    CString m_strParmName; // Tags of the host: stored and shown, never interpreted.
     CString m_strMsgInfo;
     int m_LockMode = 0;
 };

@@ -1,21 +1,12 @@
 #include "CombRect.h"
 
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 IMPLEMENT_SERIAL(CCombRect, CDrawable, VERSIONABLE_SCHEMA | 5)
 
 namespace {
 
 constexpr int kFrameWidth = 1; // Pixels, at every zoom.
-
-// A corner in pixels. The mapping's doubles are floats once more before they are rounded.
-void CornerPixels(const CVectorViewCoordTran& tran, const CGePoint2d& corner, int& x, int& y) {
-    double wideX = 0.0;
-    double wideY = 0.0;
-    tran.DPToLP_Double(corner.x, corner.y, &wideX, &wideY);
-    x = CSerialable::GetNear(static_cast<double>(static_cast<float>(wideX)), 0);
-    y = CSerialable::GetNear(static_cast<double>(static_cast<float>(wideY)), 0);
-}
 
 } // namespace
 
@@ -46,36 +37,33 @@ void CCombRect::transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d f
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
-// Neither visibility nor state is asked: a frame is always there, in its own line type.
+// Neither visibility nor state is asked, so that a hidden or deleted frame is drawn too.
+// A failure is reported under the name of the line's Draw.
 void CCombRect::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        step = L"1";
+    DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
+        stage = L"1";
         pDC->SetBkMode(TRANSPARENT);
         CPen pen(InnerGetLineType(pGeom), kFrameWidth, InnerGetPenColor(pGeom));
         CScopedPen selected(pDC, &pen);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
-        int x1 = 0;
-        int y1 = 0;
-        int x2 = 0;
-        int y2 = 0;
-        CornerPixels(*tran, m_Corner1, x1, y1);
-        CornerPixels(*tran, m_Corner2, x2, y2);
-        pDC->MoveTo(x1, y1);
-        pDC->LineTo(x2, y1);
-        pDC->LineTo(x2, y2);
-        pDC->LineTo(x1, y2);
-        pDC->LineTo(x1, y1);
+        float x1 = 0.0f;
+        float y1 = 0.0f;
+        float x2 = 0.0f;
+        float y2 = 0.0f;
+        tran->DPToLP(m_Corner1.x, m_Corner1.y, &x1, &y1);
+        tran->DPToLP(m_Corner2.x, m_Corner2.y, &x2, &y2);
+        const int left = PixelOf(x1);
+        const int top = PixelOf(y1);
+        const int right = PixelOf(x2);
+        const int bottom = PixelOf(y2);
+        pDC->MoveTo(left, top);
+        pDC->LineTo(right, top);
+        pDC->LineTo(right, bottom);
+        pDC->LineTo(left, bottom);
+        pDC->LineTo(left, top);
         selected.Restore();
-        step = L"2";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        // The line's name: the frame's message has always borne it.
-        ReportDrawFailure(L"CLine::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CLine::Draw", step);
-    }
+        return true;
+    });
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

@@ -4,7 +4,7 @@
 
 #include "Drawable.h"
 
-// Has no grips and no extent and is never hit: hosts hold it and move it with SetPoint.
+// It has no grips and no extent and is never hit. Hosts make it and move it with SetPoint.
 class NRVECTORVIEW_API CCombRect : public CDrawable {
     DECLARE_SERIAL(CCombRect)
 public:
@@ -27,7 +27,7 @@ public:
 
 private:
     CString m_strVectorId;
-    CString m_strCombText; // Kept and stored; nothing reads it.
+    CString m_strCombText; // Stored and loaded; the library does not use it.
     CGePoint2d m_Corner1;
     CGePoint2d m_Corner2;
 };

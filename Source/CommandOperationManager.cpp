@@ -132,8 +132,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned in
     }
     if ((nFlags & MK_MBUTTON) != 0) {
         const CGeVector2d d = pixel - m_MButtonPoint;
-        m_pCoordTran->SetOriginX(m_pCoordTran->GetOriginX() - m_pCoordTran->LToD(static_cast<float>(d.x)));
-        m_pCoordTran->SetOriginY(m_pCoordTran->GetOriginY() + m_pCoordTran->LToD(static_cast<float>(d.y)));
+        m_pCoordTran->Pan(d);
         m_MButtonPoint = pixel;
         if (CCommandOperation* op = CurrentTool()) {
             op->RefreshGrip();

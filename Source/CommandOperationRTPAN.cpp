@@ -16,9 +16,7 @@ CCommandOperation::ResultState CCommandOperationRTPAN::OnMouseMoveForL(unsigned 
     }
     const CGePoint2d pixel(point);
     const CGeVector2d d = pixel - m_DownPoint;
-    m_pCoordTran->SetOriginX(m_pCoordTran->GetOriginX() - m_pCoordTran->LToD(static_cast<float>(d.x)));
-    // Pixels count downwards and drawing units upwards.
-    m_pCoordTran->SetOriginY(m_pCoordTran->GetOriginY() + m_pCoordTran->LToD(static_cast<float>(d.y)));
+    m_pCoordTran->Pan(d);
     m_DownPoint = pixel;
     RequestRedraw();
     return RS_Continue;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 
 IMPLEMENT_DYNAMIC(CGraphicDocument, CDocument)
 
@@ -37,6 +38,13 @@ void FreeAll(CDrawableArray& list) {
     list.RemoveAll();
 }
 
+// False for an object that has no extent, and for one whose extent is no finite box: it would make the whole drawing's
+// extent, and with it every fit, one of not-a-number.
+bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) {
+    return object.GetRect(tran, min, max) != 0 && std::isfinite(min.x) && std::isfinite(min.y) &&
+           std::isfinite(max.x) && std::isfinite(max.y);
+}
+
 // Documents may live on several threads.
 unsigned long long NextGeneration() {
     static std::atomic<unsigned long long> last{0};
@@ -58,16 +66,17 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
     if (m_DrawableObjs.IsEmpty()) {
         return 0;
     }
-    if (m_DrawableObjs[0]->GetRect(m_pCoordTran, min, max) == 0) {
-        // The maximum starts from a tiny positive number and no huge negative one: a drawing that lies wholly below
-        // or left of the origin, behind a first object without extent, reaches to the origin, and is fitted so.
+    if (!ExtentOf(*m_DrawableObjs[0], m_pCoordTran, min, max)) {
+        // The maximum starts from a tiny positive number and not from a large negative one. So the
+        // extent of a drawing that is wholly below or left of the origin, and whose first object has none, reaches to
+        // the origin.
         min.SetPoint(1e20, 1e20);
         max.SetPoint(1e-20, 1e-20);
     }
     for (INT_PTR i = 1; i < m_DrawableObjs.GetSize(); ++i) {
         CGePoint2d low;
         CGePoint2d high;
-        if (m_DrawableObjs[i]->GetRect(m_pCoordTran, low, high) != 0) {
+        if (ExtentOf(*m_DrawableObjs[i], m_pCoordTran, low, high)) {
             min.SetPoint(std::min(min.x, low.x), std::min(min.y, low.y));
             max.SetPoint(std::max(max.x, high.x), std::max(max.y, high.y));
         }

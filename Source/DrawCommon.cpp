@@ -1,14 +1,14 @@
 #include "DrawCommon.h"
 
 #include "Arc.h"
-#include "DrawGeometry.h"
-#include "VectorViewCoordTran.h"
+#include "DrawStrokes.h"
 
 #include <cmath>
 
 namespace {
 
-// Twice the area of the triangle under an arc, in square drawing units: at or below this its top lies on the chord.
+// Twice the area of the triangle under an arc, in square drawing units. At or below this its top counts as on the
+// chord.
 constexpr double kFlatTriangle = 1e-5;
 
 CGePoint2d Middle(const CGePoint2d& a, const CGePoint2d& b) {
@@ -25,7 +25,7 @@ CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bu
     const double length = std::sqrt(vx * vx + vy * vy);
     double leftX = -vy / length;
     double leftY = vx / length;
-    // Only a bulge clearly above zero goes to the right: 0.001 itself still has its top on the left.
+    // A bulge has its top on the right from above 0.001 only; 0.001 and less have it on the left.
     if (bulge > kStraightDrawn) {
         leftX = -leftX;
         leftY = -leftY;
@@ -35,7 +35,7 @@ CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bu
     return CGePoint2d(middle.x + leftX * height, middle.y + leftY * height);
 }
 
-// The opposite sign of GetArcMidHighPt is on purpose: hosts call both, and each caller here turns the sign itself.
+// The sign is the opposite of a stored bulge; callers multiply by -1.
 int CDraw_Common::CalTwoPoint_Bulge(CGePoint2d p1, CGePoint2d p2, CGePoint2d mp, double& bulge) {
     if (p1 == p2) {
         return 0;
@@ -80,18 +80,9 @@ int CDraw_Common::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CPoint* pts, int 
                          &endAngle) == 0) {
             return 0;
         }
-        float cx = 0.0f;
-        float cy = 0.0f;
-        tran->DPToLP(centerX, centerY, &cx, &cy);
-        const float r = tran->DToL(radius);
-        // Angles are taken with y upwards and pixels run downwards, so the context's own direction, anticlockwise as
-        // seen, is the arc's.
-        const float sx = cx + tran->DToL(radius * std::cos(startAngle));
-        const float sy = cy - tran->DToL(radius * std::sin(startAngle));
-        const float ex = cx + tran->DToL(radius * std::cos(endAngle));
-        const float ey = cy - tran->DToL(radius * std::sin(endAngle));
-        pDC->Arc(Truncate(cx - r), Truncate(cy - r), Truncate(cx + r), Truncate(cy + r), Truncate(sx), Truncate(sy),
-                 Truncate(ex), Truncate(ey));
+        CArcPixels(*tran, centerX, centerY, radius, startAngle, endAngle).Stroke(pDC, [](float coordinate) {
+            return Truncate(coordinate);
+        });
     }
     return 1;
 }

@@ -1,5 +1,5 @@
-// CDrawGeometry: what every Draw gets beside the device context, the mapping and the layers.
-// Layer 5: drawables (the class); its source stands with the painter, whom it asks.
+// CDrawGeometry: gives every Draw the mapping, the layers and the number display of the painter.
+// Layer 5: drawables (the class); its source belongs to the painter, which it calls.
 #pragma once
 
 #include "VectorViewApi.h"
@@ -16,10 +16,10 @@ public:
 
     CLayerManager* GetLayerManager() { return m_pLayerManager; }
     void SetLayerManager(CLayerManager* layers) { m_pLayerManager = layers; }
-    // The painter's mapping; asks for a painter.
+    // The painter's mapping; there must be a painter.
     CVectorViewCoordTran* GetVectorViewCoordTran();
-    // The string to draw for a parameter's value: the painter's number display, or the value as it stands when there
-    // is no painter.
+    // The string to draw for a parameter's value: what the painter's number display makes of it, or the value itself
+    // when there is no painter.
     CString GetTextParm_ShowText(CString& s);
 
 private:

@@ -12,12 +12,12 @@ namespace {
 constexpr float kWideByLayer = -1.0f;
 constexpr COLORREF kGripBlue = 0xFF0000; // 0x00BBGGRR
 
-// Versions of the attribute block. 5 has neither visibility nor selectability, 7 has both, anything else the first.
+// Versions of the attribute block: 5 has neither visibility nor selectability, 7 has both, any other has visibility.
 constexpr int kVersionPlain = 5;
 constexpr int kVersionCurrent = 7;
 
-// A layer that names its colour by index shows that entry with red and blue exchanged: the exchange is made once by
-// the table and once more here. Drawings have been coloured by eye with it, so it stays. White doesn't tell.
+// A layer that has its colour by index shows that entry of the table with red and blue exchanged: GetColor exchanges
+// them once, and it is done once more here. The white of the default layer looks the same either way.
 DWORD LayerColor(const CLayerInfo& layer) {
     return layer.m_ColorIndex == kColorExplicit
                ? layer.m_Color
@@ -96,9 +96,9 @@ void CDrawable::SetPenColor(DWORD color) {
     m_PenColorIndex = kColorExplicit;
 }
 
-// The layer row goes out under the line type's key and is looked for under the width's. So an edit of the layer
-// reaches nothing, and an edit of the width also writes the low half of the float's bits into the layer: 2.0 moves
-// the object to layer 0. The keys are part of the interface and stay as they are.
+// The row of the layer has the key of the line type, and SetProperty looks for it under the key of the width. So an
+// edit of the layer changes nothing, and an edit of the width also stores the low 16 bits of the float as the layer: a
+// width of 2.0 moves the object to layer 0. Both keys are part of the interface.
 void CDrawable::GetProperty(CDrawableProperty& list) {
     PropertyRows::Add(list, L"color", L"颜色", L"指定对象的颜色", VT_I2, COleVariant(m_PenColorIndex, VT_I2));
     PropertyRows::Add(list, L"LineWide", L"线宽", L"指定线宽度", VT_R4, COleVariant(m_LineWide));
@@ -176,6 +176,12 @@ float CDrawable::PenWidth(CDrawGeometry* pGeom, bool locked, float floorWidth) {
     }
     const float pixels = pGeom->GetVectorViewCoordTran()->DToL(width);
     return floorWidth > pixels ? floorWidth : pixels;
+}
+
+CDrawable::PenLook CDrawable::ResolvePen(CDrawGeometry* pGeom, bool locked, float floorWidth) {
+    const short style = InnerGetLineType(pGeom);
+    const int width = Truncate(PenWidth(pGeom, locked, floorWidth));
+    return {style, width, InnerGetPenColor(pGeom)};
 }
 
 void CDrawable::ReportDrawFailure(LPCTSTR function, LPCTSTR step) {

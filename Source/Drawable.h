@@ -1,4 +1,4 @@
-// CDrawable: the base of everything that a drawing holds, and the whole interface between objects and the rest.
+// CDrawable: the base of everything that a drawing holds, and the interface through which all other units use objects.
 // Layer 5: drawables.
 #pragma once
 
@@ -17,7 +17,7 @@
 using CGePointArray = CArray<CGePoint2d, CGePoint2d&>;
 using CIndexArray = CArray<int, int&>;
 
-// Kinds of grips that getGripPoints is asked for.
+// Kinds of grips that can be asked of getGripPoints.
 inline constexpr int kGripVertices = 1;
 inline constexpr int kGripInsertPoints = 2;
 inline constexpr int kGripMidpoints = 4;
@@ -29,32 +29,40 @@ inline constexpr int kSnapFoot = 8;
 class NRVECTORVIEW_API CDrawable : public CSerialable {
     DECLARE_SERIAL(CDrawable)
 public:
-    enum DrawState : int { // A stream may bring any number.
-        Selected = 0,      // Dotted, with grips.
-        Dragging = 1, // A rubber-band copy that a command holds: drawn by inversion, a second drawing takes it off.
+    // A stream may hold any number; in a state that is none of these most kinds draw nothing.
+    enum DrawState : int {
+        Selected = 0, // Drawn dotted, with grips.
+        Dragging = 1, // A rubber-band copy of a command: drawn by inversion, so that a second drawing erases it.
         Normal = 2
     };
 
     CDrawable() = default;
 
+    // What a pen is made of: a GDI style, a width in pixels and a COLORREF.
+    struct PenLook {
+        short style;
+        int width;
+        DWORD color;
+    };
+
     // ---- The virtual interface, in this order ----
 
-    // Draws the grips in the state Selected; every object's own Draw ends with this one. The concrete kinds report
-    // whatever is thrown in a message box and let the paint go on.
+    // Draws the grips in the state Selected; the Draw of every kind ends with this one. The concrete kinds report
+    // whatever is thrown in a message box, and the paint continues with the next object.
     virtual void Draw(CDC* pDC, CDrawGeometry* pGeom);
     // Appends the grips of the kinds in `mask`, in drawing units. Only polylines look at the mask.
     virtual void getGripPoints(CGePointArray& out, int mask);
-    // Moves the grip whose index stands first in `indices` (the others are not looked at) by v, in drawing units.
-    // An empty array raises the invalid-argument exception in the concrete classes.
+    // Moves the grip of the first index in `indices` (the others are ignored) by v, in drawing units. An empty array
+    // raises the invalid-argument exception in the concrete classes.
     virtual void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v);
     virtual void DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom);
     virtual void transformBy(const CGeMatrix2d& m);
-    // The kind's own word, for people.
+    // The Chinese word for the kind, for display.
     virtual CString GetName();
     // Extent in drawing units; 0 means that there is none.
     virtual int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max);
     // Distance in drawing units; 100.0 for a hidden object and for a kind without a test (some kinds: 1000.0).
-    // The tolerance is the caller's.
+    // The caller compares it with a tolerance of its own.
     virtual float HitTest(CGePoint2d p);
     // Appends the feet of the perpendiculars from p, with `type` 8; always 1.
     virtual int GetClosetPt(CGePoint2d p, CGePointArray& out);
@@ -65,14 +73,14 @@ public:
 
     short GetPenColorIndex() { return m_PenColorIndex; }
     void SetPenColorIndex(short index) { m_PenColorIndex = index; }
-    // By an index of the colour table that entry, otherwise the explicit colour, also for an object by layer.
+    // The entry of the colour table for an index of it; otherwise the explicit colour, also for an object by layer.
     DWORD GetPenColor();
     // Also makes the colour explicit.
     void SetPenColor(DWORD color);
     short GetColorBrush() { return m_ColorBrush; }
     void SetColorBrush(short index) { m_ColorBrush = index; }
     float GetLineWide() { return m_LineWide; }
-    // Whole widths only; a fraction comes through properties and files.
+    // Whole widths only; properties and files can also set a fraction.
     void SetLineWide(short width) { m_LineWide = width; }
     short GetLineType() { return m_LineType; }
     void SetLineType(short type) { m_LineType = type; }
@@ -88,7 +96,7 @@ public:
     void SetIsShow(int show) { m_IsShow = show; }
     // Asks the object's state; CGraphicDocument::IsSelected asks the list.
     int IsSelected() { return m_DrawState == Selected; }
-    // 0 leads to Normal, so it ends Dragging too.
+    // 0 sets Normal, also for an object that was Dragging.
     void SetSelected(int selected) { m_DrawState = selected != 0 ? Selected : Normal; }
     int isCanSelect() { return m_CanBeSelect; }
     void SetCanBeSelect(int can) { m_CanBeSelect = can; }
@@ -99,19 +107,42 @@ public:
     CKxAliveToken GetAlive();
 
 protected:
-    // The attributes as they stand at this moment, by-layer values looked up. Draw asks these and nothing else.
+    // The frame of a Draw, also for the kinds of a host. `body` draws the strokes; it sets the text of the stage that
+    // it has reached, "0" at first, and returns whether the grips follow. These are drawn in the stage `gripStage`.
+    // Whatever is thrown, an exception of the layer or anything else, ends in the message box that names `function` and
+    // the stage; nothing is thrown to the caller.
+    template <class Body>
+    void DrawInFrame(CDC* pDC, CDrawGeometry* pGeom, LPCTSTR function, LPCTSTR gripStage, Body body) {
+        LPCTSTR stage = L"0";
+        try {
+            if (body(stage)) {
+                stage = gripStage;
+                CDrawable::Draw(pDC, pGeom);
+            }
+        } catch (CException* e) {
+            e->Delete();
+            ReportDrawFailure(function, stage);
+        } catch (...) {
+            ReportDrawFailure(function, stage);
+        }
+    }
+    bool IsToBeDrawn() const { return m_IsShow != 0 && m_IsDelete == 0; }
+
+    // The attributes of this moment, by-layer values looked up. Draw asks these and nothing else.
     DWORD InnerGetPenColor(CDrawGeometry* pGeom);
     float InnerGetLineWide(CDrawGeometry* pGeom);
     short InnerGetLineType(CDrawGeometry* pGeom);
-    // Width of the pen in pixels: as it stands when locked, else through the zoom and at least `floorWidth`.
+    // Width of the pen in pixels: the stored one when locked, else that of the zoom and at least `floorWidth`.
     float PenWidth(CDrawGeometry* pGeom, bool locked, float floorWidth = 1.0f);
+    // All three; the width is PenWidth, truncated.
+    PenLook ResolvePen(CDrawGeometry* pGeom, bool locked, float floorWidth = 1.0f);
 
-    // Signed distance from p to the segment a-b in drawing units, positive on the left; beyond an end the distance to
-    // that end. A segment without length gives not-a-number.
+    // Signed distance from p to the segment a-b in drawing units, positive on the left of it; beyond an end the
+    // distance to that end. A segment without length gives not-a-number.
     static float DistanceLine(CGePoint2d a, CGePoint2d b, CGePoint2d p);
-    // The foot of p on the infinite line through a and b, with `type` 8; unguarded for one point.
+    // The foot of p on the infinite line through a and b, with `type` 8. Not-a-number when a and b are one point.
     static CGePoint2d PerpendicularFoot(CGePoint2d a, CGePoint2d b, CGePoint2d p);
-    // "<function>出错:step=" and the stage reached, in a message box: how a failed Draw is reported.
+    // Reports a failed Draw in a message box: "<function>出错:step=" and the stage reached.
     static void ReportDrawFailure(LPCTSTR function, LPCTSTR step);
 
     short m_PenColorIndex = kColorByLayer;
@@ -119,7 +150,7 @@ protected:
     short m_ColorBrush = -1;
     float m_LineWide = -1.0f; // Drawing units, or pixels when the width is locked; -1 by layer.
     short m_LineType = -1;    // GDI pen style; -1 by layer.
-    float m_Scale = 1.0f;     // Kept for hosts; nothing here reads it.
+    float m_Scale = 1.0f;     // Stored for hosts; the library does not use it.
     short m_Layer = 0;
     int m_ID = 0;
     int m_IsDelete = 0;

@@ -22,11 +22,11 @@ public:
     CString m_Label;
     CString m_Key;
     VARTYPE m_Type;
-    int m_Changed = 0; // Set by the window that edits the row; nothing resets it.
+    int m_Changed = 0; // Set by the window that edits the row; never reset.
     COleVariant m_Value;
 };
 
-// A mark that the value is a number out of a list. No names are attached: it shows and edits as its plain number.
+// Marks a value that is one number of a list. The names are not known here: the row shows and edits the plain number.
 class NRVECTORVIEW_API CEnumProperty : public CSimpleProperty {
     DECLARE_DYNAMIC(CEnumProperty)
 public:
@@ -54,7 +54,7 @@ private:
     CArray<CSimpleProperty*, CSimpleProperty*&> m_Rows;
 };
 
-// What every GetProperty and SetProperty does with a row; for the kinds of a host as well.
+// The operations on rows of every GetProperty and SetProperty; for the kinds of a host as well.
 namespace PropertyRows {
 
 // A new row, registered and appended; label and description are the same text in most rows.

@@ -4,8 +4,8 @@
 
 #include <afxwin.h>
 
-// Restore, or the destructor where no Restore came, puts the old value back. A destructor does so quietly: something is
-// being thrown already, and a device context that fails again adds nothing.
+// Restore puts the old value back; where neither Restore nor Abandon was called the destructor does. An exception is on
+// its way then, so whatever the device context throws in the destructor is dropped.
 template <typename Old, void (*PutBack)(CDC*, Old)>
 class CScopedSetting {
 public:
@@ -26,6 +26,8 @@ public:
             PutBack(dc, m_Old);
         }
     }
+    // Leaves the new value in force for good.
+    void Abandon() { m_pDC = nullptr; }
 
 protected:
     // Null for a context to which nothing is to be put back.
@@ -42,6 +44,10 @@ void SelectBack(CDC* dc, Object* object) {
 
 inline void SetRopBack(CDC* dc, int mode) {
     dc->SetROP2(mode);
+}
+
+inline void SetBkModeBack(CDC* dc, int mode) {
+    dc->SetBkMode(mode);
 }
 
 inline void SetTextColorBack(CDC* dc, COLORREF color) {
@@ -63,7 +69,7 @@ public:
     CScopedFont(CDC* dc, CFont* font) : CScopedSetting(dc, dc->SelectObject(font)) {}
 };
 
-// Where GDI refuses the index (15 is none) nothing was changed, and nothing is put back.
+// Where GDI refuses the index (15 is no brush) nothing was changed, and nothing is put back.
 class CScopedStockBrush : public CScopedSetting<CBrush*, SelectBack<CBrush>> {
 public:
     CScopedStockBrush(CDC* dc, int index) : CScopedSetting(dc, static_cast<CBrush*>(dc->SelectStockObject(index))) {
@@ -76,6 +82,17 @@ public:
 class CScopedRop : public CScopedSetting<int, SetRopBack> {
 public:
     CScopedRop(CDC* dc, int mode) : CScopedSetting(dc, dc->SetROP2(mode)) {}
+};
+
+// Puts back the raster mode of the moment, which the block may change.
+class CKeptRop : public CScopedSetting<int, SetRopBack> {
+public:
+    explicit CKeptRop(CDC* dc) : CScopedSetting(dc, dc->GetROP2()) {}
+};
+
+class CScopedBkMode : public CScopedSetting<int, SetBkModeBack> {
+public:
+    CScopedBkMode(CDC* dc, int mode) : CScopedSetting(dc, dc->SetBkMode(mode)) {}
 };
 
 class CScopedTextColor : public CScopedSetting<COLORREF, SetTextColorBack> {

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The named colours of GDI+ in alphabetical order. The order is fixed for ever, because files hold indices.
+// The named colours of GDI+ in alphabetical order. Files hold indices, so the order must not change.
 // clang-format off
 constexpr DWORD kNamedColors[] = {
     0xFFF0F8FF, // 0 AliceBlue

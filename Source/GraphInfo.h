@@ -1,20 +1,20 @@
-// The colour table behind every colour index in drawings.
+// The colour table that the colour indices of objects, layers and documents refer to.
 // Layer 5: drawables.
 #pragma once
 
 #include "VectorViewApi.h"
 
-// Roles of colour indices, in objects, layers and documents. Files hold them.
+// Colour indices with a meaning of their own, in objects, layers and documents. They are stored in files.
 inline constexpr short kColorByLayer = -1;
 inline constexpr short kColorExplicit = -2;
 inline constexpr short kColorBlack = 7;
 inline constexpr short kColorWhite = 137;
 
-// A process-wide singleton, made on first use without a lock: everything here runs on the view's thread.
+// A process-wide singleton, made on first use. There is no lock: use it on the view's thread only.
 class NRVECTORVIEW_API CGraphColorInfo {
 public:
     static CGraphColorInfo* GetInstance();
-    // Frees the instance, if any; a later GetInstance makes a new one.
+    // Frees the instance, if there is one; a later GetInstance makes a new one.
     static void Release();
     virtual ~CGraphColorInfo();
     CGraphColorInfo(const CGraphColorInfo&) = delete;
@@ -22,8 +22,8 @@ public:
 
     // The entry as a COLORREF, 0x00BBGGRR, its alpha dropped. An index outside the table gives black.
     DWORD GetColor(int index);
-    // The first index whose raw entry, 0xAARRGGBB, equals `color`; 137 for none. No inverse of GetColor: the two work
-    // on different byte orders, as the interface has it.
+    // The first index whose entry, in its stored form 0xAARRGGBB, equals `color`; 137 for none. This is not the inverse
+    // of GetColor, whose result has another byte order.
     int GetColorIndex(DWORD color);
 
 private:
@@ -35,7 +35,7 @@ private:
     static CGraphColorInfo* _instance;
 };
 
-// A colour in GDI+ form, 0xAARRGGBB, as a COLORREF; the alpha goes. The same exchange turns one back, without alpha.
+// A colour in GDI+ form, 0xAARRGGBB, as a COLORREF without the alpha; and a COLORREF as 0x00RRGGBB.
 inline DWORD ExchangeRedBlue(DWORD color) {
     return ((color & 0x000000FF) << 16) | (color & 0x0000FF00) | ((color & 0x00FF0000) >> 16);
 }

@@ -57,7 +57,7 @@ int KLineBreaker::GetLine(CTextFormator& formator, HDC hdc, int width, int& begi
             }
             NextWord();
             if (m_nPos == m_nLen) {
-                // The last word never forces a break, so it is not measured.
+                // No line can break after the last word, so it is not measured.
                 end = m_nPos;
                 return 1;
             }

@@ -6,19 +6,20 @@
 
 class CTextFormator;
 
-// Blanks (line feeds and tabs among them) separate words, and a line ends with the word that reaches the width, so it
-// may overrun by that word. Two high characters in a row are a word of their own. Classes are told by the low 8 bits
-// of a character alone: the texts came from one-byte strings once, and lines of stored diagrams break as they did.
+// Blanks (line feeds and tabs among them) separate words. A line ends with the word that reaches the width, so that it
+// may be wider by that word. Two high characters in a row end a word.
+// Only the low 8 bits of a character decide whether it is a blank or a high one.
 class KLineBreaker {
 public:
-    // Borrows the text. `height` stands until the first measurement: a text of one word is never measured.
+    // The text is not owned. `height` is the result of GetHeight until the first measurement; a text of one word is
+    // never measured.
     KLineBreaker(const wchar_t* text, int length, float height) : m_pText(text), m_nLen(length), m_Height(height) {}
 
-    // The next line that has a word in it, as indices from its first character to behind its last word. 0 when there
-    // is none. A failure is shown in a message box and gives 1.
+    // The next line with a word in it, as the index of its first character and the index after its last word. 0 when
+    // there is none. A failure is shown in a message box and gives 1.
     int GetLine(CTextFormator& formator, HDC hdc, int width, int& begin, int& end);
     int GetPosition() const { return m_nPos; }
-    // Of the last stretch that was measured, in pixels.
+    // Of the part that was measured last, in pixels.
     float GetWidth() const { return m_Width; }
     float GetHeight() const { return m_Height; }
 

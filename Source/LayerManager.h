@@ -15,25 +15,25 @@ public:
     void SetName(const char* name);
     const char* GetName() const { return m_Name; }
 
-    // A name in a file that is longer than the field keeps its first 20 bytes; a negative length is a corrupt stream.
+    // Of a longer name in a file the first 20 bytes are kept; a negative length raises the archive's exception.
     void Serialize(CArchive& ar) override;
 
     char m_Name[21] = {};
-    int m_State = 1; // Kept in files; nothing reads it.
+    int m_State = 1; // Stored and loaded; the library does not use it.
     int m_ColorIndex = 137;
-    DWORD m_Color = 0;    // COLORREF, in force with index -2.
+    DWORD m_Color = 0;    // COLORREF, used with index -2.
     short m_LineType = 0; // GDI pen style.
     float m_LineWide = 1.0f;
 };
 
-// Every document is born with the one layer "Layer 0". Owns its layers.
+// A new document has the one layer "Layer 0". Owns its layers.
 class CLayerManager : public CSerialable {
     DECLARE_SERIAL(CLayerManager)
 public:
     CLayerManager();
     ~CLayerManager() override;
 
-    // The new index, or -1 when the count is above the limit: a count equal to the limit still passes.
+    // The new index, or -1 when there are more layers than the limit of 100: with exactly 100 one more is added.
     int AddLayer(const char* name);
     // Null at or above the count; a negative index raises the invalid-argument exception.
     CLayerInfo* GetLayerInfo(int index);
@@ -45,6 +45,6 @@ public:
 
 private:
     int m_MaxLayer = 100;
-    int m_LayerFlag = 1; // Stored and loaded; nothing reads it.
+    int m_LayerFlag = 1; // Stored and loaded; the library does not use it.
     CArray<CLayerInfo*, CLayerInfo*&> m_Layers;
 };

@@ -1,6 +1,6 @@
 #include "Line.h"
 
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,11 +11,7 @@ namespace {
 
 enum Grip { kGripStart = 0, kGripMiddle = 1, kGripEnd = 2 };
 
-int PixelOf(float coordinate) {
-    return CSerialable::GetNear(static_cast<double>(coordinate), 0);
-}
-
-// The rounded pixel passes through float once more before it reaches GDI.
+// The rounded pixel passes through single precision before it reaches GDI, which changes some pixels beyond 2^24.
 int ThroughFloat(int pixel) {
     return Truncate(static_cast<float>(pixel));
 }
@@ -111,14 +107,11 @@ void CLine::SetProperty(CDrawableProperty& list) {
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn()) {
+            return false;
         }
-        const short lineType = InnerGetLineType(pGeom);
-        const float width = PenWidth(pGeom, m_LockMode == 1);
-        const DWORD color = InnerGetPenColor(pGeom);
+        const PenLook look = ResolvePen(pGeom, m_LockMode == 1);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         float x1 = 0.0f;
         float y1 = 0.0f;
@@ -126,35 +119,13 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         float y2 = 0.0f;
         tran->DPToLP(m_X1, m_Y1, &x1, &y1);
         tran->DPToLP(m_X2, m_Y2, &x2, &y2);
-        step = L"1";
-        const auto stroke = [&] {
+        stage = L"1";
+        StrokeOutline(pDC, m_DrawState, look, R2_NOT, [&] {
             pDC->MoveTo(ThroughFloat(PixelOf(x1)), ThroughFloat(PixelOf(y1)));
             pDC->LineTo(ThroughFloat(PixelOf(x2)), ThroughFloat(PixelOf(y2)));
-        };
-        if (m_DrawState == Selected || m_DrawState == Normal) {
-            // The background mode is left transparent here; only a dragged line puts it back.
-            pDC->SetBkMode(TRANSPARENT);
-            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, Truncate(width), color);
-            CScopedPen selected(pDC, &pen);
-            stroke();
-        } else if (m_DrawState == Dragging) {
-            const int oldMode = pDC->SetBkMode(TRANSPARENT);
-            CPen pen(PS_SOLID, Truncate(width), color);
-            CScopedPen selected(pDC, &pen);
-            CScopedRop rop(pDC, R2_NOT);
-            stroke();
-            selected.Restore();
-            rop.Restore();
-            pDC->SetBkMode(oldMode);
-        }
-        step = L"2";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        ReportDrawFailure(L"CLine::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CLine::Draw", step);
-    }
+        });
+        return true;
+    });
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

@@ -1,4 +1,4 @@
-// CLine: the straight segment. The other kinds repeat its pattern.
+// CLine: the straight segment.
 // Layer 5: drawables.
 #pragma once
 
@@ -14,7 +14,7 @@ public:
     CString GetName() override;
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
     float HitTest(CGePoint2d p) override;
-    // The foot on the infinite line: not clipped to the segment.
+    // The foot of the perpendicular on the infinite line, also beyond the ends of the segment.
     int GetClosetPt(CGePoint2d p, CGePointArray& out) override;
     // Start, midpoint, end.
     void getGripPoints(CGePointArray& out, int mask) override;
@@ -23,7 +23,7 @@ public:
     void SetEndPoint(CGePoint2d p);
     void SetStartPoint(Gdiplus::PointF p) { SetStartPoint(CGePoint2d(p)); }
     void SetEndPoint(Gdiplus::PointF p) { SetEndPoint(CGePoint2d(p)); }
-    // 1 keeps the line's width in pixels at every zoom; any other value lets it scale. Geometry is never locked.
+    // 1: the width is in pixels at every zoom. Any other value: it is in drawing units. Only the width depends on it.
     void SetLockMode(int mode) { m_LockMode = mode; }
     int GetLockMode() { return m_LockMode; }
     CString GetParmName() { return m_strParmName; }
@@ -44,7 +44,7 @@ private:
     double m_Y1 = 0.0;
     double m_X2 = 0.0;
     double m_Y2 = 0.0;
-    CString m_strParmName; // The host's own tags: stored, shown, never interpreted.
+    CString m_strParmName; // Tags of the host: stored and shown, never interpreted.
     CString m_strMsgInfo;
     int m_LockMode = 0;
 };

@@ -10,8 +10,8 @@ CMemDC::CMemDC(CDC* dc) : m_pDC(dc), m_bMemDC(!dc->IsPrinting()) {
         return;
     }
     dc->GetClipBox(&m_Rect);
-    // A paint with nothing invalid has an empty clip box. A bitmap of no size would be GDI's own one, never to be
-    // selected.
+    // A paint with nothing invalid has an empty clip box. For a bitmap of no size GDI would return its own stock
+    // bitmap, which must not be selected.
     const int width = std::max(1, m_Rect.Width());
     const int height = std::max(1, m_Rect.Height());
     if (!CreateCompatibleDC(dc) || !m_Bitmap.CreateCompatibleBitmap(dc, width, height)) {
@@ -26,7 +26,7 @@ CMemDC::~CMemDC() {
         m_pDC->BitBlt(m_Rect.left, m_Rect.top, m_Rect.Width(), m_Rect.Height(), this, m_Rect.left, m_Rect.top, SRCCOPY);
         SelectObject(m_pOldBitmap);
     } else {
-        // They belong to the target.
+        // The handles belong to the target.
         m_hDC = nullptr;
         m_hAttribDC = nullptr;
     }

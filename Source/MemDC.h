@@ -6,7 +6,8 @@
 
 class CMemDC : public CDC {
 public:
-    // `dc` is borrowed and outlives this object. For a printer the object merely wraps it. Throws when GDI refuses.
+    // `dc` is borrowed and must outlive this object. A printer is not buffered: this object then draws straight into
+    // it. Throws the resource exception when GDI makes no context or bitmap.
     explicit CMemDC(CDC* dc);
     // Copies the picture to the target.
     ~CMemDC() override;
@@ -14,9 +15,9 @@ public:
     CMemDC& operator=(const CMemDC&) = delete;
 
 private:
-    CBitmap m_Bitmap; // The size of the clip box, and one pixel where that is empty.
+    CBitmap m_Bitmap; // As large as the clip box, and at least one pixel wide and high.
     CBitmap* m_pOldBitmap = nullptr;
     CDC* m_pDC;
-    CRect m_Rect; // The clip box of the target; drawing coordinates still are client pixels.
-    int m_bMemDC;
+    CRect m_Rect; // The clip box of the target, whose coordinates also are those of this context.
+    int m_bMemDC; // 0: a printer.
 };

@@ -20,14 +20,14 @@ void RaiseUnless(bool valid) {
     }
 }
 
-// The middle of a segment on its arc. A segment without length has its vertex there, not a not-a-number.
+// The middle of a segment on its arc; the vertex itself for a segment without length.
 CGePoint2d SegmentMidpoint(const CGePoint2d& start, const CGePoint2d& end, double bulge) {
     CGePoint2d mid = start == end ? CGePoint2d(start.x, start.y) : CDraw_Common::GetArcMidHighPt(start, end, bulge);
     mid.type = kSnapMidpoint;
     return mid;
 }
 
-// The bulge to store for an arc from a to b with its top at `mid`; 0 when a and b are one point.
+// The bulge to store for an arc from a to b whose point farthest from the chord is `mid`; 0 when a and b are one point.
 double BulgeThrough(const CGePoint2d& a, const CGePoint2d& b, const CGePoint2d& mid) {
     double bulge = 0.0;
     return CDraw_Common::CalTwoPoint_Bulge(a, b, mid, bulge) != 0 ? bulge * -1.0 : 0.0;
@@ -37,7 +37,7 @@ double BulgeThrough(const CGePoint2d& a, const CGePoint2d& b, const CGePoint2d& 
 
 // ---- Construction --------------------------------------------------------------------------------------------------
 
-// The flags stay empty on purpose: see the header.
+// The list of pen flags stays empty, as the header says.
 CPLine::CPLine(int n, CGePoint2d* pts) : m_VertexCount(pts != nullptr ? n : 0) {
     for (int i = 0; i < m_VertexCount; ++i) {
         double bulge = 0.0;
@@ -90,7 +90,7 @@ void CPLine::getGripPoints(CGePointArray& out, int mask) {
 
 // ---- Vertices ------------------------------------------------------------------------------------------------------
 
-// The six lists get their entry here and nowhere else; m_VertexCount is the caller's.
+// Appends one entry to each of the six lists; the caller sets m_VertexCount.
 void CPLine::AppendVertex(CGePoint2d p, double bulge, CString name, CString msg) {
     m_PointList.Add(p);
     m_BulgeList.Add(bulge);
@@ -120,7 +120,7 @@ void CPLine::AddPoint(CGePoint2d p, double bulge) {
 }
 
 int CPLine::InsertPoint(int i, CGePoint2d p) {
-    // Before the first vertex means within the closing segment.
+    // A vertex before the first one divides the closing segment.
     double bulge = m_BulgeList[i > 0 ? i - 1 : m_PointList.GetUpperBound()];
     if (i < m_PointList.GetSize()) {
         RaiseUnless(i >= 0);
@@ -139,12 +139,12 @@ int CPLine::InsertPoint(int i, CGePoint2d p) {
     return 1;
 }
 
-// The bulge of the segment before stays: it now reaches the next vertex.
+// The segment before the vertex keeps its bulge and now ends at the next vertex.
 int CPLine::RemovePoint(int i) {
     if (i >= m_VertexCount) {
         return 0;
     }
-    // All six or none.
+    // Either all six lists lose an entry or none.
     RaiseUnless(i >= 0 && i < m_PointList.GetSize() && i < m_BulgeList.GetSize() && i < m_ParmNameList.GetSize() &&
                 i < m_ParmMsgList.GetSize() && i < m_SegPenColorList.GetSize() && i < m_SegPenFlagList.GetSize());
     m_PointList.RemoveAt(i);
@@ -157,8 +157,8 @@ int CPLine::RemovePoint(int i) {
     return 1;
 }
 
-// Not the same as AddPoint beyond the end: the new vertex stays out of the count, so that it is painted and neither
-// hit nor measured nor stored. Hosts use it for a vertex that is not yet placed.
+// A vertex appended here, unlike one of AddPoint, is not counted: it is painted, and neither hit nor measured nor
+// stored.
 void CPLine::SetPoint(int i, CGePoint2d p) {
     if (i < m_PointList.GetSize()) {
         m_PointList[i] = p;
@@ -210,9 +210,9 @@ void CPLine::AddInsertPoint(CGePoint2d p) {
 
 // ---- Grips and transforms ------------------------------------------------------------------------------------------
 
-// An arc beside a moved vertex is rebuilt through its middle, moved along by the whole vector; a straight neighbour
-// stays straight, and a bulge too small for a hit test becomes 0. The closing segment is left as it is, whether its
-// first or its last vertex moves: closed outlines have been drawn with that, so it is not to be completed.
+// An arc next to a moved vertex is computed anew through its middle, which is moved by the whole vector too; a straight
+// neighbour stays straight, and a bulge below kStraightHit becomes 0. The bulge of the closing segment is not changed
+// when one of its ends moves.
 void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
     CGePointArray grips;
     CIndexArray vertexOf;
@@ -226,7 +226,7 @@ void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) 
     const int m = vertexOf.GetAt(g);
 
     if (m == kMidpointGrip) {
-        // Only a closed polyline ends with a midpoint, that of the segment back to vertex 0.
+        // The last grip is a midpoint only of a closed polyline: that of the segment back to vertex 0.
         const int next = g == lastGrip ? 0 : g + 1;
         const int segment = vertexOf[g - 1];
         if (segment < m_BulgeList.GetSize()) {
@@ -249,8 +249,7 @@ void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) 
     }
 }
 
-// Bulges keep their sign under a mirror too, so that mirrored arcs bend to the other side of their chords. Drawings
-// were made with it; no correction belongs here.
+// Bulges keep their sign under a mirror too, so that a mirrored arc is on the other side of its chord.
 void CPLine::transformBy(const CGeMatrix2d& m) {
     for (int i = 0; i < m_VertexCount; ++i) {
         m_PointList[i].transformBy(m);

@@ -5,9 +5,9 @@
 #include "DrawCommon.h"
 #include "Drawable.h"
 
-// Below this magnitude of a bulge a segment is hit and measured to as straight, and a dragged vertex straightens it.
-// Painting and extents have a limit ten times as high, kStraightDrawn: between the two a segment is painted straight
-// and hit as an arc. Both are in stored drawings' behaviour; they are not to be made one.
+// Below this magnitude of a bulge a segment is straight for hit tests and perpendicular feet, and a
+// moved vertex makes it straight. Painting and extents have a limit ten times as high, kStraightDrawn: between the two
+// a segment is painted as straight and hit as an arc.
 inline constexpr double kStraightHit = 0.0001;
 
 // The `type` of a grip in the middle of a segment.
@@ -17,15 +17,15 @@ class NRVECTORVIEW_API CPLine : public CDrawable {
     DECLARE_SERIAL(CPLine)
 public:
     CPLine() = default;
-    // Has no pen flags: such a polyline can't be painted until a load fills them. For hosts; nothing here calls it.
+    // Without pen flags: drawing such a polyline fails with a message until a load fills them. Only for hosts.
     CPLine(int n, CGePoint2d* pts);
 
     // ---- Geometry and queries ----
 
-    // The counted vertices. SetPoint may append vertices to the list that aren't counted.
+    // The number of counted vertices. SetPoint may append vertices to the list that are not counted.
     int GetVertexCount() { return m_VertexCount; }
     // The lists themselves, which callers may read and change. Entry i belongs to vertex i and to the segment from it
-    // to the next; the last vertex's entry is the closing segment's.
+    // to the next one; the entry of the last vertex belongs to the closing segment.
     CGePointArray* GetPointList() { return &m_PointList; }
     CBulgeArray* GetBulgeList() { return &m_BulgeList; }
     CArray<CString, CString&>* GetParmNameList() { return &m_ParmNameList; }
@@ -42,9 +42,10 @@ public:
     int GetSLineInfo(int i, CString& name, CString& msg);
     CString GetName() override;
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
-    // 1000.0 when hidden or without a segment. A curved segment is measured to its full circle. Remembers the segment.
+    // 1000.0 when hidden or without a segment. For a curved segment the distance to its whole circle. Stores the
+    // nearest segment for GetSelSelLine.
     float HitTest(CGePoint2d p) override;
-    // Feet on the infinite lines of the straight segments.
+    // Appends the feet on the infinite lines of the straight segments; always 1.
     int GetClosetPt(CGePoint2d p, CGePointArray& out) override;
     CGePoint2d GetClosetPt(CGePoint2d a, CGePoint2d b, CGePoint2d p);
     // Both for one straight segment of two vertices; 0 for any other polyline.
@@ -56,33 +57,36 @@ public:
     // ---- Editing ----
 
     void AddPoint(CGePoint2d p, double bulge);
-    // At or beyond the size of the list it appends a vertex, which is not counted. A negative index raises.
+    // An index at or beyond the size of the list appends a vertex, which is not counted. A negative index raises the
+    // invalid-argument exception.
     void SetPoint(int i, CGePoint2d p);
-    // 0 at or beyond the size; a negative index raises. So do the two for colours.
+    // 0 for an index at or beyond the size; a negative one raises the invalid-argument exception. The same holds for
+    // SetSLPenColor and ResetPenColor.
     int SetBulge(int i, double b);
     int SetSLPenColor(int i, DWORD c);
-    // Stores the colour too, and gives the segment back to the polyline's own colour.
+    // Stores the colour too, but the segment is drawn in the polyline's own colour again.
     int ResetPenColor(int i, DWORD c);
     int SetSLineInfo(int i, CString name, CString msg);
     void SetClose(int closed) { m_isClosed = closed; }
-    // Any nonzero value keeps the width in pixels at every zoom.
+    // Nonzero: the width is in pixels at every zoom; 0: it is in drawing units.
     void SetLockMode(int mode) { m_LockMode = mode; }
     void SetParmName(CString name) { m_strParmName = name; }
     void SetMsgInfo(CString info) { m_strMsgInfo = info; }
     // Further snap points, in drawing units; neither stored nor transformed.
     void AddInsertPoint(CGePoint2d p);
     void ClearInsertPoints() { m_InsertPointList.RemoveAll(); }
-    // Index as getGripPoints numbers with mask 5. Bad indices raise.
+    // Indices as getGripPoints numbers them with mask 5; others raise the invalid-argument exception.
     void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) override;
-    // Moves the vertices; bulges stay, also under a mirror.
+    // Transforms the counted vertices; bulges stay, also under a mirror.
     void transformBy(const CGeMatrix2d& m) override;
-    // Raises without a vertex.
+    // Raises the invalid-argument exception for a polyline without a vertex.
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
 
-    // Behind the virtual interface of CDrawable, in this order.
+    // New virtual operations, after those of CDrawable and in this order.
     virtual void AddPoint(CGePoint2d p);
-    // Before vertex i, or at the end, with the bulge of the segment in which it comes to lie. 1, or raises.
+    // Before vertex i, or at the end, with the bulge of the segment that it divides. 1, or the invalid-argument
+    // exception.
     virtual int InsertPoint(int i, CGePoint2d p);
     virtual int RemovePoint(int i);
 
@@ -97,7 +101,7 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
-    // Strokes segment by segment, each with its own pen. 0 for an empty list and for an arc that can't be built.
+    // Strokes segment by segment, each with its own pen. 0 for an empty list and for an arc without a circle.
     int DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBulgeArray& bulges, int penStyle);
 
 private:
@@ -108,17 +112,17 @@ private:
 
 protected:
     int m_VertexCount = 0;
-    int m_PLineReserved = 0; // Kept and stored; nothing reads it.
+    int m_PLineReserved = 0; // Stored and loaded; the library does not use it.
     CGePointArray m_PointList;
     CGePointArray m_InsertPointList;
     CBulgeArray m_BulgeList;
     CArray<CString, CString&> m_ParmNameList;
     CArray<CString, CString&> m_ParmMsgList;
-    CArray<DWORD, DWORD&> m_SegPenColorList; // COLORREFs; these and the flags aren't stored.
+    CArray<DWORD, DWORD&> m_SegPenColorList; // COLORREFs. Neither these nor the flags are stored.
     CUIntArray m_SegPenFlagList;             // 1 where the segment has a colour of its own.
     int m_SelLine = -1;
     int m_isClosed = 0;
     int m_LockMode = 0;
-    CString m_strMsgInfo; // Tags of the whole: the host's own, never interpreted.
+    CString m_strMsgInfo; // Tags of the host for the whole polyline: stored and shown, never interpreted.
     CString m_strParmName;
 };

@@ -3,7 +3,7 @@
 #include "PLine.h"
 
 #include "Arc.h"
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 #include <cmath>
 
@@ -12,15 +12,12 @@ namespace {
 constexpr COLORREF kVertexBlue = 0xFF0000; // 0x00BBGGRR
 constexpr COLORREF kMidpointYellow = 0x0BEEF6;
 
-// Also the distance of a polyline without a segment: ten times what other kinds answer when they are not hit.
+// Ten times the distance that most other kinds report when they are not hit. Also that of a polyline
+// without a segment.
 constexpr float kNotHit = 1000.0f;
 
-// Two points of a two-vertex line nearer than this, in drawing units, are taken as one.
+// Points at most this far from each other, in drawing units, count as one in GetClosestDistance.
 constexpr double kTouching = 1e-5;
-
-int PixelOf(float coordinate) {
-    return CSerialable::GetNear(static_cast<double>(coordinate), 0);
-}
 
 void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& min, CGePoint2d& max) {
     if (boxMin.x < min.x) {
@@ -37,8 +34,8 @@ void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& mi
     }
 }
 
-// There and back, so that both end pixels are inked: LineTo leaves out its last one. Under inversion the two strokes
-// cancel each other but for the ends; rubber bands of polylines have always looked so.
+// There and back, because LineTo leaves out its last pixel: both end pixels are inked.
+// Under inversion the two strokes cancel each other but for the end pixels.
 void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end) {
     float sx = 0.0f;
     float sy = 0.0f;
@@ -56,8 +53,8 @@ void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d
     pDC->LineTo(x1, y1);
 }
 
-// False when there is no circle through the ends and the top. The sweep comes ordered for the context's own direction,
-// whichever way the bulge runs.
+// False when there is no circle through the ends and the top of the arc. Calarc orders the angles anticlockwise for
+// either sign of the bulge.
 bool StrokeArc(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end,
                double bulge) {
     double cx = 0.0;
@@ -69,16 +66,9 @@ bool StrokeArc(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& sta
                      &endAngle) == 0) {
         return false;
     }
-    float px = 0.0f;
-    float py = 0.0f;
-    tran.DPToLP(cx, cy, &px, &py);
-    const float rp = tran.DToL(radius);
-    const float sx = px + tran.DToL(radius * std::cos(startAngle));
-    const float sy = py - tran.DToL(radius * std::sin(startAngle));
-    const float ex = px + tran.DToL(radius * std::cos(endAngle));
-    const float ey = py - tran.DToL(radius * std::sin(endAngle));
-    pDC->Arc(PixelOf(px - rp), PixelOf(py - rp), PixelOf(px + rp), PixelOf(py + rp), PixelOf(sx), PixelOf(sy),
-             PixelOf(ex), PixelOf(ey));
+    CArcPixels(tran, cx, cy, radius, startAngle, endAngle).Stroke(pDC, [](float coordinate) {
+        return PixelOf(coordinate);
+    });
     return true;
 }
 
@@ -92,13 +82,13 @@ float CPLine::HitTest(CGePoint2d p) {
     }
     float best = kNotHit;
     int found = -1;
-    // Compared in single precision, and strictly: of two segments at one distance the first stays.
+    // Compared in single precision and strictly, so that of two segments at the same distance the first one is found.
     const auto measure = [&](const CGePoint2d& start, const CGePoint2d& end, double bulge, int segment) {
         float distance = 0.0f;
         if (CDraw_Common::GetAbs(bulge) < kStraightHit) {
             distance = std::fabs(DistanceLine(start, end, p));
         } else {
-            // To the full circle, not to the sweep. Where there is no circle, to the origin.
+            // Measured to the whole circle and, where there is none, to the origin.
             CGePoint2d center;
             double radius = 0.0;
             CArc::Calarc(start, CDraw_Common::GetArcMidHighPt(start, end, bulge), end, center, radius);
@@ -174,7 +164,7 @@ double CPLine::GetClosestDistance(CGePoint2d p) {
     if (d2 * d2 >= d1 * d1 + d3 * d3) {
         return d1;
     }
-    // The height of the triangle from its area. Rounding may take the product below 0 for a point on the line.
+    // The height of the triangle from its area. Rounding can make the product negative for a point on the line.
     const double s = (d1 + d2 + d3) / 2;
     const double areaSquared = s * (s - d1) * (s - d2) * (s - d3);
     return 2 * std::sqrt(areaSquared < 0 ? 0.0 : areaSquared) / d3;
@@ -191,8 +181,8 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
     for (int i = 1; i < m_VertexCount; ++i) {
         MergeBox(m_PointList[i], m_PointList[i], min, max);
     }
-    // One arc for all segments: where a segment has no circle, the box of the last one that had is merged once more,
-    // or the point (0, 0) when there was none.
+    // One arc object serves all segments. A segment without a circle merges the box of the last
+    // segment that had one, or the point (0, 0) when none had.
     CArc arc;
     const auto mergeArc = [&](const CGePoint2d& from, const CGePoint2d& mid, const CGePoint2d& to) {
         CGePoint2d boxMin;
@@ -207,7 +197,7 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
             const CGePoint2d& start = m_PointList[i];
             const CGePoint2d& end = m_PointList[i + 1];
             const CGePoint2d mid = CDraw_Common::GetArcMidHighPt(start, end, bulge);
-            // An arc's points go anticlockwise.
+            // Set takes the points anticlockwise.
             if (bulge >= 0) {
                 mergeArc(start, mid, end);
             } else {
@@ -219,8 +209,8 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
         const int last = m_VertexCount - 1;
         const double bulge = m_BulgeList[last];
         if (CDraw_Common::GetAbs(bulge) >= kStraightDrawn) {
-            // Never turned round: a negative closing bulge gives the box of the rest of its circle. Zooms to the
-            // extents have always shown such outlines with that margin.
+            // The closing arc's ends are not swapped, so that a negative closing bulge gives the
+            // box of the rest of its circle.
             mergeArc(m_PointList[last], CDraw_Common::GetArcMidHighPt(m_PointList[last], m_PointList[0], bulge),
                      m_PointList[0]);
         }
@@ -231,18 +221,15 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0 || m_VertexCount == 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CPLine::Draw", L"4", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn() || m_VertexCount == 0) {
+            return false;
         }
-        // Width and colour are asked once more for the strokes; asked here too, a bad layer is reported as stage 0.
-        const short lineType = InnerGetLineType(pGeom);
-        PenWidth(pGeom, m_LockMode != 0);
-        InnerGetPenColor(pGeom);
+        // Width and colour are asked again by the strokes. Asked here, a layer that fails is reported as stage 0.
+        const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
         CGePointArray points;
         if (m_isClosed != 0) {
-            // Room for the way back, which would otherwise move the whole copy once more.
+            // Memory for the first vertex at the end, without which the whole copy would be moved a second time.
             points.SetSize(0, m_PointList.GetSize() + 1);
         }
         points.Copy(m_PointList);
@@ -250,19 +237,14 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
             CGePoint2d first = points[0];
             points.Add(first);
         }
-        step = L"1";
-        DrawPolyLine(pDC, pGeom, points, m_BulgeList, lineType);
-        step = L"4";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        ReportDrawFailure(L"CPLine::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CPLine::Draw", step);
-    }
+        stage = L"1";
+        DrawPolyLine(pDC, pGeom, points, m_BulgeList, look.style);
+        return true;
+    });
 }
 
-// No path and no cached pen: a pattern begins anew at each vertex, and each segment may have its own colour.
+// Each segment is a stroke of its own with its own pen: a dash pattern begins anew at each vertex, and a segment may
+// have its own colour.
 int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBulgeArray& bulges, int penStyle) {
     if (pts.IsEmpty()) {
         return 0;
@@ -271,10 +253,11 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
     const int width = Truncate(PenWidth(pGeom, m_LockMode != 0));
     for (INT_PTR i = 0; i < pts.GetSize() - 1; ++i) {
         const double bulge = i < bulges.GetSize() ? bulges[i] : 0.0;
-        const int oldMode = pDC->SetBkMode(TRANSPARENT);
-        const int oldRop = pDC->GetROP2();
+        CScopedBkMode background(pDC, TRANSPARENT);
+        CKeptRop raster(pDC);
         const DWORD color = m_SegPenFlagList[i] == 1 ? m_SegPenColorList[i] : InnerGetPenColor(pGeom);
-        // In a state that never was the empty pen is selected, which changes nothing in the context.
+        // In a state that does not exist, and when GDI makes no pen, an empty pen is selected. That changes nothing in
+        // the context, whose own pen draws the strokes.
         CPen pen;
         if (m_DrawState == Normal || m_DrawState == Dragging) {
             pen.CreatePen(penStyle, width, color);
@@ -284,17 +267,20 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
         if (m_DrawState == Dragging) {
             pDC->SetROP2(R2_NOT);
         }
-        CPen* oldPen = pDC->SelectObject(&pen);
+        CScopedPen selected(pDC, &pen);
         if (CDraw_Common::GetAbs(bulge) < kStraightDrawn) {
             StrokeStraight(pDC, tran, pts[i], pts[i + 1]);
         } else if (!StrokeArc(pDC, tran, pts[i], pts[i + 1], bulge)) {
-            // The rest stays unpainted. Pen and modes are not put back: what follows a broken outline on the screen
-            // has been judged by eye with them in force, and GDI keeps the pen alive until another is selected.
+            // A segment without a circle ends the polyline, and its pen and modes stay in force. The
+            // pen is deleted here; GDI keeps it until another one is selected.
+            selected.Abandon();
+            raster.Abandon();
+            background.Abandon();
             return 0;
         }
-        pDC->SelectObject(oldPen);
-        pDC->SetBkMode(oldMode);
-        pDC->SetROP2(oldRop);
+        selected.Restore();
+        background.Restore();
+        raster.Restore();
     }
     return 1;
 }
@@ -302,8 +288,8 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
 void CPLine::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom) {
     CPen vertexPen(PS_SOLID, 0, kVertexBlue);
     CPen midpointPen(PS_SOLID, 0, kMidpointYellow);
-    CPen* oldPen = pDC->SelectObject(&vertexPen);
-    auto* oldBrush = static_cast<CBrush*>(pDC->SelectStockObject(NULL_BRUSH));
+    CScopedPen selectedPen(pDC, &vertexPen);
+    CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
     const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
     for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
         int x = 0;
@@ -312,9 +298,9 @@ void CPLine::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom
         pDC->SelectObject(i % 2 != 0 ? &midpointPen : &vertexPen);
         pDC->Rectangle(WrapSubtract(x, 3), WrapSubtract(y, 3), WrapAdd(x, 4), WrapAdd(y, 4));
     }
-    // Deleted while one of them is still selected: GDI lets go of it when the old pen comes back.
+    // Deleted while one of them is still selected: GDI frees that one when the old pen is selected again.
     vertexPen.DeleteObject();
     midpointPen.DeleteObject();
-    pDC->SelectObject(oldBrush);
-    pDC->SelectObject(oldPen);
+    selectedBrush.Restore();
+    selectedPen.Restore();
 }

@@ -14,7 +14,7 @@ int PowerOfTen(int d) {
 
 int Divide(int n, int unit) {
     if (unit == 0) {
-        // What the processor does with it; said openly, so that no compiler may assume it away.
+        // The processor's own exception, raised explicitly: a division by zero is undefined to the compiler.
         ::RaiseException(EXCEPTION_INT_DIVIDE_BY_ZERO, 0, 0, nullptr);
         return 0;
     }

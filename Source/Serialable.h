@@ -1,4 +1,4 @@
-// CSerialable: the root of everything that is stored in a drawing, and the pixel rounding that most objects share.
+// CSerialable: the root of everything that is stored in a drawing, and the rounding to pixels.
 // Layer 5: drawables.
 #pragma once
 
@@ -6,18 +6,18 @@
 
 // The schema in each class record. Objects of schemas 1 to 4 are older forms, told apart by each class's Serialize.
 inline constexpr UINT kCurrentSchema = 5;
-inline constexpr UINT kNoSchema = 0xFFFFFFFF; // What an archive holds outside ReadObject.
+inline constexpr UINT kNoSchema = 0xFFFFFFFF; // The object schema of an archive outside ReadObject.
 
 class NRVECTORVIEW_API CSerialable : public CObject {
     DECLARE_SERIAL(CSerialable)
 public:
     CSerialable() = default;
 
-    // Nearest integer to x, halves upwards, for d = 0, which is what all callers pass. For d above 0 the fraction is
-    // looked at to d decimals and the result is still whole: GetNear(2.96, 1) is 3. A negative d is an integer
-    // division by zero.
+    // The nearest integer to x, halves upwards, for d = 0, which all callers pass. For a d above 0 the fraction is
+    // first rounded to d decimals, and the result is the whole part: GetNear(2.96, 1) is 3, GetNear(2.94, 1) is 2. A
+    // negative d raises the processor's exception for an integer division by zero.
     static int GetNear(double x, int d) {
-        // Every coordinate of every stroke comes through here: the plain case is the same steps without a call.
+        // The usual case without a call, because every coordinate of every stroke is rounded here.
         if (d == 0 && x > -2147483648.0 && x < 2147483647.0) {
             int whole = static_cast<int>(x);
             if (static_cast<double>(whole) > x) {
@@ -28,10 +28,10 @@ public:
         }
         return GetNearInSteps(x, d);
     }
-    // The step above: floor(x) + 1 for d = 0, also for a whole x. Kept for hosts.
+    // floor(x) + 1 for d = 0, also for a whole x. Only for hosts.
     static int GetNear_X(double x, int d);
 
-    // A word 5 in front of every object; absent in the older schemas.
+    // The word 5 before the fields of every object; the older schemas do not have it.
     void Serialize(CArchive& ar) override;
 
 protected:

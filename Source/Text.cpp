@@ -11,13 +11,13 @@ IMPLEMENT_SERIAL(CText, CDrawable, VERSIONABLE_SCHEMA | 5)
 namespace {
 
 constexpr int kVersionCurrent = 6;
-constexpr float kHiddenDistance = 1000.0f; // Not the 100.0 of the base: hosts tell the two apart.
+constexpr float kHiddenDistance = 1000.0f; // Not the 100.0 of the base.
 
-// Any text would do: it is the height of a line that counts, and it must not depend on what the object says.
+// The height of a line is measured with this text, whatever the text of the object.
 constexpr WCHAR kSample[] = L"ABCabc";
 constexpr int kSampleLength = 6;
 
-// The grips' turn, and the formator's: clockwise, as the full turn less the angle.
+// The angle as a clockwise turn in radians, for the grips and the formator.
 double ClockwiseTurn(float degrees) {
     return kFullTurn - static_cast<double>(degrees) * kHalfTurn / 180.0;
 }
@@ -27,7 +27,7 @@ float MeasuredHeight(CDC* pDC, CVectorViewCoordTran* tran) {
     return static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
 }
 
-// The screen's device context, given back on every path.
+// The device context of the screen, released by the destructor.
 class ScreenDC {
 public:
     ScreenDC() : m_hDC(::GetDC(nullptr)) { m_DC.Attach(m_hDC); }
@@ -49,7 +49,7 @@ private:
 // ---- Geometry and queries ------------------------------------------------------------------------------------------
 
 CString CText::GetName() {
-    return L"多行文字"; // Its word all the same: a line feed starts no line.
+    return L"多行文字"; // "Text of several lines", although a line feed starts no new line.
 }
 
 int CText::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) {
@@ -72,8 +72,8 @@ float CText::HitBox(CGePoint2d p, float wide) {
     if (m_IsShow == 0) {
         return kHiddenDistance;
     }
-    // The box is one of whole drawing units, and 2 of them, not pixels, are missing on its left and added above. Clicks
-    // on stored diagrams are answered by this box, so it is neither made exact nor turned with the text.
+    // The box has whole drawing units, begins 2 of them (not pixels) too far right, ends 2 too far up, and does not
+    // turn with the text.
     const RECT box = {Truncate(m_StartX + 2.0), Truncate(m_StartY - static_cast<double>(m_MinCalHeight)),
                       Truncate(m_StartX + static_cast<double>(wide)), WrapAdd(Truncate(m_StartY), 2)};
     const POINT at = {Truncate(p.x), Truncate(p.y)};
@@ -111,7 +111,7 @@ void CText::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
     if (grip == 0) {
         SetPos(GetPos() + v);
     } else if (grip == 1) {
-        // By the x of the move, whatever the rotation.
+        // By the x of the move, also for a turned text.
         m_TextWide = static_cast<float>(static_cast<double>(m_TextWide) + v.x);
     }
 }
@@ -120,8 +120,9 @@ void CText::transformBy(const CGeMatrix2d& m) {
     SetPos(GetPos().transformBy(m));
 }
 
-// The ratio goes out under the height's key and is looked for under a key of its own, which no row has. So it shows,
-// and an edit of it is never taken back. The row of the height stands first and answers for the key.
+// The row of the ratio has the key of the height, and SetProperty looks for it under a key that no row has. So the
+// ratio is shown, and an edit of it changes nothing. The row of the height is the first one of its key, so its edits
+// are found.
 void CText::GetProperty(CDrawableProperty& list) {
     CDrawable::GetProperty(list);
     PropertyRows::AddDouble(list, L"m_StartX", L"位置x坐标", m_StartX);
@@ -149,22 +150,20 @@ void CText::SetProperty(CDrawableProperty& list) {
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CText::Draw", L"4", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn()) {
+            return false;
         }
         const DWORD color = InnerGetPenColor(pGeom);
-        step = L"1";
+        stage = L"1";
         CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         if (m_DrawState == Dragging) {
             DrawDragged(pDC, tran);
-            return;
+            return false;
         }
         pDC->SetBkMode(m_BKMode);
         pDC->SetBkColor(m_BKColor);
-        step = L"2";
-        // A text that became too small for a pixel is still drawn.
+        stage = L"2";
         const int height = std::max(PixelHeight(tran), 1);
         const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
         CFont font;
@@ -174,30 +173,22 @@ void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         int x = 0;
         int y = 0;
         tran->DPToLP(m_StartX, m_StartY, &x, &y);
-        step = L"3";
-        // The measures are taken and not used: the device is asked the same questions at every paint, and a font that
-        // answers none of them is drawn like any other.
+        stage = L"3";
+        // The measures of the formator are not used. A font without outlines, for which it has none, is drawn like any
+        // other.
         CTextFormator formator;
         formator.m_Rotation = ClockwiseTurn(m_Angle);
         formator.Setup(pDC->m_hDC, font, static_cast<float>(height), m_Text);
-        step = L"31";
+        stage = L"31";
         pDC->TextOut(x, y, m_Text, m_Text.GetLength());
-        step = L"32";
-        step = L"33";
+        stage = L"33";
         m_MinCalHeight = GetMinCalHeight(pDC, tran);
-        step = L"35";
+        stage = L"35";
         selected.Restore();
-        step = L"36";
+        stage = L"36";
         colored.Restore();
-        step = L"4";
-        CDrawable::Draw(pDC, pGeom);
-        step = L"5";
-    } catch (CException* e) {
-        e->Delete();
-        ReportDrawFailure(L"CText::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CText::Draw", step);
-    }
+        return true;
+    });
 }
 
 void CText::DrawDragged(CDC* pDC, CVectorViewCoordTran* tran) {

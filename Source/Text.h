@@ -1,4 +1,4 @@
-// CText: a single run of text, with a font built from drawing units at every paint.
+// CText: a text of one line, whose font is made anew at every paint.
 // Layer 5: drawables.
 #pragma once
 
@@ -15,8 +15,8 @@ public:
     CGePoint2d GetPos() { return CGePoint2d(m_StartX, m_StartY); }
     void SetPos(CGePoint2d pos);
     CString GetName() override;
-    // The box below the insertion point. Neither here nor in HitTest does the rotation count. Measures the height on
-    // the screen when no paint has done so yet.
+    // The box below the insertion point, as HitTest without regard to the angle. Measures the height on the screen when
+    // no paint has done so yet.
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
     // 0 inside the box, else the distance to its centre; 1000.0 when hidden.
     float HitTest(CGePoint2d p) override;
@@ -25,12 +25,13 @@ public:
 
     // ---- Editing ----
 
-    // Height of the font and width of the box, in drawing units. The width is not measured from the text.
+    // Height of the font and width of the box, in drawing units. The width is a stored size, not that of the text.
     float GetTextHeight() { return m_TextHeight; }
     void SetTextHeight(float height) { m_TextHeight = height; }
     float GetTextWide() { return m_TextWide; }
     void SetTextWide(float wide) { m_TextWide = wide; }
-    // Width to half the height of the characters, used by parameter texts only; 0 leaves it to the font.
+    // Width of the characters divided by half their height; 0 leaves the width to the font. Only parameter texts use
+    // it.
     float GetTextRatio() const { return m_TextRatio; }
     void SetTextRatio(float ratio) { m_TextRatio = ratio; }
     float GetOffWide() { return m_OffWide; }
@@ -42,9 +43,9 @@ public:
     void SetBKColor(unsigned long color) { m_BKColor = color; }
     int GetBKMode() { return m_BKMode; }
     void SetBKMode(int mode) { m_BKMode = mode; }
-    // Degrees, counter-clockwise. The font turns by whole degrees, the grips by all of it.
+    // Degrees, anticlockwise. The fraction of a degree turns the grips, but not the font.
     void SetAngle(float angle) { m_Angle = angle; }
-    // The first grip moves the text, the second the width of its box.
+    // The first grip moves the text, the second one changes the width of its box.
     void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) override;
     // Moves the insertion point; angle and sizes stay.
     void transformBy(const CGeMatrix2d& m) override;
@@ -56,16 +57,16 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
-    // The height of a sample text in drawing units: in the font selected in pDC, or, with a null pDC, in this text's
-    // own font on the screen (then the height itself when it is below one pixel).
+    // The height of a sample text in drawing units: in the font selected in pDC or, with a null pDC, in this text's own
+    // font on the screen. With a null pDC a font below one pixel gives the text height itself.
     float GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran);
-    // What a text that is dragged shows: an inverted dotted line as wide as its box. Leaves R2_NOT in force.
+    // The drawing of a text that is dragged: an inverted dotted line as wide as its box. The raster mode stays R2_NOT.
     void DrawDragged(CDC* pDC, CVectorViewCoordTran* tran);
     // Height of the font in pixels, without a minimum.
     int PixelHeight(CVectorViewCoordTran* tran);
-    // Width of the font in pixels that the ratio asks for at that height.
+    // Width of the characters in pixels for that height of the font, by the ratio; 0 leaves it to the font.
     int PixelWidth(int height);
-    // Degrees times ten, the fraction of a degree dropped.
+    // In tenths of a degree, without the fraction of a degree.
     int Escapement();
     // HitTest of a box of that width.
     float HitBox(CGePoint2d p, float wide);
@@ -76,11 +77,11 @@ protected:
     float m_TextHeight = 20.0f;
     float m_TextWide = 20.0f;
     float m_TextRatio = 0.0f;
-    float m_OffWide = 0.0f; // Kept for hosts; nothing here reads it.
-    float m_Spare = 0.0f;   // Stored and loaded only.
+    float m_OffWide = 0.0f; // Stored for hosts; the library does not use it.
+    float m_Spare = 0.0f;   // Stored and loaded; the library does not use it.
     CString m_Text;
     CString m_fontFaceName = L"宋体";
     COLORREF m_BKColor = 0xFFFFFF;
     int m_BKMode = TRANSPARENT;
-    float m_MinCalHeight = 0.0f; // Drawing units, as last measured; 0 or less: not yet.
+    float m_MinCalHeight = 0.0f; // Drawing units, as last measured; 0 or less: not measured yet.
 };

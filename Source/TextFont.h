@@ -1,4 +1,4 @@
-// The font of a text as GDI wants it.
+// The description of a text's font for GDI.
 // Layer 5: drawables.
 #pragma once
 
@@ -8,8 +8,8 @@
 
 namespace TextFont {
 
-// A positive height, so that it is that of the cell. Width 0 leaves it to the font. The escapement is in tenths of a
-// degree. Of the name the first 31 characters count.
+// `height` and `width` in pixels; a positive height is that of the character cell, and width 0 leaves the width to the
+// font. `escapement` in tenths of a degree. Only the first 31 characters of the name are used.
 inline LOGFONTW Describe(int height, int width, int escapement, const CString& faceName) {
     LOGFONTW font = {};
     font.lfHeight = height;

@@ -13,12 +13,11 @@
 
 namespace {
 
-constexpr UINT kMetricsSize = 696; // Room for the metrics and the four names behind them.
+constexpr UINT kMetricsSize = 696; // Bytes, for the metrics and the four names that follow them.
 constexpr double kSmallestAdvance = 1e-12;
 
-// Traced like every heap object of the system, but taken off the registry after it is freed.
-// The registry compares the address and never follows it; volatile, because the compiler takes it for a use all the
-// same.
+// Registered like every heap object of the library, but deregistered after it is freed. The registry only compares the
+// address; it is volatile here because the compiler would warn of a use after the deletion.
 template <typename T>
 void FreeArray(T* array) {
     const volatile auto address = reinterpret_cast<std::uintptr_t>(array);
@@ -51,7 +50,7 @@ struct OutlineMetrics {
     };
 };
 
-// A memory context with a font selected. The context is freed through DeleteObject, as the font is.
+// A memory context with a font selected; owns both. The context is freed by DeleteObject, as the font is.
 class DesignContext {
 public:
     DesignContext(HDC like, HFONT font)
@@ -72,7 +71,7 @@ private:
     HGDIOBJ m_hOld;
 };
 
-// The font at its design size, where its metrics carry no rounding.
+// The font at its design size, at which its metrics are not rounded.
 HFONT CreateDesignFont(HFONT font, UINT emSquare) {
     LOGFONTW description = {};
     ::GetObjectW(font, sizeof(description), &description);
@@ -159,9 +158,9 @@ int CTextFormator::GetTextExtent(HDC, const wchar_t* lpString, int startPos, int
         }
         width = 0.0f;
         stage = Extent::Measuring;
-        // Entry i closes character i, so this is the stretch one character further on, and it reaches for one entry
-        // behind the table when it ends with the text. Lines of stored diagrams break where this measure says; the
-        // difference to the stretch that is named must stay.
+        // Entry i is the end of character i, so this is the extent of the characters one further on than those that are
+        // named; at the end of the text it asks for the entry after the table, which is the last one again. Lines break
+        // by this measure.
         width = PositionAt(static_cast<long long>(startPos) + cbString) - PositionAt(startPos);
         stage = Extent::Measured;
         height = m_Height;
@@ -188,7 +187,7 @@ int CTextFormator::TextOutW(HDC hdc, int x, int y, const wchar_t* lpString, int 
         if (p == 0) {
             spacing[i] = Truncate(PositionAt(0));
         } else {
-            // Each advance is truncated for itself, so that rounding is not carried forward.
+            // Each advance is truncated on its own; the fractions are not carried forward.
             const double advance = static_cast<double>(PositionAt(p) - PositionAt(p - 1));
             spacing[i] = kSmallestAdvance > advance ? 0 : Truncate(advance);
         }
@@ -232,7 +231,7 @@ unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCo
         while (breaker.GetLine(*this, hdc, width, begin, end) != 0) {
             stage = Draw::AtLine;
             if (breaker.GetPosition() == reached) {
-                break; // A line that failed, and will do so again.
+                break; // The line failed, and would fail again.
             }
             reached = breaker.GetPosition();
             while (end > begin && KLineBreaker::IsBlank(lpString[end - 1])) {
@@ -242,7 +241,7 @@ unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCo
             corner.transformBy(rotation);
             stage = Draw::LineOut;
             TextOutW(hdc, Truncate(corner.x), Truncate(corner.y), lpString + begin, begin, end - begin);
-            // The place of the next line keeps the fraction of the height, the sum does not.
+            // The position of the next line keeps the fraction of the height; the sum does not.
             y += breaker.GetHeight();
             total += static_cast<unsigned long>(Truncate(breaker.GetHeight()));
         }

@@ -1,14 +1,15 @@
-// CTextFormator: measures one text in a given font, and lays it out line by line along a rotated baseline.
-// Layer 4: geometry (it knows device contexts and pixels, and nothing of drawings).
+// CTextFormator: measures one text in a given font, and draws it line by line along a rotated baseline.
+// Layer 4: geometry (it uses device contexts and pixels, and nothing of drawings).
 #pragma once
 
 #include "VectorViewApi.h"
 
 #include <memory>
 
-// A value for the stack. All figures are device pixels. The text given to Setup must live unchanged for as long as the
-// formator is used: it is neither owned nor copied. The texts of the other operations are that text, or begin at the
-// same index, because all indices lead into one table of positions; an index outside it is held to it.
+// Used as a local variable. All sizes are device pixels. The text given to Setup is neither owned nor copied and must
+// not change while the formator is used. Other operations take that text again, or a part of it together with the index
+// at which the part begins: all indices refer to the one table of positions that Setup makes. For an index outside the
+// table the nearest entry is used.
 class NRVECTORVIEW_API CTextFormator {
 public:
     CTextFormator() = default;
@@ -17,32 +18,34 @@ public:
     CTextFormator& operator=(const CTextFormator&) = default;
     virtual ~CTextFormator() = default;
 
-    // The size in points. 1, or 0 for a font without outlines, which leaves the formator without a table.
+    // `size` in points. 1; 0 for a font without outlines, and the formator then has no table.
     int Setup(HDC hdc, HFONT font, float size, CString& text);
-    // The size in pixels. `font` must be selected into `hdc`.
+    // `size` in pixels. `font` must be selected into `hdc`.
     int SetupPixel(HDC hdc, HFONT font, float size, CString& text);
 
     // From the top of one line to the top of the next.
     float GetLinespace() { return m_Linespace; }
-    // From the table, without the device: the extent of the characters startPos + 1 to startPos + cbString (the text's
-    // own length for a cbString below 1), one further than the names say. Always 1.
+    // From the table, without the device. The extent of the characters startPos + 1 to
+    // startPos + cbString, one character further than the names say. A cbString below 1 means the length of lpString.
+    // Always 1.
     int GetTextExtent(HDC hdc, const wchar_t* lpString, int startPos, int cbString, float& width, float& height);
 
-    // Draws `count` characters from `lpString`, the first of which has the index `begin`, each advance truncated to
-    // pixels. The result of the device; 0 without a table.
+    // Draws `count` characters from `lpString`, the first of which has the index `begin`. Each advance is truncated to
+    // whole pixels. The result is that of the device, and 0 without a table.
     int TextOutW(HDC hdc, int x, int y, const wchar_t* lpString, int begin, int count);
     // Breaks the text at the width of `rect` and draws the lines from its top left corner, about which they are
-    // rotated. The height drawn, each line truncated. Nothing clips; `format` is ignored. nCount below 1: all of it.
+    // rotated. The result is the sum of the line heights, each truncated. There is no clipping, and `format` is
+    // ignored. An nCount below 1 means the whole text.
     unsigned long DrawTextW(HDC hdc, const wchar_t* lpString, int nCount, const RECT* rect, unsigned int format);
 
-    // Of the baseline, in radians; set by the caller.
+    // The turn of the baseline in radians; set by the caller.
     double m_Rotation = 0.0;
 
 protected:
-    // Entry `index` of the table, the nearest one for an index outside it, 0 without a table.
+    // Entry `index` of the table; the nearest entry for an index outside it; 0 without a table.
     float PositionAt(long long index) const;
-    // How many of `count` characters from `text`, which has the index `begin`, can be read: those of the table, and
-    // behind it up to the end of the text.
+    // How many of `count` characters from `text`, which has the index `begin`, may be read: those of the table, and
+    // after them up to the terminating zero.
     int ReadableCount(const wchar_t* text, int begin, int count) const;
 
     const float* m_CharPos = nullptr; // Entry i: the extent of the first i + 1 characters. Lies in m_Table.

@@ -30,7 +30,7 @@ void CTextParm::GetParmEditRect(CGePoint2d& a, CGePoint2d& b) {
 }
 
 HFONT CTextParm::GetFontHandle(CVectorViewCoordTran* tran) {
-    // Without the minimum of one pixel that painting has.
+    // Without the minimum of one pixel that Draw has.
     const int height = PixelHeight(tran);
     const LOGFONTW description = TextFont::Describe(height, PixelWidth(height), 0, m_fontFaceName);
     return ::CreateFontIndirectW(&description);
@@ -66,22 +66,21 @@ void CTextParm::SetProperty(CDrawableProperty& list) {
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        if (m_IsShow == 0 || m_IsDelete != 0) {
-            return;
+    DrawInFrame(pDC, pGeom, L"CTextParm::Draw", L"5", [&](LPCTSTR& stage) {
+        if (!IsToBeDrawn()) {
+            return false;
         }
-        step = L"1";
+        stage = L"1";
         const DWORD color = InnerGetPenColor(pGeom);
-        step = L"2";
+        stage = L"2";
         CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         if (m_DrawState == Dragging) {
             DrawDragged(pDC, tran);
-            return;
+            return false;
         }
-        // Never on a background, whatever mode and colour the text has.
+        // The background mode and colour of the text are not used.
         pDC->SetBkMode(TRANSPARENT);
-        step = L"3";
+        stage = L"3";
         const int height = std::max(PixelHeight(tran), 1);
         const LOGFONTW description = TextFont::Describe(height, PixelWidth(height), Escapement(), m_fontFaceName);
         CFont font;
@@ -93,24 +92,18 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         tran->DPToLP(m_StartX, m_StartY, &x, &y);
         const CString shown = pGeom->GetTextParm_ShowText(m_Text);
         pDC->TextOut(x, y, shown, shown.GetLength());
-        step = L"4";
+        stage = L"4";
         if (m_MinCalHeight <= 0.0f) {
-            // Measured once, by the value and not by what is shown of it: an edit box that follows a zoom keeps its
-            // height in drawing units. An empty value has no height of its own.
+            // Measured once, so that it keeps the zoom of the first paint, and by the value, not by the string shown.
+            // An empty value has no height; the sample text is measured instead.
             const CSize size = m_Text.IsEmpty() ? CSize(0, 0) : pDC->GetTextExtent(m_Text, m_Text.GetLength());
             m_MinCalHeight =
                 size.cy <= 0 ? GetMinCalHeight(pDC, tran) : static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
         }
         selected.Restore();
         colored.Restore();
-        step = L"5";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        ReportDrawFailure(L"CTextParm::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CTextParm::Draw", step);
-    }
+        return true;
+    });
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

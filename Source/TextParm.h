@@ -1,11 +1,11 @@
-// CTextParm: a text that stands for a named parameter of the host, whose value can be edited in place.
+// CTextParm: a text that shows a named parameter of the host, whose value can be edited in place.
 // Layer 5: drawables.
 #pragma once
 
 #include "Text.h"
 
-// The value that is shown and edited is the text itself. Of the fields here the library looks at the type, the edit
-// flag and the description; the others are the host's own, stored and shown, never interpreted.
+// The value that is shown and edited is the text of CText. Of the fields added here the library uses the type, the edit
+// flag and the description; the others are stored and shown for the host, never interpreted.
 class NRVECTORVIEW_API CTextParm : public CText {
     DECLARE_SERIAL(CTextParm)
 public:
@@ -13,7 +13,8 @@ public:
 
     // ---- Geometry and queries ----
 
-    // The box counts for at most three text heights of its width, so that a wide edit box is no wide target.
+    // As CText, with the width of the box limited to three text heights, so that a wide edit box does not widen the
+    // clickable area.
     float HitTest(CGePoint2d p) override;
     // The rectangle, in drawing units, over which the edit box opens: the insertion point and the opposite corner.
     virtual void GetParmEditRect(CGePoint2d& a, CGePoint2d& b);
@@ -24,12 +25,12 @@ public:
 
     CString GetParmName() { return m_ParmName; }
     void SetParmName(CString name) { m_ParmName = name; }
-    // 4 can't be edited; other values are the host's.
+    // A parameter of type 4 can't be edited; the host gives the other values their meaning.
     short GetParmType() { return m_ParmType; }
     void SetParmType(short type) { m_ParmType = type; }
     CString GetParmRegularExp() { return m_ParmRegularExp; }
     void SetParmRegularExp(CString expression) { m_ParmRegularExp = expression; }
-    // Its text, or the first piece of it, is the tooltip.
+    // The tooltip shows it, or the first piece of it.
     CString GetParmDes() { return m_ParmDes; }
     void SetParmDes(CString description) { m_ParmDes = description; }
     CString GetParmModifedLinkExp() { return m_ParmModifedLinkExp; }
@@ -39,7 +40,7 @@ public:
     // Nonzero: a click opens the edit box, and Tab stops here. 0: a click only tells the host.
     int GetNeedEditBox() { return m_bNeedEditBox; }
     void SetNeedEditBox(int need) { m_bNeedEditBox = need; }
-    // The width of the edit box and that of the text are one field.
+    // The width of the edit box, in drawing units; the same field as GetTextWide.
     float GetTextEditWide() const { return m_TextWide; }
     void SetTextEditWide(float wide) { m_TextWide = wide; }
     void GetProperty(CDrawableProperty& list) override;
@@ -54,7 +55,7 @@ private:
     CString m_ParmName;
     short m_ParmType = 0;
     CString m_ParmRegularExp;
-    CString m_Value; // The default value, reached through properties only.
+    CString m_Value; // The default value; only properties and files read and set it.
     CString m_ParmModifedLinkExp;
     int m_bNeedEditBox = 1;
     CString m_strMsgInfo;

@@ -1,12 +1,12 @@
-// The stage texts of the text formator and its line breaker, which follow the fixed words of their message boxes.
+// The texts of the stages that the message boxes of the text formator and its line breaker end with.
 // Layer 4: geometry; not for hosts.
 #pragma once
 
 #include "Truncate.h"
 #include "VectorViewApi.h"
 
-// A stage names what is being attempted, with the values of that moment. The texts are put together only when something
-// failed: written out at every word, a long text would be copied as often as it has words.
+// A stage tells what is being attempted, with the values of that moment. The texts are made only after a failure: made
+// at every word, they would copy a long text once for each of its words.
 namespace TextSteps {
 
 enum class Extent { Entered = 300000, Counting, Measuring, Measured };
@@ -25,7 +25,7 @@ inline CString OfExtent(Extent stage, LPCTSTR own, LPCTSTR text, int startPos, i
         step.Format(L"%d:lpString=%s", number, shown);
         break;
     case Extent::Measuring:
-        // The bracket without a partner is part of the text.
+        // The closing bracket without an opening one is part of the required text.
         step.Format(L"%d:m_Str=%s,iLen=%d,lpString=%s,startPos=%d,cbString=%d)", number, own, ::lstrlenW(own), shown,
                     startPos, count);
         break;

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr INT_PTR kFetchDistance = 3; // In objects: about the time that the memory takes.
+constexpr INT_PTR kFetchDistance = 3; // In objects; drawing so many takes about as long as one access to the memory.
 
-// Asks for an object's memory before its turn comes: objects lie scattered, and painting waits for them longer than it
-// computes. Only a hint to the processor; it reads nothing itself.
+// Asks for the memory of an object that is drawn soon. Objects are scattered over the heap, and a paint waits longer
+// for their memory than it computes. This is only a hint to the processor; it reads nothing and can't fail.
 void FetchAhead(const CDrawableArray& list, INT_PTR index) {
     if (index < list.GetSize()) {
         const auto* object = reinterpret_cast<const char*>(list.GetAt(index));
@@ -55,7 +55,7 @@ void CVectorGraphic::SetVectorViewCoordTran(CVectorViewCoordTran* tran) {
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
-    CDrawable* drawing = nullptr; // For the message: the object that was being drawn.
+    CDrawable* drawing = nullptr; // The object that is being drawn, for the message.
     const auto drawAll = [&](CDrawableArray* list) {
         for (INT_PTR i = 0; i < list->GetSize(); ++i) {
             FetchAhead(*list, i + kFetchDistance);
@@ -100,7 +100,7 @@ void CVectorGraphic::DrawROPNOTGrip(CDC* pDC, CPoint p, int kind) {
     pDC->SetROP2(R2_NOT);
     CScopedPen selectedPen(pDC, &pen);
     CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
-    // A marker around a pixel that did not fit an int stays defined.
+    // Wrapping sums, because the pixel of a point far outside the window is INT_MIN.
     const auto x = [&](int d) { return WrapAdd(p.x, d); };
     const auto y = [&](int d) { return WrapAdd(p.y, d); };
     if ((kind & 8) != 0) {
@@ -124,5 +124,5 @@ void CVectorGraphic::DrawROPNOTGrip(CDC* pDC, CPoint p, int kind) {
     }
     selectedBrush.Restore();
     selectedPen.Restore();
-    // The raster mode is left at R2_NOT: the callers' device contexts live no longer than this drawing.
+    // The raster mode stays R2_NOT.
 }

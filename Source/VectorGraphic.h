@@ -16,34 +16,37 @@ public:
 
     CGraphicDocument* GetDocument() { return m_pDocument; }
     CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
-    // Another document than the present one. `external` nonzero: it belongs to the caller. The command engine keeps the
-    // document that it was made with, so whoever calls this on a live view replaces the engine as well.
+    // Another document than the present one. Nonzero `external`: it belongs to the caller and is not freed here. The
+    // command engine keeps the document that it was made with, so a caller with a live view must replace the engine
+    // too.
     void SetDocument(CGraphicDocument* doc, int external);
-    // Borrowed; handed on to the document.
+    // Not owned; also given to the document.
     void SetVectorViewCoordTran(CVectorViewCoordTran* tran);
 
     // ---- Painting ----
 
-    // The whole drawing: net, objects from index 0 upwards, current object. Only `erase` equal to 1 clears the clip box
-    // first. A failure is shown in a message box and ends the loop; nothing is thrown.
+    // The whole drawing: net objects, objects from index 0 upwards, current object. `erase` 1, and no other value,
+    // first fills the clip box with the background. A failure is shown in a message box and ends the drawing; nothing
+    // is thrown.
     void OnDraw(CDC* pDC, int erase);
     // One object, for previews.
     void OnDraw(CDC* pDC, CDrawable* obj);
-    // The snap marker, by inversion: the same call once more takes it off. `kind` is a point's `type`; the first bit of
-    // 8, 4, 2, 1 that is set decides the shape. Leaves `pDC` in R2_NOT.
+    // The snap marker, by inversion: the same call once more erases it. `kind` is a point's `type`; the first bit of 8,
+    // 4, 2, 1 that is set decides the shape. The raster mode of `pDC` stays R2_NOT.
     void DrawROPNOTGrip(CDC* pDC, CPoint p, int kind);
 
     // ---- Fitting ----
 
-    // The margin counts in pixels when SetZoomByPixs was given nonzero, else in percent; 15 percent at first.
+    // The margin is in pixels after SetZoomByPixs with a nonzero value, else in percent; 15 percent at first.
     void SetZoomAllMargin(int margin) { m_ZoomAllMargin = margin; }
     void SetZoomByPixs(int byPixels) { m_ZoomByPixs = byPixels; }
-    // Fits the drawing into rc, in client pixels, and tells the mapping the window's size. Does not repaint.
+    // Fits the drawing into rc, in client pixels, and tells the mapping the window's size. Does not repaint. Where the
+    // fit of an extreme drawing would have a scale or an origin that is not finite, scale and origin stay.
     void ZoomAll(CRect rc);
 
     // ---- Number display ----
 
-    // 0 shows numeric values with one decimal at most.
+    // 0: numeric values are shown with one decimal at most.
     void SetNeedShowDecimal(int need) { m_NeedShowDecimal = need; }
     // The string to draw for a parameter's value.
     CString GetTextParm_ShowText(CString& s);
@@ -57,7 +60,7 @@ protected:
     bool Pow(double base, int n, double& result);
 
 private:
-    void StoreOrigin(const CRect& rc, const CGePoint2d& corner);
+    bool StoreFit(CVectorViewCoordTran& fitted, const CRect& rc, const CGePoint2d& corner);
 
     CGraphicDocument* m_pDocument;
     CDrawGeometry* m_pDrawGeometry;

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int kDecimals = 1;
-constexpr double kShownAsNothing = 0.0001; // Below this a value, and a fraction, counts as zero.
+constexpr double kShownAsNothing = 0.0001; // Below this a value counts as zero, and so does a fraction.
 
 bool IsDigit(wchar_t c) {
     return c >= L'0' && c <= L'9';
@@ -41,14 +41,14 @@ int CVectorGraphic::IsNumeric(const CString& s) {
     if (length == 1 && IsDigit(text[0])) {
         return 1;
     }
-    // A sign alone passes: there is nothing behind it that could fail. Hosts show such a value as nothing.
+    // A minus sign alone passes, because no character after it fails; CStr makes the empty string of it.
     const int start = text[0] == L'-' ? 1 : 0;
     int dots = 0;
     for (int i = start; i < length; ++i) {
         const wchar_t c = text[i];
         if (i == start) {
             if (c == L'0') {
-                // A leading zero stands alone or before a point.
+                // After a leading zero nothing or a point may follow.
                 if (i + 1 < length) {
                     if (text[i + 1] != L'.') {
                         return 0;
@@ -75,7 +75,8 @@ CString CVectorGraphic::CStr(double value, int decimals) {
     Pow(10.0, decimals, factor);
     const double scaled = frac * factor;
     int n = Truncate(std::floor(scaled));
-    // Half up on the fraction above the floor, so for a negative value towards zero: -2.25 becomes -2.2.
+    // The fraction above the floor is rounded half up, so that halves of negative values go towards zero: -2.25 becomes
+    // -2.2.
     if (scaled - static_cast<double>(n) >= 0.5) {
         n = WrapAdd(n, 1);
     }
@@ -84,7 +85,7 @@ CString CVectorGraphic::CStr(double value, int decimals) {
         return CString();
     }
     CString format = L"%.0f";
-    // The fraction before rounding decides: 12.04 shows as 12.0, while 12 shows as 12.
+    // The fraction before rounding decides whether there is a decimal: 12.04 becomes "12.0" and 12 becomes "12".
     if (!(frac < kShownAsNothing)) {
         format.Format(L"%d", decimals);
         format = L"%." + format + L"f";
@@ -102,7 +103,7 @@ bool CVectorGraphic::Pow(double base, int n, double& result) {
         result = base == 0.0 ? 0.0 : 1.0;
         return true;
     }
-    // Each further step multiplies by 10 and not by the base. The one caller passes 10.
+    // Each further step multiplies by 10 and not by the base; the only caller passes 10.
     result = base;
     for (int i = 1; i < n; ++i) {
         result *= 10.0;

@@ -3,12 +3,18 @@
 #include "Document.h"
 #include "VectorGraphic.h"
 
-// The two forms differ in the margin and, on purpose, in where they round to single precision. The mapping takes any
-// scale, so that none has to be read back.
+#include <cmath>
+
+// The two forms differ in the margin and in the places where they round to single precision; both differences are
+// required.
 
 namespace {
 
 constexpr double kLeastMargin = 10.0; // Pixels, of the form by percent.
+
+bool HasNoNaN(const CVectorViewCoordTran& tran) {
+    return !std::isnan(tran.GetScale()) && !std::isnan(tran.GetOriginX()) && !std::isnan(tran.GetOriginY());
+}
 
 } // namespace
 
@@ -30,23 +36,31 @@ void CVectorGraphic::ZoomAll_ByPixs(CRect rc) {
     if (m_pDocument->GetRect(min, max) == 0) {
         return;
     }
+    CVectorViewCoordTran fitted = *m_pCoordTran;
     const int freeWidth = WrapSubtract(W, m);
     const int freeHeight = WrapSubtract(H, m);
     const double sx = (max.x - min.x) / static_cast<double>(freeWidth);
     const double sy = (max.y - min.y) / static_cast<double>(freeHeight);
-    if (sx > sy) {
+    const bool byWidth = sx > sy;
+    if (byWidth) {
         const float s = static_cast<float>(max.x - min.x) / static_cast<float>(freeWidth);
-        m_pCoordTran->SetScale(s);
-        min.y = min.y - (m_pCoordTran->LToD(static_cast<float>(H)) - (max.y - min.y)) / 2.0;
-        // Half the margin in whole pixels: an odd margin leaves the picture a pixel off centre.
+        fitted.SetScale(s);
+        min.y = min.y - (fitted.LToD(static_cast<float>(H)) - (max.y - min.y)) / 2.0;
+        // Half the margin in whole pixels, so that an odd margin leaves the picture a pixel off centre.
         min.x = min.x - static_cast<double>(static_cast<float>(m / 2) * s);
     } else {
         const float s = static_cast<float>(max.y - min.y) / static_cast<float>(freeHeight);
-        m_pCoordTran->SetScale(s);
-        min.x = min.x - (m_pCoordTran->LToD(static_cast<float>(W)) - (max.x - min.x)) / 2.0;
+        fitted.SetScale(s);
+        min.x = min.x - (fitted.LToD(static_cast<float>(W)) - (max.x - min.x)) / 2.0;
         min.y = min.y - static_cast<double>(static_cast<float>(m / 2) * s);
     }
-    StoreOrigin(rc, min);
+    if (StoreFit(fitted, rc, min)) {
+        return;
+    }
+    // A window exactly as wide or high as the margin gives an infinite scale, and that is stored.
+    if ((byWidth ? freeWidth : freeHeight) == 0 && HasNoNaN(fitted)) {
+        *m_pCoordTran = fitted;
+    }
 }
 
 void CVectorGraphic::ZoomAll_ByPrecent(CRect rc) {
@@ -58,6 +72,7 @@ void CVectorGraphic::ZoomAll_ByPrecent(CRect rc) {
     if (m_pDocument->GetRect(min, max) == 0) {
         return;
     }
+    CVectorViewCoordTran fitted = *m_pCoordTran;
     double mx = static_cast<double>(WrapMultiply(W, m_ZoomAllMargin)) * 0.01;
     double my = static_cast<double>(WrapMultiply(H, m_ZoomAllMargin)) * 0.01;
     if (mx < kLeastMargin) {
@@ -71,28 +86,30 @@ void CVectorGraphic::ZoomAll_ByPrecent(CRect rc) {
     if (sx > sy) {
         const float s =
             static_cast<float>(static_cast<double>(static_cast<float>(max.x - min.x)) / (static_cast<double>(W) - mx));
-        m_pCoordTran->SetScale(s);
-        min.y = min.y - (m_pCoordTran->LToD(static_cast<float>(H)) - (max.y - min.y)) / 2.0;
+        fitted.SetScale(s);
+        min.y = min.y - (fitted.LToD(static_cast<float>(H)) - (max.y - min.y)) / 2.0;
         min.x = min.x - (mx / 2.0) * static_cast<double>(s);
     } else {
         const float s =
             static_cast<float>(static_cast<double>(static_cast<float>(max.y - min.y)) / (static_cast<double>(H) - my));
-        m_pCoordTran->SetScale(s);
-        min.x = min.x - (m_pCoordTran->LToD(static_cast<float>(W)) - (max.x - min.x)) / 2.0;
+        fitted.SetScale(s);
+        min.x = min.x - (fitted.LToD(static_cast<float>(W)) - (max.x - min.x)) / 2.0;
         min.y = min.y - (my / 2.0) * static_cast<double>(s);
     }
-    StoreOrigin(rc, min);
+    StoreFit(fitted, rc, min);
 }
 
-// `corner` is the drawing point of the rectangle's lower left corner, as if the rectangle began at the client corner.
-void CVectorGraphic::StoreOrigin(const CRect& rc, const CGePoint2d& corner) {
+// `fitted` has the scale; `corner` is the drawing point of the rectangle's lower left corner, as if the rectangle began
+// at the client corner. False when the result is not finite; the view's mapping is then left as it was.
+bool CVectorGraphic::StoreFit(CVectorViewCoordTran& fitted, const CRect& rc, const CGePoint2d& corner) {
     CGePoint2d origin = corner;
     if (rc.left != 0) {
-        origin.x = origin.x - m_pCoordTran->LToD(static_cast<float>(rc.left));
+        origin.x = origin.x - fitted.LToD(static_cast<float>(rc.left));
     }
     if (rc.top != 0) {
-        origin.y = origin.y + m_pCoordTran->LToD(static_cast<float>(rc.top));
+        origin.y = origin.y + fitted.LToD(static_cast<float>(rc.top));
     }
-    m_pCoordTran->SetOriginX(origin.x);
-    m_pCoordTran->SetOriginY(origin.y);
+    fitted.SetOriginX(origin.x);
+    fitted.SetOriginY(origin.y);
+    return m_pCoordTran->TakeIfFinite(fitted);
 }

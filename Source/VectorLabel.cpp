@@ -1,7 +1,7 @@
 #include "VectorLabel.h"
 
-#include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 IMPLEMENT_SERIAL(CKXVectorLabel, CDrawable, VERSIONABLE_SCHEMA | 5)
 
@@ -12,6 +12,26 @@ constexpr int kVersionCurrent = 6;
 constexpr int kVersionWithoutFigure = 5;
 
 constexpr float kHiddenDistance = 1000.0f;
+
+struct Span {
+    double low;
+    double high;
+};
+
+// The least and the greatest of the values that are numbers; not-a-number when none is. A label made on points that
+// coincide has no direction, and the ends of its dimension line are then not-a-number.
+Span SpanOf(std::initializer_list<double> values) {
+    Span span = {NAN, NAN};
+    for (const double value : values) {
+        if (value < span.low || std::isnan(span.low)) {
+            span.low = value;
+        }
+        if (value >= span.high || std::isnan(span.high)) {
+            span.high = value;
+        }
+    }
+    return span;
+}
 
 void Store(CArchive& ar, const CGePoint2d& p) {
     ar << p.x << p.y;
@@ -30,10 +50,10 @@ CString CKXVectorLabel::GetName() {
 }
 
 int CKXVectorLabel::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
-    const auto x = std::minmax({m_LeftLabelStartPt.x, m_LeftLabelEndPt.x, m_RightLabelStartPt.x, m_RightLabelEndPt.x});
-    const auto y = std::minmax({m_LeftLabelStartPt.y, m_LeftLabelEndPt.y, m_RightLabelStartPt.y, m_RightLabelEndPt.y});
-    min.SetPoint(x.first - m_LabelLength, y.first - m_LabelLength);
-    max.SetPoint(x.second + m_LabelLength, y.second + m_LabelLength);
+    const Span x = SpanOf({m_LeftLabelStartPt.x, m_LeftLabelEndPt.x, m_RightLabelStartPt.x, m_RightLabelEndPt.x});
+    const Span y = SpanOf({m_LeftLabelStartPt.y, m_LeftLabelEndPt.y, m_RightLabelStartPt.y, m_RightLabelEndPt.y});
+    min.SetPoint(x.low - m_LabelLength, y.low - m_LabelLength);
+    max.SetPoint(x.high + m_LabelLength, y.high + m_LabelLength);
     return 1;
 }
 
@@ -41,7 +61,7 @@ float CKXVectorLabel::HitTest(CGePoint2d p) {
     if (m_IsShow == 0) {
         return kHiddenDistance;
     }
-    // A line without length gives not-a-number, which is passed over.
+    // The distance to a line without length is not-a-number, which fmin passes over.
     float nearest = NAN;
     for (const float distance :
          {DistanceLine(m_LeftLabelStartPt, m_LeftLabelEndPt, p), DistanceLine(m_LeftLabelEndPt, m_RightLabelEndPt, p),
@@ -68,7 +88,7 @@ void CKXVectorLabel::SetRightLabel(const CGePoint2d& start, const CGePoint2d& en
     m_RightLabelEndPt = end;
 }
 
-// The grips only show.
+// The grips of a label are shown and do not move.
 void CKXVectorLabel::moveGripPointsAt(const CIndexArray&, const CGeVector2d&) {}
 
 void CKXVectorLabel::transformBy(const CGeMatrix2d& m) {

@@ -1,4 +1,5 @@
-// CKXVectorLabel: a dimension label of two extension lines, a dimension line with ticks and a gap, and a figure.
+// CKXVectorLabel: a dimension label of two extension lines, a dimension line with ticks and a gap, and the measured
+// length as a figure.
 // Layer 5: drawables.
 #pragma once
 
@@ -12,11 +13,13 @@ public:
     // ---- Geometry and queries ----
 
     CString GetName() override;
-    // The four points and a tick's size around them, without the figure. Always 1, also when hidden.
+    // The box of the four points, larger by the size of a tick on each side, without the figure. Coordinates that are
+    // not-a-number are passed over. Always 1, also when hidden.
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
-    // To the three lines, the gap included, and to the figure as last drawn, shown or not; 1000.0 when hidden.
+    // The least distance to the three lines, the gap included, and to the figure as last drawn, also when it is not
+    // shown; 1000.0 when hidden.
     float HitTest(CGePoint2d p) override;
-    // The two ends of the dimension line. They show and do not move.
+    // The two ends of the dimension line. They are shown and can't be moved.
     void getGripPoints(CGePointArray& out, int mask) override;
 
     // An extension line runs from its start, at the measured object, to its end, on the dimension line.
@@ -29,9 +32,9 @@ public:
     double GetLabelWidth() const { return m_LabelWidth; }
     double GetTextHoleWidth() const { return m_TextHoleWidth; }
     bool GetHasTextHole() const { return m_bHasTextHole; }
-    // Nonzero shows the figure.
+    // Nonzero: the figure is shown.
     int GetTextShow() const { return m_TextShow; }
-    // 1 keeps the line width in pixels at every zoom; anything else lets it scale.
+    // 1: the line width is in pixels at every zoom. Any other value: it is in drawing units.
     int GetLockMode() const { return m_LockMode; }
 
     // ---- Editing ----
@@ -58,8 +61,8 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
-    // All strokes, in pixels: a and b start and end of the left extension line, c and d of the right one; len the size
-    // of a tick, half half its stroke width, hole half the gap.
+    // All strokes, in pixels. a and b: start and end of the left extension line; c and d: of the right one; len: size
+    // of a tick; half: half its stroke width; hole: half the gap.
     void DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d d, double len, double half,
                      double hole);
     // One oblique tick around p; u is the unit vector of the extension line.
@@ -79,6 +82,6 @@ private:
     double m_TextHoleWidth = 3.0;
     bool m_bHasTextHole = true;
     int m_TextShow = 0;
-    CText m_LabelText; // Rebuilt at every paint that shows it, and stored all the same.
+    CText m_LabelText; // Set anew by every paint that shows it; stored nevertheless.
     int m_LockMode = 1;
 };

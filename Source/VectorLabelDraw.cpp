@@ -2,7 +2,7 @@
 
 #include "VectorLabel.h"
 
-#include "GdiScope.h"
+#include "DrawStrokes.h"
 
 #include <KxBaseClass.h>
 
@@ -13,19 +13,20 @@
 
 namespace {
 
-// The quarter and the three-quarter turn, with the digits that stored drawings were made with.
-constexpr double kQuarterTurn = 1.57079632675;
-constexpr double kThreeQuarterTurn = 4.71238898025;
+// The turns of a tick, in radians: 90 and 270 degrees to ten digits, as kHalfTurn, and not the nearest doubles. The
+// pixels of a tick depend on them.
+constexpr double kTickQuarterTurn = 1.57079632675;
+constexpr double kTickThreeQuarterTurn = 4.71238898025;
 constexpr double kDegreesPerRadian = 57.29577951308232;
 
-constexpr double kOvershoot = 2.5; // Of an extension line beyond the dimension line, in ticks.
+constexpr double kOvershoot = 2.5; // Of an extension line beyond the dimension line, in tick sizes.
 
-// The figure's sizes are fixed, in drawing units.
+// The figure's height and place are fixed sizes in drawing units, whatever the label's own sizes.
 constexpr float kFigureHeight = 100.0f;
 constexpr double kFigureLift = 100.0;
 constexpr int kFigureHalfStep = 40; // For two characters.
 
-// False for the unit vector of a vector without length. What needs that direction is not drawn.
+// False for what `normal` makes of a vector without length. Strokes that need such a direction are left out.
 bool IsDirection(const CGeVector2d& u) {
     return !std::isnan(u.x) && !std::isnan(u.y);
 }
@@ -38,7 +39,7 @@ void LineTo(CDC* pDC, const CGePoint2d& p) {
     pDC->LineTo(Truncate(p.x), Truncate(p.y));
 }
 
-POINT PixelOf(const CGePoint2d& p) {
+POINT TruncatedPoint(const CGePoint2d& p) {
     return {Truncate(p.x), Truncate(p.y)};
 }
 
@@ -46,8 +47,9 @@ CGePoint2d Middle(const CGePoint2d& p, const CGePoint2d& q) {
     return CGePoint2d((p.x + q.x) / 2, (p.y + q.y) / 2);
 }
 
-// GDI keeps a region as a list of scan lines, seen or not: the bar of a tick far larger than any window would take
-// seconds and gigabytes. Only such a bar is cut to the rows that can be seen before it becomes a region.
+// GDI keeps a region as a list of scan lines, visible or not: the bar of a tick far larger than any window would take
+// seconds and gigabytes. A bar of at least `kTallBar` rows is cut to the rows of the clip box, and to those between
+// -kLastRow and kLastRow, before it becomes a region.
 constexpr double kTallBar = 32768.0;
 constexpr LONG kLastRow = 65536;
 
@@ -58,12 +60,12 @@ void CutRows(std::vector<CGePoint2d>& outline, double limit, double sign) {
         const CGePoint2d& p = outline[i];
         const CGePoint2d& next = outline[(i + 1) % outline.size()];
         const double before = (p.y - limit) * sign;
-        const double behind = (next.y - limit) * sign;
+        const double after = (next.y - limit) * sign;
         if (before >= 0.0) {
             kept.push_back(p);
         }
-        if ((before < 0.0) != (behind < 0.0)) {
-            kept.emplace_back(p.x + (next.x - p.x) * (before / (before - behind)), limit);
+        if ((before < 0.0) != (after < 0.0)) {
+            kept.emplace_back(p.x + (next.x - p.x) * (before / (before - after)), limit);
         }
     }
     outline.swap(kept);
@@ -73,7 +75,8 @@ void CutRows(std::vector<CGePoint2d>& outline, double limit, double sign) {
 void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
     const auto rows = std::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
     if (rows.second - rows.first < kTallBar) {
-        const POINT points[4] = {PixelOf(corners[0]), PixelOf(corners[1]), PixelOf(corners[2]), PixelOf(corners[3])};
+        const POINT points[4] = {TruncatedPoint(corners[0]), TruncatedPoint(corners[1]), TruncatedPoint(corners[2]),
+                                 TruncatedPoint(corners[3])};
         bar.CreatePolygonRgn(points, 4, ALTERNATE);
         return;
     }
@@ -84,23 +87,22 @@ void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
     CutRows(outline, static_cast<double>(std::min(seen.bottom, kLastRow)) + 1.0, -1.0);
     std::vector<POINT> points;
     for (const CGePoint2d& corner : outline) {
-        points.push_back(PixelOf(corner));
+        points.push_back(TruncatedPoint(corner));
     }
     bar.CreatePolygonRgn(points.data(), static_cast<int>(points.size()), ALTERNATE);
 }
 
 } // namespace
 
+// A hidden label is drawn, although it can't be hit.
+// A dragged label is drawn with R2_MASKPENNOT, so that a second drawing does not erase it.
+// A failure is reported under the name of the line's Draw.
 void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
-    LPCTSTR step = L"0";
-    try {
-        // Whether the label is shown is not asked here, only in HitTest: a hidden label draws and can't be hit.
+    DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
         if (m_IsDelete != 0) {
-            return;
+            return false;
         }
-        const short lineType = InnerGetLineType(pGeom);
-        const float width = PenWidth(pGeom, m_LockMode == 1);
-        const DWORD color = InnerGetPenColor(pGeom);
+        const PenLook look = ResolvePen(pGeom, m_LockMode == 1);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         CGePoint2d a;
         CGePoint2d b;
@@ -113,35 +115,13 @@ void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         const double len = static_cast<double>(tran->DToL(m_LabelLength));
         const double half = static_cast<double>(tran->DToL(m_LabelWidth)) / 2.0;
         const double hole = static_cast<double>(tran->DToL(m_TextHoleWidth));
-        step = L"1";
+        stage = L"1";
+        StrokeOutline(pDC, m_DrawState, look, R2_MASKPENNOT, [&] { DoDrawLable(pDC, a, b, c, d, len, half, hole); });
         if (m_DrawState == Selected || m_DrawState == Normal) {
-            // The background mode is left transparent here; only a dragged label puts it back.
-            pDC->SetBkMode(TRANSPARENT);
-            CPen pen(m_DrawState == Selected ? PS_DOT : lineType, Truncate(width), color);
-            CScopedPen selected(pDC, &pen);
-            DoDrawLable(pDC, a, b, c, d, len, half, hole);
-            selected.Restore();
             DoDrawText(pDC, pGeom, m_LeftLabelEndPt, m_RightLabelEndPt);
-        } else if (m_DrawState == Dragging) {
-            const int oldMode = pDC->SetBkMode(TRANSPARENT);
-            CPen pen(PS_SOLID, Truncate(width), color);
-            CScopedPen selected(pDC, &pen);
-            // Not the R2_NOT of the other objects.
-            CScopedRop rop(pDC, R2_MASKPENNOT);
-            DoDrawLable(pDC, a, b, c, d, len, half, hole);
-            selected.Restore();
-            rop.Restore();
-            pDC->SetBkMode(oldMode);
         }
-        step = L"2";
-        CDrawable::Draw(pDC, pGeom);
-    } catch (CException* e) {
-        e->Delete();
-        // The name is that of the line's Draw: hosts look for this text in what their users report.
-        ReportDrawFailure(L"CLine::Draw", step);
-    } catch (...) {
-        ReportDrawFailure(L"CLine::Draw", step);
-    }
+        return true;
+    });
 }
 
 void CKXVectorLabel::DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d d, double len,
@@ -164,10 +144,10 @@ void CKXVectorLabel::DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2
 }
 
 void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p, double len, double half) {
-    const CGeVector2d across = u.rotateBy(kQuarterTurn).normal() * len;
+    const CGeVector2d across = u.rotateBy(kTickQuarterTurn).normal() * len;
     const CGePoint2d e1 = p + u * len + across;
     const CGePoint2d e2 = p - u * len - across;
-    const CGeVector2d q = (e1 - e2).rotateBy(kThreeQuarterTurn).normal() * half;
+    const CGeVector2d q = (e1 - e2).rotateBy(kTickThreeQuarterTurn).normal() * half;
     if (!IsDirection(q)) {
         return;
     }
@@ -180,7 +160,7 @@ void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p
     LineTo(pDC, q4);
     LineTo(pDC, q3);
     LineTo(pDC, q1);
-    // The inside is white whatever the pen; only the outline has its colour.
+    // The inside is white; only the outline has the colour of the pen.
     CRgn region;
     MakeBar(pDC, region, {q1, q2, q4, q3});
     CBrush brush(RGB(255, 255, 255));
@@ -217,15 +197,14 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
     if (kxcommon::CompareDbl(e.angle(), kHalfTurn) < 0) {
         m = m + e.normal() * kFigureLift;
     }
-    // Centred by an assumed width, in whole steps for two characters: what a figure really measures depends on the
-    // font.
+    // Centred by an assumed width of 40 units for each two characters, whatever the font measures.
     m = m - v.normal() * static_cast<double>(figure.GetLength() / 2 * kFigureHalfStep);
     m_LabelText.SetAngle(static_cast<float>(v.angle() * kDegreesPerRadian));
     m_LabelText.SetBKMode(TRANSPARENT);
     m_LabelText.SetText(figure);
     m_LabelText.SetPos(m);
     m_LabelText.SetTextHeight(kFigureHeight);
-    // The stored colour, not the resolved one: the figure of a label by layer is not in the layer's colour.
+    // The stored colour, so that the figure of a label by layer is not in the layer's colour.
     m_LabelText.SetPenColor(m_PenColor);
     m_LabelText.Draw(pDC, pGeom);
 }

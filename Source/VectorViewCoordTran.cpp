@@ -1,5 +1,7 @@
 #include "VectorViewCoordTran.h"
 
+#include <cmath>
+
 void CVectorViewCoordTran::SetScreenSize(CSize size) {
     wScreen = size.cx;
     hScreen = size.cy;
@@ -19,6 +21,21 @@ void CVectorViewCoordTran::SetScale(CPoint pixel, float unitsPerPixel) {
     const CGeVector2d shift = after - before;
     originX -= shift.x;
     originY -= shift.y;
+}
+
+void CVectorViewCoordTran::Pan(const CGeVector2d& pixels) {
+    CVectorViewCoordTran moved = *this;
+    moved.originX -= LToD(static_cast<float>(pixels.x));
+    moved.originY += LToD(static_cast<float>(pixels.y));
+    TakeIfFinite(moved);
+}
+
+bool CVectorViewCoordTran::TakeIfFinite(const CVectorViewCoordTran& other) {
+    const bool finite = std::isfinite(other.scale) && std::isfinite(other.originX) && std::isfinite(other.originY);
+    if (finite) {
+        *this = other;
+    }
+    return finite;
 }
 
 void CVectorViewCoordTran::DPToLP_Double(double x, double y, double* lx, double* ly) const {

@@ -5,7 +5,8 @@
 #include "Geometry2d.h"
 #include "Truncate.h"
 
-// Results pass through single precision on purpose: pixels are to come out the same wherever a drawing is shown.
+// Results are rounded to single precision at the places that each operation tells, so that a drawing has the same
+// pixels wherever it is shown.
 class NRVECTORVIEW_API CVectorViewCoordTran {
 public:
     CVectorViewCoordTran() = default;
@@ -13,7 +14,7 @@ public:
 
     // Drawing units per pixel; smaller is larger on the screen.
     float GetScale() const { return scale; }
-    // The drawing x of the left edge, the drawing y of the bottom edge (pixel row `hScreen`) of the client area.
+    // The drawing x of the left edge and the drawing y of the bottom edge (pixel row `hScreen`) of the client area.
     double GetOriginX() const { return originX; }
     double GetOriginY() const { return originY; }
     int GethScreen() const { return hScreen; }
@@ -23,16 +24,21 @@ public:
     CSize GetScreenSize() const { return CSize(wScreen, hScreen); }
     void SetScreenSize(CSize size);
 
-    // Any value is taken, also 0, which makes later lengths infinite; always 1.
+    // Any value is stored, also 0, by which lengths in pixels become infinite. Always 1.
     int SetScale(float unitsPerPixel);
-    // Zoom about a pixel: the drawing point under it stays there, up to single-precision rounding.
+    // Zoom about a pixel: the drawing point under it stays there, up to single-precision rounding. Without a limit.
     void SetScale(CPoint pixel, float unitsPerPixel);
+    // Moves the picture by pixels, to the right and down. Where an origin would not be finite nothing changes.
+    void Pan(const CGeVector2d& pixels);
+    // Becomes the same as `other`, except where the scale or an origin of that is no finite number: then nothing
+    // changes and the result is false. Fits and zooms of the user are stored by it.
+    bool TakeIfFinite(const CVectorViewCoordTran& other);
 
     void DPToLP(double x, double y, float* lx, float* ly) const {
         *lx = static_cast<float>((x - originX) / static_cast<double>(scale));
         *ly = static_cast<float>(hScreen) - static_cast<float>((y - originY) / static_cast<double>(scale));
     }
-    // The float results widened: no digit more than the float form.
+    // The float results, widened: with no more digits than the float form.
     void DPToLP_Double(double x, double y, double* lx, double* ly) const;
     // Truncated towards zero.
     void DPToLP(double x, double y, int* lx, int* ly) const;

@@ -321,7 +321,9 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
     const double extent = std::max(max.x - min.x, max.y - min.y);
     const double newScale = static_cast<double>(m_CoordTran.GetScale()) * (zDelta >= 0 ? kWheelIn : kWheelOut);
     if (extent / newScale > kLeastPixels) {
-        m_CoordTran.SetScale(cursor, static_cast<float>(newScale));
+        CVectorViewCoordTran zoomed = m_CoordTran;
+        zoomed.SetScale(cursor, static_cast<float>(newScale));
+        m_CoordTran.TakeIfFinite(zoomed);
     }
     RepaintAll();
     // The point of this message is in screen coordinates, and is passed on unconverted.

@@ -4,6 +4,7 @@
 
 #include "CommandOperation.h"
 #include "Document.h"
+#include "DrawCommon.h"
 #include "GdiplusValues.h"
 #include "OperationHost.h"
 #include "VectorGraphic.h"
@@ -13,8 +14,6 @@
 
 class CDialog_DrawAbleProperty;
 class CPLine;
-
-using CBulgeArray = CArray<double, double&>;
 
 // Owns mapping, painter, document and command engine. All of them exist before the window does, so a host can fill the
 // drawing first. Call it on the thread of its window only.

@@ -121,13 +121,13 @@ TEST(ArcCircle, PointsInLineHaveNoCircleAndTheLongFormWritesAnglesFromTheOrigin)
     EXPECT_DOUBLE_EQ(kPi / 2, line.end);
 }
 
-TEST(ArcCircle, WhatIsInLineIsAskedOfAnAreaSoThatATinyCircleIsNone) {
+TEST(ArcCircle, PointsAreInLineByTheAreaOfTheirTriangleSoThatATinyCircleIsNone) {
     // Twice the area: 2 r r. 2e-16 is below 1e-15, 1.8e-15 is not.
     EXPECT_EQ(0, Through(CGePoint2d(1e-8, 0), CGePoint2d(0, 1e-8), CGePoint2d(-1e-8, 0)).result);
     EXPECT_EQ(1, Through(CGePoint2d(3e-8, 0), CGePoint2d(0, 3e-8), CGePoint2d(-3e-8, 0)).result);
 }
 
-TEST(ArcCircle, WhatIsNoNumberStaysNone) {
+TEST(ArcCircle, PointsThatAreNoNumbersGiveNoNumbers) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const Through bad(CGePoint2d(nan, 0), CGePoint2d(0, 1), CGePoint2d(-1, 0));
     EXPECT_TRUE(std::isnan(bad.x));
@@ -167,7 +167,7 @@ TEST(Arc, TheEndsThemselvesAreOutside) {
     EXPECT_EQ(0, none.IsInArc(2.0f));
 }
 
-TEST(Arc, TheFloatAngleIsHeldAgainstTheStoredDoubles) {
+TEST(Arc, AFloatAngleIsComparedWithTheStoredDoubles) {
     Bow arc(0, 0, 1, 0.1, 2.0);
     EXPECT_EQ(1, arc.IsInArc(0.1f)) << "0.1f is a little more than 0.1";
     Bow up(0, 0, 1, 1.0, 0.1 + 2e-10);
@@ -264,7 +264,7 @@ TEST(Arc, AMiddleDraggedOntoTheChordLeavesTheArc) {
     EXPECT_EQ(kPi, arc.GetEndAngle());
 }
 
-TEST(Arc, AMatrixScalesTheRadiusAndMirrorsTruly) {
+TEST(Arc, AMatrixScalesTheRadiusAndMirrorsTheArc) {
     Bow arc(0, 0, 1, 0.25, 1.5);
     arc.transformBy(CGeMatrix2d::scaling(3, CGePoint2d(10, 0)));
     EXPECT_POINT_NEAR(-20, 0, arc.Center(), 1e-6);
@@ -334,7 +334,7 @@ TEST(Arc, AHiddenArcHasNoExtent) {
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------
 
-TEST(Arc, TheAnglesStandBehindTheCirclesRows) {
+TEST(Arc, TheRowsOfTheAnglesFollowThoseOfTheCircle) {
     Bow arc(1, 2, 3, 0.25, 1.25);
     PropertyList rows(arc);
     ASSERT_EQ(13, rows.list.GetSize());
@@ -398,7 +398,7 @@ TEST(ArcDraw, PixelsAreTruncatedUnlikeAPolylinesArcs) {
     EXPECT_EQ("Arc(30,29,70,69,70,49,50,29)", stage.Draw(arc)[3]);
 }
 
-TEST(ArcDraw, CornersAndEndsAreTakenInSinglePrecision) {
+TEST(ArcDraw, CornersAndEndsAreComputedInSinglePrecision) {
     DrawStage stage;
     stage.dc.SetExecution(false);
     stage.tran.SethScreen(0); // Pixels are (x, -y).
@@ -485,7 +485,7 @@ TEST(ArcDraw, ColoursComeByIndexAndByLayerToo) {
     EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00FFFFFF)", stage.Draw(arc)[1]);
 }
 
-TEST(ArcDraw, WhatIsNoNumberOrTooFarIsDrawnSomewhereWithoutAFault) {
+TEST(ArcDraw, CoordinatesThatAreNoNumbersOrTooFarDoNoHarm) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinite = std::numeric_limits<double>::infinity();
     for (double bad : {nan, infinite, -infinite, 1e300}) {
@@ -524,7 +524,7 @@ TEST(DesktopArcDraw, AFailedStrokeIsStageTwoAndPutsBackWhatWasSelected) {
     EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectObject(pen style=2 width=1 color=0x00302010)", "SelectStockObject(5)",
                            kBrushBack, kPenBack},
                           FailStroke(stage, arc)))
-        << "no grips behind a failure";
+        << "no grips after a failure";
     arc.SetDrawState(CDrawable::Dragging);
     EXPECT_TRUE(SameCalls({kInk, "SetROP2(6)", "SetROP2(9)", kPenBack}, FailStroke(stage, arc)));
     EXPECT_EQ(std::vector<std::string>(4, "CArc::Draw出错:step=2"), answer.Texts());

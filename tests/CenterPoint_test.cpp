@@ -191,7 +191,7 @@ TEST(CenterPointDraw, ItIsACrossAndACircleOfHalfItsSizeTruncated) {
         SameCalls(Around({"SetBkMode(1)", "SelectStockObject(5)", kInk}, {kPenBack, kBrushBack}), stage.Draw(mark)));
 }
 
-TEST(CenterPointDraw, CornersAreTakenInSinglePrecision) {
+TEST(CenterPointDraw, CornersAreComputedInSinglePrecision) {
     DrawStage stage;
     stage.dc.SetExecution(false);
     stage.tran.SethScreen(0); // Pixels are (x, -y).
@@ -312,7 +312,7 @@ TEST(DesktopCenterPointDraw, AFailedStrokeIsStageOneAndPutsBackWhatWasSelected) 
     EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", "SelectObject(pen style=2 width=1 color=0x00302010)",
                            begun, kPenBack, kBrushBack},
                           FailStroke(stage, mark)))
-        << "no grips behind a failure";
+        << "no grips after a failure";
     mark.SetDrawState(CDrawable::Dragging);
     EXPECT_TRUE(
         SameCalls({"SetROP2(6)", "SelectStockObject(5)", begun, kBrushBack, "SetROP2(9)"}, FailStroke(stage, mark)));

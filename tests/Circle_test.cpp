@@ -98,7 +98,7 @@ TEST(Circle, QuadrantsChangeTheRadiusAlongTheirAxis) {
     EXPECT_TRUE(Throws<CInvalidArgException>([&] { circle.moveGripPointsAt(Indices({}), CGeVector2d(1, 1)); }));
 }
 
-TEST(Circle, ARadiusDraggedBelowZeroTurnsItsBoxRound) {
+TEST(Circle, ARadiusDraggedBelowZeroGivesAMinimumAboveTheMaximum) {
     Disc circle;
     MoveGrip(circle, 1, -25, 0);
     EXPECT_EQ(-5.0, circle.Radius());
@@ -138,7 +138,7 @@ TEST(Circle, ItHitsAtItsOutlineAlsoWhenFilled) {
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------
 
-TEST(Circle, RowsStandBehindTheBaseRows) {
+TEST(Circle, ItsRowsFollowTheBaseRows) {
     Disc circle;
     PropertyList rows(circle);
     const ExpectedRow expected[] = {
@@ -240,7 +240,7 @@ TEST(CircleDraw, CornersAreTruncated) {
     EXPECT_EQ("Ellipse(30,29,70,69)", stage.Draw(circle)[3]);
 }
 
-TEST(CircleDraw, CornersAreTakenInSinglePrecision) {
+TEST(CircleDraw, CornersAreComputedInSinglePrecision) {
     DrawStage stage;
     stage.dc.SetExecution(false);
     stage.tran.SethScreen(0); // Pixels are (x, -y).
@@ -258,7 +258,7 @@ TEST(CircleDraw, ARadiusOfZeroIsAnEllipseWithoutSize) {
     EXPECT_EQ("Ellipse(50,50,50,50)", stage.Draw(circle)[3]);
 }
 
-TEST(CircleDraw, AFilledCircleLeavesTheContextsBrushWhereItIs) {
+TEST(CircleDraw, AFilledCircleIsFilledWithTheBrushOfTheContext) {
     DrawStage stage;
     CBrush red(0x0000FF);
     CBrush* old = stage.dc.SelectObject(&red);
@@ -287,7 +287,7 @@ TEST(CircleDraw, ASelectedCircleIsDottedAndShowsItsGrips) {
                   stage.Draw(circle)));
 }
 
-TEST(CircleDraw, ASelectedFilledCircleLeavesTheContextsBrushToo) {
+TEST(CircleDraw, ASelectedFilledCircleIsFilledWithTheBrushOfTheContextToo) {
     DrawStage stage;
     Disc circle;
     circle.SetFill(1);
@@ -323,7 +323,7 @@ TEST(CircleDraw, ADraggedCirclePutsTheRasterModeBackThatItFound) {
     EXPECT_EQ(R2_MASKPEN, stage.dc.GetROP2());
 }
 
-TEST(CircleDraw, ASecondDraggedDrawingTakesTheFirstOff) {
+TEST(CircleDraw, ASecondDraggedDrawingErasesTheFirst) {
     DrawStage stage;
     Disc circle(48.3, 51.7, 33.3);
     circle.SetDrawState(CDrawable::Dragging);
@@ -377,7 +377,7 @@ TEST(CircleDraw, ColoursComeByIndexAndByLayerToo) {
     EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00FFFFFF)", stage.Draw(circle)[2]);
 }
 
-TEST(CircleDraw, WhatIsNoNumberOrTooFarIsDrawnSomewhereWithoutAFault) {
+TEST(CircleDraw, CoordinatesThatAreNoNumbersOrTooFarDoNoHarm) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinite = std::numeric_limits<double>::infinity();
     for (double bad : {nan, infinite, -infinite, 1e300}) {
@@ -414,7 +414,7 @@ TEST(DesktopCircleDraw, AFailedStrokeIsStageOneAndPutsBackWhatWasSelected) {
     EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SelectStockObject(5)", "SelectObject(pen style=2 width=1 color=0x00302010)",
                            kPenBack, kBrushBack},
                           FailStroke(stage, circle)))
-        << "no grips behind a failure";
+        << "no grips after a failure";
     circle.SetDrawState(CDrawable::Dragging);
     EXPECT_TRUE(SameCalls({"SetROP2(6)", "SelectStockObject(5)", kBrushBack, "SetROP2(9)"}, FailStroke(stage, circle)));
     EXPECT_EQ(std::vector<std::string>(4, "CCircle::Draw出错:step=1"), answer.Texts());

@@ -72,7 +72,7 @@ TEST(CombRect, ItHasNoExtentNoGripsAndIsNeverHit) {
     EXPECT_EQ(4, rows.list.GetSize());
 }
 
-TEST(CombRect, AFrameBehindAnObjectDoesNotWidenAZoomToExtents) {
+TEST(CombRect, AFrameAfterAnObjectDoesNotWidenAZoomToExtents) {
     DrawStage stage;
     stage.graphic.SetZoomByPixs(1);
     stage.graphic.SetZoomAllMargin(20);
@@ -202,7 +202,7 @@ TEST(CombRectDraw, CornersAreRoundedWithHalvesUpwards) {
     EXPECT_EQ("LineTo(-60,19)", calls[4]);
 }
 
-TEST(CombRectDraw, WhatIsNoNumberIsDrawnSomewhereWithoutAFault) {
+TEST(CombRectDraw, CoordinatesThatAreNoNumbersDoNoHarm) {
     DrawStage stage;
     stage.dc.SetExecution(false);
     Frame frame;

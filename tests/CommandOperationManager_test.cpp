@@ -475,6 +475,15 @@ TEST(CommandOperationManager, TheMiddleButtonPansWithAndWithoutATool) {
     m.manager.Cancel();
 }
 
+TEST(CommandOperationManager, APanThatWouldMakeAnOriginInfiniteMovesNothing) {
+    Managed m;
+    m.host.Tran().SetScale(1e37f);
+    m.host.Send(WM_MBUTTONDOWN, MK_MBUTTON, CPoint(100, 100));
+    m.host.Move(CPoint(200, 101), MK_MBUTTON); // 100 pixels are 1e39 units, more than a float holds.
+    EXPECT_EQ(0.0, m.host.Tran().GetOriginX());
+    EXPECT_EQ(0.0, m.host.Tran().GetOriginY());
+}
+
 TEST(CommandOperationManager, AMoveWithoutTheMiddleButtonAsksForNoRepaint) {
     Managed m;
     ::ValidateRect(m.host.view.m_hWnd, nullptr);

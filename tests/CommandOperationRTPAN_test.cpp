@@ -22,6 +22,16 @@ TEST(CommandOperationRTPAN, ADragMovesTheOriginByDrawingUnits) {
     EXPECT_TRUE(d.IsRunning());
 }
 
+TEST(CommandOperationRTPAN, ADragThatWouldMakeAnOriginInfiniteMovesNothing) {
+    ViewDriver d;
+    d.Tran().SetScale(1e37f);
+    d.Start(L"viewmove");
+    d.Send(WM_LBUTTONDOWN, MK_LBUTTON, CPoint(100, 100));
+    d.Move(CPoint(200, 101), MK_LBUTTON); // 100 pixels are 1e39 units, more than a float holds.
+    EXPECT_EQ(d.Tran().GetOriginX(), 0.0);
+    EXPECT_EQ(d.Tran().GetOriginY(), 0.0);
+}
+
 TEST(CommandOperationRTPAN, AMoveWithoutTheButtonChangesNothingAndRepaintsNothing) {
     ViewDriver d;
     d.AddLine(10, 10, 50, 50);

@@ -106,7 +106,7 @@ TEST(CurvesProperty, AnArcThroughThreePointsPassesThroughThem) {
         double end = 0;
         ASSERT_EQ(1, CArc::Calarc(p1, p2, p3, &x, &y, &radius, &start, &end)) << i;
         const CGePoint2d center(x, y);
-        // The centre of a nearly flat triple lies far away, and with it goes the precision.
+        // The centre of a nearly flat triple is far away, so that its coordinates are less precise.
         const double slack = radius * 1e-6;
         for (const CGePoint2d& p : {p1, p2, p3}) {
             ASSERT_NEAR(radius, center.distance(p), slack) << i;
@@ -316,7 +316,7 @@ TEST(CurvesProperty, ADraggedPointOfAnArcLiesOnTheNewArc) {
 
 // ---- Matrices ------------------------------------------------------------------------------------------------------
 
-TEST(CurvesProperty, AnArcGoesWithEverySimilarMatrixAndVerticesGoWithAny) {
+TEST(CurvesProperty, AnArcFollowsEverySimilarityAndVerticesFollowEveryMatrix) {
     Random random(12);
     for (int i = 0; i < kShapes; ++i) {
         const CGeMatrix2d turn = CGeMatrix2d::rotation(random.Between(0, 6.28), CGePoint2d(1, 2));

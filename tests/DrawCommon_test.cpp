@@ -59,7 +59,7 @@ TEST(DrawCommon, AChordWithoutLengthHasNoTop) {
     EXPECT_TRUE(std::isnan(top.y));
 }
 
-TEST(DrawCommon, TheWayBackGivesATopOnTheLeftAPositiveNumber) {
+TEST(DrawCommon, TheBulgeOfATopOnTheLeftIsPositive) {
     double bulge = 99;
     EXPECT_EQ(1, CDraw_Common::CalTwoPoint_Bulge(CGePoint2d(0, 0), CGePoint2d(2, 0), CGePoint2d(1, 1), bulge));
     EXPECT_EQ(1.0, bulge);
@@ -67,7 +67,7 @@ TEST(DrawCommon, TheWayBackGivesATopOnTheLeftAPositiveNumber) {
     EXPECT_EQ(-1.0, bulge);
 }
 
-TEST(DrawCommon, TheWayBackMeasuresFromTheMiddleOfTheChordAlsoAslant) {
+TEST(DrawCommon, TheBulgeIsMeasuredFromTheMiddleOfTheChordAlsoAslant) {
     double bulge = 99;
     // From (1, 0) to (1.6, 0.8) is 1, though its height is 0.8 only.
     EXPECT_EQ(1, CDraw_Common::CalTwoPoint_Bulge(CGePoint2d(0, 0), CGePoint2d(2, 0), CGePoint2d(1.6, 0.8), bulge));
@@ -80,7 +80,7 @@ TEST(DrawCommon, ATopOnTheChordIsStraight) {
     EXPECT_EQ(0.0, bulge);
 }
 
-TEST(DrawCommon, WhetherATopIsOnTheChordIsAskedOfAnArea) {
+TEST(DrawCommon, ATopIsOnTheChordByTheAreaOfItsTriangle) {
     double bulge = 99;
     EXPECT_EQ(1, CDraw_Common::CalTwoPoint_Bulge(CGePoint2d(0, 0), CGePoint2d(2, 0), CGePoint2d(1, 5e-6), bulge));
     EXPECT_EQ(0.0, bulge) << "2 * 5e-6 is not above 1e-5";
@@ -97,7 +97,7 @@ TEST(DrawCommon, BetweenCoincidentPointsThereIsNoBulge) {
     EXPECT_EQ(99, bulge) << "left alone";
 }
 
-TEST(DrawCommon, AStoredBulgeIsTheNegativeOfWhatTheWayBackGives) {
+TEST(DrawCommon, AStoredBulgeIsTheNegativeOfTheComputedOne) {
     const CGePoint2d a(-3, 7);
     const CGePoint2d b(12, -1);
     for (double stored : {0.25, -0.25, 1.0, -1.0, 3.5, -3.5}) {
@@ -158,7 +158,7 @@ TEST(DrawCommon, AnArcFollowsTheScale) {
     EXPECT_TRUE(SameCalls({"Arc(20,70,30,80,25,80,25,70)"}, stage.dc.Calls()));
 }
 
-TEST(DrawCommon, BehindTheEndOfTheBulgesSegmentsAreStraight) {
+TEST(DrawCommon, SegmentsBeyondTheBulgeListAreStraight) {
     RunStage stage;
     EXPECT_EQ(1, stage.Run({CPoint(50, 40), CPoint(50, 60), CPoint(70, 60)}, {1.0}));
     EXPECT_TRUE(SameCalls({"Arc(40,40,60,60,50,60,50,40)", "MoveTo(50,40)", "LineTo(70,40)"}, stage.dc.Calls()));

@@ -28,7 +28,7 @@ TEST(DrawableProperty, ANullRowOfAHostIsPassedOver) {
     list.Clear();
 }
 
-TEST(DrawableProperty, ARowBehindAnotherOfItsKeyIsNeverTakenBack) {
+TEST(DrawableProperty, ASecondRowOfAKeyIsNeverTakenBack) {
     CDrawableProperty list;
     PropertyRows::AddLong(list, L"k", L"first", 1);
     PropertyRows::AddLong(list, L"k", L"second", 2);
@@ -193,7 +193,7 @@ TEST(DrawableProperty, ATextOfTheListIsTakenWithItsZeroCharacters) {
     list.Clear();
 }
 
-TEST(DrawableProperty, AValueIsTakenAsItsBitsStandWithoutConversion) {
+TEST(DrawableProperty, AValueIsTakenBitByBitWithoutConversion) {
     CDrawableProperty list;
     PropertyRows::AddFloat(list, L"f", L"f", 1.0f); // 0x3F800000
     list.GetRow(0)->m_Changed = 1;

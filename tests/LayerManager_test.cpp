@@ -198,7 +198,7 @@ TEST(LayerManager, LoadedLayersAreRegistered) {
     EXPECT_EQ(outside, registry->GetCount());
 }
 
-TEST(LayerManager, TheFlagOfATableGoesRoundWhateverItIs) {
+TEST(LayerManager, TheFlagOfATableRoundTripsWithAnyValue) {
     for (const Bytes& flag : {Bytes{0, 0, 0, 0}, Bytes{0x78, 0x56, 0x34, 0x12}, Bytes{0xFE, 0xFF, 0xFF, 0xFF}}) {
         Bytes bytes = {100, 0, 0, 0};
         bytes.insert(bytes.end(), flag.begin(), flag.end());

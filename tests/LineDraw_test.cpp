@@ -214,7 +214,7 @@ TEST(LineDraw, OnlyExactlyMinusOneIsByLayer) {
     EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00FFFFFF)", p.Pen(&nearly));
 }
 
-TEST(LineDraw, WithoutALayerTheOwnValuesStand) {
+TEST(LineDraw, WithoutALayerTheOwnValuesAreUsed) {
     Painter p;
     class Layerless : public CLine {
     public:
@@ -231,7 +231,7 @@ TEST(LineDraw, WithoutALayerTheOwnValuesStand) {
     EXPECT_EQ(-1.0f, line.InnerGetLineWide(&geometry));
     EXPECT_EQ(-1, line.InnerGetLineType(&geometry));
     EXPECT_EQ(0x00445566u, line.InnerGetPenColor(&geometry));
-    EXPECT_EQ(-1.0f, line.PenWidth(&geometry, true)) << "locked: as it stands";
+    EXPECT_EQ(-1.0f, line.PenWidth(&geometry, true)) << "locked: the stored value";
     EXPECT_EQ(1.0f, line.PenWidth(&geometry, false));
     // Unlocked the width is raised to 1; locked the pen gets -1, of which GDI takes the amount. No GDI pen has the
     // style -1: it makes a solid one.
@@ -249,7 +249,7 @@ TEST(LineDraw, TheLineTypeComesFromTheLayer) {
     CLine* line = p.Add(0, 0, 1, 1);
     EXPECT_EQ("SelectObject(pen style=3 width=1 color=0x00FFFFFF)", p.Pen(line));
     line->SetLineType(PS_DASH);
-    EXPECT_EQ("SelectObject(pen style=1 width=1 color=0x00FFFFFF)", p.Pen(line)) << "its own goes first";
+    EXPECT_EQ("SelectObject(pen style=1 width=1 color=0x00FFFFFF)", p.Pen(line)) << "its own comes before the layer's";
     line->SetLineType(-1);
     line->SetDrawState(CDrawable::Selected);
     EXPECT_EQ("SelectObject(pen style=2 width=1 color=0x00FFFFFF)", p.Pen(line));
@@ -289,7 +289,8 @@ TEST(LineDraw, ALayerThatNamesItsColourByIndexShowsRedAndBlueExchanged) {
     line->SetPenColorIndex(-1);
     p.Layer()->m_ColorIndex = -2;
     p.Layer()->m_Color = 0x00E22B8A;
-    EXPECT_NE(std::string::npos, p.Pen(line).find("color=0x00E22B8A")) << "an explicit layer colour stands";
+    EXPECT_NE(std::string::npos, p.Pen(line).find("color=0x00E22B8A"))
+        << "an explicit colour of a layer is not exchanged";
 }
 
 TEST(LineDraw, CoordinatesOutsideAllRangeDrawSomethingDefined) {

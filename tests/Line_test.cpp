@@ -273,7 +273,7 @@ struct Rows {
 
 } // namespace
 
-TEST(Line, RowsStandInOrderWithTheirKeysLabelsTypesAndValues) {
+TEST(Line, RowsComeInOrderWithTheirKeysLabelsTypesAndValues) {
     class Varied : public CLine {
     public:
         Varied() { m_LineWide = 2.5f; }
@@ -411,7 +411,7 @@ TEST(Line, UnchangedRowsAreNotTakenBack) {
     EXPECT_EQ(0, line.GetLockMode());
 }
 
-TEST(Line, AnEditOfTheLayerRowReachesNothing) {
+TEST(Line, AnEditOfTheLayerRowChangesNothing) {
     CLine line;
     line.SetLayer(2);
     line.SetLineType(1);

@@ -6,6 +6,7 @@
 #include "support/BoxAnswer.h"
 #include "support/CurveTools.h"
 #include "support/DrawStage.h"
+#include "support/FailingStrokeDC.h"
 
 #include <gtest/gtest.h>
 
@@ -366,7 +367,7 @@ TEST(PLineDraw, AnUnknownStateSelectsAnEmptyPenAndChangesNothing) {
     EXPECT_EQ("SetROP2(13)", calls[9]);
 }
 
-TEST(PLineDraw, ModesThatStoodBeforeAreBackAfterEachSegment) {
+TEST(PLineDraw, TheModesBeforeASegmentAreRestoredAfterIt) {
     Stage stage;
     stage.dc.SetROP2(R2_MASKPEN);
     stage.dc.SetBkMode(TRANSPARENT);
@@ -378,7 +379,7 @@ TEST(PLineDraw, ModesThatStoodBeforeAreBackAfterEachSegment) {
     EXPECT_EQ("SetROP2(9)", calls[9]);
 }
 
-TEST(PLineDraw, UnderInversionAStraightSegmentShowsOnlyItsEndsAndASecondDrawingTakesThemOff) {
+TEST(PLineDraw, UnderInversionAStraightSegmentShowsOnlyItsEndsAndASecondDrawingErasesThem) {
     DrawStage stage;
     const std::vector<DWORD> before = stage.dc.Pixels();
     CPLineInk line;
@@ -403,7 +404,7 @@ TEST(PLineDraw, BothEndPixelsAreInked) {
     EXPECT_EQ(0x00FFFFFFu, stage.dc.Pixel(31, 90));
 }
 
-TEST(PLineDraw, ADraggedOutlineOfAllKindsOfSegmentsIsTakenOffByASecondDrawing) {
+TEST(PLineDraw, ADraggedOutlineOfAllKindsOfSegmentsIsErasedByASecondDrawing) {
     DrawStage stage;
     stage.tran.SetScale(0.7f);
     CPLineInk line;
@@ -449,7 +450,7 @@ TEST(PLineDraw, ASelectedOutlineThatBreaksOffStillShowsAllItsGrips) {
         << "the middle of no chord is its vertex";
 }
 
-TEST(PLineDraw, WhatIsNoNumberOrTooFarIsDrawnSomewhereWithoutAFault) {
+TEST(PLineDraw, CoordinatesThatAreNoNumbersOrTooFarDoNoHarm) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinite = std::numeric_limits<double>::infinity();
     for (double bad : {nan, infinite, -infinite, 1e300, -1e300, 1e12}) {
@@ -472,6 +473,124 @@ TEST(PLineDraw, WhatIsNoNumberOrTooFarIsDrawnSomewhereWithoutAFault) {
 }
 
 // ---- Messages ------------------------------------------------------------------------------------------------------
+
+TEST(DesktopPLineDraw, AFailedStrokePutsPenAndModesBackInEveryState) {
+    const std::string boxText = "CPLine::Draw出错:step=1";
+    for (bool plain : {false, true}) {
+        for (double bulge : {0.0, 1.0}) {
+            for (auto state : {CDrawable::Normal, CDrawable::Selected, CDrawable::Dragging}) {
+                SCOPED_TRACE(testing::Message() << plain << " " << bulge << " " << state);
+                DrawStage stage;
+                BoxAnswer answer;
+                CPLineInk line;
+                FillStraight(line);
+                line.SetBulge(0, bulge);
+                line.SetDrawState(state);
+                FailingStrokeDC dc(plain);
+                dc.SetROP2(R2_MASKPEN);
+                dc.Clear();
+                const HGDIOBJ pen = ::GetCurrentObject(dc.m_hDC, OBJ_PEN);
+                line.Draw(&dc, &stage.geometry);
+                Calls expected = {"SetBkMode(1)"};
+                if (state == CDrawable::Dragging) {
+                    expected.push_back("SetROP2(6)");
+                }
+                expected.push_back(state == CDrawable::Selected ? "SelectObject(pen style=2 width=1 color=0x00302010)"
+                                                                : "SelectObject(pen style=0 width=1 color=0x00302010)");
+                if (bulge == 0.0) {
+                    expected.push_back("MoveTo(10,90)");
+                }
+                expected.insert(expected.end(), {"SelectObject(pen default)", "SetROP2(9)", "SetBkMode(2)"});
+                EXPECT_TRUE(SameCalls(expected, dc.Calls())) << "and no grip is drawn";
+                EXPECT_EQ(pen, ::GetCurrentObject(dc.m_hDC, OBJ_PEN));
+                EXPECT_EQ((std::vector<std::string>{boxText}), answer.Texts());
+            }
+        }
+    }
+}
+
+TEST(DesktopPLineDraw, AFailureInALaterSegmentPutsBackWhatWasThereBeforeTheFirst) {
+    // Fails in the fourth LineTo, which is the last one of the second segment.
+    class LateDC : public RecordingDC {
+    public:
+        using RecordingDC::LineTo;
+        BOOL LineTo(int x, int y) override {
+            if (++m_count == 4) {
+                AfxThrowResourceException();
+            }
+            return RecordingDC::LineTo(x, y);
+        }
+
+    private:
+        int m_count = 0;
+    };
+    DrawStage stage;
+    BoxAnswer answer;
+    CPLineInk line;
+    FillStraight(line);
+    line.AddPoint(CGePoint2d(30, 40));
+    line.SetSLPenColor(1, 0x0000FF);
+    LateDC dc;
+    const HGDIOBJ pen = ::GetCurrentObject(dc.m_hDC, OBJ_PEN);
+    line.Draw(&dc, &stage.geometry);
+    EXPECT_EQ(pen, ::GetCurrentObject(dc.m_hDC, OBJ_PEN));
+    EXPECT_EQ(OPAQUE, dc.GetBkMode());
+    EXPECT_EQ(R2_COPYPEN, dc.GetROP2());
+    EXPECT_EQ((std::vector<std::string>{"CPLine::Draw出错:step=1"}), answer.Texts());
+}
+
+TEST(DesktopPLineDraw, AFailedGripPutsBrushAndPenBack) {
+    class GripFailingDC : public RecordingDC {
+    public:
+        using RecordingDC::Rectangle;
+        BOOL Rectangle(int, int, int, int) override {
+            AfxThrowResourceException();
+            return FALSE;
+        }
+    };
+    DrawStage stage;
+    BoxAnswer answer;
+    CPLineInk line;
+    FillStraight(line);
+    line.SetSelected(1);
+    GripFailingDC dc;
+    const HGDIOBJ pen = ::GetCurrentObject(dc.m_hDC, OBJ_PEN);
+    const HGDIOBJ brush = ::GetCurrentObject(dc.m_hDC, OBJ_BRUSH);
+    line.Draw(&dc, &stage.geometry);
+    EXPECT_EQ(pen, ::GetCurrentObject(dc.m_hDC, OBJ_PEN));
+    EXPECT_EQ(brush, ::GetCurrentObject(dc.m_hDC, OBJ_BRUSH));
+    ASSERT_LE(2u, dc.Calls().size());
+    EXPECT_EQ("SelectObject(brush default)", dc.Calls()[dc.Calls().size() - 2]);
+    EXPECT_EQ("SelectObject(pen default)", dc.Calls().back());
+    EXPECT_EQ((std::vector<std::string>{"CPLine::Draw出错:step=4"}), answer.Texts());
+}
+
+TEST(DesktopPLineDraw, APenThatCannotBeMadeLeavesTheStrokesToTheContextsOwnPen) {
+    DrawStage stage;
+    BoxAnswer answer;
+    CPLineInk line;
+    FillStraight(line);
+    line.SetDrawState(CDrawable::Dragging);
+    const HGDIOBJ pen = ::GetCurrentObject(stage.dc.m_hDC, OBJ_PEN);
+    // Every handle that the process can have is taken, so that GDI makes no further pen.
+    std::vector<HPEN> taken;
+    while (taken.size() < 200000) {
+        const HPEN next = ::CreatePen(PS_SOLID, 1, 0);
+        if (next == nullptr) {
+            break;
+        }
+        taken.push_back(next);
+    }
+    const Calls calls = taken.size() < 200000 ? stage.Draw(line) : Calls();
+    for (HPEN each : taken) {
+        ::DeleteObject(each);
+    }
+    EXPECT_TRUE(SameCalls({"SetBkMode(1)", "SetROP2(6)", "SelectObject(pen null)", "MoveTo(10,90)", "LineTo(30,90)",
+                           "MoveTo(30,90)", "LineTo(10,90)", "SelectObject(pen null)", "SetBkMode(2)", "SetROP2(13)"},
+                          calls));
+    EXPECT_EQ(pen, ::GetCurrentObject(stage.dc.m_hDC, OBJ_PEN));
+    EXPECT_TRUE(answer.Texts().empty());
+}
 
 TEST(DesktopPLineDraw, AFailedDrawingNamesItsStage) {
     DrawStage stage;

@@ -208,7 +208,7 @@ TEST(PLineHit, FeetStandOnTheInfiniteLinesOfStraightSegments) {
     CGePoint2d before(9, 9);
     feet.Add(before);
     EXPECT_EQ(1, line.GetClosetPt(CGePoint2d(50, 30), feet));
-    ASSERT_EQ(3, feet.GetSize()) << "added behind what stood there";
+    ASSERT_EQ(3, feet.GetSize()) << "appended to what was in the list";
     EXPECT_POINT(50, 0, feet[1]);
     EXPECT_POINT(20, 30, feet[2]);
     EXPECT_EQ(8, feet[1].type);

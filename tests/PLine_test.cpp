@@ -492,7 +492,7 @@ TEST(PLine, TheClosingSegmentIsNotRepairedWhenItsFirstOrLastVertexMoves) {
     line.SetClose(1);
     MoveGrip(line, 0, 0, 3);
     EXPECT_EQ(-1.0, Bulge(line, 2));
-    EXPECT_NE(-1.0, Bulge(line, 0)) << "the segment behind the vertex is";
+    EXPECT_NE(-1.0, Bulge(line, 0)) << "the segment after the vertex is";
     MoveGrip(line, 4, 0, 3);
     EXPECT_EQ(-1.0, Bulge(line, 2));
 }
@@ -536,7 +536,7 @@ TEST(PLine, AMirrorLeavesTheSignsOfTheBulges) {
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------
 
-TEST(PLine, RowsStandBehindTheBaseRows) {
+TEST(PLine, ItsRowsFollowTheBaseRows) {
     CPLine line;
     line.AddPoint(CGePoint2d(1.5, -2.5));
     line.SetClose(1);

@@ -48,7 +48,7 @@ int SampleHeight(int height, int escapement = 0, LPCWSTR face = L"宋体") {
     return size.cy;
 }
 
-// The font that is selected while the text goes out.
+// The font that is selected while the text is drawn.
 class FontWatcher : public RecordingDC {
 public:
     BOOL TextOut(int x, int y, LPCTSTR text, int count) override {
@@ -219,7 +219,7 @@ TEST(TextDraw, ADraggedTextIsADottedLineAsWideAsItsBoxWithoutRotation) {
     EXPECT_EQ(0.0f, text.m_MinCalHeight) << "nothing is measured";
 }
 
-TEST(TextDraw, AStateThatIsNoneDrawsTheTextWithoutGrips) {
+TEST(TextDraw, AnUnknownStateDrawsTheTextWithoutGrips) {
     Stage stage;
     OpenText text;
     Prepare(text).m_DrawState = static_cast<enum CDrawable::DrawState>(9);
@@ -314,7 +314,7 @@ TEST(TextDraw, OfALongFaceNameThirtyOneCharactersCount) {
     EXPECT_STREQ(L"", dc.font.lfFaceName);
 }
 
-TEST(TextDraw, AHundredThousandCharactersGoOutAsOneRun) {
+TEST(TextDraw, AHundredThousandCharactersAreDrawnByOneCall) {
     Stage stage;
     OpenText text;
     Prepare(text).SetText(CString(L'长', 100000));
@@ -325,7 +325,7 @@ TEST(TextDraw, AHundredThousandCharactersGoOutAsOneRun) {
     EXPECT_EQ(100000u * 3 + std::string("TextOut(10,579,\"\")").size(), calls[4].size());
 }
 
-TEST(TextDraw, LineFeedsAndSurrogatePairsGoOutUnchanged) {
+TEST(TextDraw, LineFeedsAndSurrogatePairsAreDrawnUnchanged) {
     Stage stage;
     OpenText text;
     Prepare(text).SetText(L"a\n\xD840\xDC40z");
@@ -358,7 +358,7 @@ TEST(TextDraw, PaintsLeaveNoFontsBehind) {
     }
 }
 
-TEST(DesktopTextDraw, AFailureIsShownWithItsStageAndTheDeviceIsPutInOrder) {
+TEST(DesktopTextDraw, AFailureIsShownWithItsStageAndFontAndColourAreRestored) {
     Scene scene;
     const struct {
         const char* call;

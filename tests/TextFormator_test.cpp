@@ -270,7 +270,7 @@ TEST(TextFormator, SetupsLeaveNoDeviceContextsAndFontsBehind) {
 
 // ---- Measuring -----------------------------------------------------------------------------------------------------
 
-TEST(TextFormator, TheMeasureIsOneCharacterFurtherOnThanTheStretchThatIsNamed) {
+TEST(TextFormator, TheMeasureIsOneCharacterFurtherOnThanTheNamedPart) {
     CString text(L"abcd");
     OpenFormator formator;
     formator.Rig(text, {10.0f, 30.0f, 60.0f, 100.0f}, 17.5f);
@@ -283,7 +283,7 @@ TEST(TextFormator, TheMeasureIsOneCharacterFurtherOnThanTheStretchThatIsNamed) {
     EXPECT_EQ(30.0f, width);
 }
 
-TEST(TextFormator, AStretchThatEndsWithTheTextTakesTheLastEntryForTheMissingOne) {
+TEST(TextFormator, APartThatEndsWithTheTextTakesTheLastEntryForTheMissingOne) {
     CString text(L"abcd");
     OpenFormator formator;
     formator.Rig(text, {10.0f, 30.0f, 60.0f, 100.0f}, 17.5f);
@@ -295,7 +295,7 @@ TEST(TextFormator, AStretchThatEndsWithTheTextTakesTheLastEntryForTheMissingOne)
     EXPECT_EQ(0.0f, width);
 }
 
-TEST(TextFormator, IndicesOutsideAreHeldToTheTable) {
+TEST(TextFormator, AnIndexOutsideTheTableTakesTheNearestEntry) {
     CString text(L"abcd");
     OpenFormator formator;
     formator.Rig(text, {10.0f, 30.0f, 60.0f, 100.0f}, 17.5f);
@@ -325,7 +325,7 @@ TEST(TextFormator, ACountBelowOneMeansTheTextsOwnLength) {
 
 // ---- Drawing one stretch -------------------------------------------------------------------------------------------
 
-TEST(TextFormator, EachAdvanceIsTruncatedForItself) {
+TEST(TextFormator, EachAdvanceIsTruncatedOnItsOwn) {
     CString text(L"abcdef");
     OpenFormator formator;
     formator.Rig(text, {10.9f, 30.7f, 30.7f, 25.0f, 44.9f, 65.8f}, 20.0f);
@@ -341,7 +341,7 @@ TEST(TextFormator, EachAdvanceIsTruncatedForItself) {
     EXPECT_EQ((std::vector<int>{10, 19, 0, 0, 19, 20}), out[0].advances);
 }
 
-TEST(TextFormator, AStretchBeginsAtItsOwnEntryOfTheTable) {
+TEST(TextFormator, APartBeginsAtItsOwnEntryOfTheTable) {
     CString text(L"abcd");
     OpenFormator formator;
     formator.Rig(text, {10.0f, 30.0f, 60.0f, 100.0f}, 20.0f);
@@ -365,7 +365,7 @@ TEST(TextFormator, ACountBeyondTheTableEndsWithTheText) {
     ASSERT_EQ(3u, out.size());
     EXPECT_EQ(L"abcd", out[0].text);
     EXPECT_EQ((std::vector<int>{10, 10, 10, 10}), out[0].advances);
-    EXPECT_EQ(L"abcdef", out[1].text) << "a text that goes on, on entries held to the last one";
+    EXPECT_EQ(L"abcdef", out[1].text) << "a longer text: the last entry is used again for what follows";
     EXPECT_EQ((std::vector<int>{10, 10, 10, 10, 0, 0}), out[1].advances);
     EXPECT_EQ((std::vector<int>{0, 0}), out[2].advances);
 }
@@ -407,7 +407,7 @@ TEST(TextFormator, ALineEndsWithTheWordThatReachesTheWidth) {
 TEST(TextFormator, LinesBreakByTheShiftedMeasure) {
     CString text(L"aa bb cc");
     OpenFormator formator;
-    // The blank behind "aa" is 100 wide: it counts in the measure of "aa", of which the first character doesn't.
+    // The blank after "aa" is 100 wide: it counts in the measure of "aa", of which the first character doesn't.
     formator.Rig(text, {10, 20, 120, 130, 140, 150, 160, 170}, 20.0f);
     Recorder recorder;
     const RECT rect = {0, 0, 105, 0};
@@ -465,7 +465,7 @@ TEST(TextFormator, LinesTurnAboutTheTopLeftCornerOfTheRectangle) {
     ASSERT_EQ(3u, out.size());
     EXPECT_EQ(100, out[0].x);
     EXPECT_EQ(50, out[0].y);
-    // A quarter turn: the line below stands to the left by 20.5 and 41.
+    // A quarter turn: the lines below are to the left by 20.5 and 41.
     EXPECT_EQ(79, out[1].x);
     EXPECT_EQ(50, out[1].y);
     EXPECT_EQ(59, out[2].x);
@@ -612,7 +612,7 @@ TEST(KLineBreaker, TwoHighCharactersInARowEndAWord) {
     EXPECT_EQ((WordList{L"\x6587\x6587", L"\x6587"}), Words(L"\x6587\x6587\x6587"));
     EXPECT_EQ((WordList{L"a\x6587\x6587", L"b"}), Words(L"a\x6587\x6587"
                                                         L"b"))
-        << "the pair ends the word that it stands in";
+        << "the pair ends the word that it is in";
     EXPECT_EQ((WordList{L"\x6587\x4E2D\x6587\x4E2D"}), Words(L"\x6587\x4E2D\x6587\x4E2D")) << "never two in a row";
 }
 
@@ -670,7 +670,7 @@ TEST(TextFormator, StagesOfAMeasureTellItsValues) {
     EXPECT_EQ(CString(L"300001:lpString=t"), OfExtent(Extent::Counting, L"m", L"t", 1, 2, 3.9f));
     EXPECT_EQ(CString(L"300002:m_Str=mm,iLen=2,lpString=t,startPos=1,cbString=2)"),
               OfExtent(Extent::Measuring, L"mm", L"t", 1, 2, 3.9f))
-        << "the closing bracket stands alone";
+        << "the closing bracket has no opening one";
     EXPECT_EQ(CString(L"300003:width=3"), OfExtent(Extent::Measured, L"m", L"t", 1, 2, 3.9f));
 }
 

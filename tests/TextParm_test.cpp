@@ -179,7 +179,7 @@ TEST(TextParm, OfALongFaceNameThirtyOneCharactersCount) {
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------
 
-TEST(TextParm, RowsStandInOrderBehindThoseOfTheText) {
+TEST(TextParm, ItsRowsFollowThoseOfTheText) {
     OpenParm parm;
     const Rows rows(parm);
     const ExpectedRow expected[] = {

@@ -105,7 +105,7 @@ TEST(TextPixels, TheInkTurnsAboutTheInsertionPoint) {
     ExpectNear(CRect(-upright.right, -upright.bottom, -upright.left, -upright.top), InkAround(text, scene, 600, 600));
     text.SetAngle(-90.0f);
     ExpectNear(CRect(-upright.bottom, upright.left, -upright.top, upright.right), InkAround(text, scene, 600, 600));
-    // By 45 degrees the far end of the run stands as high as it stands to the right.
+    // At 45 degrees the far end of the run is as far up as it is to the right.
     text.SetText(L"一一一一一一一一");
     text.SetAngle(45.0f);
     const CRect slanted = InkAround(text, scene, 600, 600);
@@ -160,7 +160,7 @@ TEST(TextPixels, AnOpaqueTextCoversItsGround) {
     EXPECT_EQ(RGB(0, 0, 0), canvas.At(101, 301)) << "a parameter never";
 }
 
-TEST(TextPixels, ADraggedTextIsTakenOffByASecondDrawing) {
+TEST(TextPixels, ADraggedTextIsErasedByASecondDrawing) {
     Scene scene;
     Canvas canvas(800, 600, RGB(30, 60, 90));
     OpenText text;
@@ -224,7 +224,7 @@ TEST(VectorLabelPixels, TheDimensionLineHasItsGapWhereTheSizeSays) {
     }
 }
 
-TEST(VectorLabelPixels, TheFigureStandsOverTheLineAndBesideIt) {
+TEST(VectorLabelPixels, TheFigureIsAboveTheLineOrBesideIt) {
     Scene scene;
     OpenLabel label;
     label.SetTextShow(1);

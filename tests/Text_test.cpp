@@ -166,7 +166,7 @@ TEST(Text, OutsideTheBoxTheDistanceIsToItsCentre) {
     EXPECT_EQ(13.5f, text.HitTest(CGePoint2d(26.0, 30.5))) << "centre (26, 17), the point not truncated";
 }
 
-TEST(Text, TheOffsetsOfTwoStandBeforeAndBehindTheTruncation) {
+TEST(Text, OneOffsetOfTwoIsAddedBeforeTheTruncationAndOneAfterIt) {
     OpenText text;
     text.SetTextWide(30.0f);
     text.m_MinCalHeight = 8.0f;
@@ -256,7 +256,7 @@ TEST(Text, GripsAreTheCornersTurnedByTheExactAngle) {
     }
 }
 
-TEST(Text, GripsTurnWithTheTenDigitsOfTheTurnsEvenByNothing) {
+TEST(Text, GripsTurnByTurnsOfTenDigitsAlsoAtAngleZero) {
     OpenText text;
     Place(text);
     CGePointArray grips;
@@ -280,7 +280,7 @@ TEST(Text, OnlyTheFirstIndexMovesItsGrip) {
     EXPECT_TRUE(text.GetPos() == CGePoint2d(11.5, 18));
     EXPECT_EQ(30.0f, text.GetTextWide());
     text.moveGripPointsAt(Indices({1}), CGeVector2d(2.25, 100));
-    EXPECT_EQ(32.25f, text.GetTextWide()) << "by the x of the move, whatever the rotation";
+    EXPECT_EQ(32.25f, text.GetTextWide()) << "by the x of the move, also for a turned text";
     EXPECT_TRUE(text.GetPos() == CGePoint2d(11.5, 18));
     for (int grip : {2, 3, 4, -1}) {
         text.moveGripPointsAt(Indices({grip}), CGeVector2d(50, 50));
@@ -321,7 +321,7 @@ TEST(Text, HasNoFeetOfPerpendiculars) {
 
 // ---- Rows ----------------------------------------------------------------------------------------------------------
 
-TEST(Text, RowsStandInOrderBehindThoseOfEveryObject) {
+TEST(Text, ItsRowsFollowThoseOfEveryObject) {
     OpenText text;
     const Rows rows(text);
     const ExpectedRow expected[] = {
@@ -371,7 +371,7 @@ TEST(Text, UnchangedRowsAreNotTakenBack) {
     EXPECT_TRUE(text.GetText().IsEmpty());
 }
 
-TEST(Text, AnEditOfTheRatioShowsAndReachesNothing) {
+TEST(Text, TheRatioIsShownAndAnEditOfItChangesNothing) {
     OpenText text;
     text.SetTextRatio(0.5f);
     Rows rows(text);

@@ -1,15 +1,22 @@
 // Fitting a drawing into a rectangle. Figures worked out by hand.
 
+#include "Arc.h"
+#include "CenterPoint.h"
 #include "Document.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "PLine.h"
+#include "TextParm.h"
 #include "VectorGraphic.h"
+#include "VectorLabel.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -26,8 +33,127 @@ struct Fit {
         line->SetEndPoint(CGePoint2d(x2, y2));
         graphic.GetDocument()->AddDrawAobject(line);
     }
+    // 200 by 200 pixels without a margin.
+    void FitSquare() {
+        graphic.SetZoomByPixs(1);
+        graphic.SetZoomAllMargin(0);
+        graphic.ZoomAll(CRect(0, 0, 200, 200));
+    }
+    void ExpectMapping(float scale, double originX, double originY) {
+        EXPECT_EQ(scale, tran.GetScale());
+        EXPECT_EQ(originX, tran.GetOriginX());
+        EXPECT_EQ(originY, tran.GetOriginY());
+    }
     CVectorViewCoordTran tran;
     CVectorGraphic graphic;
+};
+
+// One object of each kind with an extent, built from a number that is not finite.
+struct BadKind {
+    const char* name;
+    std::function<CDrawable*(double)> make;
+};
+
+const BadKind kBadKinds[] = {
+    {"line from it",
+     [](double bad) {
+         auto* line = new CLine;
+         line->SetStartPoint(CGePoint2d(bad, 50));
+         line->SetEndPoint(CGePoint2d(50, 50));
+         return line;
+     }},
+    {"line to it",
+     [](double bad) {
+         auto* line = new CLine;
+         line->SetStartPoint(CGePoint2d(50, 50));
+         line->SetEndPoint(CGePoint2d(50, bad));
+         return line;
+     }},
+    {"polyline from it",
+     [](double bad) {
+         auto* line = new CPLine;
+         line->AddPoint(CGePoint2d(bad, 50));
+         line->AddPoint(CGePoint2d(50, 50));
+         return line;
+     }},
+    {"polyline to it",
+     [](double bad) {
+         auto* line = new CPLine;
+         line->AddPoint(CGePoint2d(50, 50));
+         line->AddPoint(CGePoint2d(50, bad));
+         return line;
+     }},
+    {"bulge",
+     [](double bad) {
+         auto* line = new CPLine;
+         line->AddPoint(CGePoint2d(50, 50), bad);
+         line->AddPoint(CGePoint2d(60, 50));
+         return line;
+     }},
+    {"circle around it",
+     [](double bad) {
+         auto* circle = new CCircle(Gdiplus::PointF(50, 50), 5);
+         circle->SetCenter(CGePoint2d(50, bad));
+         return circle;
+     }},
+    {"radius",
+     [](double bad) {
+         auto* circle = new CCircle(Gdiplus::PointF(50, 50), 5);
+         circle->setRadius(bad);
+         return circle;
+     }},
+    {"arc around it",
+     [](double bad) {
+         auto* arc = new CArc(Gdiplus::PointF(50, 50), 5, 0, 1);
+         arc->SetCenter(CGePoint2d(bad, 50));
+         return arc;
+     }},
+    {"start of an arc",
+     [](double bad) {
+         auto* arc = new CArc(Gdiplus::PointF(50, 50), 5, 0, 1);
+         arc->SetStartAngle(bad);
+         return arc;
+     }},
+    {"end of an arc",
+     [](double bad) {
+         auto* arc = new CArc(Gdiplus::PointF(50, 50), 5, 0, 1);
+         arc->SetEndAngle(bad);
+         return arc;
+     }},
+    {"centre mark",
+     [](double bad) {
+         auto* mark = new CCenterPoint(Gdiplus::PointF(50, 50));
+         mark->SetCenter(CGePoint2d(bad, bad));
+         return mark;
+     }},
+    {"text",
+     [](double bad) {
+         auto* text = new CText;
+         text->SetPos(CGePoint2d(bad, 60));
+         return text;
+     }},
+    {"width of a parameter",
+     [](double bad) {
+         auto* text = new CTextParm;
+         text->SetPos(CGePoint2d(50, 60));
+         text->SetTextWide(static_cast<float>(bad));
+         return text;
+     }},
+    {"label without direction",
+     [](double bad) {
+         auto* label = new CKXVectorLabel;
+         label->SetLeftLabel(CGePoint2d(50, 50), CGePoint2d(bad, bad));
+         label->SetRightLabel(CGePoint2d(60, 50), CGePoint2d(bad, bad));
+         return label;
+     }},
+    {"tick size",
+     [](double bad) {
+         auto* label = new CKXVectorLabel;
+         label->SetLeftLabel(CGePoint2d(50, 50), CGePoint2d(50, 60));
+         label->SetRightLabel(CGePoint2d(60, 50), CGePoint2d(60, 60));
+         label->SetLabelLength(bad);
+         return label;
+     }},
 };
 
 constexpr float kInfinite = std::numeric_limits<float>::infinity();
@@ -152,7 +278,7 @@ TEST(VectorGraphicZoom, WithEqualRatiosTheHeightBranchIsTaken) {
 }
 
 TEST(VectorGraphicZoom, WithEqualRatiosTheHeightBranchIsTakenByPercentToo) {
-    // 10 units on 30 free pixels both ways. The axis that is centred goes through 40 pixels as a float,
+    // 10 units on 30 free pixels both ways. The axis that is centred is computed from 40 pixels as a float,
     // 13.333333969116211; the other one is 5 pixels in double.
     Fit fit;
     fit.Add(0, 0, 10, 10);
@@ -204,7 +330,7 @@ TEST(VectorGraphicZoom, ByPixelsAWindowAsHighAsTheMarginGivesAnInfiniteRatioByHe
     EXPECT_EQ(-kInfinite, fit.tran.GetOriginY());
 }
 
-TEST(VectorGraphicZoom, ByPixelsARatioThatIsNoNumberTakesTheHeightBranch) {
+TEST(VectorGraphicZoom, ByPixelsARatioThatIsNoNumberTakesTheHeightBranchAndIsNotStored) {
     // An upright line in a window as wide as the margin: 0 / 0 by width, 100 / 100 by height.
     Fit upright;
     upright.graphic.SetZoomByPixs(1);
@@ -215,19 +341,99 @@ TEST(VectorGraphicZoom, ByPixelsARatioThatIsNoNumberTakesTheHeightBranch) {
     EXPECT_EQ(-7.0, upright.tran.GetOriginY());
     // A lying one in a window as high as the margin: 100 / 100 by width, 0 / 0 by height, which is taken.
     Fit lying;
+    lying.tran.SetScale(3.0f);
     lying.graphic.SetZoomByPixs(1);
     lying.Add(0, 7, 100, 7);
     lying.graphic.ZoomAll(CRect(0, 0, 115, 15));
-    EXPECT_TRUE(std::isnan(lying.tran.GetScale()));
+    lying.ExpectMapping(3.0f, 0.0, 0.0);
     // A point in a window of the margin.
     Fit point;
+    point.tran.SetScale(3.0f);
     point.graphic.SetZoomByPixs(1);
     point.Add(7, 9, 7, 9);
     point.graphic.ZoomAll(CRect(0, 0, 15, 15));
-    EXPECT_TRUE(std::isnan(point.tran.GetScale()));
-    EXPECT_TRUE(std::isnan(point.tran.GetOriginX()));
-    EXPECT_TRUE(std::isnan(point.tran.GetOriginY()));
-    EXPECT_EQ(15, point.tran.GethScreen());
+    point.ExpectMapping(3.0f, 0.0, 0.0);
+    EXPECT_EQ(15, point.tran.GethScreen()) << "the size is stored nevertheless";
+    // No margin, and a window without an area: the scale would be infinite, half of no margin of it not-a-number.
+    Fit minimized;
+    minimized.tran.SetScale(3.0f);
+    minimized.graphic.SetZoomByPixs(1);
+    minimized.graphic.SetZoomAllMargin(0);
+    minimized.Add(0, 0, 100, 10);
+    minimized.graphic.ZoomAll(CRect(0, 0, 0, 0));
+    minimized.ExpectMapping(3.0f, 0.0, 0.0);
+}
+
+TEST(VectorGraphicZoom, ByPercentAWindowOfTenPixelsKeepsScaleAndOrigin) {
+    // The least margin takes all of it: 100 / 0.
+    Fit fit;
+    fit.tran.SetScale(3.0f);
+    fit.Add(0, 0, 100, 10);
+    fit.graphic.ZoomAll(CRect(0, 0, 10, 200));
+    fit.ExpectMapping(3.0f, 0.0, 0.0);
+    EXPECT_EQ(CSize(10, 200), fit.tran.GetScreenSize());
+}
+
+TEST(VectorGraphicZoom, ALabelWithoutADirectionIsFittedByThePointsThatItHas) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    Fit fit;
+    auto* label = new CKXVectorLabel; // Its ticks are 3 units large.
+    KX_ADD_MEMORY(label);
+    label->SetLeftLabel(CGePoint2d(3, 3), CGePoint2d(nan, nan));
+    label->SetRightLabel(CGePoint2d(97, 97), CGePoint2d(nan, nan));
+    fit.graphic.GetDocument()->AddDrawAobject(label);
+    fit.FitSquare();
+    fit.ExpectMapping(0.5f, 0.0, 0.0); // From (0, 0) to (100, 100) on 200 pixels.
+}
+
+TEST(VectorGraphicZoom, AnExtentThatIsNotFiniteCountsAsNone) {
+    // Beside each such object a line from (10, 20) to (110, 120), around whatever is finite of it: 100 units on 200
+    // pixels, from the line's start.
+    for (const BadKind& kind : kBadKinds) {
+        for (double bad : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                           -std::numeric_limits<double>::infinity()}) {
+            for (bool first : {true, false}) {
+                SCOPED_TRACE(testing::Message() << kind.name << " " << bad << (first ? " first" : " last"));
+                Fit fit;
+                CDrawable* object = kind.make(bad);
+                KX_ADD_MEMORY(object);
+                if (first) {
+                    fit.graphic.GetDocument()->AddDrawAobject(object);
+                }
+                fit.AddExact(10, 20, 110, 120);
+                if (!first) {
+                    fit.graphic.GetDocument()->AddDrawAobject(object);
+                }
+                fit.FitSquare();
+                fit.ExpectMapping(0.5f, 10.0, 20.0);
+            }
+        }
+    }
+}
+
+TEST(VectorGraphicZoom, AFitThatWouldNotBeFiniteKeepsScaleAndOrigin) {
+    struct {
+        double x1, y1, x2, y2;
+    } const lines[] = {
+        {-1e308, 0, 1e308, 1}, // The width is beyond all doubles.
+        {0, -1e308, 1, 1e308}, // The height is.
+        {0, 0, 1e300, 1},      // The width is beyond all floats.
+        {0, 0, 1, 1e300},      // The height is.
+    };
+    for (int byPixels : {0, 1}) {
+        for (const auto& line : lines) {
+            SCOPED_TRACE(testing::Message() << byPixels << " " << line.x2 << " " << line.y2);
+            Fit fit;
+            fit.tran.SetScale(3.0f);
+            fit.tran.SetOriginX(5.0);
+            fit.tran.SetOriginY(-6.0);
+            fit.graphic.SetZoomByPixs(byPixels);
+            fit.AddExact(line.x1, line.y1, line.x2, line.y2);
+            fit.graphic.ZoomAll(CRect(0, 0, 640, 480));
+            fit.ExpectMapping(3.0f, 5.0, -6.0);
+            EXPECT_EQ(CSize(640, 480), fit.tran.GetScreenSize());
+        }
+    }
 }
 
 TEST(VectorGraphicZoom, AHugeMarginWrapsAndStaysDefined) {

@@ -66,10 +66,10 @@ const Calls& Strokes() {
     return strokes;
 }
 
-Calls Sequence(const Calls& before, const Calls& strokes, const Calls& behind) {
+Calls Sequence(const Calls& before, const Calls& strokes, const Calls& after) {
     Calls all = before;
     all.insert(all.end(), strokes.begin(), strokes.end());
-    all.insert(all.end(), behind.begin(), behind.end());
+    all.insert(all.end(), after.begin(), after.end());
     return all;
 }
 
@@ -138,7 +138,7 @@ TEST(VectorLabelDraw, ADraggedLabelMasksThePenInsteadOfInvertingAndRestoresItsMo
         << "no figure, and the ticks are filled like the others";
 }
 
-TEST(VectorLabelDraw, AStateThatIsNoneDrawsNothing) {
+TEST(VectorLabelDraw, AnUnknownStateDrawsNothing) {
     Stage stage;
     OpenLabel label;
     Place(label).SetDrawState(static_cast<enum CDrawable::DrawState>(3));
@@ -195,7 +195,7 @@ TEST(VectorLabelDraw, BothSidesTakeTheDirectionOfTheLeftExtensionLine) {
     Place(label).SetRightLabel(CGePoint2d(400, 200), CGePoint2d(300, 200)); // The right one points to the left.
     const Calls calls = stage.Draw(label);
     EXPECT_EQ("MoveTo(400,400)", calls[20]);
-    EXPECT_EQ("LineTo(300,375)", calls[21]) << "its overshoot goes upwards all the same";
+    EXPECT_EQ("LineTo(300,375)", calls[21]) << "its overshoot is upwards nevertheless";
     EXPECT_EQ("MoveTo(308,388)", calls[8]);
 }
 
@@ -300,7 +300,7 @@ TEST(VectorLabelDraw, BoundlessSizesAndPlacesDoNoHarm) {
     EXPECT_LT(::GetTickCount() - start, 20000u) << "a region of each scan line up to there would take minutes";
 }
 
-TEST(VectorLabelDraw, ATickFarLargerThanTheWindowIsFilledWhereItIsSeen) {
+TEST(VectorLabelDraw, ATickFarLargerThanTheWindowIsFilledWhereItIsVisible) {
     Scene scene;
     OpenLabel label;
     Canvas canvas(200, 200, RGB(0, 0, 0));
@@ -321,7 +321,7 @@ TEST(VectorLabelDraw, ATickFarLargerThanTheWindowIsFilledWhereItIsSeen) {
 
 // ---- The figure ----------------------------------------------------------------------------------------------------
 
-TEST(VectorLabelDraw, TheFigureOfUpwardExtensionLinesStandsAHundredUnitsBeyondTheLine) {
+TEST(VectorLabelDraw, TheFigureOfUpwardExtensionLinesIsAHundredUnitsBeyondTheLine) {
     Stage stage;
     OpenLabel label;
     Place(label).SetTextShow(1);
@@ -336,7 +336,7 @@ TEST(VectorLabelDraw, TheFigureOfUpwardExtensionLinesStandsAHundredUnitsBeyondTh
                   calls));
 }
 
-TEST(VectorLabelDraw, TheFigureOfDownwardOrLevelExtensionLinesStandsOnTheLine) {
+TEST(VectorLabelDraw, TheFigureOfDownwardOrLevelExtensionLinesIsOnTheLine) {
     Stage stage;
     OpenLabel label;
     Place(label).SetTextShow(1);
@@ -425,12 +425,12 @@ TEST(VectorLabelDraw, TheFigureAsDrawnCanBeHit) {
     Place(label).SetTextShow(1);
     EXPECT_NE(0.0f, label.HitTest(CGePoint2d(165, 290)));
     stage.Draw(label);
-    // From (160, 300), 20 wide: the width of a text that nobody sized.
+    // From (160, 300), 20 wide: the width of a new text.
     EXPECT_EQ(0.0f, label.HitTest(CGePoint2d(165, 290)));
     EXPECT_NE(0.0f, label.HitTest(CGePoint2d(185, 290)));
 }
 
-TEST(VectorLabelDraw, ALabelWithoutDimensionLineHasAFigureNobodySees) {
+TEST(VectorLabelDraw, ALabelWithoutDimensionLineHasAnInvisibleFigure) {
     Stage stage;
     OpenLabel label;
     Place(label).SetTextShow(1);
@@ -552,6 +552,18 @@ TEST(DesktopVectorLabelDraw, AFailureIsShownUnderTheNameOfTheLine) {
         label.Draw(&dc, &scene.geometry);
         ASSERT_EQ(1u, boxes.Texts().size());
         EXPECT_EQ(u8"CLine::Draw出错:step=2", boxes.Texts()[0]);
+    }
+    {
+        BoxAnswer boxes({IDOK});
+        FailingLabelDC dc(false);
+        const HGDIOBJ pen = ::GetCurrentObject(dc.m_hDC, OBJ_PEN);
+        label.SetDrawState(CDrawable::Dragging);
+        label.Draw(&dc, &scene.geometry);
+        ASSERT_EQ(1u, boxes.Texts().size());
+        EXPECT_EQ(u8"CLine::Draw出错:step=1", boxes.Texts()[0]);
+        EXPECT_EQ(pen, ::GetCurrentObject(dc.m_hDC, OBJ_PEN));
+        EXPECT_EQ(R2_COPYPEN, dc.GetROP2());
+        EXPECT_EQ(OPAQUE, dc.GetBkMode()) << "a dragged label puts all three back";
     }
     BoxAnswer boxes({IDOK});
     RecordingDC dc;

@@ -89,6 +89,39 @@ TEST(VectorLabel, TheExtentIsThePointsAndATickAroundThemAlsoWhenHidden) {
     }
 }
 
+TEST(VectorLabel, TheExtentPassesOverCoordinatesThatAreNoNumbers) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinite = std::numeric_limits<double>::infinity();
+    CGePoint2d min;
+    CGePoint2d max;
+    OpenLabel label; // Its ticks are 3 units large.
+    label.SetLeftLabel(CGePoint2d(0, 10), CGePoint2d(nan, nan));
+    label.SetRightLabel(CGePoint2d(40, -5), CGePoint2d(nan, nan));
+    EXPECT_EQ(1, label.GetRect(nullptr, min, max));
+    EXPECT_EQ(-3.0, min.x);
+    EXPECT_EQ(-8.0, min.y);
+    EXPECT_EQ(43.0, max.x);
+    EXPECT_EQ(13.0, max.y);
+    // Wherever the number stands, and each coordinate for itself.
+    label.SetLeftLabel(CGePoint2d(nan, 7), CGePoint2d(nan, nan));
+    label.SetRightLabel(CGePoint2d(nan, nan), CGePoint2d(20, 9));
+    EXPECT_EQ(1, label.GetRect(nullptr, min, max));
+    EXPECT_EQ(17.0, min.x);
+    EXPECT_EQ(4.0, min.y);
+    EXPECT_EQ(23.0, max.x);
+    EXPECT_EQ(12.0, max.y);
+    // An infinity is a number.
+    label.SetLeftLabelStartPt(CGePoint2d(-infinite, 7));
+    EXPECT_EQ(1, label.GetRect(nullptr, min, max));
+    EXPECT_EQ(-infinite, min.x);
+    EXPECT_EQ(23.0, max.x);
+    // None at all.
+    label.SetLeftLabel(CGePoint2d(nan, nan), CGePoint2d(nan, nan));
+    label.SetRightLabel(CGePoint2d(nan, nan), CGePoint2d(nan, nan));
+    EXPECT_EQ(1, label.GetRect(nullptr, min, max));
+    EXPECT_TRUE(std::isnan(min.x) && std::isnan(min.y) && std::isnan(max.x) && std::isnan(max.y));
+}
+
 TEST(VectorLabel, TheDistanceIsToTheNearestOfItsThreeLinesTheGapIncluded) {
     OpenLabel label;
     Place(label);
@@ -117,7 +150,7 @@ TEST(VectorLabel, AHiddenLabelHitsAsOneThousand) {
     EXPECT_EQ(0.0f, label.HitTest(CGePoint2d(0, 10)));
 }
 
-TEST(VectorLabel, ALineWithoutLengthIsPassedOver) {
+TEST(VectorLabel, ALineWithoutLengthDoesNotCount) {
     OpenLabel label;
     label.SetLeftLabel(CGePoint2d(0, 30), CGePoint2d(0, 30));
     label.SetRightLabel(CGePoint2d(100, 0), CGePoint2d(100, 30));
@@ -158,7 +191,7 @@ TEST(VectorLabel, ATransformMovesTheFourPointsAndNoSize) {
     EXPECT_EQ(3.0, label.GetLabelLength());
 }
 
-TEST(VectorLabel, TheLockModeIsItsOnlyRowBehindThoseOfEveryObject) {
+TEST(VectorLabel, TheLockModeIsItsOnlyRowAfterThoseOfEveryObject) {
     OpenLabel label;
     Rows rows(label);
     ASSERT_EQ(5, rows.list.GetSize());

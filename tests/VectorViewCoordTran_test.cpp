@@ -32,7 +32,7 @@ TEST(VectorViewCoordTran, ANewOneMapsUnitsToPixelsAboutTheCornerWithNoHeight) {
     EXPECT_EQ(0.0, tran.GetOriginY());
     EXPECT_EQ(0, tran.GethScreen());
     EXPECT_EQ(CSize(0, 0), tran.GetScreenSize());
-    EXPECT_EQ(-5.0f, Map(tran, 3, 5).y) << "above the window until somebody tells the height";
+    EXPECT_EQ(-5.0f, Map(tran, 3, 5).y) << "above the window until the height is set";
 }
 
 TEST(VectorViewCoordTran, TheOriginLiesOnTheLeftEdgeJustBelowTheLastRow) {
@@ -188,6 +188,47 @@ TEST(VectorViewCoordTran, ZoomingAboutAPixelKeepsTheDrawingPointUnderIt) {
     CGePoint2d under;
     tran.LPToDP(CPoint(100, 50), under);
     EXPECT_POINT(100, 150, under);
+}
+
+TEST(VectorViewCoordTran, APanMovesThePictureByPixelsToTheRightAndDown) {
+    CVectorViewCoordTran tran;
+    tran.SetScale(0.5f);
+    tran.SetOriginX(100.0);
+    tran.SetOriginY(200.0);
+    tran.Pan(CGeVector2d(10, 6));
+    EXPECT_EQ(95.0, tran.GetOriginX());
+    EXPECT_EQ(203.0, tran.GetOriginY());
+    EXPECT_EQ(0.5f, tran.GetScale());
+    // 10000 pixels of 1e35 units are more than a float holds.
+    tran.SetScale(1e35f);
+    tran.Pan(CGeVector2d(10000, 1));
+    EXPECT_EQ(95.0, tran.GetOriginX());
+    EXPECT_EQ(203.0, tran.GetOriginY()) << "neither axis moves alone";
+}
+
+TEST(VectorViewCoordTran, AMappingIsTakenOnlyWithAFiniteScaleAndFiniteOrigins) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinite = std::numeric_limits<float>::infinity();
+    CVectorViewCoordTran tran;
+    CVectorViewCoordTran other;
+    other.SetScale(2.0f);
+    other.SetOriginX(3.0);
+    other.SetOriginY(4.0);
+    other.SetScreenSize(CSize(640, 480));
+    EXPECT_TRUE(tran.TakeIfFinite(other));
+    for (float bad : {nan, infinite, -infinite}) {
+        for (int field : {0, 1, 2}) {
+            CVectorViewCoordTran refused;
+            refused.SetScale(field == 0 ? bad : 1.0f);
+            refused.SetOriginX(field == 1 ? bad : 0.0);
+            refused.SetOriginY(field == 2 ? bad : 0.0);
+            EXPECT_FALSE(tran.TakeIfFinite(refused)) << bad << " " << field;
+        }
+    }
+    EXPECT_EQ(2.0f, tran.GetScale());
+    EXPECT_EQ(3.0, tran.GetOriginX());
+    EXPECT_EQ(4.0, tran.GetOriginY());
+    EXPECT_EQ(CSize(640, 480), tran.GetScreenSize());
 }
 
 TEST(VectorViewCoordTran, ZoomingAboutThePixelOfTheOriginLeavesTheOrigin) {

@@ -505,6 +505,16 @@ TEST(VectorView, TheWheelBackwardStopsAtFiftyPixelsAndStillRepaintsAndTells) {
     EXPECT_TRUE(::GetUpdateRect(r.view.m_hWnd, nullptr, FALSE));
 }
 
+TEST(VectorView, AWheelThatWouldMakeTheScaleInfiniteKeepsScaleAndOrigin) {
+    Recorded r;
+    r.view.GetDocument()->AddLine(0, 0, 0, 0, 0, 0, 0, 0, 100, 40)->SetEndPoint(CGePoint2d(1e45, 0));
+    r.view.GetVectorViewCoordTran()->SetScale(3e38f);
+    r.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, -120), 0); // 3.6e38 is more than a float holds.
+    EXPECT_EQ(3e38f, r.view.GetVectorViewCoordTran()->GetScale());
+    EXPECT_EQ(0.0, r.view.GetVectorViewCoordTran()->GetOriginX());
+    EXPECT_EQ(0.0, r.view.GetVectorViewCoordTran()->GetOriginY());
+}
+
 TEST(VectorView, AnyDeltaCountsOnceAndZeroIsForward) {
     Recorded r;
     SetExtent100(r.view, 1.0f);

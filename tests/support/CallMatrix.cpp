@@ -1,5 +1,3 @@
-// Every public call in every state: the calls, what comes afterwards, and the driver. Layer: tests.
-
 #include "CallMatrix.h"
 
 #include "CommandOperationManager.h"

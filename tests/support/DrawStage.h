@@ -38,7 +38,7 @@ public:
     Deleted() { this->m_IsDelete = 1; }
 };
 
-// Any of the kinds, with grips that can't be told.
+// Any of the kinds, with a failing getGripPoints.
 template <class Kind>
 class Gripless : public Kind {
 public:
