@@ -73,7 +73,7 @@ BOOL CWnd::UpdateData(BOOL bSaveAndValidate) {
         AfxThreadState& state = AfxState();
         const HWND before = state.lockedOut;
         ~LockOut() { state.lockedOut = before; }
-    } const lock;
+    } lock;
     lock.state.lockedOut = m_hWnd;
     try {
         DoDataExchange(&exchange);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 namespace {
@@ -39,9 +40,9 @@ std::string Dumped(const CObject& object, int depth) {
 }
 
 std::string Address(const void* p) {
-    char text[32] = {};
-    snprintf(text, sizeof(text), "%llX", static_cast<unsigned long long>(reinterpret_cast<ULONG_PTR>(p)));
-    return text;
+    std::ostringstream text;
+    text << std::hex << std::uppercase << reinterpret_cast<ULONG_PTR>(p);
+    return text.str();
 }
 
 } // namespace
@@ -62,7 +63,7 @@ TEST(AfxDump, EachKindOfValueIsWrittenAsText) {
     CDumpContext dc(&file);
     dc << BYTE{200} << L" " << WORD{65535} << L" " << -7 << L" " << 4000000000u << L" " << LONG{-5} << L" " << DWORD{6}
        << L" " << -9223372036854775807LL << L" " << 18446744073709551615ull << L" " << 2.5f << L" " << -0.125 << L" "
-       << static_cast<const void*>(reinterpret_cast<const BYTE*>(0xABC)) << L" " << static_cast<LPCTSTR>(NULL);
+       << reinterpret_cast<const void*>(static_cast<UINT_PTR>(0xABC)) << L" " << static_cast<LPCTSTR>(NULL);
     std::string text(static_cast<size_t>(file.GetLength()), '\0');
     file.SeekToBegin();
     file.Read(text.data(), static_cast<UINT>(text.size()));

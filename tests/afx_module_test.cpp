@@ -28,8 +28,8 @@ TEST(AfxModule, StringsComeFromTheProgramFirstAndThenFromTheLayer) {
 }
 
 TEST(AfxModule, TheLayersStringsFollowTheLanguageOfTheInterface) {
-    const auto textIn = [](LANGID language, UINT id) {
-        const UiLanguage ui(language);
+    const auto textIn = [](int language, UINT id) {
+        const UiLanguage ui(static_cast<LANGID>(language));
         CString text;
         EXPECT_TRUE(text.LoadString(id)) << id;
         return Utf8(text);
@@ -40,8 +40,8 @@ TEST(AfxModule, TheLayersStringsFollowTheLanguageOfTheInterface) {
     EXPECT_EQ(textIn(UiLanguage::kChinese, AFX_IDP_PARSE_REAL), "请输入一个数字。");
     EXPECT_EQ(textIn(UiLanguage::kEnglish, AFX_IDP_FAILED_DISK_FULL), "The disk is full; '%1' could not be written.");
     EXPECT_EQ(textIn(UiLanguage::kChinese, AFX_IDP_FAILED_DISK_FULL), "磁盘已满，无法写入“%1”。");
-    for (const WORD other :
-         {SUBLANG_CHINESE_TRADITIONAL, SUBLANG_CHINESE_HONGKONG, SUBLANG_CHINESE_SINGAPORE, SUBLANG_CHINESE_MACAU})
+    for (const WORD other : {WORD{SUBLANG_CHINESE_TRADITIONAL}, WORD{SUBLANG_CHINESE_HONGKONG},
+                             WORD{SUBLANG_CHINESE_SINGAPORE}, WORD{SUBLANG_CHINESE_MACAU}})
         EXPECT_EQ(textIn(MAKELANGID(LANG_CHINESE, other), AFX_IDP_PARSE_INT), "请输入一个整数。") << other;
     EXPECT_EQ(textIn(MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH), AFX_IDP_PARSE_INT), "Please enter a whole number.");
     EXPECT_EQ(textIn(UiLanguage::kEnglish, 700), "程序的字串") << "the program has its string in one language";
