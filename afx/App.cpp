@@ -9,8 +9,11 @@ IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 // --- the loop without an object ----------------------------------------------------------------------------------
 
 static BOOL PumpOne(MSG& message) {
-    if (::GetMessage(&message, nullptr, 0, 0) <= 0)
+    const BOOL got = ::GetMessage(&message, nullptr, 0, 0);
+    if (got <= 0) {
+        AfxState().exitCode = got == 0 ? static_cast<int>(message.wParam) : 0;
         return FALSE;
+    }
     if (!AfxPreTranslateMessage(&message)) {
         ::TranslateMessage(&message);
         ::DispatchMessage(&message);
@@ -180,14 +183,23 @@ int CWinApp::ExitInstance() {
 }
 
 LRESULT CWinApp::ProcessWndProcException(CException* e, const MSG* pMsg) {
-    const LRESULT result = CWinThread::ProcessWndProcException(e, pMsg);
-    if (pMsg->message == WM_CREATE)
-        return result; // who made the window sees that it failed
-    const bool command = pMsg->message == WM_COMMAND && pMsg->lParam == 0;
+    return AfxProcessWndProcException(e, *pMsg);
+}
+
+LRESULT AfxProcessWndProcException(CException* e, const MSG& message) {
+    if (message.message == WM_CREATE) {
+        return -1; // who made the window sees that it failed
+    }
+    // A window that can't be painted must not ask for it for ever.
+    if (message.message == WM_PAINT) {
+        ::ValidateRect(message.hwnd, nullptr);
+    }
+    const bool command = message.message == WM_COMMAND && message.lParam == 0;
     // Who threw a user exception has told the user already.
-    if (!e->IsKindOf(RUNTIME_CLASS(CUserException)))
+    if (!e->IsKindOf(RUNTIME_CLASS(CUserException))) {
         e->ReportError(MB_ICONEXCLAMATION, command ? AFX_IDP_COMMAND_FAILURE : AFX_IDP_INTERNAL_FAILURE);
-    return pMsg->message == WM_COMMAND ? TRUE : result;
+    }
+    return message.message == WM_COMMAND ? TRUE : 0;
 }
 
 int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
@@ -199,7 +211,7 @@ int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
         owner = m_pMainWnd->m_hWnd;
     if (owner != nullptr)
         owner = ::GetLastActivePopup(owner);
-    return ::MessageBox(owner, lpszPrompt, m_pszAppName, nType);
+    return AfxShowMessageBox(owner, lpszPrompt, m_pszAppName, nType);
 }
 
 void CWinApp::DoWaitCursor(int nCode) {
@@ -315,12 +327,109 @@ void AFXAPI AfxWinTerm() {
 
 // --- message boxes -----------------------------------------------------------------------------------------------
 
+struct AfxBoxWatch {
+    UINT buttons;   // a bit for the number of each button
+    int answer = 0; // the button that ended the box
+    HHOOK hook = nullptr;
+    HWND box = nullptr;
+};
+
+namespace {
+
+constexpr UINT Bit(int button) {
+    return 1u << button;
+}
+
+UINT ButtonsOf(UINT type) {
+    switch (type & MB_TYPEMASK) {
+    case MB_OK:
+        return Bit(IDOK);
+    case MB_OKCANCEL:
+        return Bit(IDOK) | Bit(IDCANCEL);
+    case MB_ABORTRETRYIGNORE:
+        return Bit(IDABORT) | Bit(IDRETRY) | Bit(IDIGNORE);
+    case MB_YESNOCANCEL:
+        return Bit(IDYES) | Bit(IDNO) | Bit(IDCANCEL);
+    case MB_YESNO:
+        return Bit(IDYES) | Bit(IDNO);
+    case MB_RETRYCANCEL:
+        return Bit(IDRETRY) | Bit(IDCANCEL);
+    case MB_CANCELTRYCONTINUE:
+        return Bit(IDCANCEL) | Bit(IDTRYAGAIN) | Bit(IDCONTINUE);
+    default:
+        return 0;
+    }
+}
+
+// Keeps from the box each command that is none of its buttons, and remembers the one that is.
+LRESULT CALLBACK BoxProc(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR data) {
+    auto* watch = reinterpret_cast<AfxBoxWatch*>(data);
+    const UINT cancel = watch->buttons == Bit(IDOK) ? Bit(IDOK) : Bit(IDCANCEL); // Escape presses a lone OK
+    if (message == WM_CLOSE && (watch->buttons & cancel) == 0) {
+        return 0;
+    }
+    if (message == WM_COMMAND && LOWORD(wParam) <= IDCONTINUE && LOWORD(wParam) != IDHELP) {
+        const UINT pressed = LOWORD(wParam) == IDCANCEL ? cancel : Bit(LOWORD(wParam));
+        if ((watch->buttons & pressed) == 0) {
+            return 0;
+        }
+        watch->answer = pressed == Bit(IDOK) ? IDOK : LOWORD(wParam);
+    }
+    if (message == WM_NCDESTROY) {
+        ::RemoveWindowSubclass(box, BoxProc, id);
+    }
+    return ::DefSubclassProc(box, message, wParam, lParam);
+}
+
+// The first dialog that MessageBox makes is the box.
+LRESULT CALLBACK BoxHook(int code, WPARAM wParam, LPARAM lParam) {
+    AfxBoxWatch* watch = AfxState().box;
+    TCHAR name[8] = {};
+    if (code == HCBT_CREATEWND && watch != nullptr && watch->box == nullptr &&
+        ::GetClassName(reinterpret_cast<HWND>(wParam), name, 8) != 0 && ::lstrcmp(name, _T("#32770")) == 0 &&
+        ::SetWindowSubclass(reinterpret_cast<HWND>(wParam), BoxProc, 0, reinterpret_cast<DWORD_PTR>(watch))) {
+        watch->box = reinterpret_cast<HWND>(wParam);
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+} // namespace
+
+int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType) {
+    const UINT buttons = ButtonsOf(nType);
+    if (buttons == 0) {
+        return ::MessageBox(hOwner, lpszText, lpszCaption, nType);
+    }
+    AfxThreadState& state = AfxState();
+    AfxBoxWatch watch = {buttons};
+    AfxBoxWatch* const outer = state.box;
+    state.box = &watch;
+    const HHOOK hook = ::SetWindowsHookEx(WH_CBT, BoxHook, nullptr, ::GetCurrentThreadId());
+    const int result = ::MessageBox(hOwner, lpszText, lpszCaption, nType);
+    if (hook != nullptr) {
+        ::UnhookWindowsHookEx(hook);
+    }
+    state.box = outer;
+    if (watch.answer != 0) {
+        return watch.answer;
+    }
+    if (watch.box == nullptr && result > 0 && result <= IDCONTINUE && (buttons & Bit(result)) != 0) {
+        return result; // a box that could not be watched
+    }
+    for (const int harmless : {IDCANCEL, IDNO, IDABORT}) {
+        if ((buttons & Bit(harmless)) != 0) {
+            return harmless;
+        }
+    }
+    return result != 0 ? IDOK : 0;
+}
+
 int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType, UINT nIDHelp) {
     if (CWinApp* app = AfxGetApp())
         return app->DoMessageBox(lpszText, nType, nIDHelp);
     if ((nType & MB_ICONMASK) == 0)
         nType |= MB_ICONEXCLAMATION;
-    return ::MessageBox(::GetActiveWindow(), lpszText, AfxGetAppName(), nType);
+    return AfxShowMessageBox(::GetActiveWindow(), lpszText, AfxGetAppName(), nType);
 }
 
 int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp) {

@@ -99,7 +99,9 @@ void CEdit::GetSel(int& nStartChar, int& nEndChar) const {
 }
 
 void CEdit::SetSel(DWORD dwSelection, BOOL bNoScroll) {
-    SetSel(static_cast<short>(LOWORD(dwSelection)), static_cast<short>(HIWORD(dwSelection)), bNoScroll);
+    // Two places from 0 to 65,534; the word for -1 is all ones.
+    const auto place = [](WORD word) { return word == 0xFFFF ? -1 : static_cast<int>(word); };
+    SetSel(place(LOWORD(dwSelection)), place(HIWORD(dwSelection)), bNoScroll);
 }
 
 void CEdit::SetSel(int nStartChar, int nEndChar, BOOL bNoScroll) {

@@ -36,9 +36,8 @@ CDC* PASCAL CDC::FromHandle(HDC hDC) {
     HandleMap<CDC>& map = AfxState().contexts;
     if (auto* entry = map.Find(hDC))
         return entry->object;
-    CDC* object = new CDC;
+    CDC* object = map.SetTemporary(hDC, std::make_unique<CDC>());
     object->m_hDC = object->m_hAttribDC = hDC;
-    map.Set(hDC, object, true);
     return object;
 }
 
@@ -51,10 +50,8 @@ CWnd* CDC::GetWindow() const {
 }
 
 BOOL CDC::Attach(HDC hDC) {
-    if (hDC == nullptr)
+    if (!AfxAttach(AfxState().contexts, this, m_hDC, hDC))
         return FALSE;
-    m_hDC = hDC;
-    AfxState().contexts.Set(hDC, this, false);
     SetAttribDC(hDC);
     return TRUE;
 }

@@ -5,7 +5,9 @@
 #include <cerrno>
 #include <cfloat>
 #include <climits>
+#include <cmath>
 #include <cwchar>
+#include <limits>
 
 // --- CDataExchange -----------------------------------------------------------------------------------------------
 
@@ -101,8 +103,11 @@ void ExchangeReal(CDataExchange* pDX, int nIDC, T& value, int digits) {
     LPCTSTR start = SkipBlanks(text);
     LPTSTR end = nullptr;
     const double number = std::wcstod(start, &end);
-    if (end == start || *SkipBlanks(end) != 0)
+    // The runtime's function also reads "inf", "nan" and hexadecimal digits. A comma may be the user's decimal point.
+    const bool decimal = end == start + std::wcsspn(start, L"0123456789.,+-eE");
+    if (end == start || !decimal || *SkipBlanks(end) != 0 || std::abs(number) > std::numeric_limits<T>::max()) {
         Refuse(pDX, AFX_IDP_PARSE_REAL);
+    }
     value = static_cast<T>(number);
 }
 

@@ -22,9 +22,10 @@ INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
         // Windows' own dialog procedure lies between here and the window procedure's handlers.
         try {
             return dialog == nullptr || dialog->OnInitDialog();
-        } catch (CException* e) {
-            AfxReportHandlerException(e, *CWnd::GetCurrentMessage());
-            dialog->EndDialog(-1);
+        } catch (...) {
+            AfxReportCaught(*CWnd::GetCurrentMessage());
+            if (CWnd::FromHandlePermanent(hWnd) == object)
+                dialog->EndDialog(-1);
             return FALSE;
         }
     }
@@ -78,13 +79,16 @@ BOOL CDialog::CreateDlgIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWn
     const HWND window = ::CreateDialogIndirect(hInst, lpDialogTemplate, AfxHandleOf(pParentWnd), DialogProc);
     if (!AfxUnhookWindowCreate())
         PostNcDestroy();
+    // Without its window, destroyed with its owner for one, the object may be gone as well.
+    if (window == nullptr || FromHandlePermanent(window) != this)
+        return FALSE;
     // OnInitDialog may have ended the dialog already.
-    if (window != nullptr && (m_nFlags & WF_CONTINUEMODAL) == 0 && ::IsWindow(window) && m_hWnd == window) {
+    if ((m_nFlags & WF_CONTINUEMODAL) == 0) {
         DestroyWindow();
         return FALSE;
     }
     m_nFlags &= ~static_cast<UINT>(WF_CONTINUEMODAL);
-    return window != nullptr;
+    return TRUE;
 }
 
 static LPCDLGTEMPLATE LoadTemplate(LPCTSTR name, HINSTANCE& instance) {

@@ -1,6 +1,7 @@
 // The exception classes, their texts, and the functions that throw them. Layer 1: afx.
 #include "AfxInternal.h"
 #include "afxexcept.h"
+#include "afxres.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -15,52 +16,32 @@ int PlainMessageBox(LPCTSTR lpszText, UINT nType) {
     return ::MessageBoxW(NULL, lpszText, L"", nType);
 }
 
-BOOL CopyMessage(LPCTSTR lpszMessage, LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) {
+// Copies a string resource without allocating; with no number, or for want of the string, an empty text.
+BOOL CopyMessage(UINT nMessage, LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) {
     if (pnHelpContext != NULL)
         *pnHelpContext = 0;
     if (lpszError == NULL || nMaxError == 0)
         return FALSE;
-    lstrcpynW(lpszError, lpszMessage == NULL ? L"" : lpszMessage, static_cast<int>(nMaxError));
-    return lpszMessage != NULL;
+    lpszError[0] = 0;
+    const HINSTANCE hModule = nMessage == 0 ? NULL : afxWindowHooks.findStringResource(nMessage);
+    return hModule != NULL && ::LoadStringW(hModule, nMessage, lpszError, static_cast<int>(nMaxError)) > 0;
 }
 
-// Causes are numbered from 0 without gaps; the texts stand in that order.
-BOOL CopyCause(const LPCTSTR* texts, size_t nTexts, int cause, const CString& strFileName, LPTSTR lpszError,
-               UINT nMaxError, PUINT pnHelpContext) {
-    LPCTSTR lpszCause = cause >= 0 && static_cast<size_t>(cause) < nTexts ? texts[cause] : texts[1];
-    CString strMessage;
-    strMessage.Format(L"%s: %s", strFileName.IsEmpty() ? L"(unnamed file)" : strFileName.GetString(), lpszCause);
-    return CopyMessage(strMessage, lpszError, nMaxError, pnHelpContext);
+// Causes are numbered from 0 without gaps; their texts are the string resources from nFirst on.
+BOOL CopyCause(UINT nFirst, int nCauses, int cause, const CString& strFileName, LPTSTR lpszError, UINT nMaxError,
+               PUINT pnHelpContext) {
+    if (!CopyMessage(AFX_IDS_NAME_AND_CAUSE, lpszError, nMaxError, pnHelpContext))
+        return FALSE;
+    CString strMessage, strCause, strName = strFileName;
+    strMessage.LoadString(AFX_IDS_NAME_AND_CAUSE);
+    strCause.LoadString(nFirst + static_cast<UINT>(cause >= 0 && cause < nCauses ? cause : 1));
+    if (strName.IsEmpty())
+        strName.LoadString(AFX_IDS_UNNAMED_FILE);
+    strMessage.Replace(L"%2", strCause);
+    strMessage.Replace(L"%1", strName);
+    lstrcpynW(lpszError, strMessage, static_cast<int>(nMaxError));
+    return TRUE;
 }
-
-const LPCTSTR archiveTexts[] = {
-    L"no error",
-    L"the data can't be streamed, for an unknown reason",
-    L"can't be written while it is being read",
-    L"the data ends too early",
-    L"can't be read while it is being written",
-    L"the data refers to an object that it doesn't hold",
-    L"the data holds an object of an unknown or unexpected kind",
-    L"the data holds an object of an unsupported version",
-};
-
-const LPCTSTR fileTexts[] = {
-    L"no error",
-    L"an unknown error occurred",
-    L"the file was not found",
-    L"the path is not valid",
-    L"too many files are open",
-    L"access was denied",
-    L"the file handle is not valid",
-    L"the current folder can't be removed",
-    L"the folder is full",
-    L"the position in the file is not valid",
-    L"the device reported an error",
-    L"another program is using the file",
-    L"a part of the file is locked",
-    L"the disk is full",
-    L"the file ends too early",
-};
 
 } // namespace
 
@@ -82,7 +63,7 @@ void CException::Delete() {
 }
 
 BOOL CException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) const {
-    return CopyMessage(NULL, lpszError, nMaxError, pnHelpContext);
+    return CopyMessage(0, lpszError, nMaxError, pnHelpContext);
 }
 
 int CException::ReportError(UINT nType, UINT nError) {
@@ -91,7 +72,7 @@ int CException::ReportError(UINT nType, UINT nError) {
         return afxWindowHooks.messageBox(szText, nType);
     CString strText;
     if (nError == 0 || !strText.LoadString(nError))
-        strText = L"An unknown error occurred.";
+        strText.LoadString(AFX_IDS_UNKNOWN_ERROR);
     return afxWindowHooks.messageBox(strText, nType);
 }
 
@@ -99,33 +80,32 @@ int CException::ReportError(UINT nType, UINT nError) {
 
 IMPLEMENT_DYNAMIC(CSimpleException, CException)
 
-CSimpleException::CSimpleException() : m_lpszMessage(NULL) {}
+CSimpleException::CSimpleException() : m_nMessage(0) {}
 
-CSimpleException::CSimpleException(BOOL bAutoDelete) : CException(bAutoDelete), m_lpszMessage(NULL) {}
+CSimpleException::CSimpleException(BOOL bAutoDelete) : CException(bAutoDelete), m_nMessage(0) {}
 
-CSimpleException::CSimpleException(BOOL bAutoDelete, LPCTSTR lpszMessage)
-    : CException(bAutoDelete), m_lpszMessage(lpszMessage) {}
+CSimpleException::CSimpleException(BOOL bAutoDelete, UINT nMessage) : CException(bAutoDelete), m_nMessage(nMessage) {}
 
 BOOL CSimpleException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) const {
-    return CopyMessage(m_lpszMessage, lpszError, nMaxError, pnHelpContext);
+    return CopyMessage(m_nMessage, lpszError, nMaxError, pnHelpContext);
 }
 
 // Thrown from static objects, since there may be no memory left to make one.
-#define AFX_SIMPLE_EXCEPTION(class_name, function_name, text)                                                          \
+#define AFX_SIMPLE_EXCEPTION(class_name, function_name, nText)                                                         \
     IMPLEMENT_DYNAMIC(class_name, CSimpleException)                                                                    \
     class_name::class_name() : class_name(TRUE) {}                                                                     \
-    class_name::class_name(BOOL bAutoDelete) : CSimpleException(bAutoDelete, text) {}                                  \
+    class_name::class_name(BOOL bAutoDelete) : CSimpleException(bAutoDelete, nText) {}                                 \
     static class_name the##class_name(FALSE);                                                                          \
     void AFXAPI function_name() {                                                                                      \
         throw &the##class_name;                                                                                        \
     }
 
-AFX_SIMPLE_EXCEPTION(CMemoryException, AfxThrowMemoryException, L"Out of memory.")
-AFX_SIMPLE_EXCEPTION(CNotSupportedException, AfxThrowNotSupportedException, L"This operation is not supported.")
-AFX_SIMPLE_EXCEPTION(CResourceException, AfxThrowResourceException, L"A required resource was not available.")
-AFX_SIMPLE_EXCEPTION(CInvalidArgException, AfxThrowInvalidArgException, L"An argument was not valid.")
+AFX_SIMPLE_EXCEPTION(CMemoryException, AfxThrowMemoryException, AFX_IDS_OUT_OF_MEMORY)
+AFX_SIMPLE_EXCEPTION(CNotSupportedException, AfxThrowNotSupportedException, AFX_IDS_NOT_SUPPORTED)
+AFX_SIMPLE_EXCEPTION(CResourceException, AfxThrowResourceException, AFX_IDS_NO_RESOURCE)
+AFX_SIMPLE_EXCEPTION(CInvalidArgException, AfxThrowInvalidArgException, AFX_IDS_INVALID_ARGUMENT)
 // What the user cancelled has been told already.
-AFX_SIMPLE_EXCEPTION(CUserException, AfxThrowUserException, NULL)
+AFX_SIMPLE_EXCEPTION(CUserException, AfxThrowUserException, 0)
 
 // ---- CArchiveException ---------------------------------------------------------------------------------------------
 
@@ -135,7 +115,7 @@ CArchiveException::CArchiveException(int cause, LPCTSTR lpszArchiveName)
     : m_cause(cause), m_strFileName(lpszArchiveName) {}
 
 BOOL CArchiveException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) const {
-    return CopyCause(archiveTexts, _countof(archiveTexts), m_cause, m_strFileName, lpszError, nMaxError, pnHelpContext);
+    return CopyCause(AFX_IDS_ARCHIVE_CAUSE, 8, m_cause, m_strFileName, lpszError, nMaxError, pnHelpContext);
 }
 
 void AFXAPI AfxThrowArchiveException(int cause, LPCTSTR lpszArchiveName) {
@@ -150,7 +130,7 @@ CFileException::CFileException(int cause, LONG lOsError, LPCTSTR lpszArchiveName
     : m_cause(cause), m_lOsError(lOsError), m_strFileName(lpszArchiveName) {}
 
 BOOL CFileException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) const {
-    return CopyCause(fileTexts, _countof(fileTexts), m_cause, m_strFileName, lpszError, nMaxError, pnHelpContext);
+    return CopyCause(AFX_IDS_FILE_CAUSE, 15, m_cause, m_strFileName, lpszError, nMaxError, pnHelpContext);
 }
 
 int PASCAL CFileException::OsErrorToException(LONG lOsError) {

@@ -54,23 +54,24 @@ INT_PTR CFileDialog::DoModal() {
     return chosen ? IDOK : IDCANCEL;
 }
 
-// Answers the dialog's questions for as long as it stands; the object's window is the hook's child dialog.
-UINT_PTR CALLBACK CFileDialog::HookProc(HWND hDlg, UINT message, WPARAM, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        const auto* ofn = reinterpret_cast<OPENFILENAME*>(lParam);
-        reinterpret_cast<CFileDialog*>(ofn->lCustData)->Attach(hDlg);
-        return 0;
-    }
-    auto* dialog = DYNAMIC_DOWNCAST(CFileDialog, CWnd::FromHandlePermanent(hDlg));
-    if (dialog == nullptr)
-        return 0;
-    if (message == WM_NCDESTROY) {
-        dialog->Detach();
-        return 0;
-    }
-    if (message != WM_NOTIFY)
-        return 0;
+// Answers the dialog's questions for as long as it is open; the object's window is the hook's child dialog.
+UINT_PTR CALLBACK CFileDialog::HookProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    // Windows' own frames lie between here and the caller: nothing may be thrown through them.
     try {
+        if (message == WM_INITDIALOG) {
+            const auto* ofn = reinterpret_cast<OPENFILENAME*>(lParam);
+            reinterpret_cast<CFileDialog*>(ofn->lCustData)->Attach(hDlg);
+            return 0;
+        }
+        auto* dialog = DYNAMIC_DOWNCAST(CFileDialog, CWnd::FromHandlePermanent(hDlg));
+        if (dialog == nullptr)
+            return 0;
+        if (message == WM_NCDESTROY) {
+            dialog->Detach();
+            return 0;
+        }
+        if (message != WM_NOTIFY)
+            return 0;
         switch (reinterpret_cast<NMHDR*>(lParam)->code) {
         case CDN_INITDONE:
             dialog->OnInitDone();
@@ -93,11 +94,13 @@ UINT_PTR CALLBACK CFileDialog::HookProc(HWND hDlg, UINT message, WPARAM, LPARAM 
         default:
             break;
         }
-    } catch (CException* e) {
+    } catch (...) {
         MSG current = {};
         current.hwnd = hDlg;
         current.message = message;
-        AfxReportHandlerException(e, current);
+        current.wParam = wParam;
+        current.lParam = lParam;
+        AfxReportCaught(current);
     }
     return 0;
 }

@@ -15,20 +15,54 @@ IMPLEMENT_DYNAMIC(CRgn, CGdiObject)
 
 namespace {
 
+// The class of the temporary objects for such a handle; null for a handle that names nothing any more.
+const CRuntimeClass* ClassOf(HGDIOBJ handle) {
+    switch (::GetObjectType(handle)) {
+    case 0:
+        return nullptr;
+    case OBJ_PEN:
+    case OBJ_EXTPEN:
+        return RUNTIME_CLASS(CPen);
+    case OBJ_BRUSH:
+        return RUNTIME_CLASS(CBrush);
+    case OBJ_FONT:
+        return RUNTIME_CLASS(CFont);
+    case OBJ_BITMAP:
+        return RUNTIME_CLASS(CBitmap);
+    case OBJ_PAL:
+        return RUNTIME_CLASS(CPalette);
+    case OBJ_REGION:
+        return RUNTIME_CLASS(CRgn);
+    default:
+        return RUNTIME_CLASS(CGdiObject);
+    }
+}
+
 template <class T>
 T* TypedFromHandle(HGDIOBJ handle) {
-    if (handle == nullptr)
+    if (handle == nullptr) {
         return nullptr;
+    }
     HandleMap<CGdiObject>& map = AfxState().gdi;
     if (auto* entry = map.Find(handle)) {
         // A handle that was freed and given out again for another kind of object: its old stand-in must not answer.
-        if (!entry->temporary || entry->object->GetRuntimeClass() == RUNTIME_CLASS(T))
+        if (!entry->temporary || entry->object->GetRuntimeClass() == RUNTIME_CLASS(T)) {
             return static_cast<T*>(entry->object);
+        }
     }
-    T* object = new T;
-    object->m_hObject = handle;
-    map.Set(handle, object, true);
-    return object;
+    // A program that paints without ever being idle meets new handles all the time. The objects of those that are dead
+    // are used again rather than freed: somebody may still hold a pointer to one.
+    std::unique_ptr<CGdiObject> object =
+        map.TakeSpare([](const CGdiObject* each) { return ClassOf(each->m_hObject) != each->GetRuntimeClass(); },
+                      [](const CGdiObject* each) { return each->GetRuntimeClass() == RUNTIME_CLASS(T); });
+    if (object != nullptr) {
+        object->m_hObject = nullptr; // not its own to delete, should the map have no memory
+    } else {
+        object = std::make_unique<T>();
+    }
+    CGdiObject* kept = map.SetTemporary(handle, std::move(object));
+    kept->m_hObject = handle;
+    return static_cast<T*>(kept);
 }
 
 } // namespace
@@ -44,23 +78,26 @@ CGdiObject* PASCAL CGdiObject::FromHandle(HGDIOBJ hObject) {
         return nullptr;
     if (CGdiObject* object = AfxState().gdi.Permanent(hObject))
         return object;
-    switch (::GetObjectType(hObject)) {
-    case OBJ_PEN:
-    case OBJ_EXTPEN:
+    const CRuntimeClass* type = ClassOf(hObject);
+    if (type == RUNTIME_CLASS(CPen)) {
         return TypedFromHandle<CPen>(hObject);
-    case OBJ_BRUSH:
-        return TypedFromHandle<CBrush>(hObject);
-    case OBJ_FONT:
-        return TypedFromHandle<CFont>(hObject);
-    case OBJ_BITMAP:
-        return TypedFromHandle<CBitmap>(hObject);
-    case OBJ_PAL:
-        return TypedFromHandle<CPalette>(hObject);
-    case OBJ_REGION:
-        return TypedFromHandle<CRgn>(hObject);
-    default:
-        return TypedFromHandle<CGdiObject>(hObject);
     }
+    if (type == RUNTIME_CLASS(CBrush)) {
+        return TypedFromHandle<CBrush>(hObject);
+    }
+    if (type == RUNTIME_CLASS(CFont)) {
+        return TypedFromHandle<CFont>(hObject);
+    }
+    if (type == RUNTIME_CLASS(CBitmap)) {
+        return TypedFromHandle<CBitmap>(hObject);
+    }
+    if (type == RUNTIME_CLASS(CPalette)) {
+        return TypedFromHandle<CPalette>(hObject);
+    }
+    if (type == RUNTIME_CLASS(CRgn)) {
+        return TypedFromHandle<CRgn>(hObject);
+    }
+    return TypedFromHandle<CGdiObject>(hObject);
 }
 
 void PASCAL CGdiObject::DeleteTempMap() {
@@ -68,11 +105,7 @@ void PASCAL CGdiObject::DeleteTempMap() {
 }
 
 BOOL CGdiObject::Attach(HGDIOBJ hObject) {
-    if (hObject == nullptr)
-        return FALSE;
-    m_hObject = hObject;
-    AfxState().gdi.Set(hObject, this, false);
-    return TRUE;
+    return AfxAttach(AfxState().gdi, this, m_hObject, hObject);
 }
 
 HGDIOBJ CGdiObject::Detach() {

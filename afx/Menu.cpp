@@ -16,9 +16,8 @@ CMenu* PASCAL CMenu::FromHandle(HMENU hMenu) {
     HandleMap<CMenu>& map = AfxState().menus;
     if (auto* entry = map.Find(hMenu))
         return entry->object;
-    CMenu* object = new CMenu;
+    CMenu* object = map.SetTemporary(hMenu, std::make_unique<CMenu>());
     object->m_hMenu = hMenu;
-    map.Set(hMenu, object, true);
     return object;
 }
 
@@ -31,11 +30,7 @@ void PASCAL CMenu::DeleteTempMap() {
 }
 
 BOOL CMenu::Attach(HMENU hMenu) {
-    if (hMenu == nullptr)
-        return FALSE;
-    m_hMenu = hMenu;
-    AfxState().menus.Set(hMenu, this, false);
-    return TRUE;
+    return AfxAttach(AfxState().menus, this, m_hMenu, hMenu);
 }
 
 HMENU CMenu::Detach() {

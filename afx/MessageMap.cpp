@@ -443,7 +443,10 @@ BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult) {
     if (ReflectLastMsg(header->hwndFrom, pResult))
         return TRUE;
     AFX_NOTIFY notify = {pResult, header};
-    return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(header->code), &notify, nullptr);
+    // The message in the upper word tells a notification from a command and an update request whatever its code is:
+    // NM_OUTOFMEMORY is the same number as CN_UPDATE_COMMAND_UI.
+    return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(MAKELONG(header->code, WM_NOTIFY)), &notify,
+                    nullptr);
 }
 
 // --- messages that go back to the control ------------------------------------------------------------------------

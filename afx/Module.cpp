@@ -12,11 +12,27 @@ namespace {
 HINSTANCE g_hLayer = nullptr;
 DWORD g_tlsIndex = TLS_OUT_OF_INDEXES;
 AFX_MODULE_STATE g_appState;
+// Libraries come and go on any thread, and any thread looks for resources in them.
+SRWLOCK g_librariesLock = SRWLOCK_INIT;
 CDynLinkLibrary* g_libraries = nullptr; // newest first
 TCHAR g_programName[MAX_PATH];
 
-bool HasResource(HMODULE module, LPCTSTR name, LPCTSTR type) {
-    return ::FindResource(module, name, type) != nullptr;
+// The first module that holds something: the current resource handle, the extension modules, the layer itself.
+template <class Holds>
+HINSTANCE FindModule(Holds holds) {
+    const HINSTANCE current = AfxGetResourceHandle();
+    if (holds(current)) {
+        return current;
+    }
+    HINSTANCE found = nullptr;
+    ::AcquireSRWLockShared(&g_librariesLock);
+    for (const CDynLinkLibrary* each = g_libraries; each != nullptr && found == nullptr; each = each->m_pNextDLL) {
+        if (each->m_hResource != nullptr && holds(each->m_hResource)) {
+            found = each->m_hResource;
+        }
+    }
+    ::ReleaseSRWLockShared(&g_librariesLock);
+    return found != nullptr || !holds(g_hLayer) ? found : g_hLayer;
 }
 
 HINSTANCE StringResourceForHook(UINT nID) {
@@ -166,35 +182,18 @@ void AFXAPI AfxSetResourceHandle(HINSTANCE hInstResource) {
 
 // --- resources ---------------------------------------------------------------------------------------------------
 
-static HINSTANCE FindResourceModule(LPCTSTR lpszName, LPCTSTR lpszType) {
-    const HINSTANCE current = AfxGetResourceHandle();
-    if (HasResource(current, lpszName, lpszType))
-        return current;
-    for (const CDynLinkLibrary* library = g_libraries; library != nullptr; library = library->m_pNextDLL)
-        if (library->m_hResource != nullptr && HasResource(library->m_hResource, lpszName, lpszType))
-            return library->m_hResource;
-    if (HasResource(g_hLayer, lpszName, lpszType))
-        return g_hLayer;
-    return nullptr;
-}
-
 HINSTANCE AFXAPI AfxFindResourceHandle(LPCTSTR lpszName, LPCTSTR lpszType) {
-    const HINSTANCE found = FindResourceModule(lpszName, lpszType);
+    const HINSTANCE found =
+        FindModule([=](HMODULE module) { return ::FindResource(module, lpszName, lpszType) != nullptr; });
     return found != nullptr ? found : AfxGetResourceHandle();
 }
 
 HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID) {
     // A block of sixteen may be there without this string: the module must hold the string itself.
-    auto holds = [nID](HMODULE module) {
+    return FindModule([nID](HMODULE module) {
         const wchar_t* text = nullptr;
         return ::LoadStringW(module, nID, reinterpret_cast<LPWSTR>(&text), 0) > 0;
-    };
-    if (holds(AfxGetResourceHandle()))
-        return AfxGetResourceHandle();
-    for (const CDynLinkLibrary* library = g_libraries; library != nullptr; library = library->m_pNextDLL)
-        if (library->m_hResource != nullptr && holds(library->m_hResource))
-            return library->m_hResource;
-    return holds(g_hLayer) ? g_hLayer : nullptr;
+    });
 }
 
 int AFXAPI AfxLoadString(UINT nID, LPTSTR lpszBuf, UINT nMaxBuf) {
@@ -221,11 +220,18 @@ BOOL AFXAPI AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule)
 void AFXAPI AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll) {
     if (!state.bInitialized)
         return;
-    for (CDynLinkLibrary* library = g_libraries; library != nullptr;) {
-        CDynLinkLibrary* next = library->m_pNextDLL;
-        if (bAll || library->m_hModule == state.hModule)
-            delete library;
-        library = next;
+    // Each destructor takes its library out of the list.
+    const auto next = [&] {
+        ::AcquireSRWLockShared(&g_librariesLock);
+        CDynLinkLibrary* library = g_libraries;
+        while (library != nullptr && !bAll && library->m_hModule != state.hModule) {
+            library = library->m_pNextDLL;
+        }
+        ::ReleaseSRWLockShared(&g_librariesLock);
+        return library;
+    };
+    while (CDynLinkLibrary* library = next()) {
+        delete library;
     }
     state.bInitialized = FALSE;
 }
@@ -241,19 +247,23 @@ CDynLinkLibrary::CDynLinkLibrary(HINSTANCE hModule, HINSTANCE hResource)
 }
 
 CDynLinkLibrary::~CDynLinkLibrary() {
+    ::AcquireSRWLockExclusive(&g_librariesLock);
     for (CDynLinkLibrary** link = &g_libraries; *link != nullptr; link = &(*link)->m_pNextDLL) {
         if (*link == this) {
             *link = m_pNextDLL;
             break;
         }
     }
+    ::ReleaseSRWLockExclusive(&g_librariesLock);
     AfxDetachModuleClasses(m_hModule);
 }
 
 void CDynLinkLibrary::Link() {
+    AfxAttachModuleClasses(m_hModule);
+    ::AcquireSRWLockExclusive(&g_librariesLock);
     m_pNextDLL = g_libraries;
     g_libraries = this;
-    AfxAttachModuleClasses(m_hModule);
+    ::ReleaseSRWLockExclusive(&g_librariesLock);
 }
 
 // --- the DLL's entry point ---------------------------------------------------------------------------------------

@@ -19,10 +19,6 @@ namespace {
 
 constexpr TCHAR kDefaultClass[] = _T("NrAfxWnd");
 
-// A program with a message loop of its own knows no idle time. When it has gathered this many temporary GDI objects,
-// they go as soon as no window procedure is at work.
-constexpr size_t kManyTemporaries = 4096;
-
 bool IsPlaceValue(HWND window) {
     return window == HWND_BOTTOM || window == HWND_TOPMOST || window == HWND_NOTOPMOST;
 }
@@ -36,8 +32,6 @@ struct MessageScope {
     ~MessageScope() {
         --state.depth;
         state.message = saved;
-        if (state.depth == 0 && state.gdi.GetTemporaryCount() > kManyTemporaries)
-            CGdiObject::DeleteTempMap();
     }
     MessageScope(const MessageScope&) = delete;
     MessageScope& operator=(const MessageScope&) = delete;
@@ -47,34 +41,36 @@ struct MessageScope {
 
 } // namespace
 
-LRESULT AfxReportHandlerException(CException* e, const MSG& message) {
-    LRESULT result = 0;
-    if (CWinThread* thread = AfxGetThread()) {
-        result = thread->ProcessWndProcException(e, &message);
-    } else if (message.message == WM_CREATE) {
-        result = -1;
-    } else {
-        // A window that can't be painted must not ask for it for ever.
-        if (message.message == WM_PAINT)
-            ::ValidateRect(message.hwnd, nullptr);
-        e->ReportError(MB_ICONEXCLAMATION, AFX_IDP_INTERNAL_FAILURE);
+static LRESULT ReportException(CException* e, const MSG& message) {
+    const AFX_EXCEPTION_LINK owned(e);
+    CWinThread* thread = AfxGetThread();
+    return thread != nullptr ? thread->ProcessWndProcException(e, &message) : AfxProcessWndProcException(e, message);
+}
+
+LRESULT AfxReportCaught(const MSG& message) {
+    // The report itself may throw, for want of memory or in a host's message box; nobody is left then who could be
+    // told.
+    try {
+        try {
+            throw;
+        } catch (CException* e) {
+            return ReportException(e, message);
+        } catch (const std::bad_alloc&) {
+            AfxThrowMemoryException();
+        } catch (...) {
+            AfxThrowNotSupportedException(); // not known to the layer
+        }
+    } catch (CException* e) {
+        try {
+            return ReportException(e, message);
+        } catch (...) {
+        }
+    } catch (...) {
     }
-    e->Delete();
-    return result;
+    return message.message == WM_CREATE ? -1 : 0;
 }
 
 namespace {
-
-// A standard exception under the layer's exceptions, for the one who reports it.
-LRESULT ReportStandard(const MSG& message, bool memory) {
-    try {
-        if (memory)
-            AfxThrowMemoryException();
-        AfxThrowNotSupportedException();
-    } catch (CException* e) {
-        return AfxReportHandlerException(e, message);
-    }
-}
 
 LRESULT CALLBACK CreateHook(int code, WPARAM wParam, LPARAM lParam) {
     AfxThreadState& state = AfxState();
@@ -84,12 +80,17 @@ LRESULT CALLBACK CreateHook(int code, WPARAM wParam, LPARAM lParam) {
     // Input methods put windows of their own in between.
     if ((::GetClassLongPtr(window, GCL_STYLE) & CS_IME) == 0) {
         CWnd* object = state.created;
+        // Windows' own frames lie between here and the caller: nothing may be thrown through them.
+        try {
+            object->Attach(window);
+        } catch (...) {
+            return 1; // no memory: the window is not made
+        }
         state.created = nullptr;
-        object->Attach(window);
         try {
             object->PreSubclassWindow();
-        } catch (CException* e) {
-            AfxReportHandlerException(e, state.message);
+        } catch (...) {
+            AfxReportCaught(state.message);
         }
         const auto old = reinterpret_cast<WNDPROC>(
             ::SetWindowLongPtr(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
@@ -146,8 +147,8 @@ CWnd* PASCAL CWnd::FromHandle(HWND hWnd) {
     HandleMap<CWnd>& map = AfxState().windows;
     if (auto* entry = map.Find(hWnd))
         return entry->object;
-    CWnd* object = new CWnd(hWnd);
-    map.Set(hWnd, object, true);
+    CWnd* object = map.SetTemporary(hWnd, std::make_unique<CWnd>());
+    object->m_hWnd = hWnd;
     return object;
 }
 
@@ -160,11 +161,7 @@ void PASCAL CWnd::DeleteTempMap() {
 }
 
 BOOL CWnd::Attach(HWND hWndNew) {
-    if (hWndNew == nullptr)
-        return FALSE;
-    m_hWnd = hWndNew;
-    AfxState().windows.Set(hWndNew, this, false);
-    return TRUE;
+    return AfxAttach(AfxState().windows, this, m_hWnd, hWndNew);
 }
 
 HWND CWnd::Detach() {
@@ -326,12 +323,8 @@ LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, L
     // Windows' own frames lie between here and the caller: nothing may be thrown through them.
     try {
         return pWnd->WindowProc(nMsg, wParam, lParam);
-    } catch (CException* e) {
-        return AfxReportHandlerException(e, message);
-    } catch (const std::bad_alloc&) {
-        return ReportStandard(message, true);
-    } catch (const std::exception&) {
-        return ReportStandard(message, false);
+    } catch (...) {
+        return AfxReportCaught(message);
     }
 }
 
@@ -378,6 +371,10 @@ void CWnd::OnNcDestroy() {
     m_pfnSuper = nullptr;
     m_hWndOwner = nullptr;
     Detach();
+    // A modal window that is destroyed, with its owner for one, has no answer any more.
+    if ((m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL)) == (WF_MODALLOOP | WF_CONTINUEMODAL)) {
+        EndModalLoop(IDABORT);
+    }
     PostNcDestroy();
 }
 

@@ -29,8 +29,8 @@ int CWnd::RunModalLoop(DWORD dwFlags) {
         if (!ContinueModal())
             break;
         if (!AfxPumpMessage()) {
-            // The program ends: the loops below must see it too.
-            AfxPostQuitMessage(0);
+            // The program ends: the outer loops must see it too, with its exit code.
+            AfxPostQuitMessage(AfxState().exitCode);
             m_nFlags &= ~static_cast<UINT>(WF_MODALLOOP | WF_CONTINUEMODAL);
             return -1;
         }
@@ -69,31 +69,34 @@ void CWnd::DoDataExchange(CDataExchange*) {}
 
 BOOL CWnd::UpdateData(BOOL bSaveAndValidate) {
     CDataExchange exchange(this, bSaveAndValidate);
-    AfxThreadState& state = AfxState();
-    const HWND before = state.lockedOut;
-    state.lockedOut = m_hWnd;
-    BOOL done = FALSE;
+    struct LockOut {
+        AfxThreadState& state = AfxState();
+        const HWND before = state.lockedOut;
+        ~LockOut() { state.lockedOut = before; }
+    } lock;
+    lock.state.lockedOut = m_hWnd;
     try {
         DoDataExchange(&exchange);
-        done = TRUE;
+        return TRUE;
     } catch (CUserException* e) {
         e->Delete(); // the user has been told
     } catch (CException* e) {
+        const AFX_EXCEPTION_LINK owned(e);
         e->ReportError(MB_ICONEXCLAMATION, AFX_IDP_INTERNAL_FAILURE);
-        e->Delete();
-    } catch (...) {
-        state.lockedOut = before;
-        throw;
     }
-    state.lockedOut = before;
-    return done;
+    return FALSE;
 }
 
 // --- state of the controls ---------------------------------------------------------------------------------------
 
 void CWnd::UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler) {
+    // An object for a window that is not its own: it must not destroy it, whatever a handler throws.
+    struct Borrowed : CWnd {
+        explicit Borrowed(HWND window) : CWnd(window) {}
+        ~Borrowed() override { m_hWnd = nullptr; }
+    };
     for (HWND child = ::GetTopWindow(m_hWnd); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        CWnd control(child);
+        Borrowed control(child);
         CCmdUI ui;
         ui.m_nID = LOWORD(::GetDlgCtrlID(child));
         ui.m_pOther = &control;
@@ -102,7 +105,6 @@ void CWnd::UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler) {
             const bool button = (::SendMessage(child, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) != 0;
             ui.DoUpdate(pTarget, bDisableIfNoHndler && button);
         }
-        control.m_hWnd = nullptr;
     }
 }
 

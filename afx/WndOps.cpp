@@ -2,6 +2,10 @@
 // Layer 1: afx.
 #include "HandleMap.h"
 
+HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd) {
+    return AfxHandleOf(pWnd);
+}
+
 // --- style and kin ---------------------------------------------------------------------------------------------------
 
 DWORD CWnd::GetStyle() const {
@@ -82,19 +86,22 @@ int CWnd::SetDlgCtrlID(int nID) {
     return static_cast<int>(::SetWindowLongPtr(m_hWnd, GWLP_ID, nID));
 }
 
-CWnd* CWnd::GetDescendantWindow(int nID, BOOL bOnlyPerm) const {
-    for (HWND child = ::GetTopWindow(m_hWnd); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+static CWnd* FindDescendant(HWND window, int nID, BOOL bOnlyPerm) {
+    for (HWND child = ::GetTopWindow(window); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (::GetDlgCtrlID(child) == nID) {
-            if (CWnd* object = bOnlyPerm ? FromHandlePermanent(child) : FromHandle(child))
+            if (CWnd* object = bOnlyPerm ? CWnd::FromHandlePermanent(child) : CWnd::FromHandle(child)) {
                 return object;
+            }
         }
-        CWnd inner(child);
-        CWnd* object = inner.GetDescendantWindow(nID, bOnlyPerm);
-        inner.m_hWnd = nullptr;
-        if (object != nullptr)
+        if (CWnd* object = FindDescendant(child, nID, bOnlyPerm)) {
             return object;
+        }
     }
     return nullptr;
+}
+
+CWnd* CWnd::GetDescendantWindow(int nID, BOOL bOnlyPerm) const {
+    return FindDescendant(m_hWnd, nID, bOnlyPerm);
 }
 
 CWnd* CWnd::ChildWindowFromPoint(POINT point) const {
@@ -135,16 +142,19 @@ BOOL CWnd::SendNotifyMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return ::SendNotifyMessage(m_hWnd, message, wParam, lParam);
 }
 
-void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm) {
-    for (HWND child = ::GetTopWindow(m_hWnd); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        if (!bOnlyPerm || FromHandlePermanent(child) != nullptr)
+static void SendToDescendants(HWND window, UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm) {
+    for (HWND child = ::GetTopWindow(window); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (!bOnlyPerm || CWnd::FromHandlePermanent(child) != nullptr) {
             ::SendMessage(child, message, wParam, lParam);
-        if (bDeep && ::GetTopWindow(child) != nullptr) {
-            CWnd inner(child);
-            inner.SendMessageToDescendants(message, wParam, lParam, bDeep, bOnlyPerm);
-            inner.m_hWnd = nullptr;
+        }
+        if (bDeep) {
+            SendToDescendants(child, message, wParam, lParam, bDeep, bOnlyPerm);
         }
     }
+}
+
+void CWnd::SendMessageToDescendants(UINT message, WPARAM wParam, LPARAM lParam, BOOL bDeep, BOOL bOnlyPerm) {
+    SendToDescendants(m_hWnd, message, wParam, lParam, bDeep, bOnlyPerm);
 }
 
 // --- text and font ---------------------------------------------------------------------------------------------------
@@ -454,7 +464,7 @@ void CWnd::DrawMenuBar() {
 }
 
 int CWnd::MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType) {
-    return ::MessageBox(m_hWnd, lpszText, lpszCaption != nullptr ? lpszCaption : AfxGetAppName(), nType);
+    return AfxShowMessageBox(m_hWnd, lpszText, lpszCaption != nullptr ? lpszCaption : AfxGetAppName(), nType);
 }
 
 // --- children's values -----------------------------------------------------------------------------------------------

@@ -10,3 +10,4 @@
 #include "atltypes.h"
 #include "afxfile.h"
 #include "afxarchive.h"
+#include "afxdump_.h"

@@ -2,6 +2,10 @@
 // Layer 1: afx (knows Win32 only).
 #pragma once
 
+#if !defined(UNICODE) || !defined(_UNICODE)
+#error The layer has the Unicode form only: define UNICODE and _UNICODE.
+#endif
+
 #include <windows.h>
 #include <tchar.h>
 #include <cstddef>
@@ -56,7 +60,7 @@ NRAFX_API void AFX_CDECL AfxTrace(LPCWSTR lpszFormat, ...);
 #define ASSERT(f) static_cast<void>((f) || AfxAssertFailedLine(__FILE__, __LINE__))
 #define VERIFY(f) ASSERT(f)
 #define TRACE AfxTrace
-#define ASSERT_VALID(p) ASSERT((p) != NULL)
+#define ASSERT_VALID(p) AfxAssertValidObject(p, __FILE__, __LINE__)
 #else
 #define ASSERT(f) static_cast<void>(0)
 #define VERIFY(f) static_cast<void>(f)

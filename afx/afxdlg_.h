@@ -22,7 +22,8 @@ public:
     int m_nIDLastControl;
 };
 
-// Members to and from the text of a control. Numbers that can't be read bring a message and Fail.
+// Members to and from the text of a control. A text that is no finite decimal number in the range of the member's type
+// brings a message and Fail, and leaves the member as it was; blanks around the number are allowed.
 NRAFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
 NRAFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, BYTE& value);
 NRAFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, short& value);
@@ -69,7 +70,8 @@ public:
     virtual BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     virtual BOOL CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr,
                                 void* lpDialogInit = nullptr);
-    // Modal. The argument of EndDialog; -1 when the template is missing or the dialog could not be made.
+    // Modal. The argument of EndDialog; -1 when the template is missing or the dialog could not be made, IDABORT when
+    // it was destroyed without EndDialog, with its owner for one.
     virtual INT_PTR DoModal();
     BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
 

@@ -15,7 +15,8 @@ public:
     ~CException() override;
 
     void Delete();
-    // Writes at most nMaxError characters with the ending zero; FALSE and an empty text when there is none.
+    // Writes at most nMaxError characters with the ending zero, in the language of the user interface; FALSE and an
+    // empty text when there is none.
     virtual BOOL GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext = NULL) const;
     // Shows the text, or the string resource nError when the exception has none; returns the button.
     virtual int ReportError(UINT nType = MB_OK, UINT nError = 0);
@@ -23,17 +24,17 @@ public:
     BOOL m_bAutoDelete;
 };
 
-// Exceptions with no data but a fixed text.
+// Exceptions with no data but a text among the string resources.
 class NRAFX_API CSimpleException : public CException {
     DECLARE_DYNAMIC(CSimpleException)
 public:
     CSimpleException();
     explicit CSimpleException(BOOL bAutoDelete);
-    CSimpleException(BOOL bAutoDelete, LPCTSTR lpszMessage); // the text must outlive the exception
+    CSimpleException(BOOL bAutoDelete, UINT nMessage); // 0: no text
     BOOL GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext = NULL) const override;
 
 private:
-    LPCTSTR m_lpszMessage;
+    UINT m_nMessage;
 };
 
 #define AFX_SIMPLE_EXCEPTION(class_name)                                                                               \

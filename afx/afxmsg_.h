@@ -130,8 +130,10 @@ protected:                                                                      
     static const AFX_MSGMAP* PASCAL GetThisMessageMap();                                                               \
     virtual const AFX_MSGMAP* GetMessageMap() const;
 
+// The rows cast pointers to handlers to one common type, which the layer casts back before each call.
 #define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                                         \
-    const AFX_MSGMAP* theClass::GetMessageMap() const {                                                                \
+    _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wcast-function-type\"") const AFX_MSGMAP*        \
+    theClass::GetMessageMap() const {                                                                                  \
         return GetThisMessageMap();                                                                                    \
     }                                                                                                                  \
     const AFX_MSGMAP* PASCAL theClass::GetThisMessageMap() {                                                           \
@@ -145,7 +147,8 @@ protected:                                                                      
     ;                                                                                                                  \
     static const AFX_MSGMAP messageMap = {&TheBaseClass::GetThisMessageMap, messageEntries};                           \
     return &messageMap;                                                                                                \
-    }
+    }                                                                                                                  \
+    _Pragma("GCC diagnostic pop")
 
 // A window's handler and a command target's handler as the common type. The member casts check the signature.
 #define AFX_WNDFXN(ret, memberFxn, params) ((AFX_PMSG)(AFX_PMSGW) static_cast<ret(CWnd::*) params>(memberFxn))

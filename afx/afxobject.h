@@ -7,6 +7,7 @@
 
 class CObject;
 class CArchive;
+class CDumpContext;
 
 // Set in a class schema: objects of other schema numbers may be read, and Serialize asks which one it has.
 #define VERSIONABLE_SCHEMA (0x80000000)
@@ -59,6 +60,10 @@ public:
 
     virtual void Serialize(CArchive& ar);
 
+    // Diagnostics. AssertValid asserts what holds for a sound object, here nothing; Dump writes class name and address.
+    virtual void AssertValid() const;
+    virtual void Dump(CDumpContext& dc) const;
+
     static CRuntimeClass* PASCAL _GetBaseClass();
     static CRuntimeClass* PASCAL GetThisClass();
     static const CRuntimeClass classCObject;
@@ -66,6 +71,9 @@ public:
 protected:
     CObject();
 };
+
+// What ASSERT_VALID does in the debug build: asserts that there is an object and lets it check itself.
+NRAFX_API void AFXAPI AfxAssertValidObject(const CObject* pOb, const char* lpszFileName, int nLine);
 
 // A pointer as the named class, or NULL when the object is of another kind.
 NRAFX_API CObject* AFXAPI AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObject);

@@ -65,4 +65,15 @@
 #define AFX_IDP_FAILED_IO_ERROR_READ 0xF125
 #define AFX_IDP_FAILED_IO_ERROR_WRITE 0xF126
 
+// String resources: the texts of exceptions. Those of files and archives are numbered by cause.
+#define AFX_IDS_ARCHIVE_CAUSE 0xF140
+#define AFX_IDS_FILE_CAUSE 0xF150
+#define AFX_IDS_OUT_OF_MEMORY 0xF160
+#define AFX_IDS_NOT_SUPPORTED 0xF161
+#define AFX_IDS_NO_RESOURCE 0xF162
+#define AFX_IDS_INVALID_ARGUMENT 0xF163
+#define AFX_IDS_UNKNOWN_ERROR 0xF164
+#define AFX_IDS_UNNAMED_FILE 0xF165
+#define AFX_IDS_NAME_AND_CAUSE 0xF166
+
 #endif

@@ -11,6 +11,9 @@
 class CScrollBar;
 class CDataExchange;
 struct CCreateContext;
+class CWnd;
+
+NRAFX_API HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd); // null for null
 
 // Flags of CWnd::RunModalLoop.
 #define MLF_NOIDLEMSG 0x0001
@@ -34,7 +37,10 @@ public:
     operator HWND() const { return m_hWnd; }
     BOOL operator==(const CWnd& wnd) const { return m_hWnd == wnd.m_hWnd; }
     BOOL operator!=(const CWnd& wnd) const { return m_hWnd != wnd.m_hWnd; }
-    HWND GetSafeHwnd() const { return m_hWnd; }
+    // Null also through a null pointer, as hosts use it: the answer comes from a function that takes the pointer as an
+    // argument, so that no compiler may leave the question out. Where the sanitizers of a compiler stop at each call
+    // through a null pointer, they do so at this one too.
+    HWND GetSafeHwnd() const { return AfxGetSafeHwnd(this); }
     static const CWnd wndTop;
     static const CWnd wndBottom;
     static const CWnd wndTopMost;
@@ -167,7 +173,7 @@ public:
     BOOL SetMenu(CMenu* pMenu);
     CMenu* GetSystemMenu(BOOL bRevert) const;
     void DrawMenuBar();
-    int MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption = nullptr, UINT nType = MB_OK);
+    int MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption = nullptr, UINT nType = MB_OK); // as AfxMessageBox
 
     // --- children's values
     void SetDlgItemText(int nID, LPCTSTR lpszString);
@@ -323,6 +329,9 @@ NRAFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARA
 // Calls pWnd's WindowProc with the message as the current one; what a handler throws stops here.
 NRAFX_API LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam = 0, LPARAM lParam = 0);
 
+// The button that ended the box. A box without Cancel is not left by Escape or its close button, save that Escape
+// presses a lone OK. A box that ends without an answer, since the program quits, its owner is destroyed or it can't be
+// made, gives Cancel if it has it, else No, else Abort; with OK alone 0 when it could not be made.
 NRAFX_API int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 NRAFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
 // Put texts in the place of %1 and %2.

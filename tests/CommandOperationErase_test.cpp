@@ -4,6 +4,7 @@
 #include "CommandOperationRotateText.h"
 #include "MemoryInfo.h"
 #include "TextParm.h"
+#include "support/OnBox.h"
 #include "support/RepaintAsked.h"
 #include "support/ViewDriver.h"
 
@@ -75,6 +76,26 @@ TEST(CommandOperationErase, NoChangesNothingAndAsksForNoRepaint) {
     EXPECT_EQ(d.AllWords(), "line (100,100)-(150,100) selected -1");
     EXPECT_EQ(boxes.Texts().size(), 1u);
     EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
+}
+
+TEST(CommandOperationErase, EscapeAndTheCloseButtonLeaveTheQuestionOpen) {
+    ViewDriver d;
+    d.Select(d.AddLine(100, 100, 150, 100));
+    OnBox question([](HWND box) { OnBox::TryToLeave(box, IDNO); });
+    d.Manager().DoCommand(L"erase");
+    EXPECT_EQ(question.Seen(), 1u);
+    EXPECT_EQ(d.AllWords(), "line (100,100)-(150,100) selected -1");
+}
+
+TEST(CommandOperationErase, AQuestionThatEndsWithTheProgramErasesNothing) {
+    ViewDriver d;
+    d.Select(d.AddLine(100, 100, 150, 100));
+    OnBox question([](HWND) { ::PostQuitMessage(3); });
+    d.Manager().DoCommand(L"erase");
+    MSG message = {};
+    EXPECT_TRUE(::PeekMessage(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(question.Seen(), 1u);
+    EXPECT_EQ(d.AllWords(), "line (100,100)-(150,100) selected -1");
 }
 
 TEST(CommandOperationErase, YesAsksForARepaint) {

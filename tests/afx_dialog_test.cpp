@@ -1,6 +1,7 @@
 // The MFC layer's dialogs, data exchange, controls, menus and file dialog.
 // Layer 14: tests.
 #include "support/BoxAnswer.h"
+#include "support/UiLanguage.h"
 
 #include <afxcmn.h>
 #include <afxdlgs.h>
@@ -8,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
+#include <stdexcept>
 
 namespace {
 
@@ -138,6 +141,104 @@ TEST(DesktopAfxDialog, ARefusedValueIsToldAndTheDialogStays) {
     EXPECT_EQ(dialog.m_real, 1.5);
 }
 
+namespace {
+
+// A dialog that takes one value from the first of its edit boxes.
+template <class T>
+class Taking : public CDialog {
+public:
+    Taking() : CDialog(500) {}
+    T m_value = T(7);
+
+protected:
+    void DoDataExchange(CDataExchange* pDX) override { DDX_Text(pDX, 1001, m_value); }
+};
+
+// Enters each text in turn. The message for those that are refused, and focus and selection on the control.
+template <class T>
+void ExpectRefused(const char* prompt, std::vector<const wchar_t*> texts) {
+    const UiLanguage english(UiLanguage::kEnglish);
+    Taking<T> dialog;
+    ASSERT_TRUE(dialog.Create(500, nullptr));
+    dialog.ShowWindow(SW_SHOW);
+    BoxAnswer boxes({IDOK});
+    for (const wchar_t* text : texts) {
+        SCOPED_TRACE(Utf8(text));
+        dialog.SetDlgItemText(1001, text);
+        ::SetFocus(::GetDlgItem(dialog, 1002));
+        const size_t before = boxes.Texts().size();
+        EXPECT_FALSE(dialog.UpdateData(TRUE));
+        EXPECT_EQ(dialog.m_value, T(7)) << "the member stays";
+        EXPECT_EQ(boxes.Texts().size(), before + 1);
+        EXPECT_EQ(boxes.Texts().empty() ? "" : boxes.Texts().back(), prompt);
+        EXPECT_EQ(::GetFocus(), ::GetDlgItem(dialog, 1001));
+        DWORD start = 1, end = 0;
+        dialog.SendDlgItemMessage(1001, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+        EXPECT_EQ(start, 0u);
+        EXPECT_EQ(end, ::wcslen(text));
+    }
+}
+
+template <class T>
+void ExpectTaken(std::vector<std::pair<const wchar_t*, T>> texts) {
+    Taking<T> dialog;
+    ASSERT_TRUE(dialog.Create(500, nullptr));
+    for (const auto& each : texts) {
+        SCOPED_TRACE(Utf8(each.first));
+        dialog.SetDlgItemText(1001, each.first);
+        EXPECT_TRUE(dialog.UpdateData(TRUE));
+        EXPECT_EQ(dialog.m_value, each.second);
+    }
+}
+
+constexpr char kNumber[] = "Please enter a number.";
+constexpr char kWhole[] = "Please enter a whole number.";
+constexpr char kPositive[] = "Please enter a positive whole number.";
+
+} // namespace
+
+TEST(DesktopAfxDialog, ARealIsAFiniteDecimalNumber) {
+    ExpectRefused<double>(kNumber, {L"nan", L"NaN", L"-nan", L"inf", L"-inf", L"infinity", L"1e999", L"-1e999", L"0x10",
+                                    L"0x1p3", L"1.#INF", L"1d5", L"1e", L"", L" ", L".", L"1 2", L"--1", L"１"});
+    ExpectTaken<double>(
+        {{L"1e308", 1e308}, {L"-.5", -0.5}, {L"5.", 5.0}, {L"+2E-3", 0.002}, {L" 42 ", 42.0}, {L"1e-999", 0.0}});
+}
+
+TEST(DesktopAfxDialog, AFloatIsInItsOwnRange) {
+    ExpectRefused<float>(kNumber, {L"1e39", L"-3.5e38", L"1e999", L"nan", L"inf", L"0x10"});
+    ExpectTaken<float>({{L"3.4e38", 3.4e38f}, {L"-1e-30", -1e-30f}, {L"1e-60", 0.0f}});
+}
+
+TEST(DesktopAfxDialog, AWholeNumberIsInTheRangeOfItsType) {
+    ExpectRefused<int>(kWhole,
+                       {L"2147483648", L"-2147483649", L"99999999999999999999", L"0x10", L"1.5", L"1e3", L"nan"});
+    ExpectTaken<int>({{L"2147483647", 2147483647}, {L"-2147483648", -2147483647 - 1}, {L" +12 ", 12}});
+    ExpectRefused<short>(kWhole, {L"32768", L"-32769", L"0x10"});
+    ExpectTaken<short>({{L"32767", short{32767}}, {L"-32768", short{-32768}}});
+    ExpectRefused<long>(kWhole, {L"2147483648", L"-2147483649"});
+    ExpectTaken<long>({{L"-2147483648", -2147483647L - 1}});
+    ExpectRefused<LONGLONG>(kWhole, {L"9223372036854775808", L"-9223372036854775809"});
+    ExpectTaken<LONGLONG>({{L"9223372036854775807", 9223372036854775807LL}});
+    ExpectRefused<UINT>(kPositive, {L"4294967296", L"-1", L"0x10"});
+    ExpectTaken<UINT>({{L"4294967295", 4294967295u}, {L"0", 0u}});
+    ExpectRefused<DWORD>(kPositive, {L"4294967296", L"-1"});
+    ExpectTaken<DWORD>({{L"4294967295", 4294967295ul}});
+    ExpectRefused<ULONGLONG>(kPositive, {L"18446744073709551616", L"-1"});
+    ExpectTaken<ULONGLONG>({{L"18446744073709551615", 18446744073709551615ull}});
+    ExpectRefused<BYTE>("Please enter a whole number from 0 to 255.", {L"256", L"-1", L"0x10", L"1e1"});
+    ExpectTaken<BYTE>({{L"255", BYTE{255}}, {L"0", BYTE{0}}});
+}
+
+TEST(DesktopAfxDialog, TheMessagesAboutNumbersFollowTheLanguageOfTheInterface) {
+    const UiLanguage chinese(UiLanguage::kChinese);
+    Taking<double> dialog;
+    ASSERT_TRUE(dialog.Create(500, nullptr));
+    BoxAnswer boxes({IDOK});
+    dialog.SetDlgItemText(1001, L"x");
+    EXPECT_FALSE(dialog.UpdateData(TRUE));
+    EXPECT_EQ(boxes.Texts(), std::vector<std::string>{"请输入一个数字。"});
+}
+
 TEST(DesktopAfxDialog, AMissingTemplateGivesMinusOne) {
     Asking dialog(9999);
     EXPECT_EQ(dialog.DoModal(), -1);
@@ -189,6 +290,71 @@ TEST(DesktopAfxDialog, WhatOnInitDialogThrowsEndsTheDialog) {
     EXPECT_EQ(boxes.Texts().size(), 1u);
 }
 
+TEST(DesktopAfxDialog, WhateverOnInitDialogThrowsEndsTheDialog) {
+    const std::function<void(Asking&)> throws[] = {
+        [](Asking&) { throw std::runtime_error("x"); },
+        [](Asking&) { throw std::bad_alloc(); },
+        [](Asking&) { throw 5; },
+    };
+    for (const auto& each : throws) {
+        Asking dialog;
+        BoxAnswer boxes({IDOK});
+        dialog.m_onInit = each;
+        EXPECT_EQ(dialog.DoModal(), -1);
+        EXPECT_EQ(boxes.Texts().size(), 1u);
+        EXPECT_EQ(dialog.m_hWnd, nullptr);
+    }
+}
+
+namespace {
+
+class OwnedBy : public Asking {
+public:
+    explicit OwnedBy(CWnd* parent) { m_pParentWnd = parent; }
+};
+
+} // namespace
+
+TEST(DesktopAfxDialog, ADialogThatGoesWithItsOwnerGivesAbort) {
+    CWnd owner;
+    ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
+    OwnedBy dialog(&owner);
+    dialog.m_script = [&](Asking&) { owner.DestroyWindow(); };
+    // A way out for a loop that would not notice: the timer has no window.
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { ::PostQuitMessage(9); });
+    EXPECT_EQ(dialog.DoModal(), IDABORT);
+    ::KillTimer(nullptr, timer);
+    MSG message = {};
+    EXPECT_FALSE(::PeekMessage(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "it did not end by itself";
+    EXPECT_EQ(dialog.m_hWnd, nullptr);
+    EXPECT_EQ(owner.m_hWnd, nullptr);
+    // The same object can be shown again.
+    dialog.m_script = [](Asking& d) { d.EndDialog(4); };
+    dialog.m_onInit = nullptr;
+    EXPECT_EQ(dialog.DoModal(), 4);
+}
+
+TEST(DesktopAfxDialog, ADialogWhoseOwnerGoesBeforeItShowsWasNotMade) {
+    CWnd owner;
+    ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
+    OwnedBy dialog(&owner);
+    dialog.m_onInit = [&](Asking&) { owner.DestroyWindow(); };
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { ::PostQuitMessage(9); });
+    EXPECT_EQ(dialog.DoModal(), -1);
+    ::KillTimer(nullptr, timer);
+    MSG message = {};
+    EXPECT_FALSE(::PeekMessage(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "it did not end by itself";
+}
+
+TEST(DesktopAfxDialog, AQuitReachesTheOuterLoopWithItsExitCode) {
+    Asking dialog;
+    dialog.m_script = [](Asking&) { ::PostQuitMessage(42); };
+    EXPECT_EQ(dialog.DoModal(), -1);
+    MSG message = {};
+    ASSERT_TRUE(::PeekMessage(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 42u);
+}
+
 TEST(DesktopAfxDialog, AModelessDialogLivesUntilDestroyed) {
     Asking dialog;
     ASSERT_TRUE(dialog.Create(500, nullptr));
@@ -219,6 +385,29 @@ TEST(DesktopAfxControls, AnEditKeepsTextAndSelection) {
     edit.SetWindowText(L"");
     edit.GetWindowText(text);
     EXPECT_TRUE(text.IsEmpty());
+}
+
+TEST(DesktopAfxControls, ASelectionInOneWordHasPlacesUpTo65534) {
+    CWnd frame;
+    ASSERT_TRUE(frame.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(0, 0, 300, 200), nullptr, 0));
+    CEdit edit;
+    ASSERT_TRUE(edit.Create(WS_CHILD | ES_MULTILINE, CRect(0, 0, 100, 20), &frame, 4));
+    edit.SetLimitText(0);
+    const CString text(L'a', 60000);
+    edit.SetWindowText(text);
+    const auto selected = [&] {
+        DWORD start = 0, end = 0;
+        edit.SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+        return std::make_pair(start, end);
+    };
+    edit.SetSel(static_cast<DWORD>(MAKELONG(10, 40000)));
+    EXPECT_EQ(selected(), std::make_pair(DWORD{10}, DWORD{40000}));
+    edit.SetSel(static_cast<DWORD>(MAKELONG(33000, 34000)));
+    EXPECT_EQ(selected(), std::make_pair(DWORD{33000}, DWORD{34000}));
+    edit.SetSel(static_cast<DWORD>(MAKELONG(0, -1)));
+    EXPECT_EQ(selected(), std::make_pair(DWORD{0}, DWORD{60000}));
+    edit.SetSel(static_cast<DWORD>(MAKELONG(-1, 0)));
+    EXPECT_EQ(selected().first, selected().second) << "no selection any more";
 }
 
 TEST(DesktopAfxControls, ATooltipKeepsItsTools) {
@@ -271,6 +460,37 @@ TEST(DesktopAfxMenu, ALoadedMenuHasItsItems) {
     const HMENU handle = menu.m_hMenu;
     EXPECT_TRUE(menu.DestroyMenu());
     EXPECT_FALSE(::IsMenu(handle));
+}
+
+TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsToldAndStopsThere) {
+    class Throwing : public CFileDialog {
+    public:
+        Throwing() : CFileDialog(TRUE, nullptr, nullptr, OFN_HIDEREADONLY, L"All|*.*||") {}
+        int m_thrown = 0;
+
+    protected:
+        void OnInitDone() override {
+            ++m_thrown;
+            throw 5;
+        }
+        void OnFolderChange() override {
+            ++m_thrown;
+            throw std::runtime_error("x");
+        }
+    } dialog;
+    BoxAnswer boxes({IDOK});
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR, DWORD) {
+        HWND window = nullptr;
+        while ((window = ::FindWindowEx(nullptr, window, L"#32770", nullptr)) != nullptr) {
+            if (::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() &&
+                ::GetDlgItem(window, 0x47c) != nullptr)
+                ::PostMessage(window, WM_COMMAND, IDCANCEL, 0);
+        }
+    });
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    ::KillTimer(nullptr, timer);
+    EXPECT_GE(dialog.m_thrown, 1);
+    EXPECT_EQ(boxes.Texts().size(), static_cast<size_t>(dialog.m_thrown));
 }
 
 TEST(DesktopAfxFileDialog, TheChosenNameComesBackInParts) {

@@ -1,5 +1,6 @@
 // The exception family: who throws what, texts, causes, the catching macros. Layer 14: tests.
 #include "support/AfxCaught.h"
+#include "support/UiLanguage.h"
 
 #include <afxdisp.h>
 #include <gtest/gtest.h>
@@ -93,6 +94,7 @@ TEST(AfxExceptions, SystemErrorsBecomeCauses) {
 }
 
 TEST(AfxExceptions, TextsAreCutToTheGivenRoom) {
+    const UiLanguage english(UiLanguage::kEnglish);
     wchar_t text[8] = L"unused!";
     UINT help = 7;
     EXPECT_TRUE(CMemoryException(FALSE).GetErrorMessage(text, 4, &help));
@@ -105,6 +107,24 @@ TEST(AfxExceptions, TextsAreCutToTheGivenRoom) {
     for (int cause = CArchiveException::genericException; cause <= CArchiveException::badSchema; ++cause)
         EXPECT_FALSE(Message(CArchiveException(cause)).empty());
     EXPECT_EQ(Message(CFileException(999)), Message(CFileException(CFileException::genericException)));
+}
+
+TEST(AfxExceptions, TextsFollowTheLanguageOfTheInterface) {
+    const UiLanguage outer(UiLanguage::kEnglish);
+    EXPECT_EQ(Message(CFileException(CFileException::endOfFile, -1, L"a.nrv")), L"a.nrv: the file ends too early");
+    EXPECT_EQ(Message(CFileException(CFileException::diskFull)), L"(unnamed file): the disk is full");
+    EXPECT_EQ(Message(CArchiveException(CArchiveException::endOfFile, L"%2")), L"%2: the data ends too early");
+    EXPECT_EQ(Message(CMemoryException(FALSE)), L"Out of memory.");
+    EXPECT_EQ(Message(CNotSupportedException(FALSE)), L"This operation is not supported.");
+    const UiLanguage chinese(UiLanguage::kChinese);
+    EXPECT_EQ(Message(CFileException(CFileException::endOfFile, -1, L"a.nrv")), L"a.nrv：文件不完整，提前结束");
+    EXPECT_EQ(Message(CFileException(CFileException::diskFull)), L"（未命名的文件）：磁盘已满");
+    EXPECT_EQ(Message(CArchiveException(CArchiveException::endOfFile, L"%2")), L"%2：数据不完整，提前结束");
+    EXPECT_EQ(Message(CMemoryException(FALSE)), L"内存不足。");
+    EXPECT_EQ(Message(CResourceException(FALSE)), L"缺少所需的资源。");
+    EXPECT_EQ(Message(CInvalidArgException(FALSE)), L"参数无效。");
+    EXPECT_EQ(Message(CArchiveException(99)), Message(CArchiveException(CArchiveException::genericException)));
+    EXPECT_EQ(Message(CFileException(-1)), Message(CFileException(CFileException::genericException)));
 }
 
 // clang-format off: it doesn't know these macros

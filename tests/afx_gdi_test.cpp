@@ -74,6 +74,29 @@ TEST(AfxGdi, OfTwoObjectsOnOneHandleTheLaterOneAnswersAsLongAsItStays) {
     ::DeleteObject(handle);
 }
 
+TEST(AfxGdi, AnObjectThatGetsAnotherHandleIsNoMoreTheOwnerOfTheFirst) {
+    const auto one = static_cast<HPEN>(::CreatePen(PS_SOLID, 1, 1)),
+               two = static_cast<HPEN>(::CreatePen(PS_SOLID, 1, 2));
+    {
+        CPen pen, other;
+        pen.Attach(one);
+        other.Attach(two);
+        other.Attach(two);
+        pen.Attach(two);
+        EXPECT_EQ(pen.Detach(), two);
+        EXPECT_EQ(CPen::FromHandle(two), &other);
+        EXPECT_NE(CPen::FromHandle(one), &pen);
+        EXPECT_EQ(CPen::FromHandle(one)->m_hObject, one);
+        other.Detach();
+    }
+    CGdiObject::DeleteTempMap();
+    for (const HPEN handle : {one, two}) {
+        EXPECT_EQ(CPen::FromHandle(handle)->m_hObject, handle);
+        ::DeleteObject(handle);
+    }
+    CGdiObject::DeleteTempMap();
+}
+
 TEST(AfxGdi, AnOwnerHidesTheTemporaryObjectOfItsHandle) {
     const auto handle = static_cast<HPEN>(::CreatePen(PS_SOLID, 1, 0));
     const CPen* temporary = CPen::FromHandle(handle);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <vector>
 
 namespace {
 
@@ -31,7 +32,7 @@ TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
     HandleMap<Counted> map;
     std::vector<Counted> objects(1000);
     for (int i = 0; i < 1000; ++i)
-        map.Set(Handle(i + 1), &objects[static_cast<size_t>(i)], false);
+        map.Set(Handle(i + 1), &objects[static_cast<size_t>(i)]);
     // Every third goes, in an order that jumps about.
     std::set<int> gone;
     for (int i = 0; i < 1000; i += 3) {
@@ -47,9 +48,9 @@ TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
 TEST(AfxHandleMap, TheNewestLeavesNothingBehindAndUncoversTheOneBefore) {
     HandleMap<Counted> map;
     Counted first, second, other;
-    map.Set(Handle(1), &first, false);
-    map.Set(Handle(2), &other, false);
-    map.Set(Handle(1), &second, false);
+    map.Set(Handle(1), &first);
+    map.Set(Handle(2), &other);
+    map.Set(Handle(1), &second);
     EXPECT_EQ(map.Permanent(Handle(1)), &second);
     map.Remove(Handle(1), &second);
     EXPECT_EQ(map.Permanent(Handle(1)), &first);
@@ -63,9 +64,9 @@ TEST(AfxHandleMap, TheNewestLeavesNothingBehindAndUncoversTheOneBefore) {
 TEST(AfxHandleMap, TheOneBeforeMayLeaveWhileItIsCovered) {
     HandleMap<Counted> map;
     Counted first, second, other;
-    map.Set(Handle(1), &first, false);
-    map.Set(Handle(2), &other, false);
-    map.Set(Handle(1), &second, false);
+    map.Set(Handle(1), &first);
+    map.Set(Handle(2), &other);
+    map.Set(Handle(1), &second);
     map.Remove(Handle(1), &first);
     EXPECT_EQ(map.Permanent(Handle(1)), &second);
     map.Remove(Handle(1), &second);
@@ -78,11 +79,11 @@ TEST(AfxHandleMap, TemporaryObjectsGoTogetherAndEachOnce) {
         HandleMap<Counted> map;
         Counted owner;
         for (int i = 1; i <= 200; ++i)
-            map.Set(Handle(i), new Counted, true);
-        map.Set(Handle(1), new Counted, true); // another kind of object on that handle now
-        map.Set(Handle(2), &owner, false);     // covered by an owner
+            map.SetTemporary(Handle(i), std::make_unique<Counted>());
+        map.SetTemporary(Handle(1), std::make_unique<Counted>()); // another kind of object on that handle now
+        map.Set(Handle(2), &owner);                               // covered by an owner
         Counted next;
-        map.Set(Handle(500), &next, false); // the owner moves into the table
+        map.Set(Handle(500), &next); // the owner moves into the table
         EXPECT_EQ(map.Permanent(Handle(2)), &owner);
         EXPECT_EQ(map.GetTemporaryCount(), 201u);
         EXPECT_EQ(Counted::alive, 203);
@@ -100,11 +101,84 @@ TEST(AfxHandleMap, TemporaryObjectsGoTogetherAndEachOnce) {
     EXPECT_EQ(Counted::alive, 0);
 }
 
+TEST(AfxHandleMap, AnEarlierOwnerIsFoundAgainWhateverWasAttachedInBetween) {
+    for (const bool otherBetween : {false, true}) {
+        for (const bool otherAfter : {false, true}) {
+            SCOPED_TRACE(2 * otherBetween + otherAfter);
+            HandleMap<Counted> map;
+            Counted first, second, third, other, another;
+            map.Set(Handle(1), &first);
+            map.Set(Handle(1), &second);
+            if (otherBetween)
+                map.Set(Handle(2), &other);
+            map.Set(Handle(1), &third);
+            if (otherAfter)
+                map.Set(Handle(3), &another);
+            EXPECT_EQ(map.Permanent(Handle(1)), &third);
+            map.Remove(Handle(1), &third);
+            EXPECT_EQ(map.Permanent(Handle(1)), &second);
+            map.Remove(Handle(1), &second);
+            EXPECT_EQ(map.Permanent(Handle(1)), &first);
+            map.Remove(Handle(1), &first);
+            EXPECT_EQ(map.Find(Handle(1)), nullptr);
+        }
+    }
+}
+
+TEST(AfxHandleMap, ACoveredOwnerThatLeavesIsNotFoundAgain) {
+    HandleMap<Counted> map;
+    Counted first, second, third, other;
+    map.Set(Handle(1), &first);
+    map.Set(Handle(1), &second);
+    map.Set(Handle(1), &third);
+    map.Set(Handle(2), &other);
+    map.Remove(Handle(1), &second);
+    EXPECT_EQ(map.Permanent(Handle(1)), &third);
+    map.Remove(Handle(1), &third);
+    EXPECT_EQ(map.Permanent(Handle(1)), &first);
+}
+
+TEST(AfxHandleMap, ObjectsOfDeadHandlesAreUsedAgainAndNeverFreed) {
+    ASSERT_EQ(Counted::alive, 0);
+    {
+        HandleMap<Counted> map;
+        const auto isDead = [](const Counted* object) { return object->released; };
+        const auto any = [](const Counted*) { return true; };
+        const auto none = [](const Counted*) { return false; };
+        std::vector<Counted*> made;
+        for (int i = 1; i <= 63; ++i) {
+            EXPECT_EQ(map.TakeSpare(isDead, any), nullptr);
+            made.push_back(map.SetTemporary(Handle(i), std::make_unique<Counted>()));
+        }
+        made[10]->released = true;
+        EXPECT_EQ(map.TakeSpare(isDead, any), nullptr) << "so few are not looked through";
+        map.SetTemporary(Handle(64), std::make_unique<Counted>());
+        EXPECT_EQ(map.TakeSpare(isDead, none), nullptr);
+        EXPECT_EQ(Counted::alive, 64);
+        EXPECT_EQ(map.Find(Handle(11)), nullptr) << "its handle has no object any more";
+        EXPECT_EQ(map.Find(Handle(12))->object, made[11]);
+        std::unique_ptr<Counted> spare = map.TakeSpare(isDead, any);
+        EXPECT_EQ(spare.get(), made[10]);
+        EXPECT_EQ(map.GetTemporaryCount(), 63u);
+        EXPECT_EQ(map.SetTemporary(Handle(70), std::move(spare)), made[10]);
+        EXPECT_EQ(map.TakeSpare(isDead, any), nullptr);
+        // One whose handle has got an owner is alive until it is dead itself.
+        Counted owner, next;
+        map.Set(Handle(1), &owner);
+        map.Set(Handle(80), &next);
+        DeleteAll(map);
+        EXPECT_EQ(Counted::alive, 2);
+        map.Remove(Handle(1), &owner);
+        map.Remove(Handle(80), &next);
+    }
+    EXPECT_EQ(Counted::alive, 0);
+}
+
 TEST(AfxHandleMap, NoHandleIsNeverFound) {
     HandleMap<Counted> map;
     EXPECT_EQ(map.Find(nullptr), nullptr);
     Counted object;
-    map.Set(Handle(1), &object, false);
+    map.Set(Handle(1), &object);
     EXPECT_EQ(map.Find(nullptr), nullptr);
     map.Remove(Handle(1), &object);
     EXPECT_EQ(map.Find(nullptr), nullptr);

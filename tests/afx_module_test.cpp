@@ -1,12 +1,18 @@
 // The MFC layer's module state, resource search, extension modules, message loop and application.
 // Layer 14: tests.
 #include "support/BoxAnswer.h"
+#include "support/OnBox.h"
+#include "support/UiLanguage.h"
 
 #include <afxdllx.h>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 TEST(AfxModule, StringsComeFromTheProgramFirstAndThenFromTheLayer) {
+    const UiLanguage chinese(UiLanguage::kChinese);
     CString text;
     EXPECT_TRUE(text.LoadString(700));
     EXPECT_EQ(Utf8(text), "程序的字串");
@@ -19,6 +25,70 @@ TEST(AfxModule, StringsComeFromTheProgramFirstAndThenFromTheLayer) {
     EXPECT_EQ(AfxLoadString(AFX_IDS_SAVEFILE, room, 3), 2);
     EXPECT_EQ(Utf8(room), "另存");
     EXPECT_EQ(AfxLoadString(12345, room, 3), 0);
+}
+
+TEST(AfxModule, TheLayersStringsFollowTheLanguageOfTheInterface) {
+    const auto textIn = [](int language, UINT id) {
+        const UiLanguage ui(static_cast<LANGID>(language));
+        CString text;
+        EXPECT_TRUE(text.LoadString(id)) << id;
+        return Utf8(text);
+    };
+    EXPECT_EQ(textIn(UiLanguage::kEnglish, AFX_IDS_OPENFILE), "Open");
+    EXPECT_EQ(textIn(UiLanguage::kChinese, AFX_IDS_OPENFILE), "打开");
+    EXPECT_EQ(textIn(UiLanguage::kEnglish, AFX_IDP_PARSE_REAL), "Please enter a number.");
+    EXPECT_EQ(textIn(UiLanguage::kChinese, AFX_IDP_PARSE_REAL), "请输入一个数字。");
+    EXPECT_EQ(textIn(UiLanguage::kEnglish, AFX_IDP_FAILED_DISK_FULL), "The disk is full; '%1' could not be written.");
+    EXPECT_EQ(textIn(UiLanguage::kChinese, AFX_IDP_FAILED_DISK_FULL), "磁盘已满，无法写入“%1”。");
+    for (const WORD other : {WORD{SUBLANG_CHINESE_TRADITIONAL}, WORD{SUBLANG_CHINESE_HONGKONG},
+                             WORD{SUBLANG_CHINESE_SINGAPORE}, WORD{SUBLANG_CHINESE_MACAU}})
+        EXPECT_EQ(textIn(MAKELANGID(LANG_CHINESE, other), AFX_IDP_PARSE_INT), "请输入一个整数。") << other;
+    EXPECT_EQ(textIn(MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH), AFX_IDP_PARSE_INT), "Please enter a whole number.");
+    EXPECT_EQ(textIn(UiLanguage::kEnglish, 700), "程序的字串") << "the program has its string in one language";
+    // Each string of one language has its counterpart in the other, and it differs in all but the placeholders.
+    const HINSTANCE layer = ::GetModuleHandle(L"nrafx.dll");
+    int strings = 0;
+    for (UINT id = 0xF000; id < 0xF200; ++id) {
+        CString english, chinese;
+        {
+            const UiLanguage ui(UiLanguage::kEnglish);
+            english.LoadString(layer, id);
+        }
+        {
+            const UiLanguage ui(UiLanguage::kChinese);
+            chinese.LoadString(layer, id);
+        }
+        EXPECT_EQ(english.IsEmpty(), chinese.IsEmpty()) << id;
+        if (english.IsEmpty())
+            continue;
+        ++strings;
+        EXPECT_NE(Utf8(english), Utf8(chinese)) << id;
+        for (const wchar_t* place : {L"%1", L"%2"})
+            EXPECT_EQ(english.Find(place) >= 0, chinese.Find(place) >= 0) << id;
+    }
+    EXPECT_EQ(strings, 58);
+}
+
+TEST(AfxModule, LibrariesComeAndGoWhileAnotherThreadLooksForAResource) {
+    const HINSTANCE program = ::GetModuleHandle(nullptr);
+    std::atomic<bool> over{false};
+    std::thread other([&] {
+        while (!over) {
+            AFX_EXTENSION_MODULE module = {};
+            AfxInitExtensionModule(module, program);
+            for (int i = 0; i < 8; ++i)
+                new CDynLinkLibrary(module);
+            AfxTermExtensionModule(module);
+        }
+    });
+    const ULONGLONG end = ::GetTickCount64() + 1500;
+    while (::GetTickCount64() < end)
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_EQ(AfxFindStringResourceHandle(12345), nullptr);
+            EXPECT_EQ(AfxFindResourceHandle(MAKEINTRESOURCE(9999), RT_DIALOG), program);
+        }
+    over = true;
+    other.join();
 }
 
 TEST(AfxModule, ResourcesAreLookedForInTheCurrentHandleThenInExtensionModules) {
@@ -115,7 +185,92 @@ TEST(DesktopAfxApp, AMessageBoxTellsItsTextAndGivesTheButton) {
     EXPECT_EQ(boxes.Texts()[1], "程序的字串");
 }
 
+TEST(DesktopAfxApp, ABoxWithoutCancelIsLeftByItsButtonsOnly) {
+    const struct {
+        UINT type;
+        int button;
+    } boxes[] = {{MB_YESNO, IDYES}, {MB_YESNO, IDNO}, {MB_ABORTRETRYIGNORE, IDRETRY}, {MB_ABORTRETRYIGNORE, IDIGNORE}};
+    for (const auto& each : boxes) {
+        SCOPED_TRACE(each.button);
+        OnBox box([&](HWND window) { OnBox::TryToLeave(window, each.button); });
+        EXPECT_EQ(AfxMessageBox(L"?", each.type), each.button);
+        EXPECT_EQ(box.Seen(), 1u);
+    }
+    CWnd frame;
+    ASSERT_TRUE(frame.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(0, 0, 9, 9), nullptr, 0));
+    OnBox box([](HWND window) { OnBox::TryToLeave(window, IDYES); });
+    EXPECT_EQ(frame.MessageBox(L"?", L"", MB_YESNO), IDYES);
+    EXPECT_EQ(box.Seen(), 1u);
+}
+
+TEST(DesktopAfxApp, EscapeAndTheCloseButtonPressCancelOrALoneOk) {
+    const struct {
+        UINT type;
+        int button;
+    } boxes[] = {{MB_OK, IDOK}, {MB_OKCANCEL, IDCANCEL}, {MB_YESNOCANCEL, IDCANCEL}, {MB_RETRYCANCEL, IDCANCEL}};
+    for (const auto& each : boxes) {
+        SCOPED_TRACE(each.type);
+        OnBox escaped([](HWND window) { ::PostMessage(window, WM_KEYDOWN, VK_ESCAPE, 1); });
+        EXPECT_EQ(AfxMessageBox(L"?", each.type), each.button);
+    }
+    for (const auto& each : boxes) {
+        SCOPED_TRACE(each.type);
+        OnBox closed([](HWND window) { ::PostMessage(window, WM_CLOSE, 0, 0); });
+        EXPECT_EQ(AfxMessageBox(L"?", each.type), each.button);
+    }
+}
+
+TEST(DesktopAfxApp, ABoxOfAQuittingThreadSaysYesToNothing) {
+    const struct {
+        UINT type;
+        int answer;
+    } boxes[] = {{MB_YESNO, IDNO},
+                 {MB_YESNOCANCEL, IDCANCEL},
+                 {MB_OKCANCEL, IDCANCEL},
+                 {MB_RETRYCANCEL, IDCANCEL},
+                 {MB_ABORTRETRYIGNORE, IDABORT}};
+    for (const auto& each : boxes) {
+        SCOPED_TRACE(each.type);
+        OnBox box([](HWND) { ::PostQuitMessage(7); });
+        EXPECT_EQ(AfxMessageBox(L"?", each.type), each.answer);
+        EXPECT_EQ(box.Seen(), 1u);
+        MSG message = {};
+        EXPECT_TRUE(::PeekMessage(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+        EXPECT_EQ(message.wParam, 7u);
+    }
+}
+
+TEST(DesktopAfxApp, ABoxWhoseOwnerIsDestroyedSaysYesToNothing) {
+    const struct {
+        UINT type;
+        int answer;
+    } boxes[] = {{MB_YESNO, IDNO}, {MB_YESNOCANCEL, IDCANCEL}, {MB_OKCANCEL, IDCANCEL}};
+    for (const auto& each : boxes) {
+        SCOPED_TRACE(each.type);
+        CWnd frame;
+        ASSERT_TRUE(frame.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(0, 0, 9, 9), nullptr, 0));
+        OnBox box([&](HWND) { frame.PostMessage(WM_CLOSE); });
+        EXPECT_EQ(frame.MessageBox(L"?", L"", each.type), each.answer);
+        EXPECT_EQ(box.Seen(), 1u);
+        EXPECT_EQ(frame.m_hWnd, nullptr);
+    }
+}
+
+TEST(DesktopAfxApp, ABoxUnderABoxIsWatchedToo) {
+    int inner = 0;
+    OnBox boxes([&](HWND window) {
+        const bool outer = boxes.Seen() == 1;
+        if (outer)
+            inner = AfxMessageBox(L"inner", MB_YESNO);
+        OnBox::TryToLeave(window, outer ? IDYES : IDNO);
+    });
+    EXPECT_EQ(AfxMessageBox(L"outer", MB_YESNO), IDYES);
+    EXPECT_EQ(inner, IDNO);
+    EXPECT_EQ(boxes.Seen(), 2u);
+}
+
 TEST(AfxModule, FormattedStringsTakeTheirTexts) {
+    const UiLanguage chinese(UiLanguage::kChinese);
     CString text;
     AfxFormatString2(text, AFX_IDP_PARSE_INT_RANGE, L"1", L"%1");
     EXPECT_EQ(Utf8(text), "请输入一个 1 到 %1 之间的整数。");

@@ -541,6 +541,7 @@ BEGIN_MESSAGE_MAP(Host, CWnd)
     ON_EN_CHANGE(40, &Host::OnChange)
     ON_BN_CLICKED(41, &Host::OnClicked)
     ON_NOTIFY(-160, 50, &Host::OnTip)
+    ON_NOTIFY(NM_OUTOFMEMORY, 10, &Host::OnTip)
     ON_UPDATE_COMMAND_UI(10, &Host::OnUpdateOne)
 END_MESSAGE_MAP()
 
@@ -606,6 +607,16 @@ TEST_F(DesktopAfxCommands, NotificationsBringTheHandlersResultBack) {
     header.code = static_cast<UINT>(-161);
     EXPECT_EQ(m_host.SendMessage(WM_NOTIFY, 50, reinterpret_cast<LPARAM>(&header)), 0);
     EXPECT_EQ(m_host.m_log, "notify-160 ");
+}
+
+TEST_F(DesktopAfxCommands, AControlOutOfMemoryAsksForNoUpdate) {
+    // Its code is the number of an update request, and a command with its control's number has an update handler.
+    struct {
+        NMHDR header = {nullptr, 10, NM_OUTOFMEMORY};
+        BYTE room[sizeof(CCmdUI)] = {};
+    } notification;
+    EXPECT_EQ(m_host.SendMessage(WM_NOTIFY, 10, reinterpret_cast<LPARAM>(&notification)), 99);
+    EXPECT_EQ(m_host.m_log, "notify-1 ");
 }
 
 TEST_F(DesktopAfxCommands, AControlMayAnswerItsOwnMessages) {

@@ -1,6 +1,9 @@
-// Answers the file dialogs that open on this thread while it lives: with a path, or by cancelling.
+// Answers the file dialogs that open on this thread while it lives: with a path, or by cancelling. The interface is
+// Chinese for that time.
 // Layer 14: tests.
 #pragma once
+
+#include "UiLanguage.h"
 
 #include <afxwin.h>
 
@@ -26,6 +29,7 @@ private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD);
     void Answer(HWND dialog);
 
+    const UiLanguage m_language{UiLanguage::kChinese};
     CString m_path;
     UINT_PTR m_timer;
     std::vector<HWND> m_answered;
