@@ -3,6 +3,7 @@
 #include "Line.h"
 
 #include "GdiScope.h"
+#include "ObjectSchema.h"
 
 #include <algorithm>
 #include <cmath>
@@ -170,7 +171,7 @@ void CLine::Serialize(CArchive& ar) {
     }
     // Older schemas have fewer fields; a schema that never was reads nothing here and keeps what construction set.
     const bool current = IsCurrentForm(ar);
-    const UINT schema = ar.GetObjectSchema();
+    const UINT schema = ObjectSchema(ar);
     if (!current && (schema < 1 || schema > 3)) {
         return;
     }

@@ -2,6 +2,8 @@
 
 #include "PLine.h"
 
+#include "ObjectSchema.h"
+
 IMPLEMENT_SERIAL(CPLine, CDrawable, VERSIONABLE_SCHEMA | 5)
 
 namespace {
@@ -295,7 +297,7 @@ void CPLine::Serialize(CArchive& ar) {
     }
     RemoveAllVertices();
     const bool current = IsCurrentForm(ar);
-    const UINT schema = current ? kCurrentSchema : ar.GetObjectSchema();
+    const UINT schema = current ? kCurrentSchema : ObjectSchema(ar);
     if (current) {
         int version = 0;
         ar >> version;
