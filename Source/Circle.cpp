@@ -1,6 +1,7 @@
 #include "Circle.h"
 
 #include "DrawStrokes.h"
+#include "ObjectSchema.h"
 
 #include <cmath>
 
@@ -141,7 +142,7 @@ void CCircle::Serialize(CArchive& ar) {
         return;
     }
     // Schemas 1 and 2 lack the fields behind; every other one, known or not, has the current fields.
-    const UINT schema = ar.GetObjectSchema();
+    const UINT schema = ObjectSchema(ar);
     if (IsCurrentForm(ar)) {
         int version = 0;
         ar >> version;

@@ -90,9 +90,9 @@ public:
     // The frame for files. Shows "CGraphicDocument::Serialize错误" on any failure and lets nothing out; a failed store
     // gives the archive up, so that the save counts as failed.
     void Serialize(CArchive& ar) override;
-    // The stream itself; virtual for derived documents with fields of their own before or behind it.
-    virtual int StoreData(CArchive& ar);
-    virtual int ReadData(CArchive& ar);
+    // The stream itself; virtual for derived documents with fields before or behind it. Without a mapping the view's
+    virtual int StoreData(CArchive& ar); // values are stored as those of a new view,
+    virtual int ReadData(CArchive& ar);  // and dropped when loaded.
     // 0 for a null file; a failure raises through to the caller.
     int StoreToMemFile(CMemFile* file);
     // From a host's buffer, which is only read and not copied: 0 for a null or empty one, else 1 whatever the load did.

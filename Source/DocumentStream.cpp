@@ -23,6 +23,10 @@ constexpr UINT kTitleSave = 0xF001;
 constexpr UINT kFilterAllFiles = 0xF002;
 constexpr UINT kTitleSaveCopy = 0xF004;
 
+void ShowFailure() {
+    AfxMessageBox(L"CGraphicDocument::Serialize错误");
+}
+
 } // namespace
 
 // ---- The stream ----------------------------------------------------------------------------------------------------
@@ -44,13 +48,14 @@ void CGraphicDocument::Serialize(CArchive& ar) {
         // What was written is half a drawing. Given up, it never takes the place of a good file.
         ar.Abort();
     }
-    AfxMessageBox(L"CGraphicDocument::Serialize错误");
+    ShowFailure();
 }
 
 int CGraphicDocument::StoreData(CArchive& ar) {
     ar << kDocumentVersion << m_BKColor << m_BKColorIndex;
-    ar << m_pCoordTran->GetScale() << m_pCoordTran->GetOriginX() << m_pCoordTran->GetOriginY()
-       << m_pCoordTran->GethScreen();
+    CVectorViewCoordTran newView;
+    CVectorViewCoordTran& mapping = m_pCoordTran != nullptr ? *m_pCoordTran : newView;
+    ar << mapping.GetScale() << mapping.GetOriginX() << mapping.GetOriginY() << mapping.GethScreen();
     ar << static_cast<int>(m_DrawableObjs.GetSize());
     for (INT_PTR i = 0; i < m_DrawableObjs.GetSize(); ++i) {
         if (m_DrawableObjs[i] != nullptr) {
@@ -70,17 +75,19 @@ int CGraphicDocument::ReadData(CArchive& ar) {
     // Header fields take effect as they are read: a stream that ends early leaves what came before.
     ar >> m_BKColor;
     ar >> m_BKColorIndex;
+    CVectorViewCoordTran dropped;
+    CVectorViewCoordTran& mapping = m_pCoordTran != nullptr ? *m_pCoordTran : dropped;
     float scale = 0.0f;
     double origin = 0.0;
     int height = 0;
     ar >> scale;
-    m_pCoordTran->SetScale(scale);
+    mapping.SetScale(scale);
     ar >> origin;
-    m_pCoordTran->SetOriginX(origin);
+    mapping.SetOriginX(origin);
     ar >> origin;
-    m_pCoordTran->SetOriginY(origin);
+    mapping.SetOriginY(origin);
     ar >> height;
-    m_pCoordTran->SethScreen(height);
+    mapping.SethScreen(height);
     int count = 0;
     ar >> count;
     std::unordered_set<const CObject*> seen;
@@ -119,8 +126,10 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
     Reset();
     DeleteContents();
     SetModifiedFlag(TRUE);
+    bool begun = false;
     try {
         CArchive ar(&file, CArchive::load | CArchive::bNoFlushOnDelete, kArchiveBuffer);
+        begun = true;
         ar.m_pDocument = this;
         ar.m_bForceFlat = FALSE;
         if (file.GetLength() != 0) {
@@ -130,6 +139,10 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
     } catch (CException* e) {
         e->Delete();
         DeleteContents();
+        if (!begun) {
+            // No memory for the archive itself: Serialize, which tells its own failures, was never called.
+            ShowFailure();
+        }
     }
     SetModifiedFlag(FALSE);
     return 1;

@@ -1,6 +1,7 @@
 #include "Line.h"
 
 #include "DrawStrokes.h"
+#include "ObjectSchema.h"
 
 #include <algorithm>
 #include <cmath>
@@ -139,7 +140,7 @@ void CLine::Serialize(CArchive& ar) {
     }
     // Older schemas have fewer fields; a schema that never was reads nothing here and keeps what construction set.
     const bool current = IsCurrentForm(ar);
-    const UINT schema = ar.GetObjectSchema();
+    const UINT schema = ObjectSchema(ar);
     if (!current && (schema < 1 || schema > 3)) {
         return;
     }

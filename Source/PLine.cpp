@@ -1,5 +1,7 @@
 #include "PLine.h"
 
+#include "ObjectSchema.h"
+
 IMPLEMENT_SERIAL(CPLine, CDrawable, VERSIONABLE_SCHEMA | 5)
 
 namespace {
@@ -292,7 +294,7 @@ void CPLine::Serialize(CArchive& ar) {
     }
     RemoveAllVertices();
     const bool current = IsCurrentForm(ar);
-    const UINT schema = current ? kCurrentSchema : ar.GetObjectSchema();
+    const UINT schema = current ? kCurrentSchema : ObjectSchema(ar);
     if (current) {
         int version = 0;
         ar >> version;

@@ -1,5 +1,6 @@
 #include "Serialable.h"
 
+#include "ObjectSchema.h"
 #include "Truncate.h"
 
 #include <cmath>
@@ -53,6 +54,6 @@ void CSerialable::Serialize(CArchive& ar) {
 }
 
 bool CSerialable::IsCurrentForm(CArchive& ar) {
-    const UINT schema = ar.GetObjectSchema();
+    const UINT schema = ObjectSchema(ar);
     return schema == kCurrentSchema || schema == kNoSchema;
 }

@@ -1,6 +1,7 @@
 #include "Text.h"
 
 #include "GdiScope.h"
+#include "ObjectSchema.h"
 #include "TextFont.h"
 #include "TextFormator.h"
 
@@ -250,7 +251,7 @@ void CText::Serialize(CArchive& ar) {
     if (hasVersion) {
         ar >> version;
     }
-    const bool hasRatio = hasVersion && (ar.GetObjectSchema() == kNoSchema || version == kVersionCurrent);
+    const bool hasRatio = hasVersion && (ObjectSchema(ar) == kNoSchema || version == kVersionCurrent);
     ar >> m_Text >> m_fontFaceName >> m_StartX >> m_StartY >> m_TextHeight >> m_TextWide;
     if (hasRatio) {
         ar >> m_TextRatio;

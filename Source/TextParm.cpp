@@ -1,6 +1,7 @@
 #include "TextParm.h"
 
 #include "GdiScope.h"
+#include "ObjectSchema.h"
 #include "TextFont.h"
 
 #include <algorithm>
@@ -116,7 +117,7 @@ void CTextParm::Serialize(CArchive& ar) {
         return;
     }
     // Here, and unlike in the base, a schema above the current one counts as current.
-    const UINT schema = ar.GetObjectSchema();
+    const UINT schema = ObjectSchema(ar);
     const bool hasVersion = schema >= kCurrentSchema;
     int version = 0;
     if (hasVersion) {

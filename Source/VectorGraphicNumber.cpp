@@ -6,6 +6,7 @@
 
 #include <KXBaseOpr.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cwchar>
@@ -69,6 +70,7 @@ int CVectorGraphic::IsNumeric(const CString& s) {
 }
 
 CString CVectorGraphic::CStr(double value, int decimals) {
+    decimals = std::max(decimals, 0);
     const double whole = std::floor(value);
     const double frac = value - whole;
     double factor = 0.0;

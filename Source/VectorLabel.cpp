@@ -1,5 +1,7 @@
 #include "VectorLabel.h"
 
+#include "ObjectSchema.h"
+
 #include <cmath>
 #include <initializer_list>
 
@@ -125,7 +127,7 @@ void CKXVectorLabel::Serialize(CArchive& ar) {
     // The version word stands in every schema. A restore point, read outside ReadObject, is always of the newest form.
     int version = 0;
     ar >> version;
-    const bool newest = ar.GetObjectSchema() == kNoSchema;
+    const bool newest = ObjectSchema(ar) == kNoSchema;
     if (!newest && version < kVersionWithoutFigure) {
         return;
     }

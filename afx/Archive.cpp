@@ -3,6 +3,7 @@
 
 #include <climits>
 #include <exception>
+#include <memory>
 
 namespace {
 
@@ -136,8 +137,20 @@ UINT CArchive::Read(void* lpBuf, UINT nMax) {
 }
 
 void CArchive::EnsureRead(void* lpBuf, UINT nCount) {
-    if (Read(lpBuf, nCount) != nCount)
+    CheckDirection(true);
+    if (nCount == 0)
+        return;
+    if (lpBuf == NULL)
+        AfxThrowInvalidArgException();
+    // By way of a block of its own: where the data ends too early, the caller's bytes stay as they were.
+    BYTE value[16];
+    std::unique_ptr<void, decltype(&AfxFreeBlock)> block(NULL, AfxFreeBlock);
+    if (nCount > sizeof(value))
+        block.reset(AfxAllocBlock(nCount));
+    void* pWhole = block ? block.get() : value;
+    if (Read(pWhole, nCount) != nCount)
         Fail(CArchiveException::endOfFile);
+    memcpy(lpBuf, pWhole, nCount);
 }
 
 void CArchive::Write(const void* lpBuf, UINT nMax) {
@@ -163,11 +176,11 @@ LPTSTR CArchive::ReadString(LPTSTR lpsz, UINT nMax) {
     if (lpsz == NULL)
         AfxThrowInvalidArgException();
     CheckDirection(true);
-    UINT nLength = 0;
+    CString strLine;
     wchar_t ch = 0;
     bool bAny = false;
     // A line feed ends the line, and a carriage return before it goes with it.
-    while (nLength < nMax) {
+    while (static_cast<UINT>(strLine.GetLength()) < nMax) {
         const UINT nRead = Read(&ch, sizeof(ch));
         if (nRead == 0)
             break;
@@ -175,13 +188,13 @@ LPTSTR CArchive::ReadString(LPTSTR lpsz, UINT nMax) {
             Fail(CArchiveException::endOfFile);
         bAny = true;
         if (ch == L'\n') {
-            if (nLength > 0 && lpsz[nLength - 1] == L'\r')
-                --nLength;
+            if (strLine.GetLength() > 0 && strLine[strLine.GetLength() - 1] == L'\r')
+                strLine.Truncate(strLine.GetLength() - 1);
             break;
         }
-        lpsz[nLength++] = ch;
+        strLine.AppendChar(ch);
     }
-    lpsz[nLength] = 0;
+    memcpy(lpsz, strLine.GetString(), static_cast<size_t>(strLine.GetLength() + 1) * sizeof(wchar_t));
     return bAny || nMax == 0 ? lpsz : NULL;
 }
 
@@ -277,29 +290,33 @@ void AFXAPI AfxWriteStringLength(CArchive& ar, UINT_PTR nLength, BOOL bUnicode) 
 }
 
 UINT_PTR AFXAPI AfxReadStringLength(CArchive& ar, int& nCharSize) {
-    nCharSize = sizeof(char);
+    int nSize = sizeof(char);
     BYTE bLength;
-    ar >> bLength;
-    if (bLength < 0xFF)
-        return bLength;
-    WORD wLength;
-    ar >> wLength;
-    if (wLength == 0xFFFE) {
-        // The mark of 16-bit text; the length follows in the same forms once more.
-        nCharSize = sizeof(wchar_t);
-        ar >> bLength;
-        if (bLength < 0xFF)
-            return bLength;
-        ar >> wLength;
-    }
-    if (wLength < 0xFFFF)
-        return wLength;
-    DWORD dwLength;
-    ar >> dwLength;
-    if (dwLength < 0xFFFFFFFF)
-        return dwLength;
+    WORD wLength = 0;
+    DWORD dwLength = 0;
     ULONGLONG nLength;
-    ar >> nLength;
+    ar >> bLength;
+    if (bLength == 0xFF) {
+        ar >> wLength;
+        if (wLength == 0xFFFE) {
+            // The mark of 16-bit text; the length follows in the same forms once more.
+            nSize = sizeof(wchar_t);
+            ar >> bLength;
+            if (bLength == 0xFF)
+                ar >> wLength;
+        }
+    }
+    if (bLength < 0xFF) {
+        nLength = bLength;
+    } else if (wLength < 0xFFFF) {
+        nLength = wLength;
+    } else {
+        ar >> dwLength;
+        nLength = dwLength;
+        if (dwLength == 0xFFFFFFFF)
+            ar >> nLength;
+    }
+    nCharSize = nSize; // only with a whole length
     return static_cast<UINT_PTR>(nLength);
 }
 
@@ -321,7 +338,9 @@ void CArchive::ReadText(CStringT<T>& str, ULONGLONG nLength) {
         if (nDone + nPiece > INT_MAX / 4)
             AfxThrowMemoryException(); // more than a text can hold, and the stream really has it
         T* pszText = str.GetBuffer(static_cast<int>(nDone + nPiece));
-        EnsureRead(pszText + nDone, static_cast<UINT>(nPiece * sizeof(T)));
+        const UINT nBytes = static_cast<UINT>(nPiece * sizeof(T));
+        if (Read(pszText + nDone, nBytes) != nBytes)
+            Fail(CArchiveException::endOfFile);
         nDone += nPiece;
         str.ReleaseBufferSetLength(static_cast<int>(nDone));
     }

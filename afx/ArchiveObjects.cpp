@@ -6,9 +6,21 @@
 
 namespace {
 
-// An object may stream others from its Serialize. A stream that nests them deeper than any program would must not
-// exhaust the stack.
+// An object may stream others from its Serialize. Objects that are nested deeper than any program would must not
+// exhaust the stack, and what could not be loaded again is not stored either.
 const int kDeepestObject = 1000;
+
+// Counts one level more while it lives.
+class CDeeper {
+public:
+    explicit CDeeper(int& nDepth) : m_nDepth(nDepth) { ++m_nDepth; }
+    ~CDeeper() { --m_nDepth; }
+    CDeeper(const CDeeper&) = delete;
+    CDeeper& operator=(const CDeeper&) = delete;
+
+private:
+    int& m_nDepth;
+};
 
 } // namespace
 
@@ -91,7 +103,9 @@ void CArchive::SetLoadParams(UINT nGrowBy) {
 }
 
 UINT CArchive::GetObjectSchema() {
-    return m_nObjectSchema;
+    const UINT nSchema = m_nObjectSchema;
+    m_nObjectSchema = static_cast<UINT>(-1);
+    return nSchema;
 }
 
 void CArchive::SetObjectSchema(UINT nSchema) {
@@ -118,8 +132,11 @@ void CArchive::WriteObject(const CObject* pOb) {
         WriteTag(nKnown, false);
         return;
     }
+    if (m_nObjectDepth >= kDeepestObject)
+        Fail(CArchiveException::genericException);
     WriteClass(pOb->GetRuntimeClass());
     MapObject(pOb);
+    const CDeeper deeper(m_nObjectDepth);
     const_cast<CObject*>(pOb)->Serialize(*this);
 }
 
@@ -255,19 +272,18 @@ CObject* CArchive::ReadObject(const CRuntimeClass* pClassRefRequested) {
     MapObject(pOb.get());
     const UINT nOuterSchema = m_nObjectSchema;
     m_nObjectSchema = nSchema;
-    ++m_nObjectDepth;
+    const CDeeper deeper(m_nObjectDepth);
     try {
         pOb->Serialize(*this);
     } catch (...) {
-        // Nobody else has the object yet: it goes, and its number with it.
         m_nObjectSchema = nOuterSchema;
-        --m_nObjectDepth;
-        if (m_pMaps != NULL && nNumber < m_pMaps->loadArray.size())
-            m_pMaps->loadArray[nNumber].pObject = NULL;
+        // Nobody else has the object yet: it is freed, and with it may be what it has read. None of their numbers names
+        // an object from here on.
+        for (size_t n = nNumber; m_pMaps != NULL && n < m_pMaps->loadArray.size(); ++n)
+            m_pMaps->loadArray[n].pObject = NULL;
         throw;
     }
     m_nObjectSchema = nOuterSchema;
-    --m_nObjectDepth;
     return pOb.release();
 }
 

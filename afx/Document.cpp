@@ -2,6 +2,9 @@
 // Layer 1: afx.
 #include "HandleMap.h"
 
+#include <memory>
+#include <new>
+
 IMPLEMENT_DYNAMIC(CDocument, CCmdTarget)
 
 BEGIN_MESSAGE_MAP(CDocument, CCmdTarget)
@@ -32,11 +35,12 @@ public:
             ::CloseHandle(probe);
         }
         const CString folder = m_strTarget.Left(m_strTarget.ReverseFind(_T('\\')) + 1);
-        TCHAR name[MAX_PATH] = {};
-        if (::GetTempFileName(folder, _T("NRV"), 0, name) == 0)
-            return Refuse(pError, ::GetLastError());
-        m_strTemporary = name;
-        if (!CFile::Open(name, nOpenFlags, pError)) {
+        if (::GetTempFileName(folder, _T("NRV"), 0, m_szTemporary) == 0) {
+            const DWORD code = ::GetLastError();
+            m_szTemporary[0] = _T('\0'); // no file was made, whatever name was tried
+            return Refuse(pError, code);
+        }
+        if (!CFile::Open(m_szTemporary, nOpenFlags, pError)) {
             Forget();
             if (pError != nullptr)
                 pError->m_strFileName = m_strTarget;
@@ -52,14 +56,14 @@ public:
         Flush();
         CFile::Close();
         const BOOL replaced = ::GetFileAttributes(m_strTarget) != INVALID_FILE_ATTRIBUTES &&
-                              ::ReplaceFile(m_strTarget, m_strTemporary, nullptr, 0, nullptr, nullptr);
+                              ::ReplaceFile(m_strTarget, m_szTemporary, nullptr, 0, nullptr, nullptr);
         if (!replaced &&
-            !::MoveFileEx(m_strTemporary, m_strTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            !::MoveFileEx(m_szTemporary, m_strTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
             const auto error = static_cast<LONG>(::GetLastError());
             Forget();
             CFileException::ThrowOsError(error, m_strTarget);
         }
-        m_strTemporary.Empty();
+        m_szTemporary[0] = _T('\0');
     }
 
     void Abort() noexcept override {
@@ -77,14 +81,35 @@ private:
         return FALSE;
     }
     void Forget() {
-        if (!m_strTemporary.IsEmpty())
-            ::DeleteFile(m_strTemporary);
-        m_strTemporary.Empty();
+        if (m_szTemporary[0] != _T('\0'))
+            ::DeleteFile(m_szTemporary);
+        m_szTemporary[0] = _T('\0');
     }
 
     CString m_strTarget;
-    CString m_strTemporary;
+    TCHAR m_szTemporary[MAX_PATH] = {}; // empty: there is none. No CString: keeping the name can't fail.
 };
+
+// Shows why a load or save failed: the exception that is being handled, when it is one of the layer's or a lack of
+// memory. Any other goes on to the caller.
+void ReportFailure(CDocument& document, LPCTSTR lpszPathName, BOOL bSaving, UINT nIDPDefault) {
+    CMemoryException shortage(FALSE);
+    try {
+        try {
+            throw;
+        } catch (CException* e) {
+            const auto remove = [](CException* p) { p->Delete(); };
+            const std::unique_ptr<CException, decltype(remove)> held(e, remove);
+            document.ReportSaveLoadException(lpszPathName, e, bSaving, nIDPDefault);
+        } catch (const std::bad_alloc&) {
+            document.ReportSaveLoadException(lpszPathName, &shortage, bSaving, nIDPDefault);
+        }
+    } catch (CMemoryException* e) {
+        // Not even the message could be made: the text of the exception itself needs no memory.
+        e->Delete();
+        shortage.ReportError(MB_ICONEXCLAMATION);
+    }
+}
 
 CString LastPart(const CString& path) {
     const int slash = path.ReverseFind(_T('\\'));
@@ -119,16 +144,17 @@ BOOL CDocument::OnNewDocument() {
 }
 
 BOOL CDocument::OnOpenDocument(LPCTSTR lpszPathName) {
-    CFileException error(CFileException::none);
-    CFile* file = GetFile(lpszPathName, CFile::modeRead | CFile::shareDenyWrite, &error);
-    if (file == nullptr) {
-        error.m_bAutoDelete = FALSE;
-        ReportSaveLoadException(lpszPathName, &error, FALSE, AFX_IDP_FAILED_TO_OPEN_DOC);
-        return FALSE;
-    }
-    DeleteContents();
-    SetModifiedFlag(TRUE); // until all is loaded
+    CFile* file = nullptr;
     try {
+        CFileException error(CFileException::none);
+        error.m_bAutoDelete = FALSE;
+        file = GetFile(lpszPathName, CFile::modeRead | CFile::shareDenyWrite, &error);
+        if (file == nullptr) {
+            ReportSaveLoadException(lpszPathName, &error, FALSE, AFX_IDP_FAILED_TO_OPEN_DOC);
+            return FALSE;
+        }
+        DeleteContents();
+        SetModifiedFlag(TRUE); // until all is loaded
         CArchive archive(file, CArchive::load | CArchive::bNoFlushOnDelete);
         archive.m_pDocument = this;
         archive.m_bForceFlat = FALSE;
@@ -137,11 +163,12 @@ BOOL CDocument::OnOpenDocument(LPCTSTR lpszPathName) {
             Serialize(archive);
         archive.Close();
         ReleaseFile(file, FALSE);
-    } catch (CException* e) {
-        ReleaseFile(file, TRUE);
-        DeleteContents();
-        ReportSaveLoadException(lpszPathName, e, FALSE, AFX_IDP_FAILED_TO_OPEN_DOC);
-        e->Delete();
+    } catch (...) {
+        if (file != nullptr) {
+            ReleaseFile(file, TRUE);
+            DeleteContents();
+        }
+        ReportFailure(*this, lpszPathName, FALSE, AFX_IDP_FAILED_TO_OPEN_DOC);
         return FALSE;
     }
     SetModifiedFlag(FALSE);
@@ -151,15 +178,16 @@ BOOL CDocument::OnOpenDocument(LPCTSTR lpszPathName) {
 // --- saving ------------------------------------------------------------------------------------------------------
 
 BOOL CDocument::OnSaveDocument(LPCTSTR lpszPathName) {
-    CFileException error(CFileException::none);
-    CFile* file = GetFile(lpszPathName, CFile::modeCreate | CFile::modeReadWrite | CFile::shareExclusive, &error);
-    if (file == nullptr) {
-        error.m_bAutoDelete = FALSE;
-        ReportSaveLoadException(lpszPathName, &error, TRUE, AFX_IDP_INVALID_FILENAME);
-        return FALSE;
-    }
+    CFile* file = nullptr;
     bool whole = false;
     try {
+        CFileException error(CFileException::none);
+        error.m_bAutoDelete = FALSE;
+        file = GetFile(lpszPathName, CFile::modeCreate | CFile::modeReadWrite | CFile::shareExclusive, &error);
+        if (file == nullptr) {
+            ReportSaveLoadException(lpszPathName, &error, TRUE, AFX_IDP_INVALID_FILENAME);
+            return FALSE;
+        }
         CArchive archive(file, CArchive::store | CArchive::bNoFlushOnDelete);
         archive.m_pDocument = this;
         archive.m_bForceFlat = FALSE;
@@ -170,10 +198,10 @@ BOOL CDocument::OnSaveDocument(LPCTSTR lpszPathName) {
         if (whole)
             archive.Close();
         ReleaseFile(file, !whole);
-    } catch (CException* e) {
-        ReleaseFile(file, TRUE);
-        ReportSaveLoadException(lpszPathName, e, TRUE, AFX_IDP_FAILED_TO_SAVE_DOC);
-        e->Delete();
+    } catch (...) {
+        if (file != nullptr)
+            ReleaseFile(file, TRUE);
+        ReportFailure(*this, lpszPathName, TRUE, AFX_IDP_FAILED_TO_SAVE_DOC);
         return FALSE;
     }
     if (whole)
@@ -183,12 +211,8 @@ BOOL CDocument::OnSaveDocument(LPCTSTR lpszPathName) {
 
 CFile* CDocument::GetFile(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError) {
     const bool writes = (nOpenFlags & (CFile::modeWrite | CFile::modeReadWrite)) != 0;
-    CFile* file = writes && (nOpenFlags & CFile::modeCreate) != 0 ? new CReplacingFile : new CFile;
-    if (!file->Open(lpszFileName, nOpenFlags, pError)) {
-        delete file;
-        return nullptr;
-    }
-    return file;
+    std::unique_ptr<CFile> file(writes && (nOpenFlags & CFile::modeCreate) != 0 ? new CReplacingFile : new CFile);
+    return file->Open(lpszFileName, nOpenFlags, pError) ? file.release() : nullptr;
 }
 
 void CDocument::ReleaseFile(CFile* pFile, BOOL bAbort) {

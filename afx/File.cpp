@@ -1,6 +1,8 @@
 // CFile on a Windows handle, file status and the static file operations; CTime. Layer 1: afx.
 #include "afxfile.h"
 
+#include <memory>
+
 namespace {
 
 // File times count 100 ns since 1601; from there to 1970 it is so many seconds.
@@ -154,14 +156,13 @@ BOOL CFile::Open(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError) 
 }
 
 CFile* CFile::Duplicate() const {
-    HANDLE hFile;
-    if (!::DuplicateHandle(::GetCurrentProcess(), m_hFile, ::GetCurrentProcess(), &hFile, 0, FALSE,
+    std::unique_ptr<CFile> file(new CFile);
+    if (!::DuplicateHandle(::GetCurrentProcess(), m_hFile, ::GetCurrentProcess(), &file->m_hFile, 0, FALSE,
                            DUPLICATE_SAME_ACCESS))
         ThrowLastError(m_strFileName);
-    CFile* pFile = new CFile(hFile);
-    pFile->m_bCloseOnDelete = TRUE;
-    pFile->m_strFileName = m_strFileName;
-    return pFile;
+    file->m_bCloseOnDelete = TRUE;
+    file->m_strFileName = m_strFileName;
+    return file.release();
 }
 
 void CFile::Close() {

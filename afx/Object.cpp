@@ -155,10 +155,11 @@ CRuntimeClass* PASCAL CRuntimeClass::Load(CArchive& ar, UINT* pwSchemaNum) {
     WORD nSchema;
     WORD nLength;
     ar >> nSchema >> nLength;
+    if (nLength < sizeof(szClassName))
+        ar.EnsureRead(szClassName, nLength);
     *pwSchemaNum = nSchema;
     if (nLength >= sizeof(szClassName))
         return NULL; // no class has so long a name
-    ar.EnsureRead(szClassName, nLength);
     szClassName[nLength] = 0;
     return strlen(szClassName) == nLength ? FromName(szClassName) : NULL;
 }

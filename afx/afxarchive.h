@@ -17,8 +17,8 @@ class CDocument;
 #define dwBigClassTag ((DWORD)0x80000000)
 #define nMaxMapCount ((DWORD)0x3FFFFFFE)
 
-// Reading and writing in the wrong direction, a stream that ends early or holds what it must not raise
-// CArchiveException; failures of the file beneath come through as they are.
+// The wrong direction, a stream that ends early (the value then stays as it was) or holds what it must not, and objects
+// more than a thousand deep raise CArchiveException; failures of the file beneath come through as they are.
 class NRAFX_API CArchive {
 public:
     enum Mode { store = 0, load = 1, bNoFlushOnDelete = 2, bNoByteSwap = 4 };
@@ -35,13 +35,13 @@ public:
     BOOL IsByteSwapping() const { return FALSE; }
     BOOL IsBufferEmpty() const { return m_lpBufCur == m_lpBufMax; }
     CFile* GetFile() const { return m_pFile; }
-    // The class schema of the object that is being read, for every level of its Serialize alike: asking does not
-    // reset it. (UINT)-1 outside ReadObject.
+    // The class schema of the object that is being read, once: asking resets it to (UINT)-1, which it also is outside
+    // ReadObject. A level of Serialize that leaves it to the next ones puts it back with SetObjectSchema.
     UINT GetObjectSchema();
     void SetObjectSchema(UINT nSchema);
 
-    UINT Read(void* lpBuf, UINT nMax); // the bytes read: fewer only at the end
-    void EnsureRead(void* lpBuf, UINT nCount);
+    UINT Read(void* lpBuf, UINT nMax);         // the bytes read: fewer only at the end
+    void EnsureRead(void* lpBuf, UINT nCount); // all of it; else an exception, and the bytes there are as they were
     void Write(const void* lpBuf, UINT nMax);
     void Flush(); // loading: gives unread bytes back to the file
     void Close();

@@ -26,9 +26,11 @@ if(NR_GUARDED)
   target_compile_definitions(nr_flags INTERFACE _GLIBCXX_ASSERTIONS NR_GUARDED)
 endif()
 
-# nr_finish(target): the guarded build links its own operator new and delete into every module.
+# nr_finish(target): every module links the mathematics of the system's runtime in place of the compiler's, and in the
+# guarded build its own operator new and delete.
 function(nr_finish target)
   target_link_libraries(${target} PRIVATE nr_flags)
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:nr_system_math>)
   set_target_properties(${target} PROPERTIES PREFIX "")
   if(NR_GUARDED)
     target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/GuardPages.cpp)

@@ -2,12 +2,16 @@
 
 #include "CommandOperationManager.h"
 #include "Line.h"
+#include "MemoryInfo.h"
 #include "support/BoxAnswer.h"
 #include "support/FileDialogAnswer.h"
+#include "support/RefusedMemory.h"
 #include "support/TestData.h"
 #include "support/ViewHost.h"
 
 #include <gtest/gtest.h>
+
+#include <new>
 
 namespace {
 
@@ -157,6 +161,26 @@ int FilesInTheMaking() {
 }
 
 using Texts = std::vector<std::string>;
+
+// Does `work(number)` with the nth request for memory refused, for each n, until nothing is refused any more; then the
+// same with all requests from the nth on. `work` gives the number of refused requests.
+template <typename F>
+void ForEachRefusal(F work) {
+    for (const auto extent : {RefusedMemory::One, RefusedMemory::AllFromThere}) {
+        LONG nth = 1;
+        for (; nth < 1000; ++nth) {
+            SCOPED_TRACE(testing::Message() << (extent == RefusedMemory::One ? "only" : "from ") << nth);
+            const auto before = CKXMemoryManager::Instance()->GetCount();
+            const LONG refused = work(nth, extent);
+            EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
+            if (refused == 0) {
+                break;
+            }
+        }
+        EXPECT_LT(3, nth); // The buffer of the archive, its numbers, their table.
+        EXPECT_GT(1000, nth);
+    }
+}
 
 } // namespace
 
@@ -639,4 +663,96 @@ TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumen
     LoneDocument loaded;
     loaded.Load(path.Read());
     EXPECT_EQ(3, loaded.Objects().GetSize());
+}
+
+// ---- Too little memory ---------------------------------------------------------------------------------------------
+
+TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereSaysSo) {
+    Bytes bytes = ReadTestData("lines_two.nrv");
+    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+        LoneDocument lone;
+        BoxAnswer boxes({IDOK});
+        LONG refused = 0;
+        {
+            RefusedMemory refusal(nth, extent);
+            EXPECT_EQ(1, lone.document.OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())));
+            refused = refusal.Refused();
+        }
+        EXPECT_EQ(refused == 0 ? Texts{} : Texts{"CGraphicDocument::Serialize错误"}, boxes.Texts());
+        EXPECT_FALSE(lone.document.IsModified());
+        // The drawing is still one that can be stored and filled.
+        EXPECT_LE(38u, lone.Store().size());
+        EXPECT_EQ(-1, lone.LoadRaw(bytes));
+        EXPECT_EQ(bytes, lone.Store());
+        return refused;
+    });
+}
+
+TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereSaysSo) {
+    const TemporaryPath path;
+    const Bytes bytes = ReadTestData("lines_two.nrv");
+    path.Write(bytes);
+    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+        LoneDocument lone;
+        BoxAnswer boxes({IDOK});
+        LONG refused = 0;
+        {
+            RefusedMemory refusal(nth, extent);
+            lone.document.OnOpenDocument(path);
+            refused = refusal.Refused();
+        }
+        EXPECT_EQ(refused == 0 ? 0u : 1u, boxes.Texts().size());
+        CFile whole; // Nobody has it open any more.
+        EXPECT_TRUE(whole.Open(path, CFile::modeReadWrite | CFile::shareExclusive));
+        return refused;
+    });
+}
+
+TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereSaysSoAndLeavesTheOldFile) {
+    const TemporaryPath path;
+    const Bytes old = ReadTestData("empty.nrv");
+    const Bytes bytes = ReadTestData("lines_two.nrv");
+    const int before = FilesInTheMaking();
+    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+        path.Write(old);
+        LoneDocument lone;
+        EXPECT_EQ(-1, lone.LoadRaw(bytes));
+        BoxAnswer boxes({IDOK});
+        LONG refused = 0;
+        BOOL saved = FALSE;
+        {
+            RefusedMemory refusal(nth, extent);
+            saved = lone.document.OnSaveDocument(path);
+            refused = refusal.Refused();
+        }
+        EXPECT_EQ(refused == 0 ? 0u : 1u, boxes.Texts().size());
+        EXPECT_EQ(refused == 0, saved != FALSE);
+        EXPECT_EQ(saved ? bytes : old, path.Read());
+        EXPECT_EQ(before, FilesInTheMaking());
+        return refused;
+    });
+}
+
+TEST(DocumentFiles, AStoreToMemoryThatIsRefusedMemoryAnywhereLetsTheFailureThrough) {
+    const Bytes bytes = ReadTestData("lines_two.nrv");
+    LoneDocument lone;
+    ASSERT_EQ(-1, lone.LoadRaw(bytes));
+    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+        CMemFile file(1024);
+        bool whole = false;
+        LONG refused = 0;
+        {
+            RefusedMemory refusal(nth, extent);
+            try {
+                whole = lone.document.StoreToMemFile(&file) == 1;
+            } catch (CMemoryException* e) {
+                e->Delete();
+            } catch (const std::bad_alloc&) {
+            }
+            refused = refusal.Refused();
+        }
+        EXPECT_EQ(refused == 0, whole);
+        EXPECT_EQ(bytes, lone.Store());
+        return refused;
+    });
 }

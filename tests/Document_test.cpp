@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 CLine* NewLine(double x1, double y1, double x2, double y2) {
@@ -401,4 +403,46 @@ TEST(Document, ANewDocumentCommandGoesToTheBase) {
     lone.document.AddDrawAobject(NewLine());
     EXPECT_TRUE(lone.document.OnNewDocument());
     EXPECT_EQ(1, lone.Objects().GetSize()) << "the base's DeleteContents knows no objects";
+}
+
+// ---- Without a mapping ---------------------------------------------------------------------------------------------
+
+TEST(Document, WithoutAMappingItLoadsAndStoresAllButTheValuesOfTheView) {
+    const Bytes golden = ReadTestData("lines_two.nrv");
+    Bytes copy = golden;
+    CGraphicDocument alone;
+    EXPECT_EQ(nullptr, alone.GetVectorViewCoordTran());
+    EXPECT_EQ(1, alone.OpenDocument(copy.data(), static_cast<unsigned int>(copy.size())));
+    EXPECT_EQ(2, alone.GetDrawableObjs()->GetSize());
+    CMemFile file;
+    EXPECT_EQ(1, alone.StoreToMemFile(&file));
+    Bytes stored(static_cast<size_t>(file.GetLength()));
+    file.SeekToBegin();
+    file.Read(stored.data(), static_cast<UINT>(stored.size()));
+    // Scale, origin and height stand in bytes 10 to 33: here those of a new view.
+    ASSERT_EQ(golden.size(), stored.size());
+    EXPECT_TRUE(std::equal(golden.begin(), golden.begin() + 10, stored.begin()));
+    EXPECT_TRUE(std::equal(golden.begin() + 34, golden.end(), stored.begin() + 34));
+    EXPECT_EQ(nullptr, alone.GetVectorViewCoordTran());
+}
+
+TEST(Document, WithoutAMappingANewDrawingIsStoredWithTheValuesOfANewView) {
+    CGraphicDocument alone;
+    CMemFile file;
+    EXPECT_EQ(1, alone.StoreToMemFile(&file));
+    EXPECT_EQ(38u, file.GetLength());
+    file.SeekToBegin();
+    CArchive ar(&file, CArchive::load);
+    int version = 0;
+    DWORD color = 0;
+    short index = 0;
+    float scale = 0.0f;
+    double x = 7.0;
+    double y = 7.0;
+    int height = 7;
+    ar >> version >> color >> index >> scale >> x >> y >> height;
+    EXPECT_EQ(1.0f, scale);
+    EXPECT_EQ(0.0, x);
+    EXPECT_EQ(0.0, y);
+    EXPECT_EQ(0, height);
 }

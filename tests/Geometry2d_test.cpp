@@ -8,6 +8,7 @@
 
 #include <climits>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 // ---- Points --------------------------------------------------------------------------------------------------------
@@ -237,4 +238,45 @@ TEST(GeMatrix2d, NoLineToMirrorInGivesNoNumberAnywhere) {
         }
     }
     EXPECT_EQ(1.0, m.m[2][2]);
+}
+
+// ---- Sines and cosines ---------------------------------------------------------------------------------------------
+
+namespace {
+
+// How many doubles lie from one to the other; both of one sign.
+long long Steps(double a, double b) {
+    long long x = 0;
+    long long y = 0;
+    std::memcpy(&x, &a, sizeof x);
+    std::memcpy(&y, &b, sizeof y);
+    return x > y ? x - y : y - x;
+}
+
+} // namespace
+
+TEST(GeMatrix2d, RotationTakesSinesAndCosinesThatAreRightToTheLastBitOrOneOff) {
+    // The nearest doubles, from two thousand bits of precision.
+    const struct {
+        double angle, cosine, sine;
+    } rows[] = {{1.5707963267948966, 6.123233995736766e-17, 1.0},
+                {3.141592653589793, -1.0, 1.2246467991473532e-16},
+                {0.5, 0.8775825618903728, 0.479425538604203},
+                {2.356194490192345, -0.7071067811865475, 0.7071067811865476},
+                {6.283185307, 1.0, -1.7958636867904636e-10},
+                {-4.71238898038469, -1.8369701987210297e-16, 1.0},
+                {100000.0, -0.9993608074382124, 0.03574879797201651},
+                {1e10, 0.873119622676856, -0.4875060250875107},
+                {1e20, 0.7639704044417283, -0.6452512852657808},
+                {1e22, 0.523214785395139, -0.8522008497671888},
+                {1e300, -0.5753861119575491, -0.8178819121159085}};
+    for (const auto& row : rows) {
+        const CGeMatrix2d m = CGeMatrix2d::rotation(row.angle, CGePoint2d(0, 0));
+        EXPECT_GE(1, Steps(row.cosine, m.m[0][0])) << row.angle << " gives " << m.m[0][0];
+        EXPECT_GE(1, Steps(row.sine, m.m[1][0])) << row.angle << " gives " << m.m[1][0];
+        const CGeVector2d v = CGeVector2d(1, 0).rotateBy(row.angle);
+        EXPECT_GE(1, Steps(row.cosine, v.x)) << row.angle;
+        EXPECT_GE(1, Steps(row.sine, v.y)) << row.angle;
+    }
+    EXPECT_EQ(6.123233995736766e-17, CGeMatrix2d::rotation(1.5707963267948966, CGePoint2d(0, 0)).m[0][0]);
 }

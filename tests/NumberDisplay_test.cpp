@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <limits>
 
@@ -159,12 +160,19 @@ TEST(NumberDisplay, MoreDecimalsRoundAtTheirOwnPlace) {
     EXPECT_EQ(CString(L"3"), display.CStr(2.5, 0));
 }
 
+TEST(NumberDisplay, ANegativeNumberOfDecimalsCountsAsNone) {
+    Display display;
+    EXPECT_EQ(CString(L"3"), display.CStr(2.5, -1)) << "half up";
+    EXPECT_EQ(CString(L"-2"), display.CStr(-2.25, -3)) << "floor -3, fraction 0.75, which is one whole";
+    EXPECT_EQ(CString(L"7"), display.CStr(7.0, INT_MIN));
+    EXPECT_EQ(CString(), display.CStr(0.25, -1));
+}
+
 TEST(NumberDisplay, ValuesBeyondAllBoundsDoNoHarm) {
     Display display;
     display.SetNeedShowDecimal(0);
     display.CStr(std::numeric_limits<double>::infinity(), 1);
     display.CStr(std::numeric_limits<double>::quiet_NaN(), 1);
-    display.CStr(1.5, -1);
     EXPECT_EQ(301, display.CStr(1e300, 1).GetLength());
     // A hundred thousand digits: an infinity for the runtime.
     const CString digits(L'9', 100000);

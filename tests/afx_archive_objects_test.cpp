@@ -12,7 +12,7 @@ namespace {
 
 typedef std::vector<BYTE> Bytes;
 
-// A point with one version word; it notes the schemas that it saw.
+// A point with one version word; it notes the schemas that it was told.
 class CDot : public CObject {
     DECLARE_SERIAL(CDot)
 public:
@@ -21,7 +21,7 @@ public:
     void Serialize(CArchive& ar) override {
         CObject::Serialize(ar);
         seen.push_back(ar.GetObjectSchema());
-        seen.push_back(ar.GetObjectSchema()); // asking does not reset it
+        EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu); // it is told once
         if (ar.IsStoring())
             ar << value;
         else
@@ -55,6 +55,19 @@ public:
     UINT schemaAfter = 0;
 };
 IMPLEMENT_SERIAL(CLink, CObject, 2)
+
+// Owns the dot that it reads, and breaks off after it.
+class CBreakingOwner : public CObject {
+    DECLARE_SERIAL(CBreakingOwner)
+public:
+    ~CBreakingOwner() override { delete dot; }
+    void Serialize(CArchive& ar) override {
+        ar >> dot;
+        AfxThrowUserException();
+    }
+    CDot* dot = NULL;
+};
+IMPLEMENT_SERIAL(CBreakingOwner, CObject, 1)
 
 class CFixed : public CObject {
     DECLARE_SERIAL(CFixed)
@@ -179,7 +192,7 @@ TEST(AfxArchiveObjects, AFirstObjectBringsItsClassAndALaterOneTheClassNumber) {
     EXPECT_EQ(CDot::alive, 2);
 }
 
-TEST(AfxArchiveObjects, TheSchemaHoldsDuringAnObjectsSerializeOnly) {
+TEST(AfxArchiveObjects, TheSchemaIsToldOnceDuringAnObjectsSerialize) {
     CDot::seen.clear();
     const Bytes bytes = Joined({Record("CDot", 3), {7, 0, 0, 0}});
     Load(bytes, [](CArchive& ar) {
@@ -189,7 +202,7 @@ TEST(AfxArchiveObjects, TheSchemaHoldsDuringAnObjectsSerializeOnly) {
     });
     CDot dot;
     Stored([&](CArchive& ar) { ar.WriteObject(&dot); });
-    EXPECT_EQ(CDot::seen, (std::vector<UINT>{3, 3, 0xFFFFFFFF, 0xFFFFFFFF}));
+    EXPECT_EQ(CDot::seen, (std::vector<UINT>{3, 0xFFFFFFFF}));
 }
 
 TEST(AfxArchiveObjects, AnInnerObjectsSchemaGivesWayToTheOuterOne) {
@@ -202,7 +215,7 @@ TEST(AfxArchiveObjects, AnInnerObjectsSchemaGivesWayToTheOuterOne) {
         link->owns = true;
         EXPECT_EQ(link->schemaAfter, 2u);
     });
-    EXPECT_EQ(CDot::seen, (std::vector<UINT>{4, 4}));
+    EXPECT_EQ(CDot::seen, (std::vector<UINT>{4}));
 }
 
 TEST(AfxArchiveObjects, TheLatestRecordOfAClassGivesItsSchema) {
@@ -221,7 +234,7 @@ TEST(AfxArchiveObjects, TheLatestRecordOfAClassGivesItsSchema) {
                                 {0x01, 0x80},
                                 dot});
     EXPECT_EQ(Cause(bytes, 6), -1);
-    EXPECT_EQ(CDot::seen, (std::vector<UINT>{2, 2, 5, 5, 5, 5, 5, 5, 1, 1, 1, 1}));
+    EXPECT_EQ(CDot::seen, (std::vector<UINT>{2, 5, 5, 5, 1, 1}));
     EXPECT_EQ(CDot::alive, 0);
 }
 
@@ -317,6 +330,20 @@ TEST(AfxArchiveObjects, AnObjectThatFailsToLoadIsFreedAndItsNumberIsVoid) {
     EXPECT_EQ(ArchiveCause([&] { ar.ReadObject(NULL); }), CArchiveException::badIndex);
 }
 
+TEST(AfxArchiveObjects, WhatAFailedObjectReadAndFreedHasNoNumberAnyMore) {
+    // The owner's class is 1 and the owner 2, the dot's class 3 and the dot 4. The class keeps its number.
+    const Bytes bytes = Joined(
+        {Record("CBreakingOwner", 1), Record("CDot", 5), {7, 0, 0, 0}, {4, 0}, {0x03, 0x80, 8, 0, 0, 0}, {5, 0}});
+    Load(bytes, [](CArchive& ar) {
+        EXPECT_TRUE(Throws<CUserException>([&] { ar.ReadObject(NULL); }));
+        EXPECT_EQ(CDot::alive, 0);
+        EXPECT_EQ(ArchiveCause([&] { ar.ReadObject(NULL); }), CArchiveException::badIndex);
+        std::unique_ptr<CObject> next(ar.ReadObject(NULL));
+        EXPECT_EQ(static_cast<CDot*>(next.get())->value, 8);
+        EXPECT_EQ(ar.ReadObject(NULL), next.get());
+    });
+}
+
 TEST(AfxArchiveObjects, ACycleComesBackAsACycle) {
     CLink self;
     self.next = &self;
@@ -352,6 +379,29 @@ TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
         }
         EXPECT_EQ(depth, 500);
     });
+}
+
+TEST(AfxArchiveObjects, ObjectsAreNestedAsDeepWhenStoringAsWhenLoading) {
+    std::vector<CLink> links(1001);
+    for (size_t i = 0; i + 1 < links.size(); ++i)
+        links[i].next = &links[i + 1];
+    CMemFile file;
+    CArchive ar(&file, CArchive::store | CArchive::bNoFlushOnDelete);
+    EXPECT_EQ(ArchiveCause([&] { ar.WriteObject(&links[0]); }), CArchiveException::genericException);
+    // The failure has left all levels: the same archive takes a thousand, and they come back.
+    EXPECT_EQ(ArchiveCause([&] { ar.WriteObject(&links[1]); }), -1);
+    const Bytes bytes = Stored([&](CArchive& whole) { whole.WriteObject(&links[1]); });
+    EXPECT_EQ(bytes, Joined({Nested(1000), {0, 0}}));
+    Load(bytes, [](CArchive& back) {
+        int depth = 0;
+        CObject* next = NULL;
+        for (CObject* ob = back.ReadObject(NULL); ob != NULL; ob = next, ++depth) {
+            next = static_cast<CLink*>(ob)->next;
+            delete ob;
+        }
+        EXPECT_EQ(depth, 1000);
+    });
+    EXPECT_EQ(Cause(Joined({Nested(1001), {0, 0}}), 1), CArchiveException::genericException);
 }
 
 TEST(AfxArchiveObjects, NumbersFrom7FFFOnAreWrittenInThirtyTwoBits) {

@@ -117,6 +117,98 @@ TEST(AfxArchive, EveryValueThatBreaksOffIsAnEndOfFile) {
     }
 }
 
+// What the value of this type is after a read that the data ends in, for each number of missing bytes. The bytes before
+// it fill the archive's buffer up to a place in the value.
+template <typename T>
+void ExpectKeptWhenCut(T value) {
+    for (size_t have = 0; have < sizeof(T); ++have) {
+        for (size_t before : {size_t(0), size_t(127), size_t(128)}) {
+            Load(
+                Bytes(before + have, 0xA5),
+                [&](CArchive& ar) {
+                    Bytes skipped(before + 1);
+                    ar.Read(skipped.data(), static_cast<UINT>(before));
+                    T read = value;
+                    EXPECT_EQ(ArchiveCause([&] { ar >> read; }), CArchiveException::endOfFile);
+                    EXPECT_EQ(read, value) << sizeof(T) << " bytes, " << have << " there, behind " << before;
+                },
+                128);
+        }
+    }
+}
+
+TEST(AfxArchive, AValueThatIsNotReadWholeStaysAsItWas) {
+    ExpectKeptWhenCut<BYTE>(0x11);
+    ExpectKeptWhenCut<char>(0x11);
+    ExpectKeptWhenCut<bool>(false);
+    ExpectKeptWhenCut<WORD>(0x1111);
+    ExpectKeptWhenCut<short>(0x1111);
+    ExpectKeptWhenCut<wchar_t>(L'\x1111');
+    ExpectKeptWhenCut<int>(0x11111111);
+    ExpectKeptWhenCut<unsigned>(0x11111111);
+    ExpectKeptWhenCut<LONG>(0x11111111);
+    ExpectKeptWhenCut<DWORD>(0x11111111);
+    ExpectKeptWhenCut<float>(1.5f);
+    ExpectKeptWhenCut<double>(1.5);
+    ExpectKeptWhenCut<LONGLONG>(0x1111111111111111);
+    ExpectKeptWhenCut<ULONGLONG>(0x1111111111111111);
+}
+
+TEST(AfxArchive, ATextThatIsNotReadWholeStaysAsItWas) {
+    for (const Bytes& whole : {Bytes{0xFF, 0xFE, 0xFF, 2, 'a', 0, 'b', 0}, Bytes{2, 'a', 'b'}}) {
+        for (size_t have = 0; have < whole.size(); ++have) {
+            Load(Bytes(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(have)), [&](CArchive& ar) {
+                CString wide(L"before");
+                EXPECT_EQ(ArchiveCause([&] { ar >> wide; }), CArchiveException::endOfFile);
+                EXPECT_EQ(std::wstring(wide), L"before") << have;
+            });
+            Load(Bytes(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(have)), [&](CArchive& ar) {
+                CStringA narrow("before");
+                EXPECT_EQ(ArchiveCause([&] { ar >> narrow; }), CArchiveException::endOfFile);
+                EXPECT_EQ(std::string(narrow), "before") << have;
+            });
+        }
+    }
+    Load({}, [](CArchive& ar) {
+        int size = 77;
+        EXPECT_EQ(ArchiveCause([&] { AfxReadStringLength(ar, size); }), CArchiveException::endOfFile);
+        EXPECT_EQ(size, 77);
+    });
+    // A line that breaks off inside a character.
+    Load({'a', 0, 'b'}, [](CArchive& ar) {
+        wchar_t line[8] = L"before";
+        EXPECT_EQ(ArchiveCause([&] { ar.ReadString(line, 7); }), CArchiveException::endOfFile);
+        EXPECT_EQ(std::wstring(line), L"before");
+    });
+}
+
+TEST(AfxArchive, ABlockThatIsNotReadWholeStaysAsItWas) {
+    for (UINT wanted : {4u, 100u, 5000u}) {
+        for (size_t have : {size_t(0), size_t(1), static_cast<size_t>(wanted - 1)}) {
+            Load(
+                Bytes(have, 0xA5),
+                [&](CArchive& ar) {
+                    Bytes block(wanted, 0x11);
+                    EXPECT_EQ(ArchiveCause([&] { ar.EnsureRead(block.data(), wanted); }), CArchiveException::endOfFile);
+                    EXPECT_EQ(block, Bytes(wanted, 0x11)) << wanted << ", " << have << " there";
+                },
+                128);
+        }
+    }
+    // The elements of an array are read as blocks: the one that was cut off is as new.
+    Load({2, 0, 1, 1, 1, 1, 2, 2}, [](CArchive& ar) {
+        CDWordArray array;
+        EXPECT_EQ(ArchiveCause([&] { array.Serialize(ar); }), CArchiveException::endOfFile);
+        for (INT_PTR i = 0; i < array.GetSize(); ++i)
+            EXPECT_TRUE(array[i] == 0 || array[i] == 0x01010101) << array[i];
+    });
+    Load({5, 0}, [](CArchive& ar) {
+        UINT schema = 77;
+        EXPECT_EQ(ArchiveCause([&] { CRuntimeClass::Load(ar, &schema); }), CArchiveException::endOfFile);
+        EXPECT_EQ(schema, 77u);
+    });
+}
+
 TEST(AfxArchive, TheWrongDirectionIsRefusedEvenInTheMiddleOfTheBuffer) {
     Load({1, 2, 3, 4, 5, 6, 7, 8}, [](CArchive& ar) {
         int i;

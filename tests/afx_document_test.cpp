@@ -6,12 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 namespace {
 
 // Holds bytes; can be told to fail half-way.
 class Bytes : public CDocument {
 public:
-    enum Failure { None, Throw, SwallowAndAbort, SwallowAndClose, User, BreakFile };
+    enum Failure { None, Throw, SwallowAndAbort, SwallowAndClose, User, BreakFile, Number, NoMemory };
     Bytes() { m_bAutoDelete = FALSE; }
     std::string m_bytes;
     Failure m_failure = None;
@@ -38,6 +40,10 @@ public:
             // What is still in the archive's buffer can't be written any more.
             ::CloseHandle(ar.GetFile()->m_hFile);
             break;
+        case Number:
+            throw 7;
+        case NoMemory:
+            throw std::bad_alloc();
         case SwallowAndAbort:
             ar.Abort();
             break;
@@ -88,6 +94,12 @@ protected:
         std::string bytes(static_cast<size_t>(file.GetLength()), '\0');
         file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
         return bytes;
+    }
+
+    // Whether nobody has the file open.
+    bool IsFree() const {
+        CFile file;
+        return file.Open(m_path, CFile::modeReadWrite | CFile::shareExclusive) != FALSE;
     }
 
     CString m_folder, m_path;
@@ -231,6 +243,42 @@ TEST_F(DesktopAfxDocument, ALoadThatThrowsEmptiesTheDocument) {
     EXPECT_EQ(document.m_deleted, 2);
     ASSERT_EQ(boxes.Texts().size(), 1u);
     EXPECT_NE(boxes.Texts()[0].find("格式"), std::string::npos);
+    EXPECT_EQ(Get(), "bad");
+}
+
+TEST_F(DesktopAfxDocument, AnExceptionOfAnyTypeLeavesASaveWithNoFileOpenAndTheOldOneInItsPlace) {
+    Put("good");
+    Bytes document;
+    document.m_bytes = std::string(20000, 'x');
+    document.m_failure = Bytes::Number;
+    document.SetModifiedFlag();
+    BoxAnswer boxes({IDOK});
+    EXPECT_THROW(document.OnSaveDocument(m_path), int);
+    EXPECT_EQ(boxes.Texts().size(), 0u);
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_EQ(Names().size(), 1u);
+    EXPECT_TRUE(IsFree());
+    EXPECT_EQ(Get(), "good");
+    document.m_failure = Bytes::NoMemory;
+    EXPECT_FALSE(document.OnSaveDocument(m_path));
+    EXPECT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_EQ(Names().size(), 1u);
+    EXPECT_EQ(Get(), "good");
+}
+
+TEST_F(DesktopAfxDocument, AnExceptionOfAnyTypeLeavesALoadWithNoFileOpenAndAnEmptyDocument) {
+    Put("bad");
+    Bytes document;
+    document.m_failure = Bytes::Number;
+    BoxAnswer boxes({IDOK});
+    EXPECT_THROW(document.OnOpenDocument(m_path), int);
+    EXPECT_EQ(document.m_deleted, 2);
+    EXPECT_EQ(boxes.Texts().size(), 0u);
+    EXPECT_TRUE(IsFree());
+    document.m_failure = Bytes::NoMemory;
+    EXPECT_FALSE(document.OnOpenDocument(m_path));
+    EXPECT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_TRUE(IsFree());
     EXPECT_EQ(Get(), "bad");
 }
 

@@ -323,6 +323,37 @@ TEST(AfxMemFile, DetachHandsTheBlockOver) {
     free(block);
 }
 
+TEST(AfxMemFile, WhatGrowsAfterDetachIsTheFilesOwn) {
+    struct Watched : CMemFile {
+        explicit Watched(int& freed) : CMemFile(16), m_freed(freed) {}
+        ~Watched() override { Close(); } // while the hook below is there to be called
+        void Free(BYTE* p) override {
+            ++m_freed;
+            CMemFile::Free(p);
+        }
+        int& m_freed;
+    };
+    int freed = 0;
+    {
+        Watched file(freed);
+        BYTE* block = static_cast<BYTE*>(malloc(4));
+        file.Attach(block, 4, 16);
+        free(file.Detach());
+        EXPECT_EQ(freed, 0);
+        file.Write("0123456789", 10);
+        EXPECT_EQ(file.GetLength(), 10u);
+    }
+    EXPECT_EQ(freed, 1);
+    // An attached block stays the caller's until Detach.
+    freed = 0;
+    BYTE borrowed[4] = {};
+    {
+        Watched file(freed);
+        file.Attach(borrowed, 4);
+    }
+    EXPECT_EQ(freed, 0);
+}
+
 TEST(AfxMemFile, ClosedItIsEmptyAndCannotBeWritten) {
     CMemFile file;
     file.Write("abc", 3);

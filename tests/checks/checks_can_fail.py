@@ -143,6 +143,11 @@ def import_problems(scratch):
             code, said = run("imports.py", tree, folder)
             if code != code_wanted or (code and "ws2_32" not in said):
                 yield f"imports.py: code {code} for {net}: {said}"
+        # One of the project's DLLs, by its name, with the static runtime's sine.
+        os.rename(os.path.join(tree, "bin0", "a.exe"), os.path.join(tree, "bin0", "nrafx.dll"))
+        code, said = run("imports.py", tree, os.path.join(tree, "bin0"))
+        if code != 1 or "mathematics of its own" not in said:
+            yield f"imports.py: code {code} for a DLL with mathematics of its own: {said}"
 
 
 def tally_problems(scratch):

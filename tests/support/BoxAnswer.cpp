@@ -6,15 +6,19 @@ namespace {
 
 constexpr int kMessageTextId = 0xffff;
 
+std::string ToUtf8(const wchar_t* text, int length) {
+    const int size = ::WideCharToMultiByte(CP_UTF8, 0, text, length, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<size_t>(size), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text, length, result.data(), size, nullptr, nullptr);
+    return result;
+}
+
 } // namespace
 
 BoxAnswer* BoxAnswer::s_current = nullptr;
 
 std::string Utf8(const CString& text) {
-    const int size = ::WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<size_t>(size), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), result.data(), size, nullptr, nullptr);
-    return result;
+    return ToUtf8(text, text.GetLength());
 }
 
 BoxAnswer::BoxAnswer(std::vector<int> answers) : m_answers(std::move(answers)) {
@@ -44,8 +48,9 @@ void BoxAnswer::Answer(HWND box) {
     }
     m_seen.push_back(box);
     wchar_t text[1024] = {};
-    ::GetWindowText(message, text, 1024);
-    m_texts.push_back(Utf8(text));
+    const int length = ::GetWindowText(message, text, 1024);
+    // Without a CString, whose memory a test may be refusing.
+    m_texts.push_back(ToUtf8(text, length));
     int answer = 0;
     if (!m_answers.empty()) {
         answer = m_answers[std::min(m_next++, m_answers.size() - 1)];

@@ -1,7 +1,4 @@
-// Guarded build: operator new and delete that end every block at an inaccessible page and make a freed block
-// inaccessible. Linked into every module, because each carries its own runtime; a block may be freed in another module
-// than made it, so all that delete needs stands in the block's own header, and the free slots in memory shared by the
-// whole process. Layer 14: tests (afx/ and above don't know it).
+#include "GuardPages.h"
 
 #include <windows.h>
 
@@ -10,6 +7,8 @@
 #include <cstring>
 #include <iterator>
 #include <new>
+
+extern "C" IMAGE_DOS_HEADER __ImageBase; // of the module that this copy is linked into
 
 namespace {
 
@@ -51,6 +50,7 @@ struct Shared {
     LONG livePages;
     ULONG nextFreed;
     void* quarantine[kQuarantine / 8]; // pages of their own
+    bool (*isRefused)();               // SetGuardPagesRefusal
 };
 static_assert(kQueue > kMaxSlots + kQuarantine + kSlotsInSlab);
 
@@ -232,9 +232,15 @@ void Release(void* pointer, Form form) {
         VirtualFree(old, 0, MEM_RELEASE);
 }
 
+bool IsRefused() {
+    Shared* const shared = GetShared();
+    return shared && shared->isRefused && reinterpret_cast<HMODULE>(&__ImageBase) != GetModuleHandleW(nullptr) &&
+           shared->isRefused();
+}
+
 void* Make(std::size_t size, Form form, std::size_t wanted) {
     for (;;) {
-        if (void* const block = Allocate(size, form, wanted))
+        if (void* const block = IsRefused() ? nullptr : Allocate(size, form, wanted))
             return block;
         const std::new_handler handler = std::get_new_handler();
         if (!handler)
@@ -256,6 +262,11 @@ std::size_t Wanted(std::align_val_t align) {
 }
 
 } // namespace
+
+void SetGuardPagesRefusal(bool (*isRefused)()) {
+    if (Shared* const shared = GetShared())
+        shared->isRefused = isRefused;
+}
 
 void* operator new(std::size_t size) {
     return Make(size, Form::Single, 0);

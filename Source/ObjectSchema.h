@@ -1,0 +1,14 @@
+// The schema of the object that is being read, for every level of its class.
+// Layer 5: drawables.
+#pragma once
+
+#include "VectorViewApi.h"
+
+// What the class record in the stream says; kNoSchema outside ReadObject. The one way to ask for it, here and in
+// classes of hosts: CArchive::GetObjectSchema tells it once an object and resets it, while each level of a class needs
+// it.
+inline UINT ObjectSchema(CArchive& ar) {
+    const UINT schema = ar.GetObjectSchema();
+    ar.SetObjectSchema(schema);
+    return schema;
+}

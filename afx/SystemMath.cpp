@@ -1,0 +1,62 @@
+// Sine, cosine and the other functions of mathematics: those of the system's own C runtime, in every module of the
+// project. Layer 1: afx.
+
+// The compiler's static runtime has functions of its own, which ask the x87 unit. That unit knows pi to 66 bits: its
+// cosine of a right angle is wrong from the fourth digit on, and from 1e20 on its sines mean nothing. The system's
+// runtime (msvcrt.dll, or the universal one where the compiler is set up for it) gives the nearest double or one beside
+// it.
+//
+// Each module links this source (cmake/NrTargets.cmake), and a module's own definition is taken before a library's: so
+// code calls std::sin as ever. What the static runtime already takes from the system needs no line here: tan, asin,
+// acos and atan. The variants for float and long double aren't replaced; nothing here uses them.
+
+// The slots in the module's table of imports, by the linker's names for them.
+extern "C" {
+
+extern double (*__imp_sin)(double);
+extern double (*__imp_cos)(double);
+extern double (*__imp_atan2)(double, double);
+extern double (*__imp_exp)(double);
+extern double (*__imp_log)(double);
+extern double (*__imp_pow)(double, double);
+extern double (*__imp_fmod)(double, double);
+extern double (*__imp_sqrt)(double);
+
+double sin(double x) {
+    return __imp_sin(x);
+}
+
+double cos(double x) {
+    return __imp_cos(x);
+}
+
+// What the compiler makes of a sine and a cosine of one angle.
+void sincos(double x, double* sine, double* cosine) {
+    *sine = __imp_sin(x);
+    *cosine = __imp_cos(x);
+}
+
+double atan2(double y, double x) {
+    return __imp_atan2(y, x);
+}
+
+double exp(double x) {
+    return __imp_exp(x);
+}
+
+double log(double x) {
+    return __imp_log(x);
+}
+
+double pow(double x, double y) {
+    return __imp_pow(x, y);
+}
+
+double fmod(double x, double y) {
+    return __imp_fmod(x, y);
+}
+
+double sqrt(double x) {
+    return __imp_sqrt(x);
+}
+}
