@@ -4,12 +4,17 @@
 
 #include "Text.h"
 
+#include <KxAlive.h>
+
 // The value that is shown and edited is the text itself. Of the fields here the library looks at the type, the edit
 // flag and the description; the others are the host's own, stored and shown, never interpreted.
 class NRVECTORVIEW_API CTextParm : public CText {
     DECLARE_SERIAL(CTextParm)
 public:
     CTextParm() = default;
+
+    // For whoever keeps a pointer to this object across a call that may free it.
+    CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
 
     // ---- Geometry and queries ----
 
@@ -58,4 +63,5 @@ private:
     CString m_ParmModifedLinkExp;
     int m_bNeedEditBox = 1;
     CString m_strMsgInfo;
+    CKxAlive m_Alive;
 };
