@@ -1,9 +1,9 @@
 #include "InPlaceEdit.h"
 
 #include "Truncate.h"
-#include "VectorViewParm.h"
 
 #include <algorithm>
+#include <utility>
 
 IMPLEMENT_DYNAMIC(CInPlaceEdit, CEdit)
 
@@ -19,13 +19,13 @@ END_MESSAGE_MAP()
 
 namespace {
 
-// No border: the box lies on the picture like the text that it covers.
+// Without a border, so that the box looks like the text that it covers.
 constexpr DWORD kBoxStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
 
-// Pixels up to which the window follows its text; from there on the text scrolls inside.
+// Pixels up to which the window grows with its text; a longer text scrolls inside.
 constexpr int kWidestGrown = 200;
 
-// A parameter may be stored with any width and height, and its edges then lie at INT_MIN.
+// A stored parameter may have any width and height; edges that are no pixel are at INT_MIN.
 
 int WidthOf(const CRect& rect) {
     return WrapSubtract(rect.right, rect.left);
@@ -95,13 +95,17 @@ int CInPlaceEdit::Create(CWnd* parent, CTextParm* parm, unsigned int id) {
 }
 
 int CInPlaceEdit::GetEditText(CString& text) {
-    if (m_hWnd == nullptr) {
-        // Nobody could type: what an edit would store is what it began with.
-        text = m_InitText;
-    } else {
-        GetWindowText(text);
-    }
+    text = GetShownText();
     return 1;
+}
+
+CString CInPlaceEdit::GetShownText() const {
+    if (m_hWnd == nullptr) {
+        return m_InitText;
+    }
+    CString text;
+    GetWindowText(text);
+    return text;
 }
 
 int CInPlaceEdit::SetEditText(const CString& text) {
@@ -116,18 +120,25 @@ CString CInPlaceEdit::FormatText(const CString& text) {
 }
 
 void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useOther, CString other) {
-    // The view starts one pixel further left: its rectangle is that of the text with a margin, the box has none.
+    // The view's rectangle begins one pixel left of the text.
     rect.left = WrapAdd(rect.left, 1);
     m_EditRect = rect;
     m_InitText = text;
     if (m_hWnd == nullptr) {
         return;
     }
+    const CKxAliveToken alive(m_Alive);
     SetWindowText(useOther != 0 ? other : text);
+    if (!alive.IsAlive()) {
+        return;
+    }
     SetWindowPos(&wndTop, rect.left, rect.top, WidthOf(rect), HeightOf(rect), SWP_NOREDRAW | SWP_SHOWWINDOW);
     SetFocus();
+    if (!alive.IsAlive()) {
+        return;
+    }
     if (key == VK_F2 || useOther != 0) {
-        // Behind the start text also where the other one is shown.
+        // At the length of `text` also where `other` is shown.
         SendMessage(EM_SETSEL, static_cast<WPARAM>(text.GetLength()), text.GetLength());
     } else {
         SendMessage(EM_SETSEL, 0, -1);
@@ -135,23 +146,30 @@ void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useO
 }
 
 void CInPlaceEdit::EndEdit() {
+    const CKxAliveToken alive(m_Alive);
     if (m_hWnd != nullptr) {
-        // Hiding takes the focus away, and WM_KILLFOCUS comes in here.
+        // The hidden window loses the focus, and WM_KILLFOCUS arrives within this call.
         SetWindowPos(&wndNoTopMost, 0, 0, 0, 0, SWP_NOZORDER | SWP_HIDEWINDOW);
     }
-    m_pTextParm = nullptr;
+    if (alive.IsAlive()) {
+        m_pTextParm = nullptr;
+    }
 }
 
 // ---- Ending an edit ------------------------------------------------------------------------------------------------
 
-CVectorViewParm* CInPlaceEdit::ParentView() const {
-    return m_pParentView != nullptr ? DYNAMIC_DOWNCAST(CVectorViewParm, m_pParentView) : nullptr;
+CInPlaceEditParent* CInPlaceEdit::Parent() const {
+    return dynamic_cast<CInPlaceEditParent*>(m_pParentView);
 }
 
-void CInPlaceEdit::EndParentEdit() {
-    if (CVectorViewParm* view = ParentView()) {
-        view->DoEndEdit();
+bool CInPlaceEdit::EndParentEdit() {
+    CInPlaceEditParent* parent = Parent();
+    if (parent == nullptr) {
+        return true;
     }
+    const CKxAliveToken alive(m_Alive);
+    parent->DoEndEdit();
+    return alive.IsAlive() && !parent->KeepsFocus();
 }
 
 void CInPlaceEdit::FocusParent() {
@@ -162,7 +180,7 @@ void CInPlaceEdit::FocusParent() {
     }
 }
 
-// Whether the arrow stands at its edge of the text, or leads out of a single line anyway. Page keys never do.
+// Whether the caret can't go further in the direction of the key. False for the page keys.
 bool CInPlaceEdit::IsAtEdge(UINT key) {
     const int caret = HIWORD(SendMessage(EM_GETSEL));
     switch (key) {
@@ -185,7 +203,7 @@ BOOL CInPlaceEdit::PreTranslateMessage(MSG* msg) {
         return TRUE;
     }
     if (msg->message == WM_KEYDOWN && (msg->wParam == VK_TAB || msg->wParam == VK_RETURN)) {
-        // Return stores and goes on, like Tab.
+        // Return does what Tab does. With a repeat count of 0, by which this call is told from a message.
         OnKeyDown(VK_TAB, 0, 0);
         return TRUE;
     }
@@ -194,10 +212,15 @@ BOOL CInPlaceEdit::PreTranslateMessage(MSG* msg) {
         case 'C':
             SendMessage(WM_COPY);
             break;
-        case 'X':
+        case 'X': {
+            const CKxAliveToken alive(m_Alive);
             SendMessage(WM_CUT);
+            if (!alive.IsAlive()) {
+                return TRUE;
+            }
             SendMessage(WM_CLEAR);
             break;
+        }
         case 'A':
             PlaceCaret(0, -1);
             break;
@@ -208,7 +231,8 @@ BOOL CInPlaceEdit::PreTranslateMessage(MSG* msg) {
     return CWnd::PreTranslateMessage(msg);
 }
 
-void CInPlaceEdit::OnKeyDown(UINT nChar, UINT, UINT) {
+void CInPlaceEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT) {
+    m_bTabPressed = nChar == VK_TAB && nRepCnt != 0;
     switch (nChar) {
     case VK_PRIOR:
     case VK_NEXT:
@@ -219,8 +243,9 @@ void CInPlaceEdit::OnKeyDown(UINT nChar, UINT, UINT) {
         if (m_ArrowsEndEdit != 0 || IsControlDown()) {
             m_LastKey = nChar;
             if (IsAtEdge(nChar)) {
-                EndParentEdit();
-                FocusParent();
+                if (EndParentEdit()) {
+                    FocusParent();
+                }
                 return;
             }
         }
@@ -228,9 +253,10 @@ void CInPlaceEdit::OnKeyDown(UINT nChar, UINT, UINT) {
     case VK_TAB: {
         // The end of the edit clears it.
         CTextParm* parm = m_pTextParm;
-        EndParentEdit();
-        if (CVectorViewParm* view = ParentView()) {
-            view->OnEditTabDown(parm);
+        if (EndParentEdit()) {
+            if (CInPlaceEditParent* parent = Parent()) {
+                parent->OnEditTabDown(parm);
+            }
         }
         return;
     }
@@ -241,27 +267,41 @@ void CInPlaceEdit::OnKeyDown(UINT nChar, UINT, UINT) {
 }
 
 void CInPlaceEdit::OnChar(UINT nChar, UINT, UINT) {
+    const CKxAliveToken alive(m_Alive);
+    // Without PreTranslateMessage the character of a Tab follows its key: it doesn't end the edit that the key opened.
+    if (std::exchange(m_bTabPressed, false) && nChar == VK_TAB && m_pTextParm != nullptr) {
+        return;
+    }
     switch (nChar) {
     case VK_ESCAPE:
-        // A store of the old text: every hook runs as for any other end.
+        // The text with which the edit began is stored; every hook runs as for any other end.
         SetWindowText(m_InitText);
+        if (!alive.IsAlive()) {
+            return;
+        }
         [[fallthrough]];
     case VK_TAB:
     case VK_RETURN:
         m_LastKey = nChar;
-        EndParentEdit();
-        FocusParent();
+        if (EndParentEdit()) {
+            FocusParent();
+        }
         return;
     default:
         Default();
-        GrowToText();
+        if (alive.IsAlive()) {
+            GrowToText();
+        }
         return;
     }
 }
 
 void CInPlaceEdit::OnKillFocus(CWnd*) {
+    const CKxAliveToken alive(m_Alive);
     Default();
-    EndParentEdit();
+    if (alive.IsAlive()) {
+        EndParentEdit();
+    }
 }
 
 UINT CInPlaceEdit::OnGetDlgCode() {
@@ -270,8 +310,11 @@ UINT CInPlaceEdit::OnGetDlgCode() {
 }
 
 void CInPlaceEdit::OnCut() {
+    const CKxAliveToken alive(m_Alive);
     Default();
-    SendMessage(WM_CLEAR);
+    if (alive.IsAlive()) {
+        SendMessage(WM_CLEAR);
+    }
 }
 
 void CInPlaceEdit::OnCopy() {
@@ -283,7 +326,8 @@ void CInPlaceEdit::OnClear() {
 }
 
 void CInPlaceEdit::PostNcDestroy() {
-    // A member of its view: nothing deletes itself here.
+    m_Alive.End();
+    // Deletes nothing, because the box is a member of its view.
     CEdit::PostNcDestroy();
 }
 

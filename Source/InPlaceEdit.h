@@ -6,12 +6,28 @@
 
 #include <afxwin.h>
 
-class CTextParm;
-class CVectorViewParm;
+#include <KxAlive.h>
 
-// Lives by value in its view; the window is made once and then hidden and shown. It decides which keys end an edit and
-// how the box grows; what an end means is the view's. It calls its parent only where that is a CVectorViewParm.
-// Without a window every call is quietly passed over, and the text stays the one that the edit began with.
+class CTextParm;
+
+// What the box asks of its parent window; the parameter view implements it.
+class CInPlaceEditParent {
+public:
+    // The text is to be stored, and the box hidden.
+    virtual void DoEndEdit() = 0;
+    // After the end of an edit of `current`, which is compared only: the next one is to open.
+    virtual void OnEditTabDown(CTextParm* current) = 0;
+    // After DoEndEdit: the text was refused, and the box keeps the focus.
+    virtual bool KeepsFocus() const = 0;
+
+protected:
+    ~CInPlaceEditParent() = default;
+};
+
+// A member of its view; the window is made once and then hidden and shown. The box decides which keys end an edit and
+// how it grows with its text; the view decides what an end does. In a parent that is no CInPlaceEditParent it calls
+// nobody.
+// Without a window the calls do nothing, and the text is the one that the edit began with.
 class NRVECTORVIEW_API CInPlaceEdit : public CEdit {
     DECLARE_DYNAMIC(CInPlaceEdit)
 public:
@@ -32,13 +48,15 @@ public:
     virtual int SetEditText(const CString& text);
     virtual CString FormatText(const CString& text);
     // Shows the box on `rect`, in client pixels of the parent, its left edge one pixel further right. It holds `text`,
-    // all of it selected; for VK_F2 the caret stands behind it, and `useOther` nonzero shows `other` instead.
+    // all of it selected. For VK_F2 the caret is at the end of `text`; `useOther` nonzero shows `other` instead.
     virtual void ShowEdit(CRect rect, CString text, unsigned int key, int useOther, CString other);
     // Hides the box.
     virtual void EndEdit();
 
     CTextParm* GetTextParm() const { return m_pTextParm; }
     void SetTextParm(CTextParm* parm) { m_pTextParm = parm; }
+    // The text in the box.
+    CString GetShownText() const;
     unsigned int GetLastKey() const { return m_LastKey; }
     CRect GetEditRect() const { return m_EditRect; }
 
@@ -56,17 +74,21 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     CString m_InitText;               // Escape restores it.
-    unsigned int m_LastKey = 0;       // The key that ended the edit, or the arrow that asked to; for hosts.
+    unsigned int m_LastKey = 0;       // The key that ended the edit, or arrow that asked for its end; for hosts.
     int m_ArrowsEndEdit = 0;          // Nonzero: arrow and page keys are ending keys without Ctrl too.
     CRect m_EditRect;                 // Client pixels of the parent; may have grown wider than the window.
     CTextParm* m_pTextParm = nullptr; // Null when closed.
     CWnd* m_pParentView = nullptr;
 
 private:
-    CVectorViewParm* ParentView() const;
-    void EndParentEdit();
+    CInPlaceEditParent* Parent() const;
+    // False when the parent keeps the edit open and the focus here, or when this box has ended.
+    bool EndParentEdit();
     void FocusParent();
     bool IsAtEdge(UINT key);
     void PlaceCaret(int start, int end);
     void GrowToText();
+
+    CKxAlive m_Alive;           // Ends with the window, and with the object.
+    bool m_bTabPressed = false; // Since a WM_KEYDOWN of Tab, until the WM_CHAR that follows it.
 };

@@ -14,6 +14,7 @@
 IMPLEMENT_DYNAMIC(CVectorViewParm, CVectorView)
 
 BEGIN_MESSAGE_MAP(CVectorViewParm, CVectorView)
+    ON_WM_NCDESTROY()
     ON_WM_SIZE()
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONDBLCLK()
@@ -31,14 +32,14 @@ END_MESSAGE_MAP()
 // ---- Construction --------------------------------------------------------------------------------------------------
 
 CVectorViewParm::CVectorViewParm() {
-    // The base has made an ordinary engine: inside its constructor the hook reaches no further.
+    // The base has made an ordinary engine: called inside its constructor, the hook was the base's own.
     CVectorViewParm::OnCreateCommandOperationManager();
     m_Graphic.SetNeedShowDecimal(0);
 }
 
 CVectorViewParm::~CVectorViewParm() {
-    // No hook runs for a view that is going; those of a derived class are gone already.
-    m_pEditParm = nullptr;
+    // No hook runs for a view that is being destroyed: those of a derived class no longer exist.
+    DropEdit();
     if (m_Edit.GetSafeHwnd() != nullptr) {
         m_Edit.DestroyWindow();
     }
@@ -60,8 +61,13 @@ void CVectorViewParm::PreSubclassWindow() {
 // ---- The drawing ---------------------------------------------------------------------------------------------------
 
 int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
-    if (CVectorView::LoadFile(data, size) != 0) {
-        // The objects of the old drawing are freed, and a new one may stand at that address.
+    const CKxAliveToken alive(m_Alive);
+    const int loaded = CVectorView::LoadFile(data, size);
+    if (!alive.IsAlive()) {
+        return 1;
+    }
+    if (loaded != 0) {
+        // The objects of the old drawing are freed, and a new one may lie at that address.
         m_pTipObject = nullptr;
     }
     SetTooltipText(L"", 0);
@@ -69,14 +75,17 @@ int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
 }
 
 int CVectorViewParm::ResetVectorView() {
+    const CKxAliveToken alive(m_Alive);
     if (m_pEditParm != nullptr) {
         CTextParm* parm = m_pEditParm;
-        if (!HasLeft(m_EditStanding)) {
-            CallOnEndEdit(parm);
+        // A reset inside OnEndEdit doesn't call it a second time.
+        if (m_Session.GetPhase() != CParmEditSession::Phase::Ending && !m_Session.HasParmGone() &&
+            !m_Session.RunHook(CParmEditSession::Phase::Ending, m_Alive, [&] { OnEndEdit(parm); })) {
+            return 1;
         }
-        m_pEditParm = nullptr;
-        if (m_Edit.GetSafeHwnd() != nullptr) {
-            m_Edit.EndEdit();
+        DropEdit();
+        if (!alive.IsAlive()) {
+            return 1;
         }
     }
     SetTooltipText(L"", 0);
@@ -91,8 +100,7 @@ int CVectorViewParm::ResetVectorView() {
 CTextParm* CVectorViewParm::GetTextParmDrawObj(CString name) {
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
-        // The list is asked for its class, and not its element, so that nothing is ever found. Hosts have long been
-        // walking the list themselves; one that suddenly got an answer here would take a path nobody has gone.
+        // The list is asked for its class, and not the element, so that no name is ever found.
         const CObject* asked = objs;
         if (asked->IsKindOf(RUNTIME_CLASS(CTextParm))) {
             auto* parm = static_cast<CTextParm*>(objs->GetAt(i));
@@ -106,34 +114,6 @@ CTextParm* CVectorViewParm::GetTextParmDrawObj(CString name) {
 
 void CVectorViewParm::SetNeedShowDecimal(int need) {
     m_Graphic.SetNeedShowDecimal(need);
-}
-
-bool CVectorViewParm::IsInDrawing(const CTextParm* parm) {
-    if (parm == nullptr) {
-        return false;
-    }
-    CDrawableArray* objs = GetDocument()->GetDrawableObjs();
-    for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
-        const CDrawable* obj = objs->GetAt(i);
-        if (obj == parm) {
-            // Another kind of object may have come to stand there.
-            return obj->IsKindOf(RUNTIME_CLASS(CTextParm)) != FALSE;
-        }
-    }
-    return false;
-}
-
-CVectorViewParm::ParmStanding CVectorViewParm::StandingOf(const CTextParm* parm) {
-    return {parm, GetDocument()->GetGeneration(), IsInDrawing(parm)};
-}
-
-bool CVectorViewParm::HasLeft(ParmStanding& standing) {
-    if (!standing.isListed) {
-        standing = StandingOf(standing.parm);
-        return false;
-    }
-    // Of a drawing that was freed an equal address proves nothing.
-    return standing.generation != GetDocument()->GetGeneration() || !IsInDrawing(standing.parm);
 }
 
 // ---- Notifications -------------------------------------------------------------------------------------------------
@@ -160,7 +140,7 @@ void CVectorViewParm::SendClickNotify(CDrawable* obj) {
         m_Notify.nKind = kVpkLine;
         m_Notify.pLine = line;
     } else if (auto* circle = DYNAMIC_DOWNCAST(CCircle, obj)) {
-        // An arc is a circle as well and arrives here; hosts read kind 2 for both.
+        // An arc is a circle too and comes here: kind 2 for both.
         m_Notify.nKind = kVpkCircle;
         m_Notify.pCircle = circle;
     } else if (auto* arc = DYNAMIC_DOWNCAST(CArc, obj)) {
@@ -177,7 +157,7 @@ void CVectorViewParm::SendClickNotify(CDrawable* obj) {
         m_Notify.nKind = kVpkText;
         m_Notify.pText = text;
     } else {
-        // A kind with no number of its own: nothing that a host could be told of.
+        // An object of a kind that has no number is reported like no object.
         m_Notify.nKind = kVpkNothing;
         m_Notify.pText = nullptr;
     }
@@ -185,6 +165,12 @@ void CVectorViewParm::SendClickNotify(CDrawable* obj) {
 }
 
 // ---- Window messages -----------------------------------------------------------------------------------------------
+
+void CVectorViewParm::OnNcDestroy() {
+    DropEdit();
+    m_Session.Abandon();
+    CVectorView::OnNcDestroy();
+}
 
 void CVectorViewParm::OnSize(UINT nType, int cx, int cy) {
     CVectorView::OnSize(nType, cx, cy);
@@ -195,22 +181,36 @@ void CVectorViewParm::OnSize(UINT nType, int cx, int cy) {
 }
 
 void CVectorViewParm::OnLButtonDown(UINT nFlags, CPoint point) {
-    // An open edit loses the focus by this, and is stored before anything else happens.
-    SetFocus();
+    const CKxAliveToken alive(m_Alive);
+    // The box of an open edit loses the focus, by which the edit ends before anything else happens.
+    if (!TakeFocus()) {
+        return;
+    }
     CGePoint2d p;
     m_CoordTran.LPToDP(point, p);
-    if (DoEditForClicked(nFlags, p) == 0) {
+    const int hit = DoEditForClicked(nFlags, p);
+    if (!alive.IsAlive()) {
+        return;
+    }
+    if (hit == 0) {
         DoEndEdit();
+        if (!alive.IsAlive()) {
+            return;
+        }
     }
     CVectorView::OnLButtonDown(nFlags, point);
 }
 
 void CVectorViewParm::OnLButtonDblClk(UINT nFlags, CPoint point) {
+    const CKxAliveToken alive(m_Alive);
     CVectorView::OnLButtonDblClk(nFlags, point);
-    Notify(kVpnDblClk);
+    if (alive.IsAlive()) {
+        Notify(kVpnDblClk);
+    }
 }
 
 void CVectorViewParm::OnRButtonDown(UINT nFlags, CPoint point) {
+    const CKxAliveToken alive(m_Alive);
     CPoint cursor;
     ::GetCursorPos(&cursor);
     CMenu menu;
@@ -222,7 +222,9 @@ void CVectorViewParm::OnRButtonDown(UINT nFlags, CPoint point) {
             }
         }
     }
-    CVectorView::OnRButtonDown(nFlags, point);
+    if (alive.IsAlive()) {
+        CVectorView::OnRButtonDown(nFlags, point);
+    }
     menu.DestroyMenu();
 }
 
@@ -242,7 +244,7 @@ void CVectorViewParm::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
     CVectorView::OnKeyDown(nChar, nRepCnt, nFlags);
 }
 
-// These two go past whatever the base does with them, now or later.
+// These two messages get the window's default alone, whatever the base does with them.
 
 void CVectorViewParm::OnChar(UINT, UINT, UINT) {
     Default();
@@ -257,15 +259,21 @@ BOOL CVectorViewParm::OnSetCursor(CWnd* wnd, UINT nHitTest, UINT message) {
 }
 
 void CVectorViewParm::OnMenuitemZoomAll() {
-    SetFocus();
-    CVectorView::ZoomAll();
+    if (TakeFocus()) {
+        CVectorView::ZoomAll();
+    }
 }
 
 void CVectorViewParm::OnMenuitemMoveVector() {
-    SetFocus();
+    const CKxAliveToken alive(m_Alive);
+    if (!TakeFocus()) {
+        return;
+    }
     CPoint cursor;
     ::GetCursorPos(&cursor);
     DoCommand(L"viewmove");
-    // The mouse may stay where it is: the cursor changes at once.
-    OnSetCursor(this, static_cast<UINT>(Default()), 0);
+    if (alive.IsAlive()) {
+        // The cursor changes at once, also when the mouse doesn't move.
+        OnSetCursor(this, static_cast<UINT>(Default()), 0);
+    }
 }

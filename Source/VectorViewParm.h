@@ -3,6 +3,7 @@
 #pragma once
 
 #include "InPlaceEdit.h"
+#include "ParmEditSession.h"
 #include "VectorParmNotify.h"
 #include "vectorview.h"
 
@@ -11,9 +12,11 @@
 class CTextParm;
 
 // A press on a parameter text opens an edit box over it, Tab and Return go on to the next parameter, and a press on any
-// other object is reported to the parent. The end of an edit sends no message: override the hooks. A hook may change
-// the document; it must not destroy the view.
-class NRVECTORVIEW_API CVectorViewParm : public CVectorView {
+// other object is reported to the parent. The end of an edit sends no message: override the hooks. Every call may be
+// made from within a hook or a notification. An edit whose parameter is freed or leaves the drawing in one, or whose
+// view or window ends in one, is over at once: nothing more is called or stored. A window that ends closes an open edit
+// without a hook.
+class NRVECTORVIEW_API CVectorViewParm : public CVectorView, public CInPlaceEditParent {
     DECLARE_DYNAMIC(CVectorViewParm)
 public:
     CVectorViewParm();
@@ -21,11 +24,13 @@ public:
 
     // ---- The drawing ----
 
-    // Always 1, whatever the load did. An edit that is open when its parameter goes stores nothing.
+    // Always 1, whatever the load did. It frees the old drawing: an edit that is open then stores nothing, and its box
+    // closes when it next loses the focus or DoEndEdit is called.
     int LoadFile(unsigned char* data, unsigned int size) override;
-    // Breaks an edit off (OnEndEdit is called, nothing is stored) and empties the drawing. Always 1.
+    // Breaks an edit off (OnEndEdit is called, nothing is stored) and empties the drawing. Always 1. When the view or
+    // its window ends in OnEndEdit, the drawing stays as it is.
     int ResetVectorView();
-    // Null, for every name: find parameters through the document's list.
+    // Null for every name: find parameters through the document's list.
     CTextParm* GetTextParmDrawObj(CString name);
     // 0, as set at construction, shows numeric values with one decimal at most; what is stored and edited stays whole.
     void SetNeedShowDecimal(int need);
@@ -38,10 +43,28 @@ public:
     void SendClickNotify(CDrawable* obj);
     // The press at a drawing point: opens an edit or reports. 1 when an object was hit. The flags play no part.
     int DoEditForClicked(unsigned int nFlags, CGePoint2d p);
-    // Ends the edit, if there is one, and stores its text unless a hook refuses it.
-    virtual void DoEndEdit();
+    // Ends the edit, if there is one, and stores its text unless OnAcceptEditData refuses it. Does nothing while a hook
+    // of an end runs.
+    void DoEndEdit() override;
+    // 1 while an edit is open: from the opening of the box to the return of OnEndEdit. 0 as soon as the parameter was
+    // freed.
+    int IsEditOpen() const { return GetEditParm() != nullptr; }
+    // The parameter being edited; null when no edit is open. Owned by the drawing, or by the host.
+    CTextParm* GetEditParm() const { return m_Session.IsParmAlive() ? m_pEditParm : nullptr; }
+    // The text in the box, not stored yet; empty when no edit is open.
+    CString GetEditText() const;
+    // 0, as at first: a text that OnAcceptEditData refuses stays in the open box until Tab, Return or a press on
+    // another parameter opens the next edit, which drops it without a hook; each step of such an action asks the hook
+    // again. Nonzero: the text stays, and the box keeps the focus, whatever the user does, until the hook accepts a
+    // text. Each action asks once, and does nothing else when the text is refused: Tab and Return go nowhere, a press
+    // in the view, or a choice in its menu, has no effect and sends no notification, and no other edit opens. Escape
+    // puts the text back that the edit began with and asks about that. The focus is not taken back from another
+    // top-level window. ResetVectorView, a new drawing and the end of the window close the edit as ever.
+    void SetStrictRefusal(int strict) { m_bStrictRefusal = strict; }
+    int GetStrictRefusal() const { return m_bStrictRefusal; }
 
     // ---- Tooltip ----
+    // Without a window there is none, and these calls do nothing.
 
     // Made on first use, inactive.
     void InitToolTip();
@@ -65,12 +88,14 @@ protected:
     virtual void OnEditChanged(CTextParm* parm, CString oldText, CString newText);
     // Before the text is stored. What newText holds on return is what gets stored.
     virtual void OnEditChanging(CTextParm* parm, CString& oldText, CString& newText);
-    // Validation: 0 keeps the edit open. The library applies no expression of its own.
+    // Validation: 0 refuses the text. It is not stored, and the edit stays open; for how long, SetStrictRefusal says.
+    // The library applies no expression of its own.
     virtual int OnAcceptEditData(CTextParm* parm, CString text);
     // Last, also for an unchanged text and for an edit that ResetVectorView breaks off.
     virtual void OnEndEdit(CTextParm* parm);
     // Opens the next parameter of the document's list that wants an edit box, from the last one on to the first.
-    virtual void OnEditTabDown(CTextParm* current);
+    // `current` is compared only. One that refuses is not skipped: the walk ends at it, with no box open.
+    void OnEditTabDown(CTextParm* current) override;
     // 0 for a parameter of type 4, and when the parent refuses.
     virtual int CanParmEdit(CTextParm* parm);
 
@@ -81,6 +106,7 @@ protected:
 
     // ---- Window messages ----
 
+    afx_msg void OnNcDestroy();
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
@@ -97,41 +123,34 @@ protected:
 
     CInPlaceEdit m_Edit;
     NMVECTORPARM m_Notify = {};
-    CTextParm* m_pEditParm = nullptr; // Not owned; look it up in the document before following it.
+    CTextParm* m_pEditParm = nullptr; // Null when no edit is open. Not owned; GetEditParm tells whether it was freed.
     CToolTipCtrl m_ToolTip;
     CDrawable* m_pTipObject = nullptr; // Where the tooltip last stopped. Compared only.
     int m_bEnableWheel = 1;
 
 private:
-    friend class CInPlaceEdit;
     static constexpr UINT_PTR kTipTool = 1; // The tooltip's one tool.
-
-    // What is known of a parameter before hooks run.
-    struct ParmStanding {
-        const CTextParm* parm = nullptr; // Compared only.
-        unsigned long long generation = 0;
-        bool isListed = false; // Whether it stands in the drawing.
-    };
 
     // The one place that sends.
     void Notify(UINT code);
-    // Compares addresses only, so that a pointer whose object may be gone can be asked about.
-    bool IsInDrawing(const CTextParm* parm);
-    ParmStanding StandingOf(const CTextParm* parm);
-    // Whether the parameter has left the drawing since. One that the host keeps to itself leaves nothing; once it is
-    // seen in the drawing, it is marked as such.
-    bool HasLeft(ParmStanding& standing);
-    // Whether that very edit is still open. Closes it when its parameter has left the drawing.
-    bool ContinueEdit(const CTextParm* parm, unsigned int serial);
+    bool KeepsFocus() const override;
+    // The view takes the focus, by which an open edit ends. False when the view has gone, or a strict refusal keeps the
+    // focus in the box.
+    bool TakeFocus();
+    // Marks the edit of that number as refused.
+    void Refuse(unsigned int edit);
+    // Whether the edit of that number is still open. Closes it when its parameter has gone.
+    bool ContinueEdit(unsigned int edit);
+    // Nothing is stored, no hook is called.
+    void DropEdit();
     void CloseEdit();
-    void CallOnEndEdit(CTextParm* parm);
+    // What a press on a parameter does.
+    void EditOrReport(CTextParm* parm);
     void EditOverText(CTextParm* parm);
     bool IsWithinPick(CDrawable* obj, const CGePoint2d& p);
     bool HasTool();
 
-    HFONT m_hEditFont = nullptr;   // The box's font; owned.
-    unsigned int m_EditSerial = 0; // Counts the edits: one that a hook opened is told from the one that ends.
-    ParmStanding m_EditStanding;   // Of the parameter being edited.
-    bool m_bInEndEdit = false;
-    bool m_bInOnEndEdit = false;
+    HFONT m_hEditFont = nullptr; // The box's font; owned.
+    CParmEditSession m_Session;  // Of the edit on m_pEditParm.
+    int m_bStrictRefusal = 0;
 };

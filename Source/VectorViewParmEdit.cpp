@@ -1,12 +1,12 @@
 // CVectorViewParm: the edit of a parameter, from the press to the store. Layer 10: views and dialogs.
-// Hooks and the parent's answer may change the document at any step: pointers are looked up anew behind each of them.
+// Each hook and each notification may change the document or end the view, and is followed by the question whether they
+// still are what they were.
 
 #include "VectorViewParm.h"
 
 #include "Circle.h"
 #include "Line.h"
 #include "PLine.h"
-#include "ScopedFlag.h"
 #include "TextParm.h"
 #include "Truncate.h"
 
@@ -19,7 +19,7 @@ constexpr short kParmTypeLocked = 4; // Never edited.
 
 // ---- Clicks --------------------------------------------------------------------------------------------------------
 
-// A distance that is no number, from an object without a length, counts as a hit.
+// A distance that is NaN, which an object without a length gives, counts as a hit.
 bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
     const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(p)));
     return !(kPickAperture < pixels);
@@ -34,16 +34,7 @@ int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {
             continue;
         }
         if (auto* parm = DYNAMIC_DOWNCAST(CTextParm, obj)) {
-            ParmStanding standing = StandingOf(parm);
-            DoEndEdit();
-            if (HasLeft(standing)) {
-                return 1;
-            }
-            if (parm->GetNeedEditBox() != 0) {
-                EditOverText(parm);
-            } else {
-                SendClickNotify(parm);
-            }
+            EditOrReport(parm);
             return 1;
         }
         // An arc is a circle. Centre marks, frames and labels are passed over.
@@ -55,6 +46,19 @@ int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {
     }
     SendClickNotify(nullptr);
     return 0;
+}
+
+void CVectorViewParm::EditOrReport(CTextParm* parm) {
+    CWatchedParm watched(parm, m_Alive, &m_Graphic);
+    DoEndEdit();
+    if (watched.HasGone() || KeepsFocus()) {
+        return;
+    }
+    if (parm->GetNeedEditBox() != 0) {
+        EditOverText(parm);
+    } else {
+        SendClickNotify(parm);
+    }
 }
 
 // ---- Opening -------------------------------------------------------------------------------------------------------
@@ -71,21 +75,24 @@ void CVectorViewParm::EditOverText(CTextParm* parm) {
 }
 
 void CVectorViewParm::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, int m, CString text) {
-    ParmStanding standing = StandingOf(parm);
+    if (parm == nullptr) {
+        DoEndEdit();
+        return;
+    }
+    CWatchedParm watched(parm, m_Alive, &m_Graphic);
     DoEndEdit();
-    if (parm == nullptr || HasLeft(standing)) {
+    if (watched.HasGone() || KeepsFocus()) {
         return;
     }
     OnPreEditParm(parm, n, m, text);
-    if (HasLeft(standing) || CanParmEdit(parm) == 0 || HasLeft(standing)) {
+    if (watched.HasGone() || CanParmEdit(parm) == 0 || watched.HasGone()) {
         return;
     }
     CreateInplaceEdit(parm, rect, n);
-    // An edit that was refused its end is overwritten here: its text is lost, and no hook hears of it.
+    // An edit that was refused its end loses its place here: its text is dropped without a hook.
     m_pEditParm = parm;
-    ++m_EditSerial;
-    m_EditStanding = standing;
-    // What the hook did to n, m and text stays with the hook.
+    m_Session.Open(watched);
+    // The values that the hook gave to n, m and text are not used.
     m_Edit.ShowEdit(rect, parm->GetText(), 0, 0, L"");
 }
 
@@ -93,10 +100,11 @@ int CVectorViewParm::CanParmEdit(CTextParm* parm) {
     if (parm->GetParmType() == kParmTypeLocked) {
         return 0;
     }
+    const CKxAliveToken alive(m_Alive);
     m_Notify.pText = parm;
     m_Notify.nKind = kVpkNothing;
     Notify(kVpnQueryEdit);
-    return m_Notify.nKind != kVpkRefused;
+    return alive.IsAlive() && m_Notify.nKind != kVpkRefused;
 }
 
 void CVectorViewParm::CreateInplaceEdit(CTextParm* parm, CRect&, unsigned int) {
@@ -110,7 +118,7 @@ void CVectorViewParm::CreateInplaceEdit(CTextParm* parm, CRect&, unsigned int) {
     CFont font;
     font.Attach(parm->GetFontHandle(&m_CoordTran));
     m_Edit.SetFont(&font, TRUE);
-    // The box keeps using the handle after the CFont has gone. The one before it is free now.
+    // The box uses the handle after the CFont has been destroyed. Nothing uses the handle before it any more.
     const auto before = m_hEditFont;
     m_hEditFont = static_cast<HFONT>(font.Detach());
     if (before != nullptr) {
@@ -120,72 +128,109 @@ void CVectorViewParm::CreateInplaceEdit(CTextParm* parm, CRect&, unsigned int) {
 
 // ---- Ending --------------------------------------------------------------------------------------------------------
 
-bool CVectorViewParm::ContinueEdit(const CTextParm* parm, unsigned int serial) {
-    if (m_pEditParm != parm || m_EditSerial != serial) {
+void CVectorViewParm::DoEndEdit() {
+    using Phase = CParmEditSession::Phase;
+    // In the phases of the hooks: a hook that shows a message box takes the focus from the edit box, which then asks
+    // for its end once more.
+    const Phase phase = m_Session.GetPhase();
+    const unsigned int edit = m_Session.GetNumber();
+    if (m_pEditParm == nullptr || (phase != Phase::Open && phase != Phase::Refused) || !ContinueEdit(edit)) {
+        return;
+    }
+    CTextParm* const parm = m_pEditParm;
+    CString text;
+    m_Edit.GetEditText(text);
+    int accepted = 0;
+    m_Session.SetRefused(false);
+    if (!m_Session.RunHook(Phase::Accepting, m_Alive, [&] { accepted = OnAcceptEditData(parm, text); })) {
+        return;
+    }
+    if (accepted == 0) {
+        Refuse(edit);
+        return;
+    }
+    if (!ContinueEdit(edit)) {
+        return;
+    }
+    // Read again, because the hook may have changed the text in the box.
+    m_Edit.GetEditText(text);
+    CString old = parm->GetText();
+    const auto goesOnAfter = [&](Phase hook, auto call) {
+        return m_Session.RunHook(hook, m_Alive, call) && ContinueEdit(edit);
+    };
+    if (!goesOnAfter(Phase::Storing, [&] { OnEditChanging(parm, old, text); })) {
+        return;
+    }
+    parm->SetText(text);
+    if (goesOnAfter(Phase::Storing, [&] { OnEditChanged(parm, old, text); }) &&
+        goesOnAfter(Phase::Ending, [&] { OnEndEdit(parm); })) {
+        CloseEdit();
+    }
+}
+
+bool CVectorViewParm::ContinueEdit(unsigned int edit) {
+    if (!m_Session.IsOpen(edit)) {
         // A hook has broken the edit off, or opened another one, which stays open.
         return false;
     }
-    if (HasLeft(m_EditStanding)) {
+    if (m_Session.HasParmGone()) {
         CloseEdit();
         return false;
     }
     return true;
 }
 
-void CVectorViewParm::DoEndEdit() {
-    // A hook that shows a message box takes the focus from the edit box, which then asks for its end once more.
-    if (m_pEditParm == nullptr || m_bInEndEdit) {
+void CVectorViewParm::Refuse(unsigned int edit) {
+    if (!m_Session.IsOpen(edit)) {
         return;
     }
-    CScopedFlag ending(m_bInEndEdit);
-    CTextParm* const parm = m_pEditParm;
-    const unsigned int serial = m_EditSerial;
-    CString text;
-    m_Edit.GetEditText(text);
-    if (!ContinueEdit(parm, serial) || OnAcceptEditData(parm, text) == 0 || !ContinueEdit(parm, serial)) {
-        return;
-    }
-    // Once more: the hook may have changed the box itself.
-    m_Edit.GetEditText(text);
-    CString old = parm->GetText();
-    OnEditChanging(parm, old, text);
-    if (!ContinueEdit(parm, serial)) {
-        return;
-    }
-    parm->SetText(text);
-    OnEditChanged(parm, old, text);
-    if (!ContinueEdit(parm, serial)) {
-        return;
-    }
-    CallOnEndEdit(parm);
-    if (m_pEditParm == parm && m_EditSerial == serial) {
-        CloseEdit();
+    m_Session.SetRefused(true);
+    const HWND box = m_Edit.GetSafeHwnd();
+    if (m_bStrictRefusal != 0 && ::IsWindowVisible(box) && ::GetFocus() != box &&
+        ::GetActiveWindow() == ::GetAncestor(box, GA_ROOT)) {
+        // In the phase of the question: another window that answers by taking the focus back asks for no second end.
+        m_Session.RunHook(CParmEditSession::Phase::Accepting, m_Alive, [&] { ::SetFocus(box); });
     }
 }
 
-void CVectorViewParm::CallOnEndEdit(CTextParm* parm) {
-    // A hook that resets the view would be called by that again, without end.
-    if (m_bInOnEndEdit) {
-        return;
+bool CVectorViewParm::KeepsFocus() const {
+    return m_bStrictRefusal != 0 && m_Session.GetPhase() == CParmEditSession::Phase::Refused;
+}
+
+bool CVectorViewParm::TakeFocus() {
+    const CKxAliveToken alive(m_Alive);
+    if (m_bStrictRefusal != 0) {
+        // Asked before the focus moves, so that a refused text is asked about once and its box keeps the focus.
+        DoEndEdit();
+        if (!alive.IsAlive() || KeepsFocus()) {
+            return false;
+        }
     }
-    CScopedFlag calling(m_bInOnEndEdit);
-    OnEndEdit(parm);
+    SetFocus();
+    return alive.IsAlive();
+}
+
+void CVectorViewParm::DropEdit() {
+    m_pEditParm = nullptr;
+    m_Session.Close();
+    m_Edit.EndEdit();
 }
 
 void CVectorViewParm::CloseEdit() {
-    m_pEditParm = nullptr;
-    if (m_Edit.GetSafeHwnd() != nullptr) {
-        m_Edit.EndEdit();
-    }
-    if (m_hWnd != nullptr) {
+    const CKxAliveToken alive(m_Alive);
+    DropEdit();
+    if (alive.IsAlive() && m_hWnd != nullptr) {
         ::InvalidateRect(m_hWnd, nullptr, TRUE);
     }
+}
+
+CString CVectorViewParm::GetEditText() const {
+    return IsEditOpen() != 0 ? m_Edit.GetShownText() : CString();
 }
 
 // ---- Walking -------------------------------------------------------------------------------------------------------
 
 void CVectorViewParm::OnEditTabDown(CTextParm* current) {
-    // `current` is compared only: the end of its edit may have removed it.
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     CTextParm* first = nullptr;
     bool found = false;
@@ -203,7 +248,6 @@ void CVectorViewParm::OnEditTabDown(CTextParm* current) {
             continue;
         }
         if (parm->GetNeedEditBox() != 0) {
-            // One that refuses is not skipped: the walk ends at it, with no box open.
             EditOverText(parm);
             return;
         }

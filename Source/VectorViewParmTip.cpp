@@ -1,5 +1,5 @@
 // CVectorViewParm: the tooltip with the description of the parameter under the mouse. Layer 10: views and dialogs.
-// Without a window to stand in there is no tooltip, and nothing here does anything.
+// A view without a window has no tooltip, and the functions here do nothing.
 
 #include "VectorViewParm.h"
 

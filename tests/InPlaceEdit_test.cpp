@@ -193,7 +193,7 @@ TEST_F(InPlaceEdit, AWidthThatIsNoPixelWrapsAroundAndTheEditGoesOn) {
     }
 }
 
-TEST_F(InPlaceEdit, SoFarInThatTheTextLeavesAllPixelsTheEditOpensAndStores) {
+TEST_F(InPlaceEdit, AtAZoomThatPutsTheEdgesOfTheTextBeyondAllPixelsTheEditOpensAndEnds) {
     Three();
     CVectorViewCoordTran& tran = *view.GetVectorViewCoordTran();
     tran.SetScale(1e-9f);
@@ -291,7 +291,7 @@ TEST_F(InPlaceEdit, ControlVPastesAndTheBoxGrows) {
     EXPECT_EQ(wide < 450 ? wide : 450, view.Edit().GetEditRect().Width());
 }
 
-TEST_F(InPlaceEdit, TheMessagesOfTheClipboardWorkToo) {
+TEST_F(InPlaceEdit, TheClipboardMessagesCopyCutAndClear) {
     OpenWith(L"1234");
     SetClipboard(L"before");
     SelectInBox(0, 2);
@@ -428,7 +428,7 @@ TEST_F(InPlaceEdit, ShowEditPlacesTheCaretByItsKey) {
     EXPECT_EQ(L"12", a->GetText());
 }
 
-TEST_F(InPlaceEdit, EndEditHidesAndForgets) {
+TEST_F(InPlaceEdit, EndEditHidesTheBoxAndDropsItsParameter) {
     OpenWith(L"12");
     view.onAccept = [](CTextParm*, const CString&) { return 0; };
     view.Edit().EndEdit();
@@ -436,7 +436,7 @@ TEST_F(InPlaceEdit, EndEditHidesAndForgets) {
     EXPECT_EQ(nullptr, view.Edit().GetTextParm());
 }
 
-TEST_F(InPlaceEdit, TheUnusedOperationsDoAlmostNothing) {
+TEST_F(InPlaceEdit, TheOperationsThatNothingCallsGiveTheirFixedAnswers) {
     CInPlaceEdit& box = view.Edit();
     EXPECT_EQ(1, box.CheckText(L"abc"));
     EXPECT_EQ(L"abc", box.FormatText(L"abc"));
@@ -447,7 +447,7 @@ TEST_F(InPlaceEdit, TheUnusedOperationsDoAlmostNothing) {
     EXPECT_EQ(L"345", BoxText());
 }
 
-TEST_F(InPlaceEdit, ABoxWithoutAWindowIsQuietlyPassedOver) {
+TEST_F(InPlaceEdit, CallsOfABoxWithoutAWindowDoNothing) {
     CInPlaceEdit box;
     CWnd nowhere;
     EXPECT_EQ(0, box.Create(nullptr, nullptr, 1));
@@ -461,7 +461,7 @@ TEST_F(InPlaceEdit, ABoxWithoutAWindowIsQuietlyPassedOver) {
     box.EndEdit();
 }
 
-TEST_F(InPlaceEdit, ANullFontIsTheSystems) {
+TEST_F(InPlaceEdit, ANullFontSelectsTheSystemFont) {
     OpenWith(L"12");
     view.Edit().SetFont(nullptr, FALSE);
     EXPECT_EQ(0, view.Edit().SendMessage(WM_GETFONT));
@@ -516,7 +516,7 @@ TEST_F(LoneBox, CallsNobody) {
 
 // ---- The box that opens by a key -----------------------------------------------------------------------------------
 
-TEST_F(InPlaceEdit, OpenedByAKeyItTreatsTheKey) {
+TEST_F(InPlaceEdit, OpenedByAKeyItSelectsOrTypesByThatKey) {
     const struct {
         UINT key;
         const wchar_t* text;

@@ -65,7 +65,7 @@ TEST_F(ParmClicks, EachKindHasItsNumberAndItsField) {
     Click(parm);
     EXPECT_EQ(Events{"click 5 P"}, Take());
     EXPECT_EQ(parm, parent.last.pText);
-    // Of nothing: the text goes, the other fields keep what they had.
+    // A press on nothing sets the text to null; the other fields keep their values.
     Click(450, 200);
     EXPECT_EQ(Events{"click 0"}, Take());
     EXPECT_EQ(nullptr, parent.last.pText);
@@ -178,7 +178,7 @@ TEST_F(ParmClicks, TheWheelZoomsOnlyWhileItIsEnabledByOne) {
     EXPECT_FLOAT_EQ(0.64f, wheel());
 }
 
-TEST_F(ParmClicks, AWheelThatIsOffReachesTheParent) {
+TEST_F(ParmClicks, AWheelMessageReachesTheParentWhileTheWheelIsDisabled) {
     view.EnableWheel(0);
     view.AddLine(CGePoint2d(0, 0), CGePoint2d(400, 200), kColor, 1);
     EXPECT_EQ(0, view.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -240), MAKELPARAM(100, 100)));
@@ -211,7 +211,7 @@ TEST_F(ParmClicks, AMoveReachesTheTooltipBeforeTheBase) {
     EXPECT_EQ(parm, seen);
 }
 
-TEST_F(ParmClicks, AKindWithoutANumberIsToldAsNothing) {
+TEST_F(ParmClicks, AnObjectOfAKindWithoutANumberIsReportedAsNothing) {
     view.SendClickNotify(view.AddText(CGePoint2d(50, 150), L"T", 0, kColor, 20.0, 1, 0));
     view.SendClickNotify(view.AddCenterPoint(CGePoint2d(100, 200), L"", L"", kColor, 0));
     EXPECT_EQ((Events{"click 6 T", "click 0"}), Take());
@@ -297,7 +297,7 @@ TEST_F(ParmMenu, TheSecondItemChosenByKeyStartsThePan) {
     EXPECT_EQ(1, view.GetCommandOperationManager()->GetHasCommand());
     EXPECT_TRUE(HasFocus(view));
     EXPECT_EQ(1.0f, view.GetVectorViewCoordTran()->GetScale());
-    // Drags of the left button pan; the right button ends it, behind the menu that it opens first.
+    // Drags of the left button pan. The right button opens the menu first and then ends the pan.
     ::PostMessage(view.m_hWnd, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(200, 100));
     ::PostMessage(view.m_hWnd, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(210, 100));
     Pump();
@@ -310,7 +310,7 @@ TEST_F(ParmMenu, TheSecondItemChosenByKeyStartsThePan) {
 TEST_F(ParmMenu, TheCursorOfThePanShowsAtOnce) {
     const HCURSOR arrow = ::LoadCursor(nullptr, IDC_ARROW);
     ::SetCursor(arrow);
-    // Sent, with nothing handled behind it: no move of the mouse could set the cursor.
+    // Sent, and no message is handled after it, so that no move of the mouse can have set the cursor.
     view.SendMessage(WM_COMMAND, 32791, 0);
     const HCURSOR shown = ::GetCursor();
     EXPECT_NE(nullptr, shown);
@@ -331,7 +331,7 @@ TEST_F(ParmMenu, EscapeChoosesNothing) {
     EXPECT_EQ(0, view.GetCommandOperationManager()->GetHasCommand());
 }
 
-TEST_F(ParmMenu, ChoosingEndsAnEditByTheFocus) {
+TEST_F(ParmMenu, ChoosingAnItemEndsAnOpenEdit) {
     Three();
     Click(a);
     Type(L"7");

@@ -45,7 +45,7 @@ TEST_F(MisbehavingHost, ATabFromADeletedParameterWrapsToTheFirst) {
     ExpectOpenOn(b, L"20");
 }
 
-TEST_F(MisbehavingHost, AParameterThatOnlyLeftTheListIsLeftAlone) {
+TEST_F(MisbehavingHost, AParameterThatWasOnlyTakenOutOfTheDrawingIsNotChanged) {
     EditA();
     view.GetDocument()->DeleteObject(a);
     view.DoEndEdit();
@@ -118,7 +118,7 @@ TEST_F(MisbehavingHost, RefusingAndDeletingAtOnceLeavesABoxThatClosesAtTheNextEn
 TEST_F(MisbehavingHost, AnotherKindOfObjectAtTheSameAddressIsNotTakenForTheParameter) {
     EditA();
     CDrawableArray* objs = view.GetDocument()->GetDrawableObjs();
-    // Whatever the heap does: a line stands in the list under that very address.
+    // Made in place, so that a line is in the list at that address.
     const auto at = reinterpret_cast<void*>(a);
     view.GetDocument()->DeleteObject(a);
     CKXMemoryManager::Instance()->RemoveMemoryInfo(a, __FILE__, __LINE__);
@@ -264,7 +264,7 @@ TEST_F(MisbehavingHost, AMessageBoxInOnAcceptEditDataAsksOnce) {
     }
 }
 
-TEST_F(MisbehavingHost, EndingTheEditInsideOnAcceptEditDataIsNoRecursion) {
+TEST_F(MisbehavingHost, EndingTheEditInsideOnAcceptEditDataIsIgnored) {
     EditA();
     view.onAccept = [&](CTextParm*, const CString&) {
         view.DoEndEdit();
@@ -333,7 +333,7 @@ TEST_F(MisbehavingHost, TheSameParameterOpenedAgainInTheLastHookStaysOpen) {
     ExpectOpenOn(a, L"7");
 }
 
-TEST_F(MisbehavingHost, TheSameParameterOpenedAgainBehindTheStoreStaysOpen) {
+TEST_F(MisbehavingHost, TheSameParameterOpenedAgainAfterTheStoreStaysOpen) {
     EditA();
     int times = 0;
     view.onChanged = [&](CTextParm* parm) {
@@ -373,8 +373,8 @@ TEST_F(MisbehavingHost, RemovingEverythingDuringAWalkIsSurvived) {
 
 // ---- A new drawing under the edit ----------------------------------------------------------------------------------
 
-// The ways in which a host empties the drawing behind the view's back. Whatever the heap does, a new parameter then
-// stands at the address of an old one.
+// The ways in which a host frees objects without a call to the view. A new parameter is then made in place, at the
+// address of an old one.
 struct NewDrawing : MisbehavingHost {
     std::vector<BYTE> bytes; // A stored drawing.
     CTextParm* made = nullptr;
@@ -388,8 +388,10 @@ struct NewDrawing : MisbehavingHost {
         view.GetDocument()->OpenDocument(file);
     }
     void ByLoadFile() { view.LoadFile(bytes.data(), static_cast<unsigned int>(bytes.size())); }
+    // The host frees the one object alone.
+    void ByNothing() {}
     static constexpr Way kWays[] = {&NewDrawing::ByReset, &NewDrawing::ByBytes, &NewDrawing::ByFile,
-                                    &NewDrawing::ByLoadFile};
+                                    &NewDrawing::ByLoadFile, &NewDrawing::ByNothing};
 
     void Replace(CTextParm* old, Way way) {
         view.GetDocument()->DeleteObject(old);
@@ -453,7 +455,7 @@ TEST_F(NewDrawing, InsideEachHookOfAnEndTheEditClosesThere) {
             bytes = Store();
             ReplaceIn(hook, [=] { Replace(a, way); });
             other.SetFocus();
-            // Up to the hook itself, and none behind it.
+            // Up to the hook itself, and none after it.
             expected.push_back(storedA[expected.size()]);
             EXPECT_EQ(expected, Take());
             ExpectClosedAndNothingStored();
@@ -477,7 +479,7 @@ TEST_F(NewDrawing, BeforeTheBoxOpensItOpensNothing) {
     }
 }
 
-TEST_F(NewDrawing, AtTheEndOfTheEditBeforeItTheNextOneDoesNotOpen) {
+TEST_F(NewDrawing, AtTheEndOfAnEditTheOneThatWasToFollowDoesNotOpen) {
     for (const Way way : kWays) {
         for (const bool clicked : {true, false}) {
             EditA();
@@ -562,7 +564,25 @@ TEST_F(MisbehavingHost, AParameterOutsideTheDrawingIsEditedLikeAnyOther) {
     EXPECT_EQ(Events{"end H"}, Take());
 }
 
-TEST_F(MisbehavingHost, AParameterThatCameIntoTheDrawingInTheEditAndLeftItAgainHasLeft) {
+TEST_F(MisbehavingHost, AParameterOutsideTheDrawingThatIsFreedStoresNothing) {
+    for (const bool reset : {false, true}) {
+        auto* own = new CTextParm;
+        own->SetParmName(L"H");
+        own->SetText(L"5");
+        view.EditAt(own, CRect(10, 10, 90, 40));
+        Take();
+        delete own;
+        if (reset) {
+            view.ResetVectorView();
+        } else {
+            view.DoEndEdit();
+        }
+        EXPECT_EQ(Events{}, Take());
+        ExpectClosed();
+    }
+}
+
+TEST_F(MisbehavingHost, AParameterAddedToTheDrawingDuringTheEditAndTakenOutAgainIsNotChanged) {
     CTextParm own;
     own.SetParmName(L"H");
     own.SetText(L"5");
@@ -585,7 +605,7 @@ TEST_F(MisbehavingHost, EditingNoParameterIsNothing) {
     ExpectClosed();
 }
 
-// ---- The view goes -------------------------------------------------------------------------------------------------
+// ---- The view is deleted -------------------------------------------------------------------------------------------
 
 TEST_F(MisbehavingHost, DeletingAViewInTheMiddleOfAnEditCallsNoHook) {
     Events lines;

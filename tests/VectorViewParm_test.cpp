@@ -172,16 +172,42 @@ TEST_F(VectorViewParm, TabSentToTheBoxDoesTheSame) {
     ExpectOpenOn(b, L"20");
 }
 
-TEST_F(VectorViewParm, TabInALoopWithoutTranslationEndsTheNextEditByItsCharacter) {
+TEST_F(VectorViewParm, TabInALoopWithoutTranslationOpensTheNextOneAndItsCharacterIsIgnored) {
     EditA();
     Key(VK_TAB, false);
-    EXPECT_EQ((storedA + Events{"tab"} + openB + Events{"accept B 20", "changing B 20>20", "changed B 20>20", "end B"}),
-              Take());
+    EXPECT_EQ(storedA + Events{"tab"} + openB, Take());
+    ExpectOpenOn(b, L"20");
+    EXPECT_TRUE(HasFocus(view.Edit()));
+    // Once more, from a box that a Tab has opened.
+    Key(VK_TAB, false);
+    ExpectOpenOn(c, L"30");
+    // A character that follows no key ends the edit.
+    Take();
+    view.Edit().SendMessage(WM_CHAR, VK_TAB, 1);
+    EXPECT_EQ((Events{"accept C 30", "changing C 30>30", "changed C 30>30", "end C"}), Take());
     ExpectClosed();
     EXPECT_TRUE(HasFocus(view));
 }
 
-TEST_F(VectorViewParm, ReturnThroughTheLoopIsATab) {
+TEST_F(VectorViewParm, TheCharacterOfATabThatOpensNothingGivesTheViewTheFocus) {
+    EditA();
+    parent.onNotify = [](NMVECTORPARM* record) { record->nKind = -1; };
+    Key(VK_TAB, false);
+    EXPECT_EQ(storedA + Events{"tab"} + openB, Take());
+    ExpectClosed();
+    EXPECT_TRUE(HasFocus(view));
+    EXPECT_EQ(static_cast<unsigned>(VK_TAB), view.Edit().GetLastKey());
+}
+
+TEST_F(VectorViewParm, TheCharacterOfATabThroughTheLoopIsNotWaitedFor) {
+    EditA();
+    Key(VK_TAB);
+    Take();
+    view.Edit().SendMessage(WM_CHAR, VK_TAB, 1);
+    EXPECT_EQ((Events{"accept B 20", "changing B 20>20", "changed B 20>20", "end B"}), Take());
+}
+
+TEST_F(VectorViewParm, ReturnThroughTheLoopOpensTheNextOneLikeTab) {
     EditA();
     Key(VK_RETURN);
     EXPECT_EQ(storedA + Events{"tab"} + openB, Take());
@@ -220,7 +246,7 @@ TEST_F(VectorViewParm, LosingTheFocusStores) {
     EXPECT_TRUE(HasFocus(other));
 }
 
-TEST_F(VectorViewParm, AClickOnEmptySpaceStoresFirstAndIsReportedThen) {
+TEST_F(VectorViewParm, AClickOnEmptySpaceStoresTheTextBeforeItIsReported) {
     EditA();
     Click(450, 20);
     EXPECT_EQ((storedA + Events{"click 0"}), Take());
@@ -245,7 +271,7 @@ TEST_F(VectorViewParm, AClickOnALineStoresAndReportsIt) {
     ExpectClosed();
 }
 
-TEST_F(VectorViewParm, AClickIntoTheBoxIsTheBoxesOwn) {
+TEST_F(VectorViewParm, AClickIntoTheBoxGoesToTheBoxAlone) {
     EditA();
     Click(a);
     EXPECT_EQ(Events{}, Take());
@@ -415,7 +441,7 @@ TEST_F(Refusal, KeepsTheBoxOpenAndStoresNothing) {
     EXPECT_TRUE(HasFocus(view.Edit()));
 }
 
-TEST_F(Refusal, OnEscapeTheOldTextStandsInTheOpenBoxAndIsOfferedAgain) {
+TEST_F(Refusal, OnEscapeTheOldTextIsPutIntoTheOpenBoxAndOfferedAgain) {
     Refuse();
     Key(VK_ESCAPE);
     // Once for the key, once for the focus that goes to the view.
@@ -426,7 +452,7 @@ TEST_F(Refusal, OnEscapeTheOldTextStandsInTheOpenBoxAndIsOfferedAgain) {
     EXPECT_EQ((Events{"accept A 10", "changing A 10>10", "changed A 10>10", "end A"}), Take());
 }
 
-TEST_F(Refusal, OfAnEscapeALaterLossOfFocusOffersTheTextAgain) {
+TEST_F(Refusal, AfterARefusedEscapeTheLossOfFocusOffersTheTextAgain) {
     Refuse();
     Key(VK_ESCAPE);
     Take();
@@ -480,7 +506,7 @@ TEST_F(Refusal, AClickOnEmptySpaceLeavesTheBoxOpen) {
     ExpectOpenOn(a, L"7");
 }
 
-TEST_F(Refusal, ByTheParentOnATabEndsTheWalkWithNoBox) {
+TEST_F(Refusal, ByTheParentOnATabOpensNoBox) {
     EditA();
     parent.onNotify = [this](NMVECTORPARM* record) { record->nKind = record->pText == b ? -1 : 0; };
     Key(VK_TAB);
@@ -496,6 +522,55 @@ TEST_F(Refusal, AResetClosesABoxThatWasRefused) {
     view.ResetVectorView();
     EXPECT_EQ(Events{"end A"}, Take());
     ExpectClosed();
+}
+
+// ---- Questions -----------------------------------------------------------------------------------------------------
+
+TEST_F(VectorViewParm, TellsWhetherAnEditIsOpenOnWhichParameterAndWithWhichText) {
+    const CVectorViewParm& asked = view;
+    const auto expect = [&](int open, const CTextParm* parm, const wchar_t* text) {
+        EXPECT_EQ(open, asked.IsEditOpen());
+        EXPECT_EQ(parm, asked.GetEditParm());
+        EXPECT_EQ(text, asked.GetEditText());
+    };
+    Three();
+    expect(0, nullptr, L"");
+    view.onPre = [&](CTextParm*) { expect(0, nullptr, L""); };
+    Click(a);
+    expect(1, a, L"10");
+    Type(L"7");
+    expect(1, a, L"7");
+    view.onAccept = [&](CTextParm*, const CString&) {
+        expect(1, a, L"7");
+        return 0;
+    };
+    other.SetFocus();
+    expect(1, a, L"7");
+    view.onAccept = nullptr;
+    view.onPre = nullptr;
+    view.onEnd = [&](CTextParm*) { expect(1, a, L"7"); };
+    view.DoEndEdit();
+    expect(0, nullptr, L"");
+}
+
+TEST_F(VectorViewParm, NoEditIsOpenOnAParameterThatWasFreed) {
+    EditA();
+    view.GetDocument()->Reset();
+    EXPECT_EQ(0, view.IsEditOpen());
+    EXPECT_EQ(nullptr, view.GetEditParm());
+    EXPECT_EQ(L"", view.GetEditText());
+}
+
+TEST(VectorViewParmAlone, TellsOfAnEditWithoutAWindow) {
+    ParmView view;
+    auto* parm = static_cast<CTextParm*>(view.AddParmText(CGePoint2d(10, 10), L"5", L"P", 0, kColor, 20.0, 1));
+    view.EditAt(parm, CRect(0, 0, 10, 10));
+    EXPECT_EQ(parm, view.GetEditParm());
+    EXPECT_EQ(L"5", view.GetEditText());
+    view.DoEndEdit();
+    EXPECT_EQ(nullptr, view.GetEditParm());
+    EXPECT_EQ(L"", view.GetEditText());
+    EXPECT_EQ(nullptr, view.Edit().GetTextParm());
 }
 
 // ---- The hooks' say ------------------------------------------------------------------------------------------------
@@ -577,7 +652,7 @@ TEST_F(VectorViewParm, WithNoParameterAtAllTheWalkOpensNothing) {
     ExpectClosed();
 }
 
-TEST_F(VectorViewParm, AWalkFromNowhereOpensTheFirst) {
+TEST_F(VectorViewParm, AWalkFromNoParameterOpensTheFirst) {
     Three();
     view.Walk(nullptr);
     EXPECT_EQ((Events{"tab", "pre A", "query A"}), Take());
@@ -592,7 +667,7 @@ TEST_F(VectorViewParm, AWalkFromAParameterWithoutABoxBeforeTheFirstOpensTheFirst
     ExpectOpenOn(b, L"20");
 }
 
-TEST_F(VectorViewParm, AWalkFromAParameterWithoutABoxBehindTheFirstGoesOn) {
+TEST_F(VectorViewParm, AWalkFromAParameterWithoutABoxAfterTheFirstOpensTheNextOne) {
     Three();
     b->SetNeedEditBox(0);
     view.Walk(b);
@@ -619,7 +694,7 @@ TEST_F(VectorViewParm, AThousandParametersAreWalkedByTabAlone) {
 
 // ---- Looking up ----------------------------------------------------------------------------------------------------
 
-TEST_F(VectorViewParm, NoParameterIsFoundByAnyName) {
+TEST_F(VectorViewParm, GetTextParmDrawObjFindsNoParameterByAnyName) {
     Three();
     EXPECT_EQ(nullptr, view.GetTextParmDrawObj(L"A"));
     EXPECT_EQ(nullptr, view.GetTextParmDrawObj(L"a"));
