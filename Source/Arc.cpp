@@ -18,6 +18,7 @@ constexpr double kInLine = 1e-15;
 // other units, a double, would move the limits of the extent's test.
 constexpr float kQuadrantStep = 1.5707964f;
 
+// Compatibility 46: an arc's width falls to zero.
 // An arc that is zoomed out takes the pen of width 0, GDI's thinnest, where the other kinds have a
 // pen of one pixel.
 constexpr float kThinnestPen = 0.0f;

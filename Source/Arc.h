@@ -5,6 +5,7 @@
 #include "Circle.h"
 
 // Runs anticlockwise (y up) from the start angle to the end angle. With a start above the end it crosses angle 0.
+// Compatibility 28: an arc is hit on its whole circle.
 class NRVECTORVIEW_API CArc : public CCircle {
     DECLARE_SERIAL(CArc)
 public:

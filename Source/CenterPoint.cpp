@@ -109,6 +109,7 @@ void CCenterPoint::SetProperty(CDrawableProperty& list) {
 
 // A failure is reported under the name of the circle's Draw.
 void CCenterPoint::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    // Compatibility 50: a failed mark reports the name of the circle's `Draw`.
     DrawInFrame(pDC, pGeom, L"CCircle::Draw", L"3", [&](LPCTSTR& stage) {
         if (!IsToBeDrawn()) {
             return false;

@@ -13,6 +13,7 @@ enum Grip { kGripCenter = 0, kGripRight = 1, kGripTop = 2, kGripLeft = 3, kGripB
 
 // The stock object selected for a filled circle is a palette, which no context takes as a brush. The
 // selection fails without a message, and the circle is filled with the brush that is in the context already.
+// Compatibility 43: a filled circle takes whatever brush is selected.
 constexpr int kStockFilled = DEFAULT_PALETTE;
 
 } // namespace
@@ -109,6 +110,7 @@ void CCircle::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeText(list, L"m_strParmName", m_strParmName);
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
     // Only the low byte of the lock is taken back, so 256 unlocks.
+    // Compatibility 44: the lock's row takes only the low byte.
     PropertyRows::TakeLowByte(list, L"m_LockObjZoom", m_LockMode);
 }
 

@@ -95,6 +95,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
 CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned int nFlags, CGePoint2d point) {
     const CEventScope scope(m_Events);
     point = ToDrawing(point);
+    // Compatibility 5: a release snaps by the manager's own search.
     // The manager's own search, in its own mode, and not the tool's, unlike at a press.
     CGePoint2d hit;
     if (GetGripPoint(point, hit) != 0) {
@@ -145,6 +146,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned in
 CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned int nFlags, short zDelta,
                                                                       CGePoint2d point) {
     const CEventScope scope(m_Events);
+    // Compatibility 6: a preview jumps by the window's place at a wheel message.
     // The wheel's point comes in screen coordinates and is taken for client pixels: previews jump by the window's place
     // on the screen until the next move.
     point = ToDrawing(point);

@@ -96,6 +96,7 @@ void CCommandOperationOffset::KeepFormerState() {
 
 CPLine* CCommandOperationOffset::TwoVertexPolyline() {
     CPLine* line = DYNAMIC_DOWNCAST(CPLine, m_pObject);
+    // Compatibility 21: only a polyline of two vertices is moved.
     return line != nullptr && line->GetPointList()->GetSize() == 2 ? line : nullptr;
 }
 

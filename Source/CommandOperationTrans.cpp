@@ -49,6 +49,7 @@ CCommandOperation::ResultState CCommandOperationTrans::OnMouseMove(unsigned int 
     return RS_Continue;
 }
 
+// Compatibility 19: the right button before the base point raises an exception.
 CCommandOperation::ResultState CCommandOperationTrans::OnRButtonDown(unsigned int, CGePoint2d) {
     // Before the base point the memory is empty, and with a selection reading it raises CArchiveException: nothing here
     // catches that, and the tool stays the running one.

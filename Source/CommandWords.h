@@ -6,8 +6,9 @@
 #include "CommandOperation.h"
 
 enum class CommandRunning {
-    Installed,    // Becomes the running tool.
-    AtOnce,       // Executed and freed; the running tool stays.
+    Installed, // Becomes the running tool.
+    AtOnce,    // Executed and freed; the running tool stays.
+    // Compatibility 11: "rotatetext" is neither installed nor freed.
     AtOnceAndKept // Executed and neither installed nor freed: "rotatetext" stays allocated.
 };
 

@@ -62,6 +62,7 @@ CGraphicDocument::~CGraphicDocument() {
 
 // ---- Lists and queries ---------------------------------------------------------------------------------------------
 
+// Compatibility 62: a first object without an extent stretches the box to the origin.
 int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
     if (m_DrawableObjs.IsEmpty()) {
         return 0;

@@ -148,6 +148,7 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
     return 1;
 }
 
+// Compatibility 64: a damaged stream counts as loaded.
 int CGraphicDocument::OpenDocument(void* data, unsigned int size) {
     if (data == nullptr || size == 0) {
         return 0;
@@ -159,6 +160,7 @@ int CGraphicDocument::OpenDocument(void* data, unsigned int size) {
     return result;
 }
 
+// Compatibility 63: opening by the dialog adds to the drawing.
 int CGraphicDocument::OpenDocument() {
     CString name;
     if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0) {

@@ -23,6 +23,7 @@ namespace {
 constexpr DWORD kBoxStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
 
 // Pixels up to which the window grows with its text; a longer text scrolls inside.
+// Compatibility 71: the box grows on beyond 200 pixels without its window.
 constexpr int kWidestGrown = 200;
 
 // A stored parameter may have any width and height; edges that are no pixel are at INT_MIN.
@@ -274,6 +275,7 @@ void CInPlaceEdit::OnChar(UINT nChar, UINT, UINT) {
     }
     switch (nChar) {
     case VK_ESCAPE:
+        // Compatibility 70: Escape stores.
         // The text with which the edit began is stored; every hook runs as for any other end.
         SetWindowText(m_InitText);
         if (!alive.IsAlive()) {

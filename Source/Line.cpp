@@ -41,6 +41,7 @@ float CLine::HitTest(CGePoint2d p) {
     return std::fabs(DistanceLine(GetStartPoint(), GetEndPoint(), p));
 }
 
+// Compatibility 9: a perpendicular is dropped on the infinite line.
 int CLine::GetClosetPt(CGePoint2d p, CGePointArray& out) {
     CGePoint2d foot = PerpendicularFoot(GetStartPoint(), GetEndPoint(), p);
     out.Add(foot);

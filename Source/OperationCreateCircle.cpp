@@ -28,6 +28,7 @@ void COperationCreateCircle::Cancel() {
     DiscardCurrentObject();
 }
 
+// Compatibility 16: the second click does not set the radius.
 CCommandOperation::ResultState COperationCreateCircle::OnLButtonDown(unsigned int, CGePoint2d point) {
     if (m_ClickCount == 0) {
         m_CenterPoint = point;
@@ -62,6 +63,7 @@ CCommandOperation::ResultState COperationCreateCircle::OnMouseMove(unsigned int 
     return RS_Continue;
 }
 
+// Compatibility 17: a circle that is broken off leaves its pixels.
 CCommandOperation::ResultState COperationCreateCircle::OnRButtonDown(unsigned int, CGePoint2d) {
     if (m_ClickCount >= 1) {
         Cancel();

@@ -13,6 +13,7 @@ class NRVECTORVIEW_API CSerialable : public CObject {
 public:
     CSerialable() = default;
 
+    // Compatibility 34: rounding to one decimal gives whole numbers.
     // The nearest integer to x, halves upwards, for d = 0, which all callers pass. For a d above 0 the fraction is
     // first rounded to d decimals, and the result is the whole part: GetNear(2.96, 1) is 3, GetNear(2.94, 1) is 2. A
     // negative d raises the processor's exception for an integer division by zero.

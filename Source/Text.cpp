@@ -136,6 +136,7 @@ void CText::GetProperty(CDrawableProperty& list) {
     PropertyRows::AddFloat(list, L"m_TextHeight", L"文字宽高比", m_TextRatio);
 }
 
+// Compatibility 51: an edit of the ratio changes nothing.
 void CText::SetProperty(CDrawableProperty& list) {
     CDrawable::SetProperty(list);
     PropertyRows::TakeDouble(list, L"m_StartX", m_StartX);

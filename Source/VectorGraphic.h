@@ -55,6 +55,7 @@ protected:
     void ZoomAll_ByPixs(CRect rc);
     void ZoomAll_ByPrecent(CRect rc);
     int IsNumeric(const CString& s);
+    // Compatibility 60: a value that comes out as zero is shown as nothing.
     // The value rounded half up to `decimals`; a value that comes out as zero is the empty string.
     CString CStr(double value, int decimals);
     bool Pow(double base, int n, double& result);

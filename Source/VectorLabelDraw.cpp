@@ -94,10 +94,13 @@ void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
 
 } // namespace
 
+// Compatibility 53: a hidden label draws and can't be hit.
 // A hidden label is drawn, although it can't be hit.
+// Compatibility 56: a dragged label is masked, not inverted.
 // A dragged label is drawn with R2_MASKPENNOT, so that a second drawing does not erase it.
 // A failure is reported under the name of the line's Draw.
 void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    // Compatibility 52: a failed label reports the name of the line's `Draw`.
     DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
         if (m_IsDelete != 0) {
             return false;
@@ -160,6 +163,7 @@ void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p
     LineTo(pDC, q4);
     LineTo(pDC, q3);
     LineTo(pDC, q1);
+    // Compatibility 55: the inside of a tick is white.
     // The inside is white; only the outline has the colour of the pen.
     CRgn region;
     MakeBar(pDC, region, {q1, q2, q4, q3});
@@ -204,6 +208,7 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
     m_LabelText.SetText(figure);
     m_LabelText.SetPos(m);
     m_LabelText.SetTextHeight(kFigureHeight);
+    // Compatibility 54: the figure has the stored colour.
     // The stored colour, so that the figure of a label by layer is not in the layer's colour.
     m_LabelText.SetPenColor(m_PenColor);
     m_LabelText.Draw(pDC, pGeom);

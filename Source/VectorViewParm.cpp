@@ -97,6 +97,7 @@ int CVectorViewParm::ResetVectorView() {
     return 1;
 }
 
+// Compatibility 67: no parameter is found by its name.
 CTextParm* CVectorViewParm::GetTextParmDrawObj(CString name) {
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {

@@ -217,6 +217,7 @@ void CVectorView::OnNcDestroy() {
     CWnd::OnNcDestroy();
 }
 
+// Compatibility 3: resizing leaves the mapping alone.
 void CVectorView::OnSize(UINT, int, int) {
     // The mapping keeps its old screen size until the next fit: the host calls ZoomAll when it wants one.
     Default();
@@ -270,6 +271,7 @@ LRESULT CVectorView::TellEngineThenDefault(Call call) {
     return alive.IsAlive() && m_hWnd != nullptr ? Default() : 0;
 }
 
+// Compatibility 4: the mouse is never captured.
 void CVectorView::OnLButtonDown(UINT nFlags, CPoint point) {
     TellEngineThenDefault([&] { m_pManager->OnLButtonDown(nFlags, CGePoint2d(point)); });
 }
@@ -319,6 +321,7 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
         return static_cast<BOOL>(Default());
     }
     const double extent = std::max(max.x - min.x, max.y - min.y);
+    // Compatibility 2: any wheel delta counts as one step.
     const double newScale = static_cast<double>(m_CoordTran.GetScale()) * (zDelta >= 0 ? kWheelIn : kWheelOut);
     if (extent / newScale > kLeastPixels) {
         CVectorViewCoordTran zoomed = m_CoordTran;
@@ -326,6 +329,7 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
         m_CoordTran.TakeIfFinite(zoomed);
     }
     RepaintAll();
+    // Compatibility 1: the wheel's point is in screen coordinates.
     // The point of this message is in screen coordinates, and is passed on unconverted.
     return static_cast<BOOL>(
         TellEngineThenDefault([&] { m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point)); }));
