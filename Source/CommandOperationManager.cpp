@@ -26,6 +26,7 @@ CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* gr
       m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(IDC_CURSOR_OPERATION))),
       m_Events(std::make_shared<CEngineEvents>()) {}
 
+// Compatibility 97: a running tool is not freed with its engine.
 CCommandOperationManager::~CCommandOperationManager() {
     if (m_pCommand != nullptr) {
         m_pCommand->m_Alive.End();
@@ -179,6 +180,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
     if (CCommandOperation* op = RunningTool()) {
         op->OnKeyDown(nChar, nRepCnt, nFlags);
     } else if (m_pCommand == nullptr) {
+        // Compatibility 98: any key deselects.
         // Any key at all: this is how the user deselects.
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
@@ -303,6 +305,7 @@ void CCommandOperationManager::CheckResultState(ResultState state) {
     }
 }
 
+// Compatibility 99: a taken grip ignores the host's snap mode.
 void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultState state) {
     if (state != RS_Capture) {
         return;

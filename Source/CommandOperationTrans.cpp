@@ -85,6 +85,7 @@ void CCommandOperationTrans::InvertObjects() {
 }
 
 void CCommandOperationTrans::KeepOriginals() {
+    // Compatibility 101: copies have the number of their originals and are not registered.
     // The existing objects are at their new place, and new objects take the old one. The new objects, unlike all
     // others, are not registered with the leak tracer, and have the same m_ID as the ones that they were read from.
     CDrawableArray originals;

@@ -139,6 +139,7 @@ void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useO
         return;
     }
     if (key == VK_F2 || useOther != 0) {
+        // Compatibility 82: the caret is at the length of a text that is not shown.
         // At the length of `text` also where `other` is shown.
         SendMessage(EM_SETSEL, static_cast<WPARAM>(text.GetLength()), text.GetLength());
     } else {

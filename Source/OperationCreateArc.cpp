@@ -44,6 +44,7 @@ CCommandOperation::ResultState COperationCreateArc::OnMouseMove(unsigned int nFl
         DrawShirrLine(point, point);
         break;
     case 1:
+        // Compatibility 105: the band between the first two clicks of an arc is not visible.
         // The band from the first point is drawn and erased at once, so only assistant lines are visible in this state.
         // The sequence of drawing calls is part of the required behaviour.
         DrawShirrLine(m_CenterPoint, point);

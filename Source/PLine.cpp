@@ -254,6 +254,7 @@ void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) 
     }
 }
 
+// Compatibility 84: a mirror keeps the signs of the bulges.
 // Bulges keep their sign under a mirror too, so that a mirrored arc is on the other side of its chord.
 void CPLine::transformBy(const CGeMatrix2d& m) {
     for (int i = 0; i < m_VertexCount; ++i) {

@@ -34,6 +34,7 @@ void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& mi
     }
 }
 
+// Compatibility 85: a straight segment under inversion shows only its ends.
 // There and back, because LineTo leaves out its last pixel: both end pixels are inked.
 // Under inversion the two strokes cancel each other but for the end pixels.
 void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end) {
@@ -78,7 +79,7 @@ bool StrokeArc(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& sta
 
 float CPLine::HitTest(CGePoint2d p) {
     if (m_IsShow == 0) {
-        // Compatibility 42: a hidden polyline is 1000 units away, other kinds 100.
+        // Compatibility 42: a hidden polyline is 1000 units away, a line 100.
         return kNotHit;
     }
     float best = kNotHit;
@@ -184,6 +185,7 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
     for (int i = 1; i < m_VertexCount; ++i) {
         MergeBox(m_PointList[i], m_PointList[i], min, max);
     }
+    // Compatibility 86: a segment without a circle merges the last box or the origin.
     // One arc object serves all segments. A segment without a circle merges the box of the last
     // segment that had one, or the point (0, 0) when none had.
     CArc arc;

@@ -36,6 +36,7 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
+    // Compatibility 96: version words are read and not checked.
     // Whether the object being read has the current form, in which every level begins with a version word.
     static bool IsCurrentForm(CArchive& ar);
 

@@ -58,6 +58,7 @@ void CVectorGraphic::ZoomAll_ByPixs(CRect rc) {
     if (StoreFit(fitted, rc, min)) {
         return;
     }
+    // Compatibility 95: a margin as wide as the window gives an infinite scale.
     // A window exactly as wide or high as the margin gives an infinite scale, and that is stored.
     if ((byWidth ? freeWidth : freeHeight) == 0 && HasNoNaN(fitted)) {
         *m_pCoordTran = fitted;

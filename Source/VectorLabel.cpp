@@ -90,6 +90,7 @@ void CKXVectorLabel::SetRightLabel(const CGePoint2d& start, const CGePoint2d& en
     m_RightLabelEndPt = end;
 }
 
+// Compatibility 92: the grips of a label do not move.
 // The grips of a label are shown and do not move.
 void CKXVectorLabel::moveGripPointsAt(const CIndexArray&, const CGeVector2d&) {}
 

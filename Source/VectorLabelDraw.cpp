@@ -21,6 +21,7 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 
 constexpr double kOvershoot = 2.5; // Of an extension line beyond the dimension line, in tick sizes.
 
+// Compatibility 94: the figure has a fixed size and place.
 // The figure's height and place are fixed sizes in drawing units, whatever the label's own sizes.
 constexpr float kFigureHeight = 100.0f;
 constexpr double kFigureLift = 100.0;
@@ -129,6 +130,7 @@ void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
 
 void CKXVectorLabel::DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d d, double len,
                                  double half, double hole) {
+    // Compatibility 93: both sides take the direction of the left extension line.
     // Both extension lines and both ticks take the direction of the left extension line.
     const CGeVector2d u = (b - a).normal();
     const bool directed = IsDirection(u);

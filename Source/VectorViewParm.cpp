@@ -70,6 +70,7 @@ int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
         // The objects of the old drawing are freed, and a new one may lie at that address.
         m_pTipObject = nullptr;
     }
+    // Compatibility 74: a load gives 1 whatever happened.
     SetTooltipText(L"", 0);
     return 1;
 }
@@ -134,6 +135,7 @@ void CVectorViewParm::Notify(UINT code) {
 }
 
 void CVectorViewParm::SendClickNotify(CDrawable* obj) {
+    // Compatibility 72: a press on nothing leaves the former line, circle and polyline in the record.
     if (obj == nullptr) {
         m_Notify.nKind = kVpkNothing;
         m_Notify.pText = nullptr;
@@ -206,6 +208,7 @@ void CVectorViewParm::OnLButtonDblClk(UINT nFlags, CPoint point) {
     const CKxAliveToken alive(m_Alive);
     CVectorView::OnLButtonDblClk(nFlags, point);
     if (alive.IsAlive()) {
+        // Compatibility 73: a double click has the fields of the last click.
         Notify(kVpnDblClk);
     }
 }
@@ -235,6 +238,7 @@ void CVectorViewParm::OnMouseMove(UINT nFlags, CPoint point) {
 }
 
 BOOL CVectorViewParm::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
+    // Compatibility 75: only 1 enables the wheel.
     if (m_bEnableWheel == 1) {
         return CVectorView::OnMouseWheel(nFlags, zDelta, point);
     }

@@ -117,6 +117,7 @@ void CVectorView::DoCommand(CString word) {
             return;
         }
     }
+    // Compatibility 106: every word marks the document as modified.
     // For every word, also an unknown one, and also after a save.
     GetDocument()->SetModifiedFlag(TRUE);
 }

@@ -420,6 +420,7 @@ int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT n
     if (isOurs && (result != IDOK || !::PeekMessage(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE))) {
         return result;
     }
+    // Compatibility 108: a Yes/No box that ends unanswered gives No.
     for (const int harmless : {IDCANCEL, IDNO, IDABORT}) {
         if ((buttons & Bit(harmless)) != 0) {
             return harmless;

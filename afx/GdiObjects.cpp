@@ -50,6 +50,7 @@ T* TypedFromHandle(HGDIOBJ handle) {
             return static_cast<T*>(entry->object);
         }
     }
+    // Compatibility 107: a temporary GDI object may be used again for another handle.
     // A program that paints without ever being idle meets new handles all the time. The objects of those that are dead
     // are used again rather than freed: somebody may still hold a pointer to one.
     std::unique_ptr<CGdiObject> object =

@@ -371,6 +371,7 @@ void CWnd::OnNcDestroy() {
     m_pfnSuper = nullptr;
     m_hWndOwner = nullptr;
     Detach();
+    // Compatibility 109: a modal dialog that is destroyed with its owner gives `IDABORT`.
     // A modal window that is destroyed, with its owner for one, has no answer any more.
     if ((m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL)) == (WF_MODALLOOP | WF_CONTINUEMODAL)) {
         EndModalLoop(IDABORT);
