@@ -23,7 +23,7 @@ public:
 
     double GetStartAngle() { return m_StartAngle; }
     double GetEndAngle() { return m_EndAngle; }
-    // 1 when the angle, in radians, lies strictly within the sweep: the ends are outside.
+    // 1 when the angle, in radians, is strictly within the sweep: the ends are outside.
     int IsInArc(float angle);
     CString GetName() override;
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;

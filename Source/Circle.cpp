@@ -143,7 +143,7 @@ void CCircle::Serialize(CArchive& ar) {
            << m_strMsgInfo << m_LockMode;
         return;
     }
-    // Schemas 1 and 2 lack the fields behind; every other one, known or not, has the current fields.
+    // Schemas 1 and 2 lack the last fields; every other one, known or not, has the current fields.
     const UINT schema = ObjectSchema(ar);
     if (IsCurrentForm(ar)) {
         int version = 0;

@@ -35,5 +35,5 @@ struct CommandWord {
 // With case; null for an unknown word.
 const CommandWord* FindCommandWord(LPCTSTR word);
 
-// All rows, in the order of a menu; they live as long as the library.
+// All rows, in the order of a menu; they are valid as long as the library is loaded.
 NRVECTORVIEW_API const CommandWord* GetCommandWords(int& count);

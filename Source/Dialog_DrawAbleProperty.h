@@ -27,7 +27,7 @@ public:
     void SetObject(CDrawable* object);
     // Fills the rows; null empties them.
     void LoadObject(CDrawable* object);
-    // Hands all rows edited so far to the object.
+    // Gives all rows edited so far to the object.
     void ApplyToObject();
     // The window to repaint after an edit; none at first.
     void SetView(CWnd* view) { m_pView = view; }

@@ -45,7 +45,7 @@ bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, CGePoint2d& min, CG
            std::isfinite(max.x) && std::isfinite(max.y);
 }
 
-// Documents may live on several threads.
+// Documents may be on several threads.
 unsigned long long NextGeneration() {
     static std::atomic<unsigned long long> last{0};
     return ++last;

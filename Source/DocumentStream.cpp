@@ -92,13 +92,13 @@ int CGraphicDocument::ReadData(CArchive& ar) {
     ar >> count;
     std::unordered_set<const CObject*> seen;
     for (int i = 0; i < count; ++i) {
-        // No class is asked for beyond being a drawable: anything else could never be drawn or freed as one.
+        // No class is required beyond being a drawable: anything else could never be drawn or freed as one.
         auto* obj = static_cast<CDrawable*>(ar.ReadObject(RUNTIME_CLASS(CDrawable)));
         if (obj == nullptr) {
             continue;
         }
         if (seen.count(obj) != 0) {
-            // A reference back to an object that stands in the list: drawings have none.
+            // A reference back to an object that is in the list already: drawings have none.
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
         std::unique_ptr<CDrawable> owned(obj);
@@ -122,7 +122,7 @@ int CGraphicDocument::StoreToMemFile(CMemFile* file) {
 int CGraphicDocument::OpenDocument(CMemFile& file) {
     IsModified();
     file.Seek(0, CFile::begin);
-    // The old drawing goes even if the new one proves unreadable.
+    // The old drawing is freed even if the new one can't be read.
     Reset();
     DeleteContents();
     SetModifiedFlag(TRUE);
@@ -166,7 +166,8 @@ int CGraphicDocument::OpenDocument() {
     if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0) {
         return 0;
     }
-    // The base class knows no Reset: the objects of the file come behind those that are here, unlike those of a buffer.
+    // The base class does not call Reset: the objects of the file are added to those that are here, unlike those of a
+    // buffer.
     OnOpenDocument(name);
     return 1;
 }
@@ -200,7 +201,7 @@ int CGraphicDocument::DoSave(const wchar_t* path, int replace) {
     BeginWaitCursor();
     const bool isNew = ::GetFileAttributes(name) == INVALID_FILE_ATTRIBUTES;
     if (!OnSaveDocument(name)) {
-        // What the attempt left goes. A file that stood there before is whole, since only whole files replace it.
+        // What the attempt left is deleted. A file that was there before is whole, since only whole files replace it.
         if (path == nullptr && isNew) {
             try {
                 CFile::Remove(name);

@@ -159,5 +159,5 @@ protected:
     int m_CanBeSelect = 1;
 
 private:
-    std::unique_ptr<CKxAlive> m_Alive; // Made when first asked for: of a large drawing few objects are.
+    std::unique_ptr<CKxAlive> m_Alive; // Made at the first call of GetAlive: in a large drawing few objects need one.
 };

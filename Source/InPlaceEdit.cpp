@@ -344,7 +344,7 @@ void CInPlaceEdit::PlaceCaret(int start, int end) {
 void CInPlaceEdit::GrowToText() {
     CString text;
     GetWindowText(text);
-    text += L"  "; // Room for the next character.
+    text += L"  "; // Space for the next character.
     CSize size;
     {
         CWindowDC dc(this);

@@ -1,4 +1,4 @@
-// CMemDC: the off-screen bitmap through which the view paints without flicker; it lives for one paint.
+// CMemDC: the off-screen bitmap through which the view paints without flicker; it exists for one paint.
 // Layer 7: painter.
 #pragma once
 

@@ -39,7 +39,7 @@ double BulgeThrough(const CGePoint2d& a, const CGePoint2d& b, const CGePoint2d& 
 
 // ---- Construction --------------------------------------------------------------------------------------------------
 
-// The list of pen flags stays empty, as the header says.
+// The list of pen flags stays empty, as documented in the header.
 // Compatibility 38: the constructor for hosts leaves the flags empty.
 CPLine::CPLine(int n, CGePoint2d* pts) : m_VertexCount(pts != nullptr ? n : 0) {
     for (int i = 0; i < m_VertexCount; ++i) {

@@ -16,7 +16,7 @@ public:
 
     CGraphicDocument* GetDocument() { return m_pDocument; }
     CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
-    // Another document than the present one. Nonzero `external`: it belongs to the caller and is not freed here. The
+    // Replaces the document. Nonzero `external`: it belongs to the caller and is not freed here. The
     // command engine keeps the document that it was made with, so a caller with a live view must replace the engine
     // too.
     void SetDocument(CGraphicDocument* doc, int external);

@@ -125,7 +125,7 @@ void CKXVectorLabel::Serialize(CArchive& ar) {
         m_LabelText.Serialize(ar);
         return;
     }
-    // The version word stands in every schema. A restore point, read outside ReadObject, is always of the newest form.
+    // Every schema has the version word. A restore point, read outside ReadObject, is always of the newest form.
     int version = 0;
     ar >> version;
     const bool newest = ObjectSchema(ar) == kNoSchema;

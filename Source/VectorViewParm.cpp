@@ -102,7 +102,7 @@ int CVectorViewParm::ResetVectorView() {
 CTextParm* CVectorViewParm::GetTextParmDrawObj(CString name) {
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
-        // The list is asked for its class, and not the element, so that no name is ever found.
+        // The class of the list is tested, and not that of the element, so that no name is ever found.
         const CObject* asked = objs;
         if (asked->IsKindOf(RUNTIME_CLASS(CTextParm))) {
             auto* parm = static_cast<CTextParm*>(objs->GetAt(i));

@@ -88,7 +88,7 @@ protected:
     virtual void OnEditChanged(CTextParm* parm, CString oldText, CString newText);
     // Before the text is stored. What newText holds on return is what gets stored.
     virtual void OnEditChanging(CTextParm* parm, CString& oldText, CString& newText);
-    // Validation: 0 refuses the text. It is not stored, and the edit stays open; for how long, SetStrictRefusal says.
+    // Validation: 0 refuses the text. It is not stored, and the edit stays open; SetStrictRefusal decides for how long.
     // The library applies no expression of its own.
     virtual int OnAcceptEditData(CTextParm* parm, CString text);
     // Last, also for an unchanged text and for an edit that ResetVectorView breaks off.
@@ -134,12 +134,12 @@ private:
     // The one place that sends.
     void Notify(UINT code);
     bool KeepsFocus() const override;
-    // The view takes the focus, by which an open edit ends. False when the view has gone, or a strict refusal keeps the
-    // focus in the box.
+    // The view takes the focus, by which an open edit ends. False when the view has been freed, or a strict refusal
+    // keeps the focus in the box.
     bool TakeFocus();
     // Marks the edit of that number as refused.
     void Refuse(unsigned int edit);
-    // Whether the edit of that number is still open. Closes it when its parameter has gone.
+    // Whether the edit of that number is still open. Closes it when its parameter has been freed or taken out.
     bool ContinueEdit(unsigned int edit);
     // Nothing is stored, no hook is called.
     void DropEdit();

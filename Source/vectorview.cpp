@@ -37,7 +37,7 @@ constexpr double kWheelIn = 0.8; // Once a message, whatever its delta.
 constexpr double kWheelOut = 1.2;
 constexpr double kLeastPixels = 50.0; // The whole drawing stays larger than this on the screen.
 
-// What is said of a failed paint. An MFC exception first speaks for itself.
+// The messages about a failed paint. An MFC exception first shows its own.
 void ReportPaintFailure(CException* e, LPCTSTR text) {
     if (e != nullptr) {
         e->ReportError(MB_OK, 0);

@@ -5,7 +5,7 @@
 #include "afxobject.h"
 
 struct AfxWindowHooks {
-    // The module that holds a string resource, as the current module state says. Default: the program.
+    // The module that holds a string resource, according to the current module state. Default: the program.
     HINSTANCE (*findStringResource)(UINT nID);
     // Shows a text and returns the button. Default: MessageBox without a parent.
     int (*messageBox)(LPCTSTR lpszText, UINT nType);

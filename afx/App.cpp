@@ -60,7 +60,7 @@ int CWinThread::Run() {
     bool idle = true;
     LONG idleCount = 0;
     for (;;) {
-        // Idle work goes on until it is done or a message comes.
+        // Idle work continues until it is done or a message comes.
         while (idle && !::PeekMessage(&m_msgCur, nullptr, 0, 0, PM_NOREMOVE)) {
             if (!OnIdle(idleCount++))
                 idle = false;
@@ -283,7 +283,7 @@ BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPTSTR lpCmdLine, int nCm
     if (app == nullptr)
         return TRUE;
     if (lpCmdLine == nullptr) {
-        // Behind the program's name, which may stand in quotes.
+        // After the program's name, which may be in quotes.
         lpCmdLine = ::GetCommandLine();
         const bool quoted = *lpCmdLine == _T('"');
         if (quoted)

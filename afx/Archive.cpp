@@ -1,4 +1,4 @@
-// CArchive: buffering, values, text. The object format stands in ArchiveObjects.cpp. Layer 1: afx.
+// CArchive: buffering, values, text. The object format is in ArchiveObjects.cpp. Layer 1: afx.
 #include "ArchiveMaps.h"
 
 #include <climits>
@@ -179,7 +179,7 @@ LPTSTR CArchive::ReadString(LPTSTR lpsz, UINT nMax) {
     CString strLine;
     wchar_t ch = 0;
     bool bAny = false;
-    // A line feed ends the line, and a carriage return before it goes with it.
+    // A line feed ends the line, and a carriage return before it is dropped too.
     while (static_cast<UINT>(strLine.GetLength()) < nMax) {
         const UINT nRead = Read(&ch, sizeof(ch));
         if (nRead == 0)

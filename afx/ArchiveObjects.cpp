@@ -10,7 +10,7 @@ namespace {
 // exhaust the stack, and what could not be loaded again is not stored either.
 const int kDeepestObject = 1000;
 
-// Counts one level more while it lives.
+// Counts one level more until it is destroyed.
 class CDeeper {
 public:
     explicit CDeeper(int& nDepth) : m_nDepth(nDepth) { ++m_nDepth; }
@@ -277,8 +277,8 @@ CObject* CArchive::ReadObject(const CRuntimeClass* pClassRefRequested) {
         pOb->Serialize(*this);
     } catch (...) {
         m_nObjectSchema = nOuterSchema;
-        // Nobody else has the object yet: it is freed, and with it may be what it has read. None of their numbers names
-        // an object from here on.
+        // No caller has the object yet: it is freed, perhaps with objects that it has read. None of their numbers
+        // refers to an object after this.
         for (size_t n = nNumber; m_pMaps != NULL && n < m_pMaps->loadArray.size(); ++n)
             m_pMaps->loadArray[n].pObject = NULL;
         throw;

@@ -87,7 +87,7 @@ void CToolTipCtrl::GetText(CString& str, CWnd* pWnd, UINT_PTR nIDTool) const {
     TOOLINFO ti;
     FillToolInfo(ti, pWnd, nIDTool);
     ti.lpszText = text;
-    // The room that the control may fill, in characters.
+    // The size of the buffer that the control may fill, in characters.
     SendMessage(TTM_GETTEXT, _countof(text), reinterpret_cast<LPARAM>(&ti));
     str = text;
 }

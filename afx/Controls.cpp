@@ -131,7 +131,7 @@ int CEdit::GetLineCount() const {
 }
 
 int CEdit::GetLine(int nIndex, LPTSTR lpszBuffer, int nMaxLength) const {
-    // The control reads the room from the first word of the buffer and ends nothing with a zero.
+    // The control reads the buffer's size from its first word, and does not add a zero at the end.
     *reinterpret_cast<WORD*>(lpszBuffer) = static_cast<WORD>(nMaxLength);
     return static_cast<int>(SendMessage(EM_GETLINE, static_cast<WPARAM>(nIndex), reinterpret_cast<LPARAM>(lpszBuffer)));
 }

@@ -190,7 +190,7 @@ void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value) {
     if (pDX->m_bSaveAndValidate)
         value = -1;
     int index = 0;
-    // The first button of the group carries WS_GROUP, and so does the first control behind it.
+    // The first button of the group carries WS_GROUP, and so does the first control after it.
     do {
         if ((::SendMessage(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0) {
             if (!pDX->m_bSaveAndValidate)
@@ -241,7 +241,7 @@ void AFXAPI DDX_CBString(CDataExchange* pDX, int nIDC, CString& value) {
         value = TextOf(control);
         return;
     }
-    // A text that is not in the list can stand in the box's edit part.
+    // A text that is not in the list can be in the box's edit part.
     if (::SendMessage(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                       reinterpret_cast<LPARAM>(static_cast<LPCTSTR>(value))) == CB_ERR)
         SetTextOf(control, value);

@@ -14,12 +14,12 @@ END_MESSAGE_MAP()
 
 namespace {
 
-// The dialog procedure behind every dialog: all is done by the CDialog in its window procedure.
+// The dialog procedure of every dialog: the CDialog does all work in its window procedure.
 INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         CWnd* object = CWnd::FromHandlePermanent(hWnd);
         CDialog* dialog = DYNAMIC_DOWNCAST(CDialog, object);
-        // Windows' own dialog procedure lies between here and the window procedure's handlers.
+        // Windows' own dialog procedure is called between this function and the window procedure's handlers.
         try {
             return dialog == nullptr || dialog->OnInitDialog();
         } catch (...) {
@@ -34,7 +34,8 @@ INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
     return FALSE;
 }
 
-// Whether the control that Escape goes to has asked for all keys. A multi-line edit box asks too without a use for it.
+// Whether the control that gets Escape requests all keys. A multi-line edit box requests them too, without using
+// Escape.
 bool KeepsEscape(const MSG& key) {
     const LRESULT code = ::SendMessage(key.hwnd, WM_GETDLGCODE, key.wParam, reinterpret_cast<LPARAM>(&key));
     if ((code & DLGC_WANTALLKEYS) == 0)
@@ -70,7 +71,7 @@ BOOL CDialog::CreateDlgIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWn
         hInst = AfxGetInstanceHandle();
     INITCOMMONCONTROLSEX controls = {sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES};
     ::InitCommonControlsEx(&controls);
-    // A dialog without an owner would fall behind the program's main window.
+    // A dialog without an owner could be covered by the program's main window.
     if (pParentWnd == nullptr)
         pParentWnd = AfxGetMainWnd();
     m_nModalResult = -1;
@@ -79,7 +80,7 @@ BOOL CDialog::CreateDlgIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWn
     const HWND window = ::CreateDialogIndirect(hInst, lpDialogTemplate, AfxHandleOf(pParentWnd), DialogProc);
     if (!AfxUnhookWindowCreate())
         PostNcDestroy();
-    // Without its window, destroyed with its owner for one, the object may be gone as well.
+    // When its window has been destroyed, for example with its owner, the object may have been freed too.
     if (window == nullptr || FromHandlePermanent(window) != this)
         return FALSE;
     // OnInitDialog may have ended the dialog already.
@@ -150,7 +151,8 @@ INT_PTR CDialog::DoModal() {
             if (dialog->m_hWnd != nullptr)
                 ::SetWindowPos(dialog->m_hWnd, nullptr, 0, 0, 0, 0,
                                SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
-            // The owner is enabled before the dialog goes, else another program's window would come up.
+            // The owner is enabled before the dialog is destroyed; otherwise another program's window would be
+            // activated.
             if (enable)
                 ::EnableWindow(owner, TRUE);
             if (owner != nullptr && ::GetActiveWindow() == dialog->m_hWnd && dialog->m_hWnd != nullptr)

@@ -52,7 +52,7 @@ public:
     void Close() override {
         if (m_hFile == CFile::hFileNull)
             return;
-        // All of it must be on the disk before the old file goes.
+        // All of it must be on the disk before the old file is replaced.
         Flush();
         CFile::Close();
         const BOOL replaced = ::GetFileAttributes(m_strTarget) != INVALID_FILE_ATTRIBUTES &&
@@ -91,7 +91,7 @@ private:
 };
 
 // Shows why a load or save failed: the exception that is being handled, when it is one of the layer's or a lack of
-// memory. Any other goes on to the caller.
+// memory. Any other is passed on to the caller.
 void ReportFailure(CDocument& document, LPCTSTR lpszPathName, BOOL bSaving, UINT nIDPDefault) {
     CMemoryException shortage(FALSE);
     try {

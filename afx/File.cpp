@@ -13,7 +13,7 @@ const ULONGLONG kEpochSeconds = 11644473600ULL;
     CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), lpszFileName);
 }
 
-// The part of a path behind its last separator.
+// The part of a path after its last separator.
 CString LastPart(const CString& strPath) {
     int i = strPath.GetLength();
     while (i > 0 && strPath[i - 1] != L'\\' && strPath[i - 1] != L'/' && strPath[i - 1] != L':')
@@ -318,7 +318,7 @@ void PASCAL CFile::SetStatus(LPCTSTR lpszFileName, const CFileStatus& status) {
     if (dwOld == INVALID_FILE_ATTRIBUTES)
         ThrowLastError(lpszFileName);
     const DWORD dwNew = status.m_attribute & 0x27; // what may be set: read-only, hidden, system, archive
-    // A read-only file takes no new times: the mark goes first and comes last.
+    // A read-only file takes no new times: the attribute is removed first and set last.
     if (dwNew != (dwOld & 0x27) && (dwOld & FILE_ATTRIBUTE_READONLY) != 0 &&
         !::SetFileAttributesW(lpszFileName, dwOld & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY)))
         ThrowLastError(lpszFileName);

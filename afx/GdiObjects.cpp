@@ -45,14 +45,15 @@ T* TypedFromHandle(HGDIOBJ handle) {
     }
     HandleMap<CGdiObject>& map = AfxState().gdi;
     if (auto* entry = map.Find(handle)) {
-        // A handle that was freed and given out again for another kind of object: its old stand-in must not answer.
+        // The handle may have been freed and given out again for another kind of object: then its old temporary object
+        // must not be found.
         if (!entry->temporary || entry->object->GetRuntimeClass() == RUNTIME_CLASS(T)) {
             return static_cast<T*>(entry->object);
         }
     }
     // Compatibility 107: a temporary GDI object may be used again for another handle.
-    // A program that paints without ever being idle meets new handles all the time. The objects of those that are dead
-    // are used again rather than freed: somebody may still hold a pointer to one.
+    // A program that paints without ever being idle gets new handles all the time. The temporary objects of freed
+    // handles are used again rather than freed, because other code may still have a pointer to one.
     std::unique_ptr<CGdiObject> object =
         map.TakeSpare([](const CGdiObject* each) { return ClassOf(each->m_hObject) != each->GetRuntimeClass(); },
                       [](const CGdiObject* each) { return each->GetRuntimeClass() == RUNTIME_CLASS(T); });

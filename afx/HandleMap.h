@@ -1,4 +1,4 @@
-// The table from Windows handles to the objects that stand for them, and the layer's state of one thread.
+// The table from Windows handles to the objects that represent them, and the layer's state of one thread.
 // Internal to nrafx.dll. Layer 1: afx.
 #pragma once
 
@@ -9,10 +9,10 @@
 #include <vector>
 
 // Open addressing with linear probing; nothing is allocated per entry. A permanent entry belongs to its object,
-// which takes it out again. Temporary objects belong to the map until DeleteTemporaries, also when their entry is gone.
-// The newest permanent entry waits outside the table until another comes: a pen that is made for one stroke is gone by
-// then, and never costs the table a change.
-// Only the two Set functions and TakeSpare allocate; when memory is short they throw and leave the map as it was.
+// which takes it out again. Temporary objects belong to the map until DeleteTemporaries, also when their entry has been
+// removed. The newest permanent entry waits outside the table until another comes: a pen that is made for one stroke is
+// freed by then, and never costs the table a change. Only the two Set functions and TakeSpare allocate; when memory is
+// short they throw and leave the map as it was.
 template <class T>
 class HandleMap {
 public:
@@ -33,8 +33,8 @@ public:
         const Entry* entry = Find(handle);
         return entry != nullptr && !entry->temporary ? entry->object : nullptr;
     }
-    // As long as the entry stays, what stood for the handle before is not found; an earlier owner is found again when
-    // the later one has left. An object has one entry at a time.
+    // As long as the entry stays, what represented the handle before is not found; an earlier owner is found again when
+    // the later one has been removed. An object has one entry at a time.
     void Set(void* handle, T* object) {
         if (m_newest.object != nullptr)
             Enter(m_newest);
@@ -76,10 +76,10 @@ public:
     }
     // How many temporary objects are alive.
     size_t GetTemporaryCount() const { return m_temporaries; }
-    // A temporary object that isUsable accepts and whose handle is dead, as isDead says, with no entry any more: it can
-    // stand for another handle and be given to SetTemporary. Null when there is none. The search through all temporary
-    // objects is made each time their number has doubled, so that a thread that is never idle keeps no more than twice
-    // as many as it has had handles at once.
+    // A temporary object that isUsable accepts and whose handle has been freed according to isDead, and that has no
+    // entry any more: it can represent another handle and be given to SetTemporary. Null when there is none. The search
+    // through all temporary objects is made each time their number has doubled, so that a thread that is never idle
+    // keeps no more than twice as many as it has had handles at once.
     template <class IsDead, class IsUsable>
     std::unique_ptr<T> TakeSpare(IsDead isDead, IsUsable isUsable) {
         if (m_temporaries - m_spare.size() >= m_searchAt) {
@@ -199,7 +199,7 @@ private:
     size_t m_mask;                // that number less one
     std::vector<Entry> m_covered; // owners of a handle that has a later owner, the latest last
     std::vector<T*> m_retired;    // temporary objects without an entry that may still be in use
-    std::vector<T*> m_spare;      // temporary objects of dead handles
+    std::vector<T*> m_spare;      // temporary objects of freed handles
     size_t m_count = 0;
     size_t m_temporaries = 0;
     size_t m_searchAt = kFirstSearch;

@@ -142,7 +142,7 @@ BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect
 void CCmdUI::Enable(BOOL bOn) {
     m_bEnableChanged = TRUE;
     if (m_pMenu != nullptr) {
-        // An item that opens a submenu stands for the submenu's first command, not for itself.
+        // An item that opens a submenu represents the submenu's first command, not itself.
         if (m_pSubMenu == nullptr)
             m_pMenu->EnableMenuItem(m_nIndex, MF_BYPOSITION | (bOn ? MF_ENABLED : MF_DISABLED | MF_GRAYED));
     } else if (m_pOther != nullptr) {

@@ -428,7 +428,7 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
             return TRUE;
         return OnCmdMsg(id, CN_COMMAND, nullptr, nullptr);
     }
-    // While values are exchanged with the controls they say nothing new.
+    // While values are exchanged with the controls, their notifications are ignored.
     if (AfxState().lockedOut == m_hWnd)
         return TRUE;
     if (ReflectLastMsg(control))

@@ -10,7 +10,7 @@ using namespace AfxStringTraits;
 
 template <typename T>
 T* CStringT<T>::NewData(int nAllocLength) {
-    // In steps of eight characters, so that small edits find room.
+    // In steps of eight characters, so that small edits need no new block.
     if (nAllocLength > INT_MAX - 16)
         AfxThrowMemoryException();
     const int nRoom = ((nAllocLength + 8) & ~7) - 1;
@@ -746,7 +746,7 @@ BOOL CStringT<T>::LoadString(UINT nID) {
 
 template <typename T>
 BOOL CStringT<T>::LoadString(HINSTANCE hInstance, UINT nID) {
-    const wchar_t* pchText = NULL; // with no buffer, LoadString hands out the resource itself
+    const wchar_t* pchText = NULL; // with no buffer, LoadString gives a pointer to the resource itself
     const int nLength = ::LoadStringW(hInstance, nID, reinterpret_cast<wchar_t*>(&pchText), 0);
     if (nLength <= 0 || pchText == NULL)
         return FALSE;

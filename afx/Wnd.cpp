@@ -48,8 +48,8 @@ static LRESULT ReportException(CException* e, const MSG& message) {
 }
 
 LRESULT AfxReportCaught(const MSG& message) {
-    // The report itself may throw, for want of memory or in a host's message box; nobody is left then who could be
-    // told.
+    // The report itself may throw, for lack of memory or in a host's message box; then there is nothing left that could
+    // report it.
     try {
         try {
             throw;
@@ -131,7 +131,7 @@ CWnd::CWnd(HWND hWnd) : m_hWnd(hWnd), m_pfnSuper(nullptr), m_hWndOwner(nullptr),
 CWnd::~CWnd() {
     if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd))
         CWnd::DestroyWindow();
-    // The object goes although the window could not be made away with, by another thread's window for one.
+    // The object is destroyed although its window could not be, for example because it belongs to another thread.
     if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd))
         Detach();
     if (AfxThreadState* state = AfxStateIfAny())
@@ -178,7 +178,7 @@ HWND CWnd::Detach() {
 BOOL CWnd::PreCreateWindow(CREATESTRUCT& cs) {
     if (cs.lpszClass != nullptr)
         return TRUE;
-    // No device context of its own: what a handler sets in one is gone with that context.
+    // No device context of its own: what a handler sets in one is lost with that context.
     WNDCLASS wc = {};
     wc.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
     wc.lpfnWndProc = ::DefWindowProc;
@@ -239,7 +239,7 @@ BOOL CWnd::DestroyWindow() {
     const HWND window = m_hWnd;
     const bool permanent = FromHandlePermanent(window) == this;
     const BOOL done = ::DestroyWindow(window);
-    // The object may be gone by now. A window that is not subclassed sends it no last message.
+    // The object may have been freed. A window that is not subclassed sends it no last message.
     if (done && (!permanent || FromHandlePermanent(window) == this))
         Detach();
     return done;
@@ -365,14 +365,14 @@ void CWnd::OnNcDestroy() {
     const HWND window = m_hWnd;
     const LONG_PTR before = ::GetWindowLongPtr(window, GWLP_WNDPROC);
     Default();
-    // Gives the window its own procedure back, unless somebody has subclassed it in between.
+    // Gives the window its own procedure back, unless other code has subclassed it in between.
     if (::GetWindowLongPtr(window, GWLP_WNDPROC) == before && *GetSuperWndProcAddr() != nullptr)
         ::SetWindowLongPtr(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(*GetSuperWndProcAddr()));
     m_pfnSuper = nullptr;
     m_hWndOwner = nullptr;
     Detach();
     // Compatibility 109: a modal dialog that is destroyed with its owner gives `IDABORT`.
-    // A modal window that is destroyed, with its owner for one, has no answer any more.
+    // A modal window that is destroyed, for example with its owner, gets no other result.
     if ((m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL)) == (WF_MODALLOOP | WF_CONTINUEMODAL)) {
         EndModalLoop(IDABORT);
     }

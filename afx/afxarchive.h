@@ -55,7 +55,8 @@ public:
 
     CObject* ReadObject(const CRuntimeClass* pClass); // owned by the caller; NULL accepts every class
     void WriteObject(const CObject* pOb);
-    void MapObject(const CObject* pOb); // gives an object that is streamed by hand its number
+    void
+    MapObject(const CObject* pOb); // gives a number to an object that is streamed without ReadObject and WriteObject
     void WriteClass(const CRuntimeClass* pClassRef);
     CRuntimeClass* ReadClass(const CRuntimeClass* pClassRefRequested = NULL, UINT* pSchema = NULL,
                              DWORD* pObTag = NULL);

@@ -22,7 +22,8 @@ public:
 
     // --- life
     virtual BOOL OnNewDocument();
-    // Through Serialize. A failure is reported, empties the document and gives FALSE; a foreign exception goes on then.
+    // Through Serialize. A failure is reported, empties the document and gives FALSE; a foreign exception is passed on
+    // after that.
     virtual BOOL OnOpenDocument(LPCTSTR lpszPathName);
     // Saves through Serialize into a temporary file beside the target, which takes the target's place only when all of
     // it is written. Gives FALSE, with the target as it was, when anything failed: also when Serialize ended the

@@ -22,7 +22,7 @@ public:
     void SetDepth(int nNewDepth) { m_nDepth = nNewDepth; }
     void Flush();
 
-    // Text goes into a file in the system's code page. Throws CFileException.
+    // Text is written to a file in the system's code page. Throws CFileException.
     CDumpContext& operator<<(LPCTSTR lpsz);
     CDumpContext& operator<<(const void* lp);     // the address in hexadecimal digits after a $
     CDumpContext& operator<<(const CObject* pOb); // its Dump; "NULL" for none

@@ -61,7 +61,7 @@ public:
         endOfFile, // the data ended too early
         writeOnly, // tried to read from an archive that stores
         badIndex,  // an object or class number that the stream never gave out
-        badClass,  // an unknown class, or one of another kind than asked for
+        badClass,  // an unknown class, or one of another kind than requested
         badSchema  // a version of a class that its code can't read
     };
     explicit CArchiveException(int cause = CArchiveException::none, LPCTSTR lpszArchiveName = NULL);

@@ -17,7 +17,7 @@ typedef void (CWnd::*AFX_PMSGW)();
 #endif
 
 // How a row's handler takes its parameters and what becomes of its result. The letters before the underscore
-// give the result, those behind it the parameters.
+// give the result, those after it the parameters.
 enum AfxSig : UINT {
     AfxSig_end = 0,
     AfxSig_raw,           // LRESULT f(WPARAM, LPARAM)

@@ -63,7 +63,7 @@ NRAFX_API HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID);
 NRAFX_API int AFXAPI AfxLoadString(UINT nID, LPTSTR lpszBuf, UINT nMaxBuf = 256);
 
 // --- extension modules -------------------------------------------------------------------------------------------
-// A DLL that extends the layer keeps one of these as a static and hands it to the calls below.
+// A DLL that extends the layer keeps one of these as a static and passes it to the calls below.
 struct AFX_EXTENSION_MODULE {
     BOOL bInitialized;
     HMODULE hModule;

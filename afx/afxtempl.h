@@ -55,8 +55,8 @@ public:
     const TYPE* GetData() const { return m_pData; }
     TYPE* GetData() { return m_pData; }
 
-    // nGrowBy is the least number of elements to make room for when the array grows; 0 lets the array choose, -1
-    // keeps what was set. Size 0 frees the memory.
+    // nGrowBy is the least number of elements by which the memory is enlarged when the array grows; 0 lets the array
+    // choose, -1 keeps what was set. Size 0 frees the memory.
     void SetSize(INT_PTR nNewSize, INT_PTR nGrowBy = -1);
     void FreeExtra();
     void RemoveAll() { SetSize(0, -1); }
@@ -69,7 +69,7 @@ public:
     void InsertAt(INT_PTR nStartIndex, CArray* pNewArray);
     void RemoveAt(INT_PTR nIndex, INT_PTR nCount = 1);
 
-    // The count, then SerializeElements. Loading makes room as the data comes, not ahead of it.
+    // The count, then SerializeElements. Loading enlarges the array as the data comes, not ahead of it.
     void Serialize(CArchive& ar) override;
 
 private:

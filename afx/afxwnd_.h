@@ -30,7 +30,7 @@ class NRAFX_API CWnd : public CCmdTarget {
 public:
     CWnd();
     explicit CWnd(HWND hWnd);
-    virtual ~CWnd(); // destroys the window if it still stands
+    virtual ~CWnd(); // destroys the window if it still exists
 
     HWND m_hWnd;
 
@@ -54,7 +54,7 @@ public:
     virtual BOOL CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowName, DWORD dwStyle,
                           const RECT& rect, CWnd* pParentWnd, UINT nID, LPVOID lpParam = nullptr);
     virtual BOOL DestroyWindow();
-    // The object attached to the window, or a temporary one that lives until the thread is next idle.
+    // The object attached to the window, or a temporary one that exists until the thread is next idle.
     static CWnd* PASCAL FromHandle(HWND hWnd);
     static CWnd* PASCAL FromHandlePermanent(HWND hWnd);
     static void PASCAL DeleteTempMap();
@@ -307,7 +307,7 @@ protected:
     afx_msg BOOL OnCopyData(CWnd* pWnd, COPYDATASTRUCT* pCopyDataStruct);
 
     enum ModalFlags : UINT { WF_MODALLOOP = 1, WF_CONTINUEMODAL = 2 };
-    WNDPROC m_pfnSuper; // the procedure of the class behind this one; null: none but Windows' default
+    WNDPROC m_pfnSuper; // the procedure of the subclassed window class; null: only Windows' default
     HWND m_hWndOwner;
     int m_nModalResult;
     UINT m_nFlags;

@@ -8,11 +8,11 @@
 #include <cstdarg>
 #include <type_traits>
 
-// Stands right before the characters. nRefs is -1 for the one shared empty text, which is never written to.
+// Placed right before the characters. nRefs is -1 for the one shared empty text, which is never written to.
 struct CStringData {
     LONG nRefs;
     int nDataLength;  // characters, without the ending zero
-    int nAllocLength; // room for characters, without the ending zero
+    int nAllocLength; // capacity in characters, without the ending zero
 };
 
 struct AFX_NIL_STRING {
@@ -204,7 +204,7 @@ private:
 
 template <typename T>
 inline void CStringT<T>::AddRef() const noexcept {
-    // The shared empty text is not counted: it lies in read-only memory and all threads use it.
+    // The shared empty text is not counted: it is in read-only memory and all threads use it.
     if (Data()->nRefs >= 0)
         __atomic_fetch_add(&Data()->nRefs, 1, __ATOMIC_RELAXED);
 }

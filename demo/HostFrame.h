@@ -17,7 +17,7 @@ public:
     ~CHostFrame() override;
 
     BOOL CreateFrame();
-    // Replaces the drawing by that of a file. Says what went wrong, and returns whether all went well.
+    // Replaces the drawing by that of a file. Shows what failed, and returns whether all succeeded.
     bool OpenFile(const CString& path);
     // Shows the parameter pane beside the drawing of its section, and puts the keyboard on its first value.
     void OpenSection();

@@ -36,7 +36,7 @@ bool CHostFrame::MakeSectionPane() {
 
 // ---- Layout
 
-// The only place that knows where the views are.
+// The only place that positions the views.
 void CHostFrame::LayOut() {
     if (m_view.m_hWnd == nullptr) {
         return;

@@ -615,7 +615,7 @@ LRESULT CSheetGridCtrl::OnLayoutMessage(WPARAM, LPARAM) {
 }
 
 void CSheetGridCtrl::OnDestroy() {
-    m_editRow = -1; // Nobody is left to take the text.
+    m_editRow = -1; // There is no host left to take the text.
     m_alive.End();
     CWnd::OnDestroy();
 }
