@@ -154,7 +154,7 @@ TEST(CommandOperationManager, FlagsTurnsAndRepeatsReachTheRunningToolAsTheyCame)
     EXPECT_EQ((Given{12}), take());
     m.manager.OnMouseMove(MK_RBUTTON | MK_CONTROL, p);
     EXPECT_EQ((Given{10, 10}), take());
-    m.manager.OnMouseWheel(MK_CONTROL, -240, p); // The turn, and the move behind it.
+    m.manager.OnMouseWheel(MK_CONTROL, -240, p); // The turn, and the move after it.
     EXPECT_EQ((Given{8, -240, 8}), take());
     m.manager.OnRButtonDown(MK_RBUTTON | MK_SHIFT, p);
     EXPECT_EQ((Given{6}), take());
@@ -751,7 +751,7 @@ TEST(CommandOperationManager, AViewFreedWhileAToolIsCancelledFreesTheToolToBeIns
 
 namespace {
 
-// A host that closes the drawing while a question stands.
+// A host that closes the drawing while a question is shown.
 class Closer {
 public:
     explicit Closer(CVectorView*& view) : m_view(view) {

@@ -1,5 +1,5 @@
 // Figures that reach far beyond a device: what can be seen of them is where GDI would draw it, whatever their size, and
-// it takes no time to speak of.
+// it takes no noticeable time.
 
 #include "Arc.h"
 #include "CenterPoint.h"
@@ -35,7 +35,7 @@ int InkCount(const std::vector<DWORD>& picture) {
     return static_cast<int>(picture.size() - static_cast<size_t>(std::count(picture.begin(), picture.end(), kWhite)));
 }
 
-// Each inked pixel of one lies on or beside one of the other.
+// Each inked pixel of one is on or beside one of the other.
 void ExpectSamePath(const std::vector<DWORD>& a, const std::vector<DWORD>& b) {
     ASSERT_GT(InkCount(a), 0);
     EXPECT_NEAR(InkCount(a), InkCount(b), 3);

@@ -62,7 +62,7 @@ public:
     bool fails = true;
 };
 
-// A document whose own fields throw what is no exception of the MFC, behind the drawing.
+// A document whose own fields, stored after the drawing, throw what is no exception of the MFC.
 class NumberThrowingDocument : public CGraphicDocument {
 public:
     int StoreData(CArchive& ar) override {
@@ -112,7 +112,7 @@ public:
     INT_PTR objectsBefore = -1;
 };
 
-// A document with fields of its own in front of the stream and behind it.
+// A document with fields of its own before the stream and after it.
 class FramedDocument : public CGraphicDocument {
 public:
     int StoreData(CArchive& ar) override {
@@ -702,7 +702,7 @@ TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereSaysSo) {
             refused = refusal.Refused();
         }
         EXPECT_EQ(refused == 0 ? 0u : 1u, boxes.Texts().size());
-        CFile whole; // Nobody has it open any more.
+        CFile whole; // No other code has it open any more.
         EXPECT_TRUE(whole.Open(path, CFile::modeReadWrite | CFile::shareExclusive));
         return refused;
     });

@@ -1,4 +1,4 @@
-// The arithmetic of bulges: tops, the way back with its turned sign, the thresholds, and the stroke for hosts.
+// The arithmetic of bulges: tops, the computed bulge with its opposite sign, the thresholds, and the stroke for hosts.
 
 #include "DrawCommon.h"
 

@@ -11,7 +11,7 @@ namespace {
 struct Meeting {
     Meeting(CGePoint2d p, double r, double a, double b, double c)
         : count(CGeArithmetic::CircleLineIntersection(p, r, a, b, c, q1, q2)) {}
-    // What stood in the results before.
+    // The former contents of the results.
     CGePoint2d q1 = CGePoint2d(1000, 2000);
     CGePoint2d q2 = CGePoint2d(3000, 4000);
     int count;

@@ -39,7 +39,7 @@ std::string Slurp(const std::wstring& path) {
     return text;
 }
 
-// A folder that goes with the test.
+// A folder that is removed with the test.
 struct Nrvparm : testing::Test {
     std::wstring folder;
 

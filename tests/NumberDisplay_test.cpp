@@ -110,7 +110,7 @@ TEST(NumberDisplay, AResultBelowATenThousandthIsZero) {
 }
 
 TEST(NumberDisplay, TheCheckRunsUnderAStopwatchAndBeforeTheDecimalsAreAskedFor) {
-    Display display; // With decimals, as it begins: the check has no say, and runs all the same.
+    Display display; // With decimals, as at the start: the check has no effect, but it runs.
     const DebugOutput output;
     CScopeTimer::Enable(1);
     display.Show(L"12.50");

@@ -59,7 +59,7 @@ public:
     Throws inGrip = Throws::Nothing;
 };
 
-// The drawing point (x, y) lies on pixel (x, 300 - y).
+// The drawing point (x, y) is on pixel (x, 300 - y).
 struct Painting {
     Painting() {
         tran.SethScreen(300);

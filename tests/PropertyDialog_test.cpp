@@ -282,7 +282,7 @@ TEST_F(PropertyDialog, AnEditReachesTheObjectAtOnceAndRowsStayChanged) {
     Edit(3, L"7");
     EXPECT_EQ(2, object.given);
     EXPECT_EQ(2, object.changed) << "the first row is handed over once more";
-    // A row that is none hands over all the same.
+    // A row number that no row has gives all rows to the object too.
     Edit(99, L"7");
     EXPECT_EQ(3, object.given);
     EXPECT_EQ(2, object.changed);

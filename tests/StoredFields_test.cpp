@@ -110,8 +110,8 @@ void ExpectWholeFields(const std::string& layout) {
     }
 }
 
-// A mark with a radius and, since its second version, a weight. `newest` stands for the program's age: a program from
-// before the second version knows only the first.
+// A mark with a radius and, since its second version, a weight. `newest` is the version of the program: a program from
+// before the second version reads only the first.
 class CMark : public CDrawable {
     DECLARE_SERIAL(CMark)
 public:

@@ -183,7 +183,7 @@ TEST_F(ParmClicks, AWheelMessageReachesTheParentWhileTheWheelIsDisabled) {
     view.AddLine(CGePoint2d(0, 0), CGePoint2d(400, 200), kColor, 1);
     EXPECT_EQ(0, view.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -240), MAKELPARAM(100, 100)));
     EXPECT_EQ(1.0f, view.GetVectorViewCoordTran()->GetScale());
-    // The window's default hands it up.
+    // The window's default passes it to the parent.
     EXPECT_EQ(std::vector<int>{-240}, parent.wheels);
 }
 

@@ -295,7 +295,7 @@ void OpenFromFile(Case& x) {
     x.view->GetDocument()->OpenDocument(file);
 }
 
-// The caller of SetDocument renews the engine, which knows the document by its address.
+// The caller of SetDocument renews the engine, which keeps the address of the document.
 void ReplaceDocument(Case& x) {
     auto* document = new CGraphicDocument;
     Register(document);

@@ -549,7 +549,7 @@ TEST_F(MisbehavingHost, AParameterOutsideTheDrawingIsEditedLikeAnyOther) {
         ExpectOpenOn(&own, own.GetText());
         Type(L"9");
         if (reset) {
-            // It never stood there, so it does not go with the drawing.
+            // It was never in the drawing, so it is not freed with it.
             view.GetDocument()->Reset();
         }
         other.SetFocus();

@@ -206,7 +206,7 @@ TEST_F(StrictRefusal, AnEditThatAHookOpensIsNotTakenForARefusedOne) {
         }
     };
     Key(VK_TAB);
-    // As without the switch: the walk goes on from A, and ends the edit of C.
+    // As without the switch: the walk continues from A, and ends the edit of C.
     EXPECT_EQ(storedA +
                   Events{"pre C", "query C", "tab", "accept C 30", "changing C 30>30", "changed C 30>30", "end C"} +
                   openB,

@@ -278,7 +278,7 @@ TEST(AfxArchiveObjects, NumbersThatWereNeverGivenOutAreRefused) {
     EXPECT_EQ(Cause(Joined({dot, {0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0x7F}}), 2), CArchiveException::badIndex);
     EXPECT_EQ(Cause(Joined({dot, {0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0xFF}}), 2), CArchiveException::badIndex);
     EXPECT_EQ(Cause({0xFF, 0x7F, 0, 0, 0, 0}, 1), -1); // number 0 is the null object in this form too
-    // A known object of another kind than asked for.
+    // A known object of another kind than requested.
     Load(Joined({dot, {2, 0}}), [](CArchive& ar) {
         std::unique_ptr<CObject> first(ar.ReadObject(NULL));
         EXPECT_EQ(ArchiveCause([&] { ar.ReadObject(RUNTIME_CLASS(CFixed)); }), CArchiveException::badClass);
@@ -320,7 +320,7 @@ TEST(AfxArchiveObjects, AnObjectThatFailsToLoadIsFreedAndItsNumberIsVoid) {
         EXPECT_EQ(CDot::alive, 0);
         EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu);
     });
-    // Its class is 1 and it was to be 2: a later reference to 2 must not hand the freed object out.
+    // Its class is 1 and it was to be 2: a later reference to 2 must not give the freed object.
     CMemFile file;
     const Bytes start = Joined({Record("CBreaking", 1), {2, 0}});
     file.Write(start.data(), static_cast<UINT>(start.size()));

@@ -342,7 +342,7 @@ TEST(AfxArchive, AFullDiskComesOutOfTheDestructorOnceAndIsNotRetried) {
               }),
               CFileException::diskFull);
     EXPECT_EQ(file.writes, 1);
-    // Under way already, the first exception wins and the program goes on.
+    // Under way already, the first exception is kept and the program continues.
     EXPECT_EQ(FileCause([&] {
                   CArchive ar(&file, CArchive::store);
                   ar << 1;

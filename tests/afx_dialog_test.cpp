@@ -14,7 +14,7 @@
 
 namespace {
 
-// A dialog that does what the test says as soon as its loop runs.
+// A dialog that runs the test's script as soon as its loop runs.
 class Asking : public CDialog {
 public:
     explicit Asking(UINT id = 500) : CDialog(id) {}
@@ -320,7 +320,7 @@ TEST(DesktopAfxDialog, ADialogThatGoesWithItsOwnerGivesAbort) {
     ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
     OwnedBy dialog(&owner);
     dialog.m_script = [&](Asking&) { owner.DestroyWindow(); };
-    // A way out for a loop that would not notice: the timer has no window.
+    // Ends a loop that does not end by itself: the timer has no window.
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { ::PostQuitMessage(9); });
     EXPECT_EQ(dialog.DoModal(), IDABORT);
     ::KillTimer(nullptr, timer);
@@ -503,7 +503,7 @@ TEST(DesktopAfxFileDialog, TheChosenNameComesBackInParts) {
     CFileDialog dialog(TRUE, nullptr, nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, L"All|*.*||", nullptr, 0, TRUE);
     EXPECT_EQ(dialog.m_ofn.Flags & (OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT), 6u);
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR, DWORD) {
-        // The name box of the dialog that stands, and its button.
+        // The name box of the dialog that is shown, and its button.
         HWND window = nullptr;
         while ((window = ::FindWindowEx(nullptr, window, L"#32770", nullptr)) != nullptr) {
             if (::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() &&

@@ -96,7 +96,7 @@ protected:
         return bytes;
     }
 
-    // Whether nobody has the file open.
+    // Whether no handle to the file is open.
     bool IsFree() const {
         CFile file;
         return file.Open(m_path, CFile::modeReadWrite | CFile::shareExclusive) != FALSE;

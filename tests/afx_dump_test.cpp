@@ -1,4 +1,4 @@
-// What objects say of themselves: AssertValid, Dump and the dump context. Layer 14: tests.
+// The checks and dumps of objects: AssertValid, Dump and the dump context. Layer 14: tests.
 #include <afx.h>
 
 #include <gtest/gtest.h>

@@ -127,7 +127,7 @@ TEST(AfxExceptions, TextsFollowTheLanguageOfTheInterface) {
     EXPECT_EQ(Message(CFileException(-1)), Message(CFileException(CFileException::genericException)));
 }
 
-// clang-format off: it doesn't know these macros
+// clang-format off: it can't format these macros
 TEST(AfxExceptions, CatchMacrosDeleteWhatTheyCaught) {
     int deleted = 0;
     int handled = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A path of a file that is not there; gone again after the test.
+// A path of a file that does not exist; the file is deleted after the test.
 class TemporaryPath {
 public:
     TemporaryPath() {

@@ -33,7 +33,7 @@ TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
     std::vector<Counted> objects(1000);
     for (int i = 0; i < 1000; ++i)
         map.Set(Handle(i + 1), &objects[static_cast<size_t>(i)]);
-    // Every third goes, in an order that jumps about.
+    // Every third is removed, in an irregular order.
     std::set<int> gone;
     for (int i = 0; i < 1000; i += 3) {
         const int out = i * 7 % 1000;
@@ -162,7 +162,7 @@ TEST(AfxHandleMap, ObjectsOfDeadHandlesAreUsedAgainAndNeverFreed) {
         EXPECT_EQ(map.GetTemporaryCount(), 63u);
         EXPECT_EQ(map.SetTemporary(Handle(70), std::move(spare)), made[10]);
         EXPECT_EQ(map.TakeSpare(isDead, any), nullptr);
-        // One whose handle has got an owner is alive until it is dead itself.
+        // One whose handle has got an owner is kept until the handle is freed.
         Counted owner, next;
         map.Set(Handle(1), &owner);
         map.Set(Handle(80), &next);

@@ -27,7 +27,7 @@ long long Id(const CWnd* window) {
 class Probe : public CWnd {
 public:
     std::string m_line;
-    bool m_on = false; // before and after the test the window lives as any other
+    bool m_on = false; // before and after the test the window's life is not recorded
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
@@ -652,6 +652,6 @@ TEST_F(DesktopAfxCommands, UpdateHandlersSetTheStateOfMenuItems) {
     menu.GetMenuString(0, text, MF_BYPOSITION);
     EXPECT_EQ(Utf8(text), "text");
     EXPECT_EQ(menu.GetMenuState(10, MF_BYCOMMAND) & (MF_CHECKED | MF_GRAYED), static_cast<UINT>(MF_CHECKED));
-    // Nobody answers the second.
+    // The second has no handler.
     EXPECT_NE(menu.GetMenuState(12, MF_BYCOMMAND) & MF_GRAYED, 0u);
 }

@@ -345,7 +345,7 @@ TEST(AfxString, LendsItsBuffer) {
     p[2] = p[3] = L'x';
     EXPECT_EQ(W(s), L"01xx");
     EXPECT_EQ(p[4], 0);
-    // Even when the user overwrites the whole room, ReleaseBuffer looks no further than the buffer goes.
+    // Even when the user overwrites the whole buffer, ReleaseBuffer does not read beyond its end.
     p = s.GetBuffer(4);
     for (int i = 0; i < s.GetAllocLength(); ++i)
         p[i] = L'y';

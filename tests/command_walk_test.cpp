@@ -1,4 +1,4 @@
-// Seeded random walks over all commands, 200,000 events in four parts: no fault, nothing left behind but what is meant
+// Seeded random walks over all commands, 200,000 events in four parts: no fault, no leaks except what is required
 // to stay, and a drawing that saves and loads to the same bytes.
 
 #include "MemoryInfo.h"

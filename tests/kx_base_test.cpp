@@ -20,7 +20,7 @@ CKXMemoryManager* Registry() {
     return CKXMemoryManager::Instance();
 }
 
-// A pointer that nothing stands behind: the registry never looks inside a block.
+// A pointer to no block: the registry never reads the memory of a block.
 void* Fake(uintptr_t number) {
     return reinterpret_cast<void*>(0x7000000000ull + number * 16);
 }

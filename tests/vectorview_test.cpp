@@ -170,7 +170,7 @@ TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
 }
 
 TEST(VectorView, OfADoubleClickTheEngineGetsTheFirstPressAndBothReleases) {
-    // The window class asks for double clicks, so the second press comes as one, and goes to nobody.
+    // The window class asks for double clicks, so the second press comes as one, and is not passed on.
     Recorded r;
     EXPECT_NE(0u, ::GetClassLongPtr(r.view.m_hWnd, GCL_STYLE) & CS_DBLCLKS);
     const LPARAM at = MAKELPARAM(10, 20);
@@ -385,7 +385,7 @@ TEST(VectorView, AFailureBeforeThePaintHasBegunIsShownOnceAndNotBoxUponBox) {
     Recorded r;
     int failures = 0;
     r.view.Engine().inPreRedraw = [&] {
-        // A window that goes on being invalid would fail below its own box for ever.
+        // A window that stays invalid would fail again and again under its own message box.
         if (++failures <= 5) {
             throw 1;
         }
@@ -653,7 +653,7 @@ TEST(VectorView, TheEngineIsFreedBeforeTheDocument) {
 
 namespace {
 
-// What a view does when it goes, in order.
+// What a view does when it is destroyed, in order.
 struct LastWords {
     static Calls s_order;
     static HWND s_dialog;

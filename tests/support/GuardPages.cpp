@@ -25,7 +25,7 @@ struct Header {
 };
 
 constexpr std::size_t kPage = 4096;
-// Nearly all blocks fit one page. Those live in slots, a page with an inaccessible one behind it, which are cut from
+// Nearly all blocks fit one page. Those are in slots, a page with an inaccessible one after it, which are cut from
 // slabs and never given back: taking and freeing one is a change of protection each, where pages of its own would
 // cost the system four changes of its map.
 constexpr std::size_t kSlot = 2 * kPage;
@@ -88,7 +88,7 @@ constexpr std::size_t RoundUp(std::size_t n, std::size_t to) {
 }
 
 // How exactly the block can end at the page. An object's size is a multiple of its alignment, so an array may end
-// exactly there. A single allocation may be a head with a tail of another type behind it, so it keeps 8 at least; the
+// exactly there. A single allocation may be a head with a tail of another type after it, so it keeps 8 at least; the
 // bytes between its end and the page are canaries.
 std::size_t Alignment(std::size_t size, Form form, std::size_t wanted) {
     if (wanted)

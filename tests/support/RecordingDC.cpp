@@ -202,7 +202,7 @@ std::vector<DWORD> RecordingDC::Pixels() const {
     ::GdiFlush();
     std::vector<DWORD> pixels(m_bits, m_bits + m_width * m_height);
     for (DWORD& pixel : pixels)
-        pixel &= 0xFFFFFF; // the fourth byte is nobody's
+        pixel &= 0xFFFFFF; // the fourth byte is unused
     return pixels;
 }
 
