@@ -129,7 +129,7 @@ TEST(CommandOperationOffset, ALineIsDoubledInPlace) {
     EXPECT_EQ(d.Selected().GetSize(), 0);
 }
 
-TEST(CommandOperationOffset, SoIsAPolylineOfThreeVertices) {
+TEST(CommandOperationOffset, APolylineOfThreeVerticesIsDoubledInPlace) {
     ViewDriver d;
     d.AddPolyline({{100, 100}, {200, 100}, {200, 150}});
     d.Start(L"offset");
@@ -139,7 +139,7 @@ TEST(CommandOperationOffset, SoIsAPolylineOfThreeVertices) {
               "pline (100,100) (200,100) (200,150) normal -1; pline (100,100) (200,100) (200,150) normal -1");
 }
 
-TEST(CommandOperationOffset, SoIsABentSegment) {
+TEST(CommandOperationOffset, ABentSegmentIsDoubledInPlace) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
     line->SetBulge(0, 0.00011); // As good as straight, and an arc all the same.

@@ -377,7 +377,7 @@ TEST(CommandOperation, ANewToolHasItsInitialValuesAndAHiddenEditBox) {
     EXPECT_EQ(CSize(40, 20), rect.Size());
 }
 
-TEST(CommandOperation, TheEditBoxDiesWithItsTool) {
+TEST(CommandOperation, TheEditBoxIsDestroyedWithItsTool) {
     ViewHost host;
     HWND edit = nullptr;
     {

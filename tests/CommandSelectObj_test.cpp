@@ -70,7 +70,7 @@ TEST(CommandSelectObj, AnObjectThatIsNotSelectableIsPassedOver) {
     EXPECT_EQ(1, host.Document().IsSelected(free));
 }
 
-TEST(CommandSelectObj, AnUnselectableObjectSelectedByOtherMeansStillShields) {
+TEST(CommandSelectObj, ASelectedObjectThatIsNotSelectableStillHidesTheOneAbove) {
     ViewHost host;
     CLine* fixed = AddLine(host, 100, 100, 300, 100);
     fixed->SetCanBeSelect(0);

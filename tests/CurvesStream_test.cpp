@@ -127,7 +127,7 @@ TEST(CurvesStream, OutsideReadObjectTheCurrentFormIsExpected) {
     EXPECT_EQ(StoreObject(arc), StoreObject(copy));
 }
 
-TEST(CurvesStream, TheVersionWordsAreReadAndNotAsked) {
+TEST(CurvesStream, TheVersionWordsAreReadAndNotChecked) {
     // After the class tag, the schema, the length of the name and the name, 48 bytes of the base, then the kind's
     // word.
     const struct {

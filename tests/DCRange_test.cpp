@@ -110,7 +110,7 @@ TEST(DCRange, AFarEllipseIsItsOutlineAndItsFilling) {
     EXPECT_EQ(0x00FFFFFFu, distant.dc.Pixel(70, 50));
 }
 
-TEST(DCRange, AFarLineRunsWhereItsEndsSay) {
+TEST(DCRange, AFarLineRunsBetweenItsEnds) {
     Inked inked;
     inked.dc.MoveTo(-1000000, -1000000);
     inked.dc.LineTo(1000000, 1000000);
@@ -159,7 +159,7 @@ TEST(DCRange, APenIsAtMostSixteenBitsWide) {
     }
 }
 
-TEST(DCRange, ADrawingFullOfHostileCoordinatesIsPaintedInNoTimeToSpeakOf) {
+TEST(DCRange, ADrawingFullOfExtremeCoordinatesIsPaintedQuickly) {
     const double values[] = {33000,
                              1e5,
                              1e6,

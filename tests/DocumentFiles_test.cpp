@@ -368,7 +368,7 @@ TEST(DocumentFiles, AStoreThatThrowsANumberFailsTheSaveToo) {
     EXPECT_TRUE(document.GetPathName().IsEmpty());
 }
 
-TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatStoodThere) {
+TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatWasThere) {
     TemporaryPath path;
     path.Write({'g', 'o', 'o', 'd'});
     const int making = FilesInTheMaking();
@@ -667,7 +667,7 @@ TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumen
 
 // ---- Too little memory ---------------------------------------------------------------------------------------------
 
-TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereSaysSo) {
+TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereIsReported) {
     Bytes bytes = ReadTestData("lines_two.nrv");
     ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
         LoneDocument lone;
@@ -688,7 +688,7 @@ TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereSaysSo) {
     });
 }
 
-TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereSaysSo) {
+TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereIsReported) {
     const TemporaryPath path;
     const Bytes bytes = ReadTestData("lines_two.nrv");
     path.Write(bytes);
@@ -708,7 +708,7 @@ TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereSaysSo) {
     });
 }
 
-TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereSaysSoAndLeavesTheOldFile) {
+TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereIsReportedAndLeavesTheOldFile) {
     const TemporaryPath path;
     const Bytes old = ReadTestData("empty.nrv");
     const Bytes bytes = ReadTestData("lines_two.nrv");

@@ -180,7 +180,7 @@ TEST(DocumentStream, TheHeaderHoldsBackgroundScaleOriginAndScreenHeight) {
     EXPECT_EQ(expected, second.Store());
 }
 
-TEST(DocumentStream, AnExplicitBackgroundGoesRoundBehindTheIndexThatHidesIt) {
+TEST(DocumentStream, AnExplicitBackgroundIsStoredAlsoWhereAnIndexHidesIt) {
     LoneDocument lone;
     lone.document.SetBKColor(0x00112233);
     lone.document.SetBKColorIndex(9);
@@ -484,7 +484,7 @@ TEST(DocumentStream, LoadingClearsTheModifiedFlag) {
     EXPECT_FALSE(lone.document.IsModified());
 }
 
-TEST(DocumentStream, BytesBehindTheLastObjectAreNotRead) {
+TEST(DocumentStream, BytesAfterTheLastObjectAreNotRead) {
     Bytes bytes = ReadTestData("line_schema5.nrv");
     bytes.insert(bytes.end(), {1, 2, 3, 4, 5});
     LoneDocument lone;

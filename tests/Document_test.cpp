@@ -64,7 +64,7 @@ void AddSpare(CGraphicDocument& document) {
 
 // ---- Adding and taking out -----------------------------------------------------------------------------------------
 
-TEST(Document, AnObjectStandsInTheDrawingOnce) {
+TEST(Document, AnObjectIsInTheDrawingOnce) {
     LoneDocument lone;
     CLine* line = NewLine();
     lone.document.AddDrawAobject(line);
@@ -275,7 +275,7 @@ TEST(Document, IsSelectedAsksTheListAndNotTheState) {
     EXPECT_EQ(0, lone.document.IsSelected(&line));
 }
 
-TEST(Document, DeselectingAStrangerLeavesItsStateAlone) {
+TEST(Document, DeselectingAnObjectThatIsNotSelectedLeavesItsState) {
     LoneDocument lone;
     CLine line;
     line.SetDrawState(CDrawable::Dragging);

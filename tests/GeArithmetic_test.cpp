@@ -58,7 +58,7 @@ TEST(GeArithmetic, ASlantedLineGivesTheUpperPointFirst) {
     EXPECT_POINT(11, 20, moved.q2);
 }
 
-TEST(GeArithmetic, AMissMovesBothResultsByTheCentreAllTheSame) {
+TEST(GeArithmetic, AMissMovesBothResultsByTheCentre) {
     for (const Meeting& m : {Meeting(CGePoint2d(1, 2), 5, 0, 1, -8), Meeting(CGePoint2d(1, 2), 5, 1, 0, -7),
                              Meeting(CGePoint2d(1, 2), 5, 3, 4, -61), Meeting(CGePoint2d(1, 2), 5, 0, 0, 3)}) {
         EXPECT_EQ(0, m.count);

@@ -152,7 +152,7 @@ TEST(GeVector2d, TheAngleRunsFromZeroToTheFullTurnOfTenDigits) {
     EXPECT_EQ(6.283185307, CGeVector2d(1, -1e-300).angle()) << "just below the axis: the constant itself";
 }
 
-TEST(GeVector2d, WhichHalfIsAskedOfTheVectorItselfNotOfItsUnitVector) {
+TEST(GeVector2d, TheHalfIsDecidedByTheVectorItselfNotByItsUnitVector) {
     // The unit vector's y underflows to zero, the vector's own does not.
     EXPECT_EQ(6.283185307, CGeVector2d(1e10, -5e-324).angle());
 }

@@ -501,7 +501,7 @@ struct LoneBox : InPlaceEdit {
     }
 };
 
-TEST_F(LoneBox, CallsNobody) {
+TEST_F(LoneBox, MakesNoCalls) {
     Key(VK_TAB);
     EXPECT_TRUE(HasFocus(box));
     Type(L"345");

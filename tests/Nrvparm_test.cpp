@@ -249,7 +249,7 @@ TEST_F(Nrvparm, ACommandLineItDoesNotUnderstandIsTwo) {
     EXPECT_EQ("", run.out);
 }
 
-TEST_F(Nrvparm, BehindTwoDashesEverythingIsAFile) {
+TEST_F(Nrvparm, AfterTwoDashesEverythingIsAFile) {
     CVectorView view;
     AddParm(view, L"A", L"1", 0, 0);
     Save(L"--json", view);

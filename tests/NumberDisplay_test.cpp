@@ -183,7 +183,7 @@ TEST(NumberDisplay, ValuesBeyondAllBoundsDoNoHarm) {
     EXPECT_EQ(40, display.GetTextParm_ShowText(large).GetLength());
 }
 
-TEST(NumberDisplay, ADrawingContextWithoutAPainterShowsTheValueAsItStands) {
+TEST(NumberDisplay, ADrawingContextWithoutAPainterShowsTheValueUnchanged) {
     CDrawGeometry alone(nullptr, nullptr);
     CString value(L"12.04");
     EXPECT_EQ(value, alone.GetTextParm_ShowText(value));

@@ -198,7 +198,7 @@ TEST(PLineHit, UncountedVerticesAreNotHit) {
 
 // ---- Feet and sides ------------------------------------------------------------------------------------------------
 
-TEST(PLineHit, FeetStandOnTheInfiniteLinesOfStraightSegments) {
+TEST(PLineHit, FeetAreOnTheInfiniteLinesOfStraightSegments) {
     CPLine line;
     line.AddPoint(CGePoint2d(0, 0));
     line.AddPoint(CGePoint2d(10, 0), 0.5); // An arc: no foot.

@@ -361,7 +361,7 @@ TEST(RubberBand, AGripOnThePixelItselfIsTakenWholeAndEndsTheSearch) {
     EXPECT_EQ(8, point.type) << "the kind as well";
 }
 
-TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndGoWithTheBand) {
+TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndAreErasedWithTheBand) {
     Band b;
     b.manager.AddGripPoint(CGePoint2d(200, 250)); // Pixel (200, 50).
     b.manager.AddGripPoint(CGePoint2d(50, 100));  // Pixel (50, 200).

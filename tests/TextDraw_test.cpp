@@ -343,7 +343,7 @@ TEST(TextDraw, MeasuringDoesNotDisturbTextsThatAreShared) {
     EXPECT_EQ(shared, text.GetText());
 }
 
-TEST(TextDraw, PaintsLeaveNoFontsBehind) {
+TEST(TextDraw, PaintsLeakNoFonts) {
     // Handles run out at about 65,500 a process; without a font the default one would be measured.
     Scene scene;
     Canvas canvas(8, 8);

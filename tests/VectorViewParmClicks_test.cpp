@@ -149,7 +149,7 @@ TEST_F(ParmClicks, ACommandStillGetsItsClicks) {
     EXPECT_TRUE(view.GetDocument()->GetDrawableObjs()->GetAt(0)->IsKindOf(RUNTIME_CLASS(CLine)));
 }
 
-TEST_F(ParmClicks, AViewWithoutAParentTellsNobody) {
+TEST_F(ParmClicks, AViewWithoutAParentSendsNoNotification) {
     ParmView lone;
     Events lines;
     lone.log = &lines;

@@ -76,7 +76,7 @@ TEST(WeldedSection, FlangesThatFillTheHeightAreRefused) {
     EXPECT_EQ(nullptr, Section(400, 200, 8, 199, 0, 6000).FindFault());
 }
 
-TEST(WeldedSection, WeldsMustHaveRoomOnFlangeAndWeb) {
+TEST(WeldedSection, WeldsMustFitOnFlangeAndWeb) {
     // (200 - 8) / 2 = 96 on the flange; a web 20 high takes two legs of 10.
     EXPECT_TRUE(Says(Section(400, 200, 8, 12, 96.5, 6000), L"超出翼缘"));
     EXPECT_EQ(nullptr, Section(400, 200, 8, 12, 96, 6000).FindFault());

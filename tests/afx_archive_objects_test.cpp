@@ -285,7 +285,7 @@ TEST(AfxArchiveObjects, NumbersThatWereNeverGivenOutAreRefused) {
     });
 }
 
-TEST(AfxArchiveObjects, EveryPrefixOfAStreamEndsInAnExceptionAndLeavesNothingBehind) {
+TEST(AfxArchiveObjects, EveryPrefixOfAStreamEndsInAnExceptionAndLeaksNothing) {
     CDot a(1), b(2);
     CLink link;
     link.next = &b;

@@ -399,7 +399,7 @@ TEST(AfxArchive, CountsEscapeToWiderForms) {
 
 // ---- text ----------------------------------------------------------------------------------------------------------
 
-TEST(AfxArchive, TextLengthsTakeOneThreeOrSevenBytesBehindTheWideMark) {
+TEST(AfxArchive, TextLengthsTakeOneThreeOrSevenBytesAfterTheWideMark) {
     const struct {
         UINT_PTR length;
         Bytes bytes;

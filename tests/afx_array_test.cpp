@@ -94,7 +94,7 @@ TEST(AfxArray, AddMovesItsElementsOnlyNowAndThen) {
     EXPECT_LT(moves, 60); // growing by half: 1.5 to the 34th is a million
 }
 
-TEST(AfxArray, AGivenGrowByIsTheLeastRoomThatIsMade) {
+TEST(AfxArray, AGivenGrowByIsTheLeastGrowth) {
     IntArray a;
     a.SetSize(0, 500);
     a.Add(1);
@@ -171,7 +171,7 @@ TEST(AfxArray, RemovesAppendsAndCopies) {
     EXPECT_EQ(b.GetSize(), 0);
 }
 
-TEST(AfxArray, FreeExtraGivesRoomBackAndKeepsTheElements) {
+TEST(AfxArray, FreeExtraFreesUnusedMemoryAndKeepsTheElements) {
     IntArray a;
     Fill(a, {1, 2, 3, 4, 5});
     a.FreeExtra();

@@ -115,7 +115,7 @@ TEST(DesktopAfxDialog, OkTakesTheValuesAndCancelDoesNot) {
     EXPECT_EQ(Utf8(other.m_text), "old");
 }
 
-TEST(DesktopAfxDialog, ARefusedValueIsToldAndTheDialogStays) {
+TEST(DesktopAfxDialog, ARefusedValueIsReportedAndTheDialogStays) {
     Asking dialog;
     BoxAnswer boxes({IDOK});
     std::vector<std::string> wrong = {"abc", "", "12x", "101", "99999999999"};
@@ -261,7 +261,7 @@ TEST(DesktopAfxDialog, EscapeCancelsThroughTheMessageLoop) {
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
 }
 
-TEST(DesktopAfxDialog, TheOwnerTakesNoInputWhileTheDialogStands) {
+TEST(DesktopAfxDialog, TheOwnerTakesNoInputWhileTheDialogIsShown) {
     CWnd owner;
     ASSERT_TRUE(
         owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP | WS_VISIBLE, CRect(100, 100, 500, 400), nullptr, 0));
@@ -315,7 +315,7 @@ public:
 
 } // namespace
 
-TEST(DesktopAfxDialog, ADialogThatGoesWithItsOwnerGivesAbort) {
+TEST(DesktopAfxDialog, ADialogDestroyedWithItsOwnerGivesAbort) {
     CWnd owner;
     ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
     OwnedBy dialog(&owner);
@@ -334,7 +334,7 @@ TEST(DesktopAfxDialog, ADialogThatGoesWithItsOwnerGivesAbort) {
     EXPECT_EQ(dialog.DoModal(), 4);
 }
 
-TEST(DesktopAfxDialog, ADialogWhoseOwnerGoesBeforeItShowsWasNotMade) {
+TEST(DesktopAfxDialog, ADialogWhoseOwnerIsDestroyedBeforeItShowsIsNotMade) {
     CWnd owner;
     ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
     OwnedBy dialog(&owner);
@@ -462,7 +462,7 @@ TEST(DesktopAfxMenu, ALoadedMenuHasItsItems) {
     EXPECT_FALSE(::IsMenu(handle));
 }
 
-TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsToldAndStopsThere) {
+TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsReportedAndStopsThere) {
     class Throwing : public CFileDialog {
     public:
         Throwing() : CFileDialog(TRUE, nullptr, nullptr, OFN_HIDEREADONLY, L"All|*.*||") {}

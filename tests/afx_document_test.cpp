@@ -141,7 +141,7 @@ TEST_F(DesktopAfxDocument, WhatIsSavedIsLoadedAgain) {
     EXPECT_EQ(Names().size(), 1u);
 }
 
-TEST_F(DesktopAfxDocument, ASaveThatThrowsLeavesTheOldFileAndSaysWhy) {
+TEST_F(DesktopAfxDocument, ASaveThatThrowsLeavesTheOldFileAndShowsWhy) {
     Put("good");
     Bytes document;
     document.m_bytes = std::string(20000, 'x');

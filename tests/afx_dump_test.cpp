@@ -47,7 +47,7 @@ std::string Address(const void* p) {
 
 } // namespace
 
-TEST(AfxDump, AnObjectSaysItsClassAndAddress) {
+TEST(AfxDump, AnObjectDumpsItsClassAndAddress) {
     CHolder holder;
     const std::string own = "a CHolder at $" + Address(&holder) + "\ncount = 3\n";
     EXPECT_EQ(Dumped(holder, 0), own);

@@ -93,7 +93,7 @@ TEST(AfxExceptions, SystemErrorsBecomeCauses) {
     EXPECT_EQ(FileCause([] { CFileException::ThrowOsError(ERROR_DISK_FULL); }), CFileException::diskFull);
 }
 
-TEST(AfxExceptions, TextsAreCutToTheGivenRoom) {
+TEST(AfxExceptions, TextsAreCutToTheGivenSize) {
     const UiLanguage english(UiLanguage::kEnglish);
     wchar_t text[8] = L"unused!";
     UINT help = 7;

@@ -33,7 +33,7 @@ TEST(AfxGdi, TheOldObjectStaysValidOverThousandsOfSelections) {
     EXPECT_NE(initial->GetLogPen(&log), 0);
 }
 
-TEST(AfxGdi, ATemporaryObjectNeverStandsForAHandleOfAnotherKind) {
+TEST(AfxGdi, ATemporaryObjectIsNeverUsedForAHandleOfAnotherKind) {
     const HGDIOBJ pen = ::CreatePen(PS_SOLID, 1, 0);
     const CPen* temporary = CPen::FromHandle(static_cast<HPEN>(pen));
     EXPECT_EQ(CGdiObject::FromHandle(pen), temporary);

@@ -45,7 +45,7 @@ TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
     EXPECT_EQ(map.Find(Handle(5000)), nullptr);
 }
 
-TEST(AfxHandleMap, TheNewestLeavesNothingBehindAndUncoversTheOneBefore) {
+TEST(AfxHandleMap, TheNewestLeavesNoEntryAndUncoversTheOneBefore) {
     HandleMap<Counted> map;
     Counted first, second, other;
     map.Set(Handle(1), &first);
@@ -138,7 +138,7 @@ TEST(AfxHandleMap, ACoveredOwnerThatLeavesIsNotFoundAgain) {
     EXPECT_EQ(map.Permanent(Handle(1)), &first);
 }
 
-TEST(AfxHandleMap, ObjectsOfDeadHandlesAreUsedAgainAndNeverFreed) {
+TEST(AfxHandleMap, ObjectsOfFreedHandlesAreUsedAgainAndNeverFreed) {
     ASSERT_EQ(Counted::alive, 0);
     {
         HandleMap<Counted> map;

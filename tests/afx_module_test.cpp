@@ -132,14 +132,14 @@ TEST(AfxModule, AManagedStateLastsForItsBlock) {
     EXPECT_EQ(AfxGetStaticModuleState(), AfxGetAppModuleState()) << "the program's own state is the application's";
 }
 
-TEST(AfxModule, WithoutAnApplicationTheProgramStandsIn) {
+TEST(AfxModule, WithoutAnApplicationTheProgramIsUsed) {
     EXPECT_EQ(AfxGetApp(), nullptr);
     EXPECT_EQ(AfxGetMainWnd(), nullptr);
     EXPECT_EQ(AfxGetInstanceHandle(), ::GetModuleHandle(nullptr));
     EXPECT_EQ(Utf8(AfxGetAppName()), "afx_win_tests");
 }
 
-TEST(DesktopAfxApp, TheLoopRunsUntilTheMainWindowGoes) {
+TEST(DesktopAfxApp, TheLoopRunsUntilTheMainWindowIsDestroyed) {
     class App : public CWinApp {
     public:
         App() : CWinApp(L"名字") {}
@@ -220,7 +220,7 @@ TEST(DesktopAfxApp, EscapeAndTheCloseButtonPressCancelOrALoneOk) {
     }
 }
 
-TEST(DesktopAfxApp, ABoxOfAQuittingThreadSaysYesToNothing) {
+TEST(DesktopAfxApp, ABoxOfAQuittingThreadNeverAnswersYes) {
     const struct {
         UINT type;
         int answer;
@@ -240,7 +240,7 @@ TEST(DesktopAfxApp, ABoxOfAQuittingThreadSaysYesToNothing) {
     }
 }
 
-TEST(DesktopAfxApp, ABoxWhoseOwnerIsDestroyedSaysYesToNothing) {
+TEST(DesktopAfxApp, ABoxWhoseOwnerIsDestroyedNeverAnswersYes) {
     const struct {
         UINT type;
         int answer;

@@ -113,7 +113,7 @@ TEST(DesktopAfxWnd, TheDefaultClassHasNoDeviceContextOfItsOwnAndReportsDoubleCli
     EXPECT_NE(style & CS_DBLCLKS, 0u);
 }
 
-TEST(DesktopAfxWnd, AModeSetInOneContextIsGoneInTheNext) {
+TEST(DesktopAfxWnd, AModeSetInOneContextIsNotSetInTheNext) {
     Frame frame;
     Child child;
     ASSERT_TRUE(child.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, kPlace, &frame, 1));
@@ -240,7 +240,7 @@ TEST(DesktopAfxWnd, AThrowingPaintDoesNotAskForPaintAgain) {
     EXPECT_FALSE(child.GetUpdateRect(nullptr));
 }
 
-TEST(DesktopAfxWnd, PlaceValuesStandForNoWindow) {
+TEST(DesktopAfxWnd, PlaceValuesAreNoWindows) {
     EXPECT_EQ(CWnd::wndTop.m_hWnd, HWND_TOP);
     EXPECT_EQ(CWnd::wndNoTopMost.m_hWnd, HWND_NOTOPMOST);
     Frame frame;
@@ -291,7 +291,7 @@ TEST(DesktopAfxWnd, ARegisteredClassNameIsTheSameForTheSameStyle) {
 
 // --- what handlers throw ------------------------------------------------------------------------------------------
 
-TEST(DesktopAfxWnd, AnythingThrownByAHandlerIsToldAndStopsThere) {
+TEST(DesktopAfxWnd, AnythingThrownByAHandlerIsReportedAndStopsThere) {
     class Throwing : public CWnd {
     public:
         int m_what = 0;
@@ -338,7 +338,7 @@ TEST(DesktopAfxWnd, WhateverTheReportItselfThrowsStopsThereToo) {
     EXPECT_EQ(app.m_boxes, 1);
 }
 
-TEST(DesktopAfxWnd, WhateverIsThrownWhileAWindowIsBeingMadeIsToldAndStopsThere) {
+TEST(DesktopAfxWnd, WhateverIsThrownWhileAWindowIsBeingMadeIsReportedAndStopsThere) {
     class Throwing : public CWnd {
     protected:
         void PreSubclassWindow() override { throw std::runtime_error("x"); }

@@ -160,7 +160,7 @@ TEST(VectorView, AReleaseGoesToTheEngineThenToTheDefault) {
     EXPECT_EQ((Calls{"LButtonUp 8 (11,21;1)", "Default 514"}), r.Send(WM_LBUTTONUP, MK_CONTROL, MAKELPARAM(11, 21)));
 }
 
-TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
+TEST(VectorView, ALeftDoubleClickIsNotPassedToTheEngine) {
     Recorded r;
     HINSTANCE before = AfxGetResourceHandle();
     EXPECT_EQ((Calls{"Default 515"}), r.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1)));
@@ -526,7 +526,7 @@ TEST(VectorView, AnyDeltaCountsOnceAndZeroIsForward) {
     EXPECT_NEAR(0.768, r.view.GetVectorViewCoordTran()->GetScale(), 1e-6);
 }
 
-TEST(VectorView, AnEmptyDrawingDoesNotZoomAndTheEngineIsNotTold) {
+TEST(VectorView, AnEmptyDrawingDoesNotZoomAndTheEngineGetsNoWheel) {
     Recorded r;
     ::ValidateRect(r.view.m_hWnd, nullptr);
     EXPECT_EQ((Calls{"Default 522"}), r.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0));
