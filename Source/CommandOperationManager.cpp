@@ -238,7 +238,7 @@ int CCommandOperationManager::DoCommand(CString word) {
     CToolOwner op = Registered(row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument()));
     switch (row->running) {
     case CommandRunning::Installed:
-        // Its edit box is a new child window, of which the view's host hears.
+        // Its edit box is a new child window, of which the view's host is notified.
         return engine.IsAlive() ? SetCommand(op.release(), 1) : 0;
     case CommandRunning::AtOnce:
         op->Execute();

@@ -21,7 +21,7 @@ public:
 
     // Modeless; `id` is the template.
     int Create(unsigned int id, CWnd* parent) override;
-    // What a click on an object calls: shows it when the window is there and visible. Not owned: whoever frees the
+    // What a click on an object calls: shows it when the window is there and visible. Not owned: code that frees the
     // object calls LoadObject with null first. If not, its rows stay until the next edit, which then empties the
     // dialog.
     void SetObject(CDrawable* object);

@@ -44,7 +44,7 @@ public:
     // one. Objects that only leave the list change nothing here.
     unsigned long long GetGeneration() const { return m_Generation; }
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
-    // For whoever keeps a pointer to the document while its owner may free it: the token tells whether that has
+    // For code that keeps a pointer to the document while its owner may free it: the token tells whether that has
     // happened.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
 

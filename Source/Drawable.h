@@ -103,7 +103,8 @@ public:
 
     void Serialize(CArchive& ar) override;
 
-    // For whoever keeps a pointer to the object while its owner may free it: the token tells whether that has happened.
+    // For code that keeps a pointer to the object while its owner may free it: the token tells whether that has
+    // happened.
     CKxAliveToken GetAlive();
 
 protected:

@@ -1,4 +1,4 @@
-// Points, vectors and matrices of the drawing plane, in drawing units with y upwards (or pixels, where told).
+// Points, vectors and matrices of the drawing plane, in drawing units with y upwards (or pixels, where stated).
 // Layer 4: geometry.
 #pragma once
 

@@ -205,7 +205,7 @@ BOOL CInPlaceEdit::PreTranslateMessage(MSG* msg) {
         return TRUE;
     }
     if (msg->message == WM_KEYDOWN && (msg->wParam == VK_TAB || msg->wParam == VK_RETURN)) {
-        // Return does what Tab does. With a repeat count of 0, by which this call is told from a message.
+        // Return does what Tab does. The repeat count of 0 distinguishes this call from a message.
         OnKeyDown(VK_TAB, 0, 0);
         return TRUE;
     }

@@ -6,8 +6,8 @@
 
 class CMemDC : public CDC {
 public:
-    // `dc` is borrowed and must outlive this object. A printer is not buffered: this object then draws straight into
-    // it. Throws the resource exception when GDI makes no context or bitmap.
+    // `dc` is borrowed and must exist as long as this object. A printer is not buffered: this object then draws
+    // straight into it. Throws the resource exception when GDI makes no context or bitmap.
     explicit CMemDC(CDC* dc);
     // Copies the picture to the target.
     ~CMemDC() override;

@@ -28,7 +28,7 @@ CCommandOperation::ResultState COperationCreateArc::OnLButtonDown(unsigned int, 
     ErasShirrLine();
     KeepCurrentObject();
     // Compatibility 18: three points on a line make an arc.
-    // Three points on a line end the command all the same: the arc keeps what the last good move gave it, or, without
+    // Three points on a line end the command too: the arc keeps what the last good move gave it, or, without
     // one, what it was made with.
     BendTo(point);
     RequestRedraw();

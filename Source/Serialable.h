@@ -4,7 +4,7 @@
 
 #include "VectorViewApi.h"
 
-// The schema in each class record. Objects of schemas 1 to 4 are older forms, told apart by each class's Serialize.
+// The schema in each class record. Objects of schemas 1 to 4 are older forms, distinguished by each class's Serialize.
 inline constexpr UINT kCurrentSchema = 5;
 inline constexpr UINT kNoSchema = 0xFFFFFFFF; // The object schema of an archive outside ReadObject.
 

@@ -59,7 +59,7 @@ public:
     // text. Each action asks once, and does nothing else when the text is refused: Tab and Return go nowhere, a press
     // in the view, or a choice in its menu, has no effect and sends no notification, and no other edit opens. Escape
     // puts the text back that the edit began with and asks about that. The focus is not taken back from another
-    // top-level window. ResetVectorView, a new drawing and the end of the window close the edit as ever.
+    // top-level window. ResetVectorView, a new drawing and the end of the window close the edit in any case.
     void SetStrictRefusal(int strict) { m_bStrictRefusal = strict; }
     int GetStrictRefusal() const { return m_bStrictRefusal; }
 
@@ -93,7 +93,7 @@ protected:
     virtual int OnAcceptEditData(CTextParm* parm, CString text);
     // Last, also for an unchanged text and for an edit that ResetVectorView breaks off.
     virtual void OnEndEdit(CTextParm* parm);
-    // Opens the next parameter of the document's list that wants an edit box, from the last one on to the first.
+    // Opens the next parameter of the document's list that needs an edit box, from the last one on to the first.
     // `current` is compared only. One that refuses is not skipped: the walk ends at it, with no box open.
     void OnEditTabDown(CTextParm* current) override;
     // 0 for a parameter of type 4, and when the parent refuses.

@@ -282,7 +282,7 @@ void CVectorView::OnLButtonUp(UINT nFlags, CPoint point) {
 }
 
 void CVectorView::OnLButtonDblClk(UINT, CPoint) {
-    // The engine is not told: a double click reaches it as its two presses and releases.
+    // The engine gets no call: a double click reaches it as its two presses and releases.
     const CResourceScope resources(VectorViewModule());
     Default();
 }

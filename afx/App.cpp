@@ -188,14 +188,14 @@ LRESULT CWinApp::ProcessWndProcException(CException* e, const MSG* pMsg) {
 
 LRESULT AfxProcessWndProcException(CException* e, const MSG& message) {
     if (message.message == WM_CREATE) {
-        return -1; // who made the window sees that it failed
+        return -1; // the code that creates the window gets the failure
     }
     // A window that can't be painted must not ask for it for ever.
     if (message.message == WM_PAINT) {
         ::ValidateRect(message.hwnd, nullptr);
     }
     const bool command = message.message == WM_COMMAND && message.lParam == 0;
-    // Who threw a user exception has told the user already.
+    // Code that throws a user exception has informed the user already.
     if (!e->IsKindOf(RUNTIME_CLASS(CUserException))) {
         e->ReportError(MB_ICONEXCLAMATION, command ? AFX_IDP_COMMAND_FAILURE : AFX_IDP_INTERNAL_FAILURE);
     }

@@ -25,7 +25,7 @@ public:
         m_strTarget = AfxGetFullPath(lpszFileName);
         const DWORD attributes = ::GetFileAttributes(m_strTarget);
         if (attributes != INVALID_FILE_ATTRIBUTES) {
-            // Replacing would get round the protection of the file, and round those who have it open.
+            // Replacing would bypass the protection of the file, and programs that have it open.
             if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
                 return Refuse(pError, ERROR_ACCESS_DENIED);
             const HANDLE probe = ::CreateFile(m_strTarget, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,

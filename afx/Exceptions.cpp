@@ -16,7 +16,7 @@ int PlainMessageBox(LPCTSTR lpszText, UINT nType) {
     return ::MessageBoxW(NULL, lpszText, L"", nType);
 }
 
-// Copies a string resource without allocating; with no number, or for want of the string, an empty text.
+// Copies a string resource without allocating; with no number, or when there is no such string, an empty text.
 BOOL CopyMessage(UINT nMessage, LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) {
     if (pnHelpContext != NULL)
         *pnHelpContext = 0;
@@ -104,7 +104,7 @@ AFX_SIMPLE_EXCEPTION(CMemoryException, AfxThrowMemoryException, AFX_IDS_OUT_OF_M
 AFX_SIMPLE_EXCEPTION(CNotSupportedException, AfxThrowNotSupportedException, AFX_IDS_NOT_SUPPORTED)
 AFX_SIMPLE_EXCEPTION(CResourceException, AfxThrowResourceException, AFX_IDS_NO_RESOURCE)
 AFX_SIMPLE_EXCEPTION(CInvalidArgException, AfxThrowInvalidArgException, AFX_IDS_INVALID_ARGUMENT)
-// What the user cancelled has been told already.
+// The user has been informed of what was cancelled already.
 AFX_SIMPLE_EXCEPTION(CUserException, AfxThrowUserException, 0)
 
 // ---- CArchiveException ---------------------------------------------------------------------------------------------

@@ -48,7 +48,7 @@ public:
         ++m_temporaries;
         return object.release();
     }
-    // Takes the entry out if it is the object's; a temporary object stays alive.
+    // Takes the entry out if it is the object's; a temporary object is not freed.
     void Remove(const void* handle, const T* object) {
         if (m_newest.object == object && m_newest.handle == handle) {
             m_newest = Entry();
@@ -74,7 +74,7 @@ public:
         }
         Erase(static_cast<size_t>(entry - m_entries.data()));
     }
-    // How many temporary objects are alive.
+    // How many temporary objects there are.
     size_t GetTemporaryCount() const { return m_temporaries; }
     // A temporary object that isUsable accepts and whose handle has been freed according to isDead, and that has no
     // entry any more: it can represent another handle and be given to SetTemporary. Null when there is none. The search

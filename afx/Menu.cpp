@@ -146,7 +146,7 @@ void CCmdUI::Enable(BOOL bOn) {
         if (m_pSubMenu == nullptr)
             m_pMenu->EnableMenuItem(m_nIndex, MF_BYPOSITION | (bOn ? MF_ENABLED : MF_DISABLED | MF_GRAYED));
     } else if (m_pOther != nullptr) {
-        // A control that loses the focus by going grey would leave the keyboard nowhere.
+        // If the control with the focus were disabled, no window would have the focus.
         if (!bOn && ::GetFocus() == m_pOther->m_hWnd)
             ::SendMessage(::GetParent(m_pOther->m_hWnd), WM_NEXTDLGCTL, 0, FALSE);
         m_pOther->EnableWindow(bOn);

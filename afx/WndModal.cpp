@@ -79,7 +79,7 @@ BOOL CWnd::UpdateData(BOOL bSaveAndValidate) {
         DoDataExchange(&exchange);
         return TRUE;
     } catch (CUserException* e) {
-        e->Delete(); // the user has been told
+        e->Delete(); // the user has been informed
     } catch (CException* e) {
         const AFX_EXCEPTION_LINK owned(e);
         e->ReportError(MB_ICONEXCLAMATION, AFX_IDP_INTERNAL_FAILURE);

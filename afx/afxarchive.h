@@ -45,7 +45,7 @@ public:
     void Write(const void* lpBuf, UINT nMax);
     void Flush(); // loading: gives unread bytes back to the file
     void Close();
-    void Abort(); // lets go of the file without writing what is left
+    void Abort(); // detaches from the file without writing what is left
 
     LPTSTR ReadString(LPTSTR lpsz, UINT nMax); // one line without its end, NULL at the end of the data
     BOOL ReadString(CString& rString);

@@ -34,10 +34,10 @@ public:
     virtual void DeleteContents();  // empties the document for reuse; nothing here
     virtual BOOL SaveModified();    // asks to save; FALSE: don't go on
     virtual void PreCloseFrame() {}
-    // Shows why a load or save failed. User exceptions have told it already.
+    // Shows why a load or save failed. For user exceptions that has been shown already.
     virtual void ReportSaveLoadException(LPCTSTR lpszPathName, CException* e, BOOL bSaving, UINT nIDPDefault);
 
-    // The file that a load or save goes through; null and *pError set when it can't be had. For modeWrite or
+    // The file of a load or save; null and *pError set when it can't be had. For modeWrite or
     // modeReadWrite together with modeCreate it is one that replaces the target when closed.
     virtual CFile* GetFile(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError);
     virtual void ReleaseFile(CFile* pFile, BOOL bAbort);

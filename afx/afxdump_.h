@@ -10,7 +10,7 @@ class CObject;
 
 class NRAFX_API CDumpContext {
 public:
-    // The file must outlive the context; NULL: the debugger's output.
+    // The file must exist as long as the context; NULL: the debugger's output.
     explicit CDumpContext(CFile* pFile = NULL);
     CDumpContext(const CDumpContext&) = delete;
     CDumpContext& operator=(const CDumpContext&) = delete;

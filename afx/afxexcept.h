@@ -1,5 +1,5 @@
-// The exception family. Exceptions are thrown as pointers; who catches one calls Delete() on it, or lets the CATCH
-// macros do it.
+// The exception family. Exceptions are thrown as pointers; code that catches one calls Delete() on it, or lets the
+// CATCH macros do it.
 // Classes: CException, CSimpleException, CArchiveException, CFileException.
 // Layer 1: afx.
 #pragma once

@@ -205,7 +205,7 @@ public:
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual LRESULT DefWindowProc(UINT nMsg, WPARAM wParam, LPARAM lParam);
-    // For the control that sent it, before its parent sees a message. TRUE: the parent is not asked.
+    // For the control that sent it, before its parent sees a message. TRUE: the parent does not get it.
     virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     virtual INT_PTR OnToolHitTest(CPoint point, TOOLINFO* pTI) const;
     BOOL PreTranslateInput(LPMSG lpMsg);

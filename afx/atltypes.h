@@ -62,7 +62,7 @@ public:
     CRect operator-(const RECT* lpRect) const noexcept;
 };
 
-// Right and bottom lie outside. Operations on two rectangles want both normalised.
+// Right and bottom are outside. Operations on two rectangles need both normalised.
 class CRect : public tagRECT {
 public:
     CRect() noexcept { left = top = right = bottom = 0; }

@@ -23,7 +23,7 @@ public:
     void OpenSection();
     // From the program's idle time: status bar, title, focus.
     void UpdateShown();
-    // Counts the messages that are shown to the user: how the frame sees that a load reported a failure.
+    // Counts the messages that are shown to the user: by it the frame detects that a load reported a failure.
     void NoteMessage() { ++m_messages; }
 
 protected:
@@ -88,7 +88,7 @@ private:
     CSectionView m_section;
     CSplitBar m_split;
     std::vector<CDrawable*> m_drawn; // the section's objects in the drawing; the drawing owns them
-    bool m_drawsSection = false;     // the drawing follows the parameters: it is none of a file
+    bool m_drawsSection = false;     // the drawing follows the parameters and is not that of a file
     bool m_showSection = false;
     bool m_inSection = false; // the pane where the keyboard is, or was last
     int m_splitAt = 440;      // left edge of the bar

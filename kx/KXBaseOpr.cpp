@@ -192,7 +192,7 @@ bool CKXMemoryManager::GrowSites() {
 }
 
 // Index of the place, or -1 without memory. The literal's address finds it, the text confirms it: another module may
-// have been loaded where the first one lay.
+// have been loaded at the address of the first one.
 int CKXMemoryManager::FindOrAddSite(const char* file, int line) {
     if (static_cast<size_t>(m_siteCount + 1) * 2 > m_siteCapacity && !GrowSites()) {
         return -1;

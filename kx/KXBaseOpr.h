@@ -33,10 +33,10 @@ public:
     // p is about to be freed at file:line. Null is ignored, a pointer that is not listed counts as unknown.
     void RemoveMemoryInfo(void* p, const char* file, int line) noexcept;
 
-    // Blocks alive now. Compare two readings to see whether a piece of work leaks.
+    // Blocks in use now. Compare two readings to see whether a piece of work leaks.
     int GetCount() const { return m_count; }
 
-    // Whether p is alive.
+    // Whether p is listed.
     int IsKnown(const void* p) const;
 
     // How often a pointer was removed that was not listed: a deregistration without its registration, or a second one.
@@ -84,7 +84,7 @@ private:
 };
 
 // Stopwatch for the life of a scope: writes "label: n us" with OutputDebugString when it ends, if logging is switched
-// on. Off, which is the default, it costs a test of one flag. The label must outlive the timer.
+// on. Off, which is the default, it costs a test of one flag. The label must exist as long as the timer.
 class NRKX_API CScopeTimer {
 public:
     explicit CScopeTimer(const char* label) : m_narrow(label) {

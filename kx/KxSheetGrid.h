@@ -7,7 +7,7 @@
 #include "KXBaseOpr.h"
 #include "KxAlive.h"
 
-// What travels with WM_NOTIFY to the parent; wParam is the grid's control ID.
+// What the parent gets with WM_NOTIFY; wParam is the grid's control ID.
 struct NMSHEETGRID {
     NMHDR hdr;
     UINT mask;       // SGIF_TEXT when strText is wanted or given

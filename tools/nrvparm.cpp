@@ -161,7 +161,7 @@ void AppendJson(std::string& out, const CString& text) {
 
 void AppendJson(std::string& out, double number) {
     if (!std::isfinite(number)) {
-        out += "null"; // JSON has no word for it.
+        out += "null"; // JSON has no representation for it.
         return;
     }
     char digits[32];
