@@ -1,4 +1,4 @@
-// What the two halves of nrafx.dll tell each other; no client includes this. The window-less half never calls
+// The interface between the two halves of nrafx.dll; no client includes this. The window-less half never calls
 // up: the window half installs its module state here when the DLL starts. Layer 1: afx.
 #pragma once
 

@@ -80,7 +80,7 @@ BOOL CWinThread::PreTranslateMessage(MSG* pMsg) {
     CWnd* main = GetMainWnd();
     if (CWnd::WalkPreTranslateTree(AfxHandleOf(main), pMsg))
         return TRUE;
-    // The walk from another top-level window, a modeless dialog for one, has not passed the main window.
+    // The walk from another top-level window, for example a modeless dialog, has not passed the main window.
     if (main != nullptr && pMsg->hwnd != nullptr) {
         HWND top = pMsg->hwnd;
         for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent))
@@ -168,7 +168,7 @@ BOOL CWinApp::InitInstance() {
 }
 
 int CWinApp::Run() {
-    // Nothing would ever end the loop of a program that has shown no window.
+    // The loop of a program that has shown no window would never end.
     if (m_pMainWnd == nullptr)
         AfxPostQuitMessage(0);
     return CWinThread::Run();
@@ -205,7 +205,7 @@ LRESULT AfxProcessWndProcException(CException* e, const MSG& message) {
 int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
     if ((nType & MB_ICONMASK) == 0)
         nType |= MB_ICONEXCLAMATION;
-    // Owned by the window that the user works in, with its open popup in front.
+    // Owned by the window in use, with its open popup in front.
     HWND owner = ::GetActiveWindow();
     if (owner == nullptr && m_pMainWnd != nullptr)
         owner = m_pMainWnd->m_hWnd;
@@ -232,7 +232,7 @@ BOOL CWinApp::DoPromptFileName(CString& fileName, UINT nIDSTitle, DWORD lFlags, 
     CString title, all;
     title.LoadString(nIDSTitle);
     all.LoadString(AFX_IDS_ALLFILTER);
-    // The pairs of a filter are parted, and the whole ended, by zeros.
+    // The pairs of a filter are separated by zeros, and the whole ends with one more.
     CString filter = all;
     filter += _T('\0');
     filter += _T("*.*");
@@ -361,7 +361,7 @@ UINT ButtonsOf(UINT type) {
     }
 }
 
-// Keeps from the box each command that is none of its buttons, and remembers the one that is.
+// Withholds from the box each command that is none of its buttons, and stores the one that is.
 LRESULT CALLBACK BoxProc(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR data) {
     auto* watch = reinterpret_cast<AfxBoxWatch*>(data);
     const UINT cancel = watch->buttons == Bit(IDOK) ? Bit(IDOK) : Bit(IDCANCEL); // Escape presses a lone OK

@@ -142,7 +142,7 @@ void CArchive::EnsureRead(void* lpBuf, UINT nCount) {
         return;
     if (lpBuf == NULL)
         AfxThrowInvalidArgException();
-    // By way of a block of its own: where the data ends too early, the caller's bytes stay as they were.
+    // Read into a separate block first: where the data ends too early, the caller's bytes stay as they were.
     BYTE value[16];
     std::unique_ptr<void, decltype(&AfxFreeBlock)> block(NULL, AfxFreeBlock);
     if (nCount > sizeof(value))

@@ -6,7 +6,7 @@
 
 namespace {
 
-// An object may stream others from its Serialize. Objects that are nested deeper than any program would must not
+// An object may stream others from its Serialize. Objects that are nested deeper than in any sensible stream must not
 // exhaust the stack, and what could not be loaded again is not stored either.
 const int kDeepestObject = 1000;
 

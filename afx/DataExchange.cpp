@@ -52,7 +52,7 @@ CString TextOf(HWND control) {
     return text;
 }
 
-// Leaves a control alone whose text is right already: no flicker, no EN_CHANGE.
+// Does not set a text that the control has already: no flicker, no EN_CHANGE.
 void SetTextOf(HWND control, LPCTSTR text) {
     if (TextOf(control) != text)
         ::SetWindowText(control, text);
@@ -268,7 +268,7 @@ namespace {
 
 template <class T>
 void CheckRange(CDataExchange* pDX, T value, T low, T high, LPCTSTR format, UINT idPrompt) {
-    // The members' own values are never refused: the user could not mend them.
+    // The members' own values are never refused: the user could not correct them.
     if (!pDX->m_bSaveAndValidate || (value >= low && value <= high))
         return;
     TCHAR lowText[64] = {}, highText[64] = {};

@@ -133,7 +133,7 @@ INT_PTR CDialog::DoModal() {
     if (dialogTemplate == nullptr)
         return -1;
 
-    // The owner is a top-level window, and takes no input for the time.
+    // The owner is a top-level window, and takes no input while the dialog is shown.
     HWND owner = AfxHandleOf(m_pParentWnd);
     if (owner == nullptr)
         owner = AfxHandleOf(AfxGetMainWnd());
@@ -223,7 +223,7 @@ void CDialog::OnCancel() {
 BOOL CDialog::PreTranslateMessage(MSG* pMsg) {
     if (CWnd::PreTranslateMessage(pMsg))
         return TRUE;
-    // Escape reaches OnCancel only where there is something to press: a disabled Cancel button refuses it.
+    // Escape reaches OnCancel only where there is a button to press: a disabled Cancel button refuses it.
     if (pMsg->message == WM_KEYDOWN && (pMsg->wParam == VK_ESCAPE || pMsg->wParam == VK_CANCEL) &&
         !KeepsEscape(*pMsg)) {
         const HWND cancel = ::GetDlgItem(m_hWnd, IDCANCEL);
@@ -238,7 +238,7 @@ BOOL CDialog::PreTranslateMessage(MSG* pMsg) {
 BOOL CDialog::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) {
     if (CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
         return TRUE;
-    // Menu commands and their state go on to the owner and the application; controls' messages stop here.
+    // Menu commands and their state are passed on to the owner and the application; controls' messages are not.
     const bool routed = nCode == CN_COMMAND || nCode == static_cast<int>(CN_UPDATE_COMMAND_UI);
     if (!routed || nID >= 0xF000 || nID < 0x8000)
         return FALSE;

@@ -257,7 +257,7 @@ BOOL CDocument::DoSave(LPCTSTR lpszPathName, BOOL bReplace) {
         name = m_strPathName;
         if (bReplace && name.IsEmpty()) {
             name = m_strTitle;
-            // What the file dialog would choke on ends the proposed name.
+            // The first character that the file dialog would refuse ends the proposed name.
             const int bad = name.FindOneOf(_T(" #%;/\\"));
             if (bad != -1)
                 name = name.Left(bad);

@@ -23,7 +23,7 @@ CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszF
         ::lstrcpyn(m_szFileName, lpszFileName, static_cast<int>(_countof(m_szFileName)));
     if (lpszFilter != nullptr) {
         m_strFilter = lpszFilter;
-        // Windows parts the entries by zeros.
+        // Windows separates the entries by zeros.
         const int length = m_strFilter.GetLength();
         LPTSTR text = m_strFilter.GetBuffer(length + 1);
         for (int i = 0; i < length; ++i)
@@ -54,9 +54,9 @@ INT_PTR CFileDialog::DoModal() {
     return chosen ? IDOK : IDCANCEL;
 }
 
-// Answers the dialog's questions for as long as it is open; the object's window is the hook's child dialog.
+// Handles the dialog's hook messages for as long as it is open; the object's window is the hook's child dialog.
 UINT_PTR CALLBACK CFileDialog::HookProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Windows' own frames lie between here and the caller: nothing may be thrown through them.
+    // Stack frames of Windows are between here and the caller: nothing may be thrown through them.
     try {
         if (message == WM_INITDIALOG) {
             const auto* ofn = reinterpret_cast<OPENFILENAME*>(lParam);

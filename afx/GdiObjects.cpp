@@ -58,7 +58,7 @@ T* TypedFromHandle(HGDIOBJ handle) {
         map.TakeSpare([](const CGdiObject* each) { return ClassOf(each->m_hObject) != each->GetRuntimeClass(); },
                       [](const CGdiObject* each) { return each->GetRuntimeClass() == RUNTIME_CLASS(T); });
     if (object != nullptr) {
-        object->m_hObject = nullptr; // not its own to delete, should the map have no memory
+        object->m_hObject = nullptr; // so that it does not delete the handle when the map has no memory
     } else {
         object = std::make_unique<T>();
     }

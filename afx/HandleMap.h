@@ -9,9 +9,9 @@
 #include <vector>
 
 // Open addressing with linear probing; nothing is allocated per entry. A permanent entry belongs to its object,
-// which takes it out again. Temporary objects belong to the map until DeleteTemporaries, also when their entry has been
-// removed. The newest permanent entry waits outside the table until another comes: a pen that is made for one stroke is
-// freed by then, and never costs the table a change. Only the two Set functions and TakeSpare allocate; when memory is
+// which removes it again. Temporary objects belong to the map until DeleteTemporaries, also when their entry has been
+// removed. The newest permanent entry is kept outside the table until another comes: a pen that is made for one stroke
+// is freed by then, and never changes the table. Only the two Set functions and TakeSpare allocate; when memory is
 // short they throw and leave the map as it was.
 template <class T>
 class HandleMap {
@@ -105,7 +105,7 @@ public:
         --m_temporaries;
         return object;
     }
-    // Deletes the temporary objects; release must part each from its handle first. Allocates nothing.
+    // Deletes the temporary objects; release must clear the handle of each first. Allocates nothing.
     template <class Release>
     void DeleteTemporaries(Release release) {
         if (m_temporaries == 0)
@@ -223,11 +223,11 @@ struct AfxThreadState {
 };
 
 AfxThreadState& AfxState();
-// The state of the thread if it has one: for destructors, which may run when all is over.
+// The state of the thread if it has one: for destructors, which may run at the end of the process.
 AfxThreadState* AfxStateIfAny();
 void AfxDeleteTemporaries(); // unless a window procedure is on the stack
 
-// Makes the object the owner of the handle and no more of the one it had. Throws with nothing changed.
+// Makes the object the owner of the handle, and no longer of the one it had. Throws with nothing changed.
 template <class T, class Handle>
 BOOL AfxAttach(HandleMap<T>& map, T* object, Handle& member, Handle handle) {
     if (handle == nullptr) {
@@ -258,11 +258,11 @@ inline HMENU AfxHandleOf(const CMenu* menu) {
 
 HINSTANCE AfxLayerInstance(); // nrafx.dll itself
 
-// The next window that this thread makes belongs to the object. Unhooking tells whether one was made.
+// The next window that this thread makes belongs to the object. Unhooking returns whether one was made.
 void AfxHookWindowCreate(CWnd* pWnd);
 BOOL AfxUnhookWindowCreate();
 
-// For a catch (...) around code of others that Windows has called: reports what was thrown, deletes it and gives the
+// For a catch (...) around a host's code that Windows has called: reports what was thrown, deletes it and gives the
 // message's result in its place. Throws nothing.
 LRESULT AfxReportCaught(const MSG& message);
 // What an application does about an exception in a message handler.

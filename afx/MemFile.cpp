@@ -36,7 +36,7 @@ BYTE* CMemFile::Detach() {
     BYTE* lpBuffer = m_lpBuffer;
     m_lpBuffer = NULL;
     m_nPosition = m_nBufferSize = m_nFileSize = 0;
-    m_bAutoDelete = TRUE; // a further block will be of the file's own making
+    m_bAutoDelete = TRUE; // a further block will be allocated by the file
     return lpBuffer;
 }
 

@@ -87,7 +87,7 @@ BOOL CallCommand(CCmdTarget* target, const AFX_MSGMAP_ENTRY& entry, UINT id, voi
 BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) {
     UINT message = WM_COMMAND;
     UINT code = static_cast<UINT>(nCode);
-    // A notification's AFX_NOTIFY tells it from a command: its own code is any 32-bit number.
+    // A notification's AFX_NOTIFY distinguishes it from a command: its own code is any 32-bit number.
     if (pExtra != nullptr && code != CN_UPDATE_COMMAND_UI) {
         message = WM_NOTIFY;
         code = static_cast<AFX_NOTIFY*>(pExtra)->pNMHDR->code;
@@ -151,7 +151,7 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
             *pResult = result;
         return TRUE;
     }
-    // Controls come first with what they tell their parent about themselves.
+    // A control handles its own notifications before its parent does.
     HWND child = nullptr;
     switch (message) {
     case WM_CTLCOLORMSGBOX:
@@ -173,7 +173,7 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
         break;
     case WM_HSCROLL:
     case WM_VSCROLL:
-        // OnHScroll and OnVScroll reflect by themselves, after the parent's own handler had its chance.
+        // OnHScroll and OnVScroll reflect by themselves, after the parent's own handler.
         break;
     default:
         break;
@@ -276,7 +276,7 @@ BOOL CWnd::CallHandler(const AFX_MSGMAP_ENTRY& entry, WPARAM wParam, LPARAM lPar
         const UINT kind = AfxState().message.message - WM_CTLCOLORMSGBOX;
         result = reinterpret_cast<LRESULT>((this->*Handler<HBRUSH, CDC*, CWnd*, UINT>(pfn))(
             CDC::FromHandle(reinterpret_cast<HDC>(wParam)), WndOf(lParam), kind));
-        // No brush means that the handler leaves it to Windows.
+        // Without a brush from the handler Windows' default is used.
         return result != 0;
     }
     case AfxSig_h_ctlreflect: {
@@ -443,8 +443,8 @@ BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult) {
     if (ReflectLastMsg(header->hwndFrom, pResult))
         return TRUE;
     AFX_NOTIFY notify = {pResult, header};
-    // The message in the upper word tells a notification from a command and an update request whatever its code is:
-    // NM_OUTOFMEMORY is the same number as CN_UPDATE_COMMAND_UI.
+    // The message in the upper word distinguishes a notification from a command and an update request whatever its code
+    // is: NM_OUTOFMEMORY is the same number as CN_UPDATE_COMMAND_UI.
     return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(MAKELONG(header->code, WM_NOTIFY)), &notify,
                     nullptr);
 }

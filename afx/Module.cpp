@@ -12,7 +12,7 @@ namespace {
 HINSTANCE g_hLayer = nullptr;
 DWORD g_tlsIndex = TLS_OUT_OF_INDEXES;
 AFX_MODULE_STATE g_appState;
-// Libraries come and go on any thread, and any thread looks for resources in them.
+// Libraries are loaded and unloaded on any thread, and any thread looks for resources in them.
 SRWLOCK g_librariesLock = SRWLOCK_INIT;
 CDynLinkLibrary* g_libraries = nullptr; // newest first
 TCHAR g_programName[MAX_PATH];
@@ -49,8 +49,8 @@ int MessageBoxForHook(LPCTSTR lpszText, UINT nType) {
 
 namespace {
 
-// Each pen of a paint asks for the state four times, and nearly always on the first thread that asked at all: that one
-// is known by its environment block. Written once, state before block, until that thread ends.
+// Each pen of a paint asks for the state four times, and nearly always on the first thread that asked for it: that one
+// is identified by its environment block. Written once, state before block, until that thread ends.
 std::atomic<void*> g_firstBlock{nullptr};
 AfxThreadState* g_firstState = nullptr;
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Guards both lists below; they change only while modules come and go.
+// Guards both lists below; they change only while modules are loaded and unloaded.
 SRWLOCK classLock = SRWLOCK_INIT;
 
 struct ClassLock {

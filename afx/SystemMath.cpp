@@ -30,7 +30,7 @@ double cos(double x) {
     return __imp_cos(x);
 }
 
-// What the compiler makes of a sine and a cosine of one angle.
+// Called by the compiler for a sine and a cosine of one angle.
 void sincos(double x, double* sine, double* cosine) {
     *sine = __imp_sin(x);
     *cosine = __imp_cos(x);

@@ -77,7 +77,7 @@ LRESULT CALLBACK CreateHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code != HCBT_CREATEWND || state.created == nullptr)
         return ::CallNextHookEx(state.createHook, code, wParam, lParam);
     const HWND window = reinterpret_cast<HWND>(wParam);
-    // Input methods put windows of their own in between.
+    // Input methods create windows of their own in between.
     if ((::GetClassLongPtr(window, GCL_STYLE) & CS_IME) == 0) {
         CWnd* object = state.created;
         // Windows' own frames lie between here and the caller: nothing may be thrown through them.
@@ -227,7 +227,7 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowNa
     AfxHookWindowCreate(this);
     const HWND window = ::CreateWindowEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), cs.x,
                                          cs.y, cs.cx, cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams);
-    // Windows refused before the object was tied to anything: it still gets its last call.
+    // Windows refused before the object was attached: it still gets its last call, PostNcDestroy.
     if (!AfxUnhookWindowCreate())
         PostNcDestroy();
     return window != nullptr;

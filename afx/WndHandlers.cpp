@@ -1,4 +1,4 @@
-// CWnd's own message handlers: default processing, and controls' messages handed back to the controls.
+// CWnd's own message handlers: default processing, and controls' messages sent back to the controls.
 // Layer 1: afx.
 #include "HandleMap.h"
 

@@ -29,7 +29,7 @@ int CWnd::RunModalLoop(DWORD dwFlags) {
         if (!ContinueModal())
             break;
         if (!AfxPumpMessage()) {
-            // The program ends: the outer loops must see it too, with its exit code.
+            // The program ends: the outer loops must get WM_QUIT too, with its exit code.
             AfxPostQuitMessage(AfxState().exitCode);
             m_nFlags &= ~static_cast<UINT>(WF_MODALLOOP | WF_CONTINUEMODAL);
             return -1;

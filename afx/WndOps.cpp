@@ -268,7 +268,7 @@ void CWnd::CenterWindow(CWnd* pAlternateOwner) {
         monitor.cbSize = sizeof(monitor);
         ::GetMonitorInfo(::MonitorFromWindow(centre != nullptr ? centre : m_hWnd, MONITOR_DEFAULTTONEAREST), &monitor);
         limits = around = monitor.rcWork;
-        // A hidden or minimised owner is no place to be over.
+        // A window is not centred over a hidden or minimised owner.
         if (centre != nullptr && ::IsWindowVisible(centre) && !::IsIconic(centre))
             ::GetWindowRect(centre, &around);
     }

@@ -18,12 +18,12 @@ class CDocument;
 #define nMaxMapCount ((DWORD)0x3FFFFFFE)
 
 // The wrong direction, a stream that ends early (the value then stays as it was) or holds what it must not, and objects
-// more than a thousand deep raise CArchiveException; failures of the file beneath come through as they are.
+// more than a thousand deep raise CArchiveException; failures of the file are passed on unchanged.
 class NRAFX_API CArchive {
 public:
     enum Mode { store = 0, load = 1, bNoFlushOnDelete = 2, bNoByteSwap = 4 };
 
-    // The file and a given buffer stay the caller's. A buffer below 128 bytes is replaced by one of 128.
+    // The file and a given buffer still belong to the caller. A buffer below 128 bytes is replaced by one of 128.
     CArchive(CFile* pFile, UINT nMode, int nBufSize = 4096, void* lpBuf = NULL);
     // Closes unless bNoFlushOnDelete is set. May raise, unless an exception is already under way.
     ~CArchive() noexcept(false);

@@ -1,5 +1,5 @@
 // Message maps: the table a class keeps of the messages it answers, and the macros that write its rows. Included by
-// afxwin.h. Each row names the message and how its parameters are handed to the handler.
+// afxwin.h. Each row names the message and how its parameters are passed to the handler.
 // Layer 1: afx.
 #pragma once
 
@@ -70,7 +70,7 @@ enum AfxSig : UINT {
     AfxSig_v_style,       // void f(int, LPSTYLESTRUCT)
     AfxSig_v_setting,     // void f(UINT, LPCTSTR)
     AfxSigCmd_v,          // void f(): a command or control notification
-    AfxSigCmd_b,          // BOOL f(): FALSE lets the search go on
+    AfxSigCmd_b,          // BOOL f(): FALSE continues the search
     AfxSigCmd_v_u,        // void f(UINT): the command's number
     AfxSigCmd_b_u,        // BOOL f(UINT)
     AfxSigCmdUI,          // void f(CCmdUI*)

@@ -10,7 +10,7 @@ class CWinApp;
 class CWinThread;
 class CWnd;
 
-// What a module (the application, or a DLL that keeps a state of its own) tells the layer about itself.
+// The description that a module (the application, or a DLL with a state of its own) gives to the layer.
 struct AFX_MODULE_STATE {
     CWinApp* m_pCurrentWinApp = nullptr;
     HINSTANCE m_hCurrentInstanceHandle = nullptr; // null: the program's own

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <utility>
 
-// Streams nCount elements that lie side by side: their bytes, unless the type has a specialisation.
+// Streams nCount elements that follow one another in memory: their bytes, unless the type has a specialisation.
 template <class TYPE>
 void AFXAPI SerializeElements(CArchive& ar, TYPE* pElements, INT_PTR nCount) {
     const INT_PTR nMost = static_cast<INT_PTR>(0x40000000 / sizeof(TYPE));
@@ -34,7 +34,7 @@ inline void AFXAPI SerializeElements<CString>(CArchive& ar, CString* pElements, 
 }
 
 // Elements are values: new ones start as TYPE(), and may be moved in memory when the array grows. ARG_TYPE is how
-// they are handed in. Indices run from 0 to GetUpperBound.
+// they are passed. Indices run from 0 to GetUpperBound.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject {
 public:

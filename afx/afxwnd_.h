@@ -38,7 +38,7 @@ public:
     BOOL operator==(const CWnd& wnd) const { return m_hWnd == wnd.m_hWnd; }
     BOOL operator!=(const CWnd& wnd) const { return m_hWnd != wnd.m_hWnd; }
     // Null also through a null pointer, as hosts use it: the answer comes from a function that takes the pointer as an
-    // argument, so that no compiler may leave the question out. Where the sanitizers of a compiler stop at each call
+    // argument, so that no compiler may remove the test. Where the sanitizers of a compiler stop at each call
     // through a null pointer, they do so at this one too.
     HWND GetSafeHwnd() const { return AfxGetSafeHwnd(this); }
     static const CWnd wndTop;
