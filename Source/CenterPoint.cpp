@@ -142,7 +142,7 @@ void CCenterPoint::Serialize(CArchive& ar) {
            << m_strMsgInfo << m_LockMode;
         return;
     }
-    // Unlike a circle's, this form never lacked a field; only the version word is newer.
+    // Unlike a circle's, the older forms have all fields; only the version word is missing.
     if (IsCurrentForm(ar)) {
         int version = 0;
         ar >> version;

@@ -37,7 +37,7 @@ void CCombRect::transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d f
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
-// Neither visibility nor state is asked, so that a hidden or deleted frame is drawn too.
+// Neither visibility nor state is tested, so that a hidden or deleted frame is drawn too.
 // A failure is reported under the name of the line's Draw.
 // Compatibility 47: a frame paints when hidden, deleted or dragged.
 void CCombRect::Draw(CDC* pDC, CDrawGeometry* pGeom) {

@@ -181,7 +181,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
         op->OnKeyDown(nChar, nRepCnt, nFlags);
     } else if (m_pCommand == nullptr) {
         // Compatibility 98: any key deselects.
-        // Any key at all: this is how the user deselects.
+        // By any key the user deselects.
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
         AnnounceToPropertyDialog(nullptr);
@@ -352,7 +352,7 @@ CCommandOperation* CCommandOperationManager::TakeOutCommand() {
 
 bool CCommandOperationManager::MakeRoom(bool byOnCancel) {
     const CKxAliveToken engine(m_Alive);
-    // A host may answer the end of a tool by starting another one, which has to go too.
+    // A host may answer the end of a tool by starting another one, which has to be ended too.
     while (engine.IsAlive() && m_pCommand != nullptr) {
         const CEventScope scope(m_Events);
         if (CurrentTool() == nullptr) {

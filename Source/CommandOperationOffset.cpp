@@ -26,7 +26,7 @@ void CCommandOperationOffset::Cancel() {
 CCommandOperation::ResultState CCommandOperationOffset::OnLButtonDown(unsigned int, CGePoint2d point) {
     m_InEdit = 0;
     if (m_pObject == nullptr) {
-        // A click that hits nothing ends nothing: the next one picks again.
+        // A click that hits nothing does not end the tool: the next one picks again.
         Pick(point);
         m_PickPoint = point;
         return RS_Capture;

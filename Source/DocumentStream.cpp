@@ -45,7 +45,7 @@ void CGraphicDocument::Serialize(CArchive& ar) {
     } catch (...) {
     }
     if (storing) {
-        // What was written is half a drawing. Given up, it never takes the place of a good file.
+        // The file holds only a part of the drawing. Aborted, it does not replace a good file.
         ar.Abort();
     }
     ShowFailure();
@@ -72,7 +72,7 @@ int CGraphicDocument::ReadData(CArchive& ar) {
         AfxMessageBox(L"文件格式错误!");
         return 0;
     }
-    // Header fields take effect as they are read: a stream that ends early leaves what came before.
+    // Header fields take effect as they are read: when a stream ends early, the fields before its end are set.
     ar >> m_BKColor;
     ar >> m_BKColorIndex;
     CVectorViewCoordTran dropped;
@@ -140,7 +140,7 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
         e->Delete();
         DeleteContents();
         if (!begun) {
-            // No memory for the archive itself: Serialize, which tells its own failures, was never called.
+            // No memory for the archive itself: Serialize, which reports its own failures, was not called.
             ShowFailure();
         }
     }

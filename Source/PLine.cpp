@@ -305,7 +305,7 @@ void CPLine::Serialize(CArchive& ar) {
     }
     int count = 0;
     ar >> count;
-    // Schema 1, and any that never was, has the first form of all.
+    // Schema 1, and any unknown one, has the first form.
     const bool known = schema >= kSchemaLock && schema <= kCurrentSchema;
     if (known) {
         ar >> m_LockMode;

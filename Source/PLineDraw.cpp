@@ -231,7 +231,7 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (!IsToBeDrawn() || m_VertexCount == 0) {
             return false;
         }
-        // Width and colour are asked again by the strokes. Asked here, a layer that fails is reported as stage 0.
+        // The strokes look up width and colour again. Looked up here, a layer that fails is reported as stage 0.
         const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
         CGePointArray points;
         if (m_isClosed != 0) {

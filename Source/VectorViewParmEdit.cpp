@@ -20,7 +20,7 @@ constexpr short kParmTypeLocked = 4; // Never edited.
 // ---- Clicks --------------------------------------------------------------------------------------------------------
 
 // Compatibility 77: a line without length is hit everywhere.
-// A distance that is NaN, which an object without a length gives, counts as a hit.
+// A distance that is not-a-number, which an object without a length gives, counts as a hit.
 bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
     const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(p)));
     return !(kPickAperture < pixels);
@@ -92,7 +92,7 @@ void CVectorViewParm::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, in
     }
     CreateInplaceEdit(parm, rect, n);
     // Compatibility 79: a refused text is dropped when another edit opens.
-    // An edit that was refused its end loses its place here: its text is dropped without a hook.
+    // An edit whose text was refused is replaced here: its text is dropped without a hook.
     m_pEditParm = parm;
     m_Session.Open(watched);
     // Compatibility 78: what `OnPreEditParm` changes has no effect.

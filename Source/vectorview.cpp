@@ -192,7 +192,7 @@ int CVectorView::DrawSpecInfo(CDC*, int) {
 }
 
 void CVectorView::FreeCommandOperationManager() {
-    // Out of reach first: messages that come while it is being freed find no engine.
+    // The pointer is cleared first: messages that come while the engine is being freed find none.
     CCommandOperation* manager = m_pManager;
     m_pManager = nullptr;
     if (manager != nullptr) {

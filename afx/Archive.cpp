@@ -117,7 +117,7 @@ UINT CArchive::Read(void* lpBuf, UINT nMax) {
         nLeft -= nHere;
         if (nLeft == 0)
             return nMax;
-        // The buffer is empty. Large blocks go straight to where they are wanted.
+        // The buffer is empty. Large blocks are read directly into the caller's memory.
         m_lpBufCur = m_lpBufMax = m_lpBufStart;
         if (nLeft >= m_nBufSize) {
             UINT nRead = m_pFile->Read(pDest, nLeft);

@@ -1,4 +1,4 @@
-// CCenterPoint: what sets it apart from a circle, and the rest of it once more.
+// CCenterPoint: its differences from a circle, and what both have in common.
 
 #include "CenterPoint.h"
 

@@ -16,7 +16,7 @@ namespace {
 
 using State = CCommandOperation::ResultState;
 
-// A tool that notes its events and gives back what it was told to.
+// A tool that records its events and gives the results that it was set to.
 class Probe : public CCommandOperation {
 public:
     Probe(ViewHost& host, std::vector<std::string>& calls) : Probe(host.view, calls) {}
@@ -148,7 +148,7 @@ TEST(CommandOperationManager, FlagsTurnsAndRepeatsReachTheRunningToolAsTheyCame)
         return result;
     };
     const CGePoint2d p(10, 20);
-    m.manager.OnLButtonDown(MK_LBUTTON | MK_SHIFT, p); // 1 + 4, for the press and once more for its pixel.
+    m.manager.OnLButtonDown(MK_LBUTTON | MK_SHIFT, p); // 1 + 4, for the press and for its pixel.
     EXPECT_EQ((Given{5, 5}), take());
     m.manager.OnLButtonUp(MK_SHIFT | MK_CONTROL, p);
     EXPECT_EQ((Given{12}), take());
@@ -582,7 +582,7 @@ const Event kEvents[] = {
 TEST(CommandOperationManager, AToolThatIsReplacedInsideAnEventGetsNothingMoreAndEndsNotTheNext) {
     for (const Event& event : kEvents) {
         Managed m;
-        AddLine(m.host, 100, 100, 300, 100); // So that the wheel is told.
+        AddLine(m.host, 100, 100, 300, 100); // So that the wheel reaches the engine.
         Probe* first = m.Install();
         first->answer = State::RS_Done;
         first->during = [&] {

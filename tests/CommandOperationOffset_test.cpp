@@ -142,7 +142,7 @@ TEST(CommandOperationOffset, APolylineOfThreeVerticesIsDoubledInPlace) {
 TEST(CommandOperationOffset, ABentSegmentIsDoubledInPlace) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
-    line->SetBulge(0, 0.00011); // As good as straight, and an arc all the same.
+    line->SetBulge(0, 0.00011); // Nearly straight, but an arc.
     d.Start(L"offset");
     d.ClickAt(102, 101);
     d.ClickAt(170, 140);

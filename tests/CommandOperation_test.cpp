@@ -494,7 +494,7 @@ TEST(CommandOperation, ATypedDistanceEndsAtItsFirstBadCharacter) {
 
 namespace {
 
-// Breaks the running tool off, or starts another, as soon as the edit box tells of itself by that code.
+// Breaks the running tool off, or starts another, as soon as the edit box sends that notification code.
 class AnsweringView : public CVectorView {
 public:
     WORD code = 0;

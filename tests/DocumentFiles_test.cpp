@@ -75,7 +75,7 @@ public:
     }
 };
 
-// A document that saves in its own way: it writes the file and calls that a failure.
+// A document with a save of its own: it writes the file and reports a failure.
 class HalfSavingDocument : public CGraphicDocument {
 public:
     BOOL OnSaveDocument(LPCTSTR path) override {

@@ -83,7 +83,7 @@ long long GrowthOfTruncatedLoad(LoneDocument& lone, Bytes bytes) {
 
 constexpr long long kSmallGrowth = 4 << 20;
 
-// A kind of object that counts how many of it are alive, and fails in the middle of being read.
+// A kind of object that counts its objects, and fails in the middle of being read.
 class CCountedDrawable : public CDrawable {
     DECLARE_SERIAL(CCountedDrawable)
 public:

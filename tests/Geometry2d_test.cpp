@@ -244,7 +244,7 @@ TEST(GeMatrix2d, NoLineToMirrorInGivesNoNumberAnywhere) {
 
 namespace {
 
-// How many doubles lie from one to the other; both of one sign.
+// How many doubles there are from one to the other; both of one sign.
 long long Steps(double a, double b) {
     long long x = 0;
     long long y = 0;

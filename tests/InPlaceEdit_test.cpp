@@ -465,7 +465,7 @@ TEST_F(InPlaceEdit, ANullFontSelectsTheSystemFont) {
     OpenWith(L"12");
     view.Edit().SetFont(nullptr, FALSE);
     EXPECT_EQ(0, view.Edit().SendMessage(WM_GETFONT));
-    // Growth measures in it all the same.
+    // Growth measures in it nevertheless.
     Type(L"WWWWWWWWWW");
     EXPECT_GT(view.Edit().GetEditRect().Width(), 100);
 }

@@ -1,4 +1,4 @@
-// What a paint does when drawing throws: the messages, and what is put back and drawn all the same.
+// What a paint does when drawing throws: the messages, what is put back, and what is drawn nevertheless.
 
 #include "Document.h"
 #include "Line.h"

@@ -114,7 +114,7 @@ struct PropertyDialog : testing::Test {
         EXPECT_EQ(0, dialog->SendMessage(WM_NOTIFY, 1000, reinterpret_cast<LPARAM>(&ask)));
         return Utf8(ask.strText);
     }
-    // Told as the grid tells.
+    // Sent as the grid sends it.
     LRESULT Tell(UINT code, int row, int col, const wchar_t* text) {
         NMSHEETGRID tell = {};
         tell.hdr.hwndFrom = Grid()->m_hWnd;

@@ -662,7 +662,7 @@ TEST(KLineBreaker, BlanksAtTheEndBelongToTheLineAndTheirEndIsTheTexts) {
     EXPECT_EQ(4, end);
 }
 
-// ---- What a failure says -------------------------------------------------------------------------------------------
+// ---- Messages of failures ------------------------------------------------------------------------------------------
 
 TEST(TextFormator, StagesOfAMeasureTellItsValues) {
     using namespace TextSteps;

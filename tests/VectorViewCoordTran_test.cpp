@@ -1,4 +1,5 @@
-// The mapping between drawing points and pixels: the flip of y, single precision where it is told, truncation, zoom.
+// The mapping between drawing points and pixels: the flip of y, single precision where it is required, truncation,
+// zoom.
 
 #include "VectorViewCoordTran.h"
 

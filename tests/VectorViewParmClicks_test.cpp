@@ -1,4 +1,4 @@
-// Clicks in a parameter view: what the parent is told of each kind, the wheel, and the right-click menu.
+// Clicks in a parameter view: the notifications of each kind, the wheel, and the right-click menu.
 
 #include "support/BoxAnswer.h"
 #include "support/ParmHost.h"

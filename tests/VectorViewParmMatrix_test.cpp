@@ -33,7 +33,8 @@ void Free(CObject* object) {
 
 class Case;
 
-// Tells its case of every hook. The view may be deleted inside `Reached`, so that nothing of it is touched afterwards.
+// Passes every hook on to its case. The view may be deleted inside `Reached`, so that nothing of it is touched
+// afterwards.
 class MatrixView : public CVectorViewParm {
 public:
     explicit MatrixView(Case* owner) : m_pCase(owner) {}

@@ -12,7 +12,7 @@ namespace {
 
 typedef std::vector<BYTE> Bytes;
 
-// A point with one version word; it notes the schemas that it was told.
+// A point with one version word; it records the schemas that it was given.
 class CDot : public CObject {
     DECLARE_SERIAL(CDot)
 public:
@@ -21,7 +21,7 @@ public:
     void Serialize(CArchive& ar) override {
         CObject::Serialize(ar);
         seen.push_back(ar.GetObjectSchema());
-        EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu); // it is told once
+        EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu); // it is given once
         if (ar.IsStoring())
             ar << value;
         else

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Holds bytes; can be told to fail half-way.
+// Holds bytes; can be set to fail half-way.
 class Bytes : public CDocument {
 public:
     enum Failure { None, Throw, SwallowAndAbort, SwallowAndClose, User, BreakFile, Number, NoMemory };
@@ -153,7 +153,7 @@ TEST_F(DesktopAfxDocument, ASaveThatThrowsLeavesTheOldFileAndShowsWhy) {
     EXPECT_EQ(Get(), "good");
     EXPECT_EQ(Names().size(), 1u) << "no temporary file may stay";
     EXPECT_TRUE(document.IsModified());
-    document.m_failure = Bytes::User; // has told the user already
+    document.m_failure = Bytes::User; // has informed the user already
     EXPECT_FALSE(document.OnSaveDocument(m_path));
     EXPECT_EQ(boxes.Texts().size(), 1u);
 }

@@ -1,4 +1,4 @@
-// The exception family: who throws what, texts, causes, the catching macros. Layer 14: tests.
+// The exception family: which function throws which, texts, causes, the catching macros. Layer 14: tests.
 #include "support/AfxCaught.h"
 #include "support/UiLanguage.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Tells when it is deleted.
+// Records when it is deleted.
 class CWatchedException : public CException {
     DECLARE_DYNAMIC(CWatchedException)
 public:

@@ -137,7 +137,7 @@ TEST(AfxFile, TheReadOnlyMarkIsSetAndTakenOff) {
     CFile::SetStatus(path, status);
     ASSERT_TRUE(CFile::GetStatus(path, status));
     EXPECT_EQ(status.m_attribute & CFile::readOnly, CFile::readOnly);
-    // Some systems let a privileged user write it all the same; CFile agrees with the system it is on.
+    // Some systems let a privileged user write it nevertheless; CFile behaves like the system.
     HANDLE h = CreateFileW(path, GENERIC_WRITE, 0, NULL, OPEN_EXISTING, 0, NULL);
     const bool refused = h == INVALID_HANDLE_VALUE;
     CloseHandle(h);

@@ -32,7 +32,7 @@ std::string PointText(const CGePoint2d& p) {
     return Text("(%g,%g;%d)", p.x, p.y, p.type);
 }
 
-// An engine that writes down what the view tells it.
+// An engine that records the view's calls.
 class RecordingManager : public CCommandOperationManager {
 public:
     using CCommandOperationManager::CCommandOperationManager;
