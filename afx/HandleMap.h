@@ -36,8 +36,9 @@ public:
     // As long as the entry stays, what stood for the handle before is not found; an earlier owner is found again when
     // the later one has left. An object has one entry at a time.
     void Set(void* handle, T* object) {
-        if (m_newest.object != nullptr)
+        if (m_newest.object != nullptr) {
             Enter(m_newest);
+        }
         m_newest = {handle, object, false};
     }
     // For a handle without an owner. The map takes the object over.
@@ -61,10 +62,12 @@ public:
             }
         }
         Entry* entry = FindInTable(handle);
-        if (entry == nullptr || entry->object != object)
+        if (entry == nullptr || entry->object != object) {
             return;
-        if (entry->temporary)
+        }
+        if (entry->temporary) {
             m_retired.push_back(entry->object);
+        }
         for (size_t i = m_covered.size(); i-- > 0;) {
             if (m_covered[i].handle == handle) {
                 *entry = m_covered[i];
@@ -98,8 +101,9 @@ public:
             m_searchAt = std::max(kFirstSearch, 2 * (m_temporaries - m_spare.size()));
         }
         const auto found = std::find_if(m_spare.rbegin(), m_spare.rend(), isUsable);
-        if (found == m_spare.rend())
+        if (found == m_spare.rend()) {
             return nullptr;
+        }
         std::unique_ptr<T> object(*found);
         m_spare.erase(std::next(found).base());
         --m_temporaries;
@@ -108,8 +112,9 @@ public:
     // Deletes the temporary objects; release must part each from its handle first. Allocates nothing.
     template <class Release>
     void DeleteTemporaries(Release release) {
-        if (m_temporaries == 0)
+        if (m_temporaries == 0) {
             return;
+        }
         for (size_t i = 0; i < m_entries.size();) {
             if (m_entries[i].handle != nullptr && m_entries[i].temporary) {
                 m_retired.push_back(m_entries[i].object);
@@ -135,36 +140,42 @@ private:
     // The next power of two: vectors that are reserved one by one would be copied each time.
     static size_t RoomFor(size_t count) {
         size_t room = 16;
-        while (room < count)
+        while (room < count) {
             room *= 2;
+        }
         return room;
     }
     Entry* FindInTable(const void* handle) {
         for (size_t i = Home(handle);; i = Next(i)) {
-            if (m_entries[i].handle == nullptr)
+            if (m_entries[i].handle == nullptr) {
                 return nullptr;
-            if (m_entries[i].handle == handle)
+            }
+            if (m_entries[i].handle == handle) {
                 return &m_entries[i];
+            }
         }
     }
     void Enter(const Entry& entered) {
         if (Entry* entry = FindInTable(entered.handle)) {
-            if (entry->temporary)
+            if (entry->temporary) {
                 m_retired.push_back(entry->object);
-            else if (entry->object != entered.object)
+            } else if (entry->object != entered.object) {
                 m_covered.push_back(*entry);
+            }
             *entry = entered;
             return;
         }
-        if (2 * (m_count + 1) > m_entries.size())
+        if (2 * (m_count + 1) > m_entries.size()) {
             Grow();
+        }
         ++m_count;
         Put(entered);
     }
     void Put(const Entry& entry) {
         size_t i = Home(entry.handle);
-        while (m_entries[i].handle != nullptr)
+        while (m_entries[i].handle != nullptr) {
             i = Next(i);
+        }
         m_entries[i] = entry;
     }
     size_t Home(const void* handle) const {
@@ -177,8 +188,9 @@ private:
             const size_t home = Home(m_entries[i].handle);
             // The entry may move back into the hole unless its home comes after it.
             const bool stays = hole < i ? hole < home && home <= i : hole < home || home <= i;
-            if (stays)
+            if (stays) {
                 continue;
+            }
             m_entries[hole] = m_entries[i];
             hole = i;
         }
@@ -189,9 +201,11 @@ private:
         std::vector<Entry> old(m_entries.size() * 2);
         old.swap(m_entries);
         m_mask = m_entries.size() - 1;
-        for (const Entry& entry : old)
-            if (entry.handle != nullptr)
+        for (const Entry& entry : old) {
+            if (entry.handle != nullptr) {
                 Put(entry);
+            }
+        }
     }
 
     Entry m_newest;               // permanent, and in the table only when the next one comes

@@ -19,11 +19,13 @@ DWORD CWnd::GetExStyle() const {
 static BOOL ChangeStyle(HWND window, int which, DWORD remove, DWORD add, UINT flags) {
     const auto old = static_cast<DWORD>(::GetWindowLongPtr(window, which));
     const DWORD changed = (old & ~remove) | add;
-    if (old == changed)
+    if (old == changed) {
         return FALSE;
+    }
     ::SetWindowLongPtr(window, which, static_cast<LONG_PTR>(changed));
-    if (flags != 0)
+    if (flags != 0) {
         ::SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | flags);
+    }
     return TRUE;
 }
 
@@ -53,8 +55,9 @@ CWnd* CWnd::SetParent(CWnd* pWndNewParent) {
 
 CWnd* CWnd::GetTopLevelParent() const {
     HWND top = m_hWnd;
-    for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent))
+    for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent)) {
         top = parent;
+    }
     return FromHandle(top);
 }
 
@@ -255,8 +258,9 @@ void CWnd::MapWindowPoints(CWnd* pwndTo, LPRECT lpRect) const {
 void CWnd::CenterWindow(CWnd* pAlternateOwner) {
     const bool child = (GetStyle() & WS_CHILD) != 0;
     HWND centre = AfxHandleOf(pAlternateOwner);
-    if (centre == nullptr)
+    if (centre == nullptr) {
         centre = child ? ::GetParent(m_hWnd) : ::GetWindow(m_hWnd, GW_OWNER);
+    }
     RECT window, around, limits;
     ::GetWindowRect(m_hWnd, &window);
     if (child) {
@@ -269,19 +273,24 @@ void CWnd::CenterWindow(CWnd* pAlternateOwner) {
         ::GetMonitorInfo(::MonitorFromWindow(centre != nullptr ? centre : m_hWnd, MONITOR_DEFAULTTONEAREST), &monitor);
         limits = around = monitor.rcWork;
         // A hidden or minimised owner is no place to be over.
-        if (centre != nullptr && ::IsWindowVisible(centre) && !::IsIconic(centre))
+        if (centre != nullptr && ::IsWindowVisible(centre) && !::IsIconic(centre)) {
             ::GetWindowRect(centre, &around);
+        }
     }
     const int width = window.right - window.left, height = window.bottom - window.top;
     int x = (around.left + around.right) / 2 - width / 2, y = (around.top + around.bottom) / 2 - height / 2;
-    if (x + width > limits.right)
+    if (x + width > limits.right) {
         x = limits.right - width;
-    if (x < limits.left)
+    }
+    if (x < limits.left) {
         x = limits.left;
-    if (y + height > limits.bottom)
+    }
+    if (y + height > limits.bottom) {
         y = limits.bottom - height;
-    if (y < limits.top)
+    }
+    if (y < limits.top) {
         y = limits.top;
+    }
     ::SetWindowPos(m_hWnd, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -480,8 +489,9 @@ int CWnd::GetDlgItemText(int nID, LPTSTR lpStr, int nMaxCount) const {
 int CWnd::GetDlgItemText(int nID, CString& rString) const {
     rString.Empty();
     const HWND control = ::GetDlgItem(m_hWnd, nID);
-    if (control == nullptr)
+    if (control == nullptr) {
         return 0;
+    }
     const int length = ::GetWindowTextLength(control);
     ::GetWindowText(control, rString.GetBufferSetLength(length), length + 1);
     rString.ReleaseBuffer();
@@ -505,9 +515,11 @@ void CWnd::CheckRadioButton(int nIDFirstButton, int nIDLastButton, int nIDCheckB
 }
 
 int CWnd::GetCheckedRadioButton(int nIDFirstButton, int nIDLastButton) const {
-    for (int id = nIDFirstButton; id <= nIDLastButton; ++id)
-        if (::IsDlgButtonChecked(m_hWnd, id) != 0)
+    for (int id = nIDFirstButton; id <= nIDLastButton; ++id) {
+        if (::IsDlgButtonChecked(m_hWnd, id) != 0) {
             return id;
+        }
+    }
     return 0;
 }
 

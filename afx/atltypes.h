@@ -120,8 +120,9 @@ public:
     void MoveToXY(int x, int y) noexcept { MoveToX(x), MoveToY(y); }
     void MoveToXY(POINT point) noexcept { MoveToX(point.x), MoveToY(point.y); }
     void NormalizeRect() noexcept {
-        if (left > right)
+        if (left > right) {
             SwapLeftRight();
+        }
         if (top > bottom) {
             LONG temp = top;
             top = bottom;

@@ -205,15 +205,17 @@ private:
 template <typename T>
 inline void CStringT<T>::AddRef() const noexcept {
     // The shared empty text is not counted: it lies in read-only memory and all threads use it.
-    if (Data()->nRefs >= 0)
+    if (Data()->nRefs >= 0) {
         __atomic_fetch_add(&Data()->nRefs, 1, __ATOMIC_RELAXED);
+    }
 }
 
 template <typename T>
 inline void CStringT<T>::Release() noexcept {
     CStringData* pData = Data();
-    if (pData->nRefs >= 0 && __atomic_fetch_sub(&pData->nRefs, 1, __ATOMIC_ACQ_REL) <= 1)
+    if (pData->nRefs >= 0 && __atomic_fetch_sub(&pData->nRefs, 1, __ATOMIC_ACQ_REL) <= 1) {
         FreeData(pData);
+    }
 }
 
 typedef CStringT<wchar_t> CStringW;
