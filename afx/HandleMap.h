@@ -2,32 +2,28 @@
 // Internal to nrafx.dll. Layer 1: afx.
 #pragma once
 
+#include "AfxHelpers.h"
+#include "HandleTable.h"
 #include "afxwin.h"
 #include <algorithm>
-#include <cstdint>
 #include <memory>
 #include <vector>
 
-// Open addressing with linear probing; nothing is allocated per entry. A permanent entry belongs to its object,
-// which takes it out again. Temporary objects belong to the map until DeleteTemporaries, also when their entry is gone.
-// The newest permanent entry waits outside the table until another comes: a pen that is made for one stroke is gone by
-// then, and never costs the table a change.
-// Only the two Set functions and TakeSpare allocate; when memory is short they throw and leave the map as it was.
+// A permanent entry belongs to its object, which takes it out again. Temporary objects belong to the map until
+// DeleteTemporaries, also when their entry is gone. The newest permanent entry waits outside the table until another
+// comes: a pen that is made for one stroke is gone by then, and never costs the table a change. Only the two Set
+// functions and TakeSpare allocate; when memory is short they throw and leave the map as it was.
 template <class T>
 class HandleMap {
 public:
-    HandleMap() : m_entries(64), m_mask(63) {}
+    HandleMap() = default;
     HandleMap(const HandleMap&) = delete;
     HandleMap& operator=(const HandleMap&) = delete;
 
-    struct Entry {
-        void* handle = nullptr;
-        T* object = nullptr;
-        bool temporary = false;
-    };
+    using Entry = HandleEntry<T>;
 
     Entry* Find(const void* handle) {
-        return m_newest.object != nullptr && m_newest.handle == handle ? &m_newest : FindInTable(handle);
+        return m_newest.object != nullptr && m_newest.handle == handle ? &m_newest : m_table.Find(handle);
     }
     T* Permanent(const void* handle) {
         const Entry* entry = Find(handle);
@@ -61,7 +57,7 @@ public:
                 return;
             }
         }
-        Entry* entry = FindInTable(handle);
+        Entry* entry = m_table.Find(handle);
         if (entry == nullptr || entry->object != object) {
             return;
         }
@@ -75,7 +71,7 @@ public:
                 return;
             }
         }
-        Erase(static_cast<size_t>(entry - m_entries.data()));
+        m_table.Erase(entry);
     }
     // How many temporary objects are alive.
     size_t GetTemporaryCount() const { return m_temporaries; }
@@ -86,14 +82,13 @@ public:
     template <class IsDead, class IsUsable>
     std::unique_ptr<T> TakeSpare(IsDead isDead, IsUsable isUsable) {
         if (m_temporaries - m_spare.size() >= m_searchAt) {
-            for (size_t i = 0; i < m_entries.size();) {
-                if (m_entries[i].handle != nullptr && m_entries[i].temporary && isDead(m_entries[i].object)) {
-                    m_spare.push_back(m_entries[i].object);
-                    Erase(i); // which may move another entry to this place
-                } else {
-                    ++i;
+            m_table.EraseEach([&](const Entry& entry) {
+                const bool dead = entry.temporary && isDead(entry.object);
+                if (dead) {
+                    m_spare.push_back(entry.object);
                 }
-            }
+                return dead;
+            });
             const auto dead =
                 std::partition(m_retired.begin(), m_retired.end(), [&](T* object) { return !isDead(object); });
             m_spare.insert(m_spare.end(), dead, m_retired.end());
@@ -115,14 +110,12 @@ public:
         if (m_temporaries == 0) {
             return;
         }
-        for (size_t i = 0; i < m_entries.size();) {
-            if (m_entries[i].handle != nullptr && m_entries[i].temporary) {
-                m_retired.push_back(m_entries[i].object);
-                Erase(i);
-            } else {
-                ++i;
+        m_table.EraseEach([&](const Entry& entry) {
+            if (entry.temporary) {
+                m_retired.push_back(entry.object);
             }
-        }
+            return entry.temporary;
+        });
         for (std::vector<T*>* doomed : {&m_retired, &m_spare}) {
             for (T* object : *doomed) {
                 release(object);
@@ -145,18 +138,8 @@ private:
         }
         return room;
     }
-    Entry* FindInTable(const void* handle) {
-        for (size_t i = Home(handle);; i = Next(i)) {
-            if (m_entries[i].handle == nullptr) {
-                return nullptr;
-            }
-            if (m_entries[i].handle == handle) {
-                return &m_entries[i];
-            }
-        }
-    }
     void Enter(const Entry& entered) {
-        if (Entry* entry = FindInTable(entered.handle)) {
+        if (Entry* entry = m_table.Find(entered.handle)) {
             if (entry->temporary) {
                 m_retired.push_back(entry->object);
             } else if (entry->object != entered.object) {
@@ -165,56 +148,13 @@ private:
             *entry = entered;
             return;
         }
-        if (2 * (m_count + 1) > m_entries.size()) {
-            Grow();
-        }
-        ++m_count;
-        Put(entered);
+        m_table.Add(entered);
     }
-    void Put(const Entry& entry) {
-        size_t i = Home(entry.handle);
-        while (m_entries[i].handle != nullptr) {
-            i = Next(i);
-        }
-        m_entries[i] = entry;
-    }
-    size_t Home(const void* handle) const {
-        const uint64_t mixed = reinterpret_cast<uintptr_t>(handle) * 0x9E3779B97F4A7C15u;
-        return static_cast<size_t>(mixed >> 32) & m_mask;
-    }
-    size_t Next(size_t i) const { return (i + 1) & m_mask; }
-    void Erase(size_t hole) {
-        for (size_t i = Next(hole); m_entries[i].handle != nullptr; i = Next(i)) {
-            const size_t home = Home(m_entries[i].handle);
-            // The entry may move back into the hole unless its home comes after it.
-            const bool stays = hole < i ? hole < home && home <= i : hole < home || home <= i;
-            if (stays) {
-                continue;
-            }
-            m_entries[hole] = m_entries[i];
-            hole = i;
-        }
-        m_entries[hole] = Entry();
-        --m_count;
-    }
-    void Grow() {
-        std::vector<Entry> old(m_entries.size() * 2);
-        old.swap(m_entries);
-        m_mask = m_entries.size() - 1;
-        for (const Entry& entry : old) {
-            if (entry.handle != nullptr) {
-                Put(entry);
-            }
-        }
-    }
-
-    Entry m_newest;               // permanent, and in the table only when the next one comes
-    std::vector<Entry> m_entries; // their number is a power of two, at least twice the entries in use
-    size_t m_mask;                // that number less one
+    Entry m_newest; // permanent, and in the table only when the next one comes
+    HandleTable<T> m_table;
     std::vector<Entry> m_covered; // owners of a handle that has a later owner, the latest last
     std::vector<T*> m_retired;    // temporary objects without an entry that may still be in use
     std::vector<T*> m_spare;      // temporary objects of dead handles
-    size_t m_count = 0;
     size_t m_temporaries = 0;
     size_t m_searchAt = kFirstSearch;
 };
@@ -256,34 +196,3 @@ BOOL AfxAttach(HandleMap<T>& map, T* object, Handle& member, Handle handle) {
     member = handle;
     return TRUE;
 }
-
-inline HGDIOBJ AfxHandleOf(const CGdiObject* object) {
-    return object == nullptr ? nullptr : object->m_hObject;
-}
-inline HWND AfxHandleOf(const CWnd* window) {
-    return window == nullptr ? nullptr : window->m_hWnd;
-}
-inline HDC AfxHandleOf(const CDC* dc) {
-    return dc == nullptr ? nullptr : dc->m_hDC;
-}
-inline HMENU AfxHandleOf(const CMenu* menu) {
-    return menu == nullptr ? nullptr : menu->m_hMenu;
-}
-
-HINSTANCE AfxLayerInstance(); // nrafx.dll itself
-
-// The next window that this thread makes belongs to the object. Unhooking tells whether one was made.
-void AfxHookWindowCreate(CWnd* pWnd);
-BOOL AfxUnhookWindowCreate();
-
-// For a catch (...) around code of others that Windows has called: reports what was thrown, deletes it and gives the
-// message's result in its place. Throws nothing.
-LRESULT AfxReportCaught(const MSG& message);
-// What an application does about an exception in a message handler.
-LRESULT AfxProcessWndProcException(CException* e, const MSG& message);
-
-// MessageBox of Windows, with one rule on every system: a box without a Cancel button is not left by Escape or its
-// close button, and the answer is always that of one of its buttons. A box that ended without an answer, since the
-// program quits, its owner was destroyed or it could not be made, gives Cancel if it has it, else No, else Abort; one
-// with OK alone gives what Windows gave.
-int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType);

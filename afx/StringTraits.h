@@ -1,4 +1,5 @@
-// The C runtime's text functions under one name for either character width. Only for String.cpp. Layer 1: afx.
+// The C runtime's text functions under one name for either character width. Only for the sources of CString.
+// Layer 1: afx.
 #pragma once
 
 #include "afxexcept.h"

@@ -130,7 +130,7 @@ BOOL AfxUnhookWindowCreate() {
 
 CWnd::CWnd() : CWnd(nullptr) {}
 
-CWnd::CWnd(HWND hWnd) : m_hWnd(hWnd), m_pfnSuper(nullptr), m_hWndOwner(nullptr), m_nModalResult(0), m_nFlags(0) {}
+CWnd::CWnd(HWND hWnd) : CWndOps(hWnd), m_pfnSuper(nullptr), m_hWndOwner(nullptr), m_nModalResult(0), m_nFlags(0) {}
 
 CWnd::~CWnd() {
     if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd)) {
