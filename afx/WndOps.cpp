@@ -6,6 +6,10 @@ HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd) {
     return AfxHandleOf(pWnd);
 }
 
+CWndOps::CWndOps(HWND hWnd) : m_hWnd(hWnd) {}
+
+CWndOps::~CWndOps() = default;
+
 // --- style and kin ---------------------------------------------------------------------------------------------------
 
 DWORD CWndOps::GetStyle() const {

@@ -134,5 +134,6 @@ public:
     CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
 
 protected:
-    explicit CWndOps(HWND hWnd) : m_hWnd(hWnd) {}
+    explicit CWndOps(HWND hWnd);
+    ~CWndOps() override;
 };
