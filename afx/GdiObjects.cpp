@@ -76,10 +76,12 @@ CGdiObject::~CGdiObject() {
 }
 
 CGdiObject* PASCAL CGdiObject::FromHandle(HGDIOBJ hObject) {
-    if (hObject == nullptr)
+    if (hObject == nullptr) {
         return nullptr;
-    if (CGdiObject* object = AfxState().gdi.Permanent(hObject))
+    }
+    if (CGdiObject* object = AfxState().gdi.Permanent(hObject)) {
         return object;
+    }
     const CRuntimeClass* type = ClassOf(hObject);
     if (type == RUNTIME_CLASS(CPen)) {
         return TypedFromHandle<CPen>(hObject);
@@ -113,15 +115,18 @@ BOOL CGdiObject::Attach(HGDIOBJ hObject) {
 HGDIOBJ CGdiObject::Detach() {
     const HGDIOBJ handle = m_hObject;
     m_hObject = nullptr;
-    if (handle != nullptr)
-        if (AfxThreadState* state = AfxStateIfAny())
+    if (handle != nullptr) {
+        if (AfxThreadState* state = AfxStateIfAny()) {
             state->gdi.Remove(handle, this);
+        }
+    }
     return handle;
 }
 
 BOOL CGdiObject::DeleteObject() {
-    if (m_hObject == nullptr)
+    if (m_hObject == nullptr) {
         return FALSE;
+    }
     return ::DeleteObject(Detach());
 }
 
@@ -144,13 +149,15 @@ BOOL CGdiObject::UnrealizeObject() {
 // --- CPen --------------------------------------------------------------------------------------------------------
 
 CPen::CPen(int nPenStyle, int nWidth, COLORREF crColor) {
-    if (!Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor)))
+    if (!Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor))) {
         AfxThrowResourceException();
+    }
 }
 
 CPen::CPen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int nStyleCount, const DWORD* lpStyle) {
-    if (!CreatePen(nPenStyle, nWidth, pLogBrush, nStyleCount, lpStyle))
+    if (!CreatePen(nPenStyle, nWidth, pLogBrush, nStyleCount, lpStyle)) {
         AfxThrowResourceException();
+    }
 }
 
 CPen* PASCAL CPen::FromHandle(HPEN hPen) {
@@ -181,18 +188,21 @@ int CPen::GetExtLogPen(EXTLOGPEN* pLogPen) const {
 // --- CBrush ------------------------------------------------------------------------------------------------------
 
 CBrush::CBrush(COLORREF crColor) {
-    if (!CreateSolidBrush(crColor))
+    if (!CreateSolidBrush(crColor)) {
         AfxThrowResourceException();
+    }
 }
 
 CBrush::CBrush(int nIndex, COLORREF crColor) {
-    if (!CreateHatchBrush(nIndex, crColor))
+    if (!CreateHatchBrush(nIndex, crColor)) {
         AfxThrowResourceException();
+    }
 }
 
 CBrush::CBrush(CBitmap* pBitmap) {
-    if (!CreatePatternBrush(pBitmap))
+    if (!CreatePatternBrush(pBitmap)) {
         AfxThrowResourceException();
+    }
 }
 
 CBrush* PASCAL CBrush::FromHandle(HBRUSH hBrush) {
@@ -257,8 +267,9 @@ BOOL CFont::CreatePointFontIndirect(const LOGFONT* lpLogFont, CDC* pDC) {
     ::DPtoLP(dc, &size, 1);
     ::DPtoLP(dc, &origin, 1);
     font.lfHeight = -std::labs(size.y - origin.y);
-    if (pDC == nullptr)
+    if (pDC == nullptr) {
         ::ReleaseDC(nullptr, dc);
+    }
     return CreateFontIndirect(&font);
 }
 

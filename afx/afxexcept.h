@@ -117,8 +117,9 @@ NRAFX_API void AFXAPI AfxAbort();
 struct AFX_EXCEPTION_LINK {
     explicit AFX_EXCEPTION_LINK(CException* pException) : m_pException(pException) {}
     ~AFX_EXCEPTION_LINK() {
-        if (m_pException != NULL)
+        if (m_pException != NULL) {
             m_pException->Delete();
+        }
     }
     AFX_EXCEPTION_LINK(const AFX_EXCEPTION_LINK&) = delete;
     AFX_EXCEPTION_LINK& operator=(const AFX_EXCEPTION_LINK&) = delete;

@@ -22,10 +22,11 @@ public:
         CObject::Serialize(ar);
         seen.push_back(ar.GetObjectSchema());
         EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu); // it is given once
-        if (ar.IsStoring())
+        if (ar.IsStoring()) {
             ar << value;
-        else
+        } else {
             ar >> value;
+        }
     }
     int value;
     static int alive;
@@ -40,14 +41,16 @@ class CLink : public CObject {
     DECLARE_SERIAL(CLink)
 public:
     ~CLink() override {
-        if (owns)
+        if (owns) {
             delete next;
+        }
     }
     void Serialize(CArchive& ar) override {
-        if (ar.IsStoring())
+        if (ar.IsStoring()) {
             ar << next;
-        else
+        } else {
             ar >> next;
+        }
         schemaAfter = ar.GetObjectSchema();
     }
     CObject* next = NULL;
@@ -94,8 +97,9 @@ void Append(Bytes& bytes, const Bytes& more) {
 
 Bytes Joined(std::initializer_list<Bytes> parts) {
     Bytes bytes;
-    for (const Bytes& part : parts)
+    for (const Bytes& part : parts) {
         Append(bytes, part);
+    }
     return bytes;
 }
 
@@ -141,8 +145,9 @@ int Cause(const Bytes& bytes, int objects, const CRuntimeClass* wanted = NULL) {
             for (int i = 0; i < objects; ++i) {
                 CObject* ob = ar.ReadObject(wanted);
                 for (const auto& known : read) {
-                    if (known.get() == ob)
+                    if (known.get() == ob) {
                         ob = NULL; // a back-reference
+                    }
                 }
                 read.emplace_back(ob);
             }
@@ -242,8 +247,9 @@ TEST(AfxArchiveObjects, AnotherSchemaIsRefusedUnlessTheClassIsVersionable) {
     EXPECT_EQ(Cause(Record("CFixed", 3), 1), -1);
     EXPECT_EQ(Cause(Record("CFixed", 2), 1), CArchiveException::badSchema);
     EXPECT_EQ(Cause(Record("CFixed", 4), 1), CArchiveException::badSchema);
-    for (int schema : {0, 1, 4, 6, 0xFFFE, 0xFFFF})
+    for (int schema : {0, 1, 4, 6, 0xFFFE, 0xFFFF}) {
         EXPECT_EQ(Cause(Joined({Record("CDot", schema), {0, 0, 0, 0}}), 1), -1);
+    }
 }
 
 TEST(AfxArchiveObjects, UnknownAndUnfitClassesAreRefused) {
@@ -383,8 +389,9 @@ TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
 
 TEST(AfxArchiveObjects, ObjectsAreNestedAsDeepWhenStoringAsWhenLoading) {
     std::vector<CLink> links(1001);
-    for (size_t i = 0; i + 1 < links.size(); ++i)
+    for (size_t i = 0; i + 1 < links.size(); ++i) {
         links[i].next = &links[i + 1];
+    }
     CMemFile file;
     CArchive ar(&file, CArchive::store | CArchive::bNoFlushOnDelete);
     EXPECT_EQ(ArchiveCause([&] { ar.WriteObject(&links[0]); }), CArchiveException::genericException);
@@ -410,8 +417,9 @@ TEST(AfxArchiveObjects, NumbersFrom7FFFOnAreWrittenInThirtyTwoBits) {
     CDot dot(6), dot2(7);
     const Bytes bytes = Stored([&](CArchive& ar) {
         ar.WriteObject(&first);
-        for (int i = 3; i <= 0x7FFD; ++i)
+        for (int i = 3; i <= 0x7FFD; ++i) {
             ar.MapObject(&filler);
+        }
         ar.WriteObject(&last); // object 0x7FFE, the last that a short tag can name
         ar.WriteObject(&high); // object 0x7FFF; class 1 is still short
         ar.WriteObject(&dot);  // class 0x8000, object 0x8001
@@ -431,8 +439,9 @@ TEST(AfxArchiveObjects, NumbersFrom7FFFOnAreWrittenInThirtyTwoBits) {
                              {0xFF, 0x7F, 0x01, 0x80, 0x00, 0x00}}));
     Load(bytes, [&](CArchive& ar) {
         std::unique_ptr<CObject> firstBack(ar.ReadObject(NULL));
-        for (int i = 3; i <= 0x7FFD; ++i)
+        for (int i = 3; i <= 0x7FFD; ++i) {
             ar.MapObject(&filler);
+        }
         std::unique_ptr<CObject> lastBack(ar.ReadObject(NULL));
         std::unique_ptr<CObject> highBack(ar.ReadObject(NULL));
         std::unique_ptr<CObject> dotBack(ar.ReadObject(NULL));
@@ -523,8 +532,9 @@ TEST(AfxArchiveObjects, RandomDamageNeverDoesMoreThanRaise) {
             seed = seed * 1664525 + 1013904223;
             bytes[(seed >> 8) % bytes.size()] = static_cast<BYTE>(seed >> 24);
         }
-        if (Cause(bytes, 4) != -1)
+        if (Cause(bytes, 4) != -1) {
             ++failures;
+        }
         ASSERT_EQ(CDot::alive, 2) << round;
     }
     EXPECT_GT(failures, 1000);

@@ -45,13 +45,15 @@ protected:
         SendDlgItemMessage(1007, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"b"));
         CDialog::OnInitDialog();
         PostMessage(WM_APP);
-        if (m_onInit)
+        if (m_onInit) {
             m_onInit(*this);
+        }
         return TRUE;
     }
     afx_msg LRESULT OnScript(WPARAM, LPARAM) {
-        if (m_script)
+        if (m_script) {
             m_script(*this);
+        }
         return 0;
     }
     afx_msg void OnChange() { ++m_changes; }
@@ -483,8 +485,9 @@ TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsReportedAndStopsThere) {
         HWND window = nullptr;
         while ((window = ::FindWindowEx(nullptr, window, L"#32770", nullptr)) != nullptr) {
             if (::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() &&
-                ::GetDlgItem(window, 0x47c) != nullptr)
+                ::GetDlgItem(window, 0x47c) != nullptr) {
                 ::PostMessage(window, WM_COMMAND, IDCANCEL, 0);
+            }
         }
     });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);

@@ -26,8 +26,9 @@ public:
         if (ar.IsLoading()) {
             char byte = 0;
             m_bytes.clear();
-            while (ar.Read(&byte, 1) == 1)
+            while (ar.Read(&byte, 1) == 1) {
                 m_bytes += byte;
+            }
         } else {
             ar.Write(m_bytes.data(), static_cast<UINT>(m_bytes.size()));
         }
@@ -76,11 +77,13 @@ protected:
         std::vector<CString> names;
         WIN32_FIND_DATA found = {};
         const HANDLE search = ::FindFirstFile(m_folder + L"\\*", &found);
-        if (search == INVALID_HANDLE_VALUE)
+        if (search == INVALID_HANDLE_VALUE) {
             return names;
+        }
         do {
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
                 names.push_back(found.cFileName);
+            }
         } while (::FindNextFile(search, &found));
         ::FindClose(search);
         return names;

@@ -21,8 +21,9 @@ public:
     void Dump(CDumpContext& dc) const override {
         CObject::Dump(dc);
         dc << L"count = " << m_count << L"\n";
-        if (dc.GetDepth() > 0)
+        if (dc.GetDepth() > 0) {
             dc << m_inner;
+        }
     }
 };
 IMPLEMENT_DYNAMIC(CHolder, CObject)

@@ -34,8 +34,9 @@ TEST(AfxExceptions, EachThrowFunctionThrowsItsOwnKind) {
     EXPECT_TRUE(Throws<CFileException>([] { AfxThrowFileException(CFileException::diskFull); }));
     EXPECT_TRUE(Throws<COleException>([] { AfxThrowOleException(E_FAIL); }));
     // Thrown again and again, since the fixed ones are not on the heap.
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(Throws<CMemoryException>([] { AfxThrowMemoryException(); }));
+    }
 }
 
 TEST(AfxExceptions, CarryCauseErrorNumberAndFileName) {
@@ -104,8 +105,9 @@ TEST(AfxExceptions, TextsAreCutToTheGivenSize) {
     EXPECT_FALSE(CMemoryException(FALSE).GetErrorMessage(NULL, 4));
     EXPECT_FALSE(CUserException(FALSE).GetErrorMessage(text, 8));
     EXPECT_STREQ(text, L"");
-    for (int cause = CArchiveException::genericException; cause <= CArchiveException::badSchema; ++cause)
+    for (int cause = CArchiveException::genericException; cause <= CArchiveException::badSchema; ++cause) {
         EXPECT_FALSE(Message(CArchiveException(cause)).empty());
+    }
     EXPECT_EQ(Message(CFileException(999)), Message(CFileException(CFileException::genericException)));
 }
 

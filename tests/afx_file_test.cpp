@@ -218,8 +218,9 @@ TEST(AfxFile, NamesAreTakenFromThePath) {
 TEST(AfxMemFile, GrowsAsItIsWritten) {
     CMemFile file(16);
     EXPECT_EQ(file.GetLength(), 0u);
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         file.Write(&i, sizeof(i));
+    }
     EXPECT_EQ(file.GetLength(), 4000u);
     EXPECT_EQ(file.GetPosition(), 4000u);
     file.SeekToBegin();

@@ -31,8 +31,9 @@ void DeleteAll(HandleMap<Counted>& map) {
 TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
     HandleMap<Counted> map;
     std::vector<Counted> objects(1000);
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         map.Set(Handle(i + 1), &objects[static_cast<size_t>(i)]);
+    }
     // Every third is removed, in an irregular order.
     std::set<int> gone;
     for (int i = 0; i < 1000; i += 3) {
@@ -40,8 +41,9 @@ TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
         map.Remove(Handle(out + 1), &objects[static_cast<size_t>(out)]);
         gone.insert(out);
     }
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         EXPECT_EQ(map.Permanent(Handle(i + 1)), gone.count(i) != 0 ? nullptr : &objects[static_cast<size_t>(i)]) << i;
+    }
     EXPECT_EQ(map.Find(Handle(5000)), nullptr);
 }
 
@@ -78,8 +80,9 @@ TEST(AfxHandleMap, TemporaryObjectsGoTogetherAndEachOnce) {
     {
         HandleMap<Counted> map;
         Counted owner;
-        for (int i = 1; i <= 200; ++i)
+        for (int i = 1; i <= 200; ++i) {
             map.SetTemporary(Handle(i), std::make_unique<Counted>());
+        }
         map.SetTemporary(Handle(1), std::make_unique<Counted>()); // another kind of object on that handle now
         map.Set(Handle(2), &owner);                               // covered by an owner
         Counted next;
@@ -109,11 +112,13 @@ TEST(AfxHandleMap, AnEarlierOwnerIsFoundAgainWhateverWasAttachedInBetween) {
             Counted first, second, third, other, another;
             map.Set(Handle(1), &first);
             map.Set(Handle(1), &second);
-            if (otherBetween)
+            if (otherBetween) {
                 map.Set(Handle(2), &other);
+            }
             map.Set(Handle(1), &third);
-            if (otherAfter)
+            if (otherAfter) {
                 map.Set(Handle(3), &another);
+            }
             EXPECT_EQ(map.Permanent(Handle(1)), &third);
             map.Remove(Handle(1), &third);
             EXPECT_EQ(map.Permanent(Handle(1)), &second);

@@ -72,8 +72,9 @@ TEST(GuardPages, AlignmentIsKept) {
 
 TEST(GuardPages, AHundredThousandLiveBlocksStillFit) {
     std::vector<int*> blocks;
-    for (int i = 0; i < 100000; i++)
+    for (int i = 0; i < 100000; i++) {
         blocks.push_back(new int(i));
+    }
     long long sum = 0;
     for (int* block : blocks) {
         sum += *block;

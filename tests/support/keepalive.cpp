@@ -24,8 +24,9 @@ int main() {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = kClassName;
     if (!RegisterClassW(&windowClass) || !CreateWindowExW(0, kClassName, L"", WS_OVERLAPPEDWINDOW, 0, 0, 10, 10,
-                                                          nullptr, nullptr, windowClass.hInstance, nullptr))
+                                                          nullptr, nullptr, windowClass.hInstance, nullptr)) {
         return 1;
+    }
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
