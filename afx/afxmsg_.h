@@ -1,5 +1,5 @@
 // Message maps: the rows for the messages of windows; the other macros of message maps come with it. Included by
-// afxwin.h. Each row names the message and how its parameters are handed to the handler.
+// afxwin.h. Each row names the message and how its parameters are passed to the handler.
 // Layer 1: afx.
 #pragma once
 
