@@ -18,6 +18,7 @@ constexpr double kInLine = 1e-15;
 // other units, a double, would move the limits of the extent's test.
 constexpr float kQuadrantStep = 1.5707964f;
 
+// Compatibility 46: an arc's width falls to zero.
 // An arc that is zoomed out takes the pen of width 0, GDI's thinnest, where the other kinds have a
 // pen of one pixel.
 constexpr float kThinnestPen = 0.0f;
@@ -62,6 +63,7 @@ int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center
     }
     const double t = (bx * cx + by * cy) / (-ay * cx + ax * cy);
     center = CGePoint2d(p1.x + (ax + -ay * t) * 0.5, p1.y + (ay + ax * t) * 0.5);
+    // Compatibility 83: the radius through three points has single precision.
     // The radius is rounded to single precision.
     radius = static_cast<double>(static_cast<float>(std::sqrt(ax * ax + ay * ay) * std::sqrt(t * t + 1)) / 2.0f);
     return 1;

@@ -5,6 +5,7 @@
 #include "Circle.h"
 
 // Runs anticlockwise (y up) from the start angle to the end angle. With a start above the end it crosses angle 0.
+// Compatibility 28: an arc is hit on its whole circle.
 class NRVECTORVIEW_API CArc : public CCircle {
     DECLARE_SERIAL(CArc)
 public:
@@ -22,7 +23,7 @@ public:
 
     double GetStartAngle() { return m_StartAngle; }
     double GetEndAngle() { return m_EndAngle; }
-    // 1 when the angle, in radians, lies strictly within the sweep: the ends are outside.
+    // 1 when the angle, in radians, is strictly within the sweep: the ends are outside.
     int IsInArc(float angle);
     CString GetName() override;
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;

@@ -109,6 +109,7 @@ void CCenterPoint::SetProperty(CDrawableProperty& list) {
 
 // A failure is reported under the name of the circle's Draw.
 void CCenterPoint::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    // Compatibility 50: a failed mark reports the name of the circle's `Draw`.
     DrawInFrame(pDC, pGeom, L"CCircle::Draw", L"3", [&](LPCTSTR& stage) {
         if (!IsToBeDrawn()) {
             return false;
@@ -141,7 +142,7 @@ void CCenterPoint::Serialize(CArchive& ar) {
            << m_strMsgInfo << m_LockMode;
         return;
     }
-    // Unlike a circle's, this form never lacked a field; only the version word is newer.
+    // Unlike a circle's, the older forms have all fields; only the version word is missing.
     if (IsCurrentForm(ar)) {
         int version = 0;
         ar >> version;

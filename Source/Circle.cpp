@@ -13,6 +13,7 @@ enum Grip { kGripCenter = 0, kGripRight = 1, kGripTop = 2, kGripLeft = 3, kGripB
 
 // The stock object selected for a filled circle is a palette, which no context takes as a brush. The
 // selection fails without a message, and the circle is filled with the brush that is in the context already.
+// Compatibility 43: a filled circle takes whatever brush is selected.
 constexpr int kStockFilled = DEFAULT_PALETTE;
 
 } // namespace
@@ -109,6 +110,7 @@ void CCircle::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeText(list, L"m_strParmName", m_strParmName);
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
     // Only the low byte of the lock is taken back, so 256 unlocks.
+    // Compatibility 44: the lock's row takes only the low byte.
     PropertyRows::TakeLowByte(list, L"m_LockObjZoom", m_LockMode);
 }
 
@@ -141,7 +143,7 @@ void CCircle::Serialize(CArchive& ar) {
            << m_strMsgInfo << m_LockMode;
         return;
     }
-    // Schemas 1 and 2 lack the fields behind; every other one, known or not, has the current fields.
+    // Schemas 1 and 2 lack the last fields; every other one, known or not, has the current fields.
     const UINT schema = ObjectSchema(ar);
     if (IsCurrentForm(ar)) {
         int version = 0;

@@ -37,9 +37,11 @@ void CCombRect::transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d f
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
-// Neither visibility nor state is asked, so that a hidden or deleted frame is drawn too.
+// Neither visibility nor state is tested, so that a hidden or deleted frame is drawn too.
 // A failure is reported under the name of the line's Draw.
+// Compatibility 47: a frame paints when hidden, deleted or dragged.
 void CCombRect::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    // Compatibility 49: a failed frame reports the name of the line's `Draw`.
     DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
         stage = L"1";
         pDC->SetBkMode(TRANSPARENT);

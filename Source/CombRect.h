@@ -17,6 +17,7 @@ public:
     // Any two opposite corners; nothing is put into order.
     void SetPoint(const CGePoint2d& a, const CGePoint2d& b);
     // Moves every object of the list by the vector from `from` to `to`. The frame itself stays.
+    // Compatibility 48: a frame does not move with a transformation.
     void transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d from, CGePoint2d to);
     using CDrawable::transformBy;
 

@@ -64,6 +64,7 @@ void CCommandOperation::Execute() {}
 
 void CCommandOperation::Cancel() {}
 
+// Compatibility 10: a repaint under a drawn marker leaves an extra one.
 int CCommandOperation::RefreshGrip() {
     if (m_SnapEnabled == 0 || m_SnapMarkDrawn == 0) {
         return 0;
@@ -278,10 +279,12 @@ CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeCl
     return nullptr;
 }
 
+// Compatibility 7: the snap's aperture is cut to whole drawing units.
 int CCommandOperation::ApertureUnits(float pixels) const {
     return Truncate(m_pCoordTran->LToD(pixels));
 }
 
+// Compatibility 8: the first snap candidate wins, not the nearest.
 int CCommandOperation::FindCandidate(CDrawable* object, CGePointArray& grips, const CGePoint2d& point, int aperture,
                                      CGePoint2d& result) {
     for (INT_PTR i = 0; i < grips.GetSize(); ++i) {

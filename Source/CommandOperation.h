@@ -30,8 +30,8 @@ inline constexpr int kOsnapAll = 15;
 // successor. All pointers are borrowed.
 //
 // A message box, a dialog, or a message sent to the edit box runs code of the host, which may end the tool, free the
-// view or free drawing objects. A tool that goes on afterwards takes a token of m_Alive before the call and asks GoesOn
-// right after it.
+// view or free drawing objects. A tool that continues afterwards takes a token of m_Alive before the call and calls
+// GoesOn right after it.
 class NRVECTORVIEW_API CCommandOperation : public CCommand {
     DECLARE_DYNAMIC(CCommandOperation)
 public:
@@ -111,7 +111,7 @@ protected:
         HWND m_hWindow;
     };
 
-    // The window as its tools know it; null where it is no such window.
+    // The window's interface for tools; null where the window does not have it.
     COperationHost* Host() const;
     CCommandOperation* Engine() const;
     // Whether the engine still is: for a tool that acts at once and so never is the running one.
@@ -134,7 +134,7 @@ protected:
     static void ClearScratch(CGePointArray& points) { points.RemoveAt(0, points.GetSize()); }
     // The square test of all searches, inclusive on its four edges.
     static bool IsWithin(const CGePoint2d& grip, const CGePoint2d& point, int aperture);
-    // Whether the object lies within four pixels of the point. A hidden object's 100.0 is an ordinary distance here, so
+    // Whether the object is within four pixels of the point. A hidden object's 100.0 is an ordinary distance here, so
     // that it can be picked in a view zoomed far out.
     bool IsHit(CDrawable* object, const CGePoint2d& point) const;
     // The undermost object of the drawing that is hit and of that kind; selection and selectability play no part. Null
@@ -142,7 +142,7 @@ protected:
     CDrawable* FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const;
     // The aperture in drawing units, cut to a whole number: it may be 0, and then only an exact hit counts.
     int ApertureUnits(float pixels) const;
-    // The first candidate of `grips` that lies within the aperture and passes the veto; nonzero on a hit.
+    // The first candidate of `grips` that is within the aperture and passes the veto; nonzero on a hit.
     int FindCandidate(CDrawable* object, CGePointArray& grips, const CGePoint2d& point, int aperture,
                       CGePoint2d& result);
     // Draws the objects by inversion, in the state Dragging for the moment of the drawing.

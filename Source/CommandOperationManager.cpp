@@ -26,6 +26,7 @@ CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* gr
       m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(IDC_CURSOR_OPERATION))),
       m_Events(std::make_shared<CEngineEvents>()) {}
 
+// Compatibility 97: a running tool is not freed with its engine.
 CCommandOperationManager::~CCommandOperationManager() {
     if (m_pCommand != nullptr) {
         m_pCommand->m_Alive.End();
@@ -95,6 +96,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
 CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned int nFlags, CGePoint2d point) {
     const CEventScope scope(m_Events);
     point = ToDrawing(point);
+    // Compatibility 5: a release snaps by the manager's own search.
     // The manager's own search, in its own mode, and not the tool's, unlike at a press.
     CGePoint2d hit;
     if (GetGripPoint(point, hit) != 0) {
@@ -145,6 +147,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned in
 CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned int nFlags, short zDelta,
                                                                       CGePoint2d point) {
     const CEventScope scope(m_Events);
+    // Compatibility 6: a preview jumps by the window's place at a wheel message.
     // The wheel's point comes in screen coordinates and is taken for client pixels: previews jump by the window's place
     // on the screen until the next move.
     point = ToDrawing(point);
@@ -177,7 +180,8 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
     if (CCommandOperation* op = RunningTool()) {
         op->OnKeyDown(nChar, nRepCnt, nFlags);
     } else if (m_pCommand == nullptr) {
-        // Any key at all: this is how the user deselects.
+        // Compatibility 98: any key deselects.
+        // By any key the user deselects.
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
         AnnounceToPropertyDialog(nullptr);
@@ -234,7 +238,7 @@ int CCommandOperationManager::DoCommand(CString word) {
     CToolOwner op = Registered(row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument()));
     switch (row->running) {
     case CommandRunning::Installed:
-        // Its edit box is a new child window, of which the view's host hears.
+        // Its edit box is a new child window, of which the view's host is notified.
         return engine.IsAlive() ? SetCommand(op.release(), 1) : 0;
     case CommandRunning::AtOnce:
         op->Execute();
@@ -301,6 +305,7 @@ void CCommandOperationManager::CheckResultState(ResultState state) {
     }
 }
 
+// Compatibility 99: a taken grip ignores the host's snap mode.
 void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultState state) {
     if (state != RS_Capture) {
         return;
@@ -347,7 +352,7 @@ CCommandOperation* CCommandOperationManager::TakeOutCommand() {
 
 bool CCommandOperationManager::MakeRoom(bool byOnCancel) {
     const CKxAliveToken engine(m_Alive);
-    // A host may answer the end of a tool by starting another one, which has to go too.
+    // A host may answer the end of a tool by starting another one, which has to be ended too.
     while (engine.IsAlive() && m_pCommand != nullptr) {
         const CEventScope scope(m_Events);
         if (CurrentTool() == nullptr) {

@@ -14,7 +14,7 @@ public:
     ResultState OnDefaultSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
 };
 
-// Takes hold of the engine on its first press and does nothing with it. It has no word; derived views may install it.
+// Becomes the running tool on its first press and does nothing more. It has no word; derived views may install it.
 class CCommandOperationInplaceEdit_ViewParms : public CCommandOperation {
     DECLARE_DYNAMIC(CCommandOperationInplaceEdit_ViewParms)
 public:

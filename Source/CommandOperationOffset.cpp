@@ -26,7 +26,7 @@ void CCommandOperationOffset::Cancel() {
 CCommandOperation::ResultState CCommandOperationOffset::OnLButtonDown(unsigned int, CGePoint2d point) {
     m_InEdit = 0;
     if (m_pObject == nullptr) {
-        // A click that hits nothing ends nothing: the next one picks again.
+        // A click that hits nothing does not end the tool: the next one picks again.
         Pick(point);
         m_PickPoint = point;
         return RS_Capture;
@@ -80,6 +80,7 @@ void CCommandOperationOffset::Pick(const CGePoint2d& point) {
 }
 
 void CCommandOperationOffset::KeepFormerState() {
+    // Compatibility 102: the copy of an offset is not registered.
     // Owned here until the drawing has it: reading a host's kind may throw. Not registered with the leak tracer, unlike
     // the system's other objects.
     std::unique_ptr<CDrawable> former(static_cast<CDrawable*>(m_pObject->GetRuntimeClass()->CreateObject()));
@@ -96,6 +97,7 @@ void CCommandOperationOffset::KeepFormerState() {
 
 CPLine* CCommandOperationOffset::TwoVertexPolyline() {
     CPLine* line = DYNAMIC_DOWNCAST(CPLine, m_pObject);
+    // Compatibility 21: only a polyline of two vertices is moved.
     return line != nullptr && line->GetPointList()->GetSize() == 2 ? line : nullptr;
 }
 

@@ -43,7 +43,7 @@ private:
     void KeepFormerState();
     // The picked object where it is a polyline of two vertices, else null.
     CPLine* TwoVertexPolyline();
-    // `distance` drawing units across the polyline, to the side on which the point lies.
+    // `distance` drawing units across the polyline, to the side of the point.
     static CGeVector2d Sideways(CPLine* line, const CGePoint2d& point, double distance);
 
     CGePoint2d m_PickPoint;

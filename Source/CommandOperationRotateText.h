@@ -1,4 +1,4 @@
-// CCommandOperationRotateText: gives the selected texts an angle, asked for by a dialog. Acts at once.
+// CCommandOperationRotateText: gives the selected texts an angle that is entered in a dialog. Acts at once.
 // Layer 8: command operations.
 #pragma once
 

@@ -49,6 +49,7 @@ CCommandOperation::ResultState CCommandOperationTrans::OnMouseMove(unsigned int 
     return RS_Continue;
 }
 
+// Compatibility 19: the right button before the base point raises an exception.
 CCommandOperation::ResultState CCommandOperationTrans::OnRButtonDown(unsigned int, CGePoint2d) {
     // Before the base point the memory is empty, and with a selection reading it raises CArchiveException: nothing here
     // catches that, and the tool stays the running one.
@@ -84,6 +85,7 @@ void CCommandOperationTrans::InvertObjects() {
 }
 
 void CCommandOperationTrans::KeepOriginals() {
+    // Compatibility 101: copies have the number of their originals and are not registered.
     // The existing objects are at their new place, and new objects take the old one. The new objects, unlike all
     // others, are not registered with the leak tracer, and have the same m_ID as the ones that they were read from.
     CDrawableArray originals;

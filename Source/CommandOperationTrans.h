@@ -22,6 +22,7 @@ public:
     CCommandOperationTrans(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
 
     void Execute() override {}
+    // Compatibility 20: another command leaves the objects where the last move put them.
     void Cancel() override {}
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }

@@ -1,4 +1,4 @@
-// CCommandSelectObj: the pick of the default click. It lives for one call and is never the running tool.
+// CCommandSelectObj: the pick of the default click. It exists for one call and is never the running tool.
 // Layer 8: command operations.
 #pragma once
 
@@ -9,8 +9,8 @@ class CCommandSelectObj : public CCommandOperation {
 public:
     using CCommandOperation::CCommandOperation;
 
-    // RS_Done when an object was newly selected, RS_Continue when not: the click then looks for a grip. Selection adds
-    // up, and the undermost object within reach wins, not the nearest.
+    // RS_Done when an object was newly selected, RS_Continue when not: the click then looks for a grip. Selections
+    // add up, and the lowest object within the aperture is taken, not the nearest.
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }

@@ -24,7 +24,7 @@ namespace {
 constexpr COLORREF kGreenLabel = 0x4CB122; // 0x00BBGGRR
 constexpr DWORD kBoundYellow = 0xFFFFFF00; // 0xAARRGGBB
 
-// What a row names: a function that makes the tool with the usual four arguments.
+// The function of a row, which makes the tool with the usual four arguments.
 template <class Tool>
 CCommandOperation* New(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document) {
     return new Tool(wnd, graphic, tran, document);

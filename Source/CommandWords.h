@@ -6,8 +6,9 @@
 #include "CommandOperation.h"
 
 enum class CommandRunning {
-    Installed,    // Becomes the running tool.
-    AtOnce,       // Executed and freed; the running tool stays.
+    Installed, // Becomes the running tool.
+    AtOnce,    // Executed and freed; the running tool stays.
+    // Compatibility 11: "rotatetext" is neither installed nor freed.
     AtOnceAndKept // Executed and neither installed nor freed: "rotatetext" stays allocated.
 };
 
@@ -34,5 +35,5 @@ struct CommandWord {
 // With case; null for an unknown word.
 const CommandWord* FindCommandWord(LPCTSTR word);
 
-// All rows, in the order of a menu; they live as long as the library.
+// All rows, in the order of a menu; they are valid as long as the library is loaded.
 NRVECTORVIEW_API const CommandWord* GetCommandWords(int& count);

@@ -158,7 +158,7 @@ void CDialog_DrawAbleProperty::SetRowValue(int row, CString text) {
             break;
         }
         property->m_Value = value;
-        // Nothing resets it: each later edit hands this row over again.
+        // Nothing resets it: each later edit gives this row to the object again.
         property->m_Changed = 1;
     }
     ApplyToObject();

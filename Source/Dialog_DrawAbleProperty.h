@@ -21,13 +21,13 @@ public:
 
     // Modeless; `id` is the template.
     int Create(unsigned int id, CWnd* parent) override;
-    // What a click on an object calls: shows it when the window is there and visible. Not owned: whoever frees the
+    // What a click on an object calls: shows it when the window is there and visible. Not owned: code that frees the
     // object calls LoadObject with null first. If not, its rows stay until the next edit, which then empties the
     // dialog.
     void SetObject(CDrawable* object);
     // Fills the rows; null empties them.
     void LoadObject(CDrawable* object);
-    // Hands all rows edited so far to the object.
+    // Gives all rows edited so far to the object.
     void ApplyToObject();
     // The window to repaint after an edit; none at first.
     void SetView(CWnd* view) { m_pView = view; }

@@ -4,7 +4,6 @@
 #include "MemoryInfo.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 
 IMPLEMENT_DYNAMIC(CGraphicDocument, CDocument)
@@ -45,15 +44,9 @@ bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, CGePoint2d& min, CG
            std::isfinite(max.x) && std::isfinite(max.y);
 }
 
-// Documents may live on several threads.
-unsigned long long NextGeneration() {
-    static std::atomic<unsigned long long> last{0};
-    return ++last;
-}
-
 } // namespace
 
-CGraphicDocument::CGraphicDocument() : m_Generation(NextGeneration()) {}
+CGraphicDocument::CGraphicDocument() = default;
 
 CGraphicDocument::~CGraphicDocument() {
     Reset();
@@ -62,6 +55,7 @@ CGraphicDocument::~CGraphicDocument() {
 
 // ---- Lists and queries ---------------------------------------------------------------------------------------------
 
+// Compatibility 62: a first object without an extent stretches the box to the origin.
 int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
     if (m_DrawableObjs.IsEmpty()) {
         return 0;
@@ -170,7 +164,6 @@ CLine* CGraphicDocument::AddLine(short, short, float, float, short, int, float x
 }
 
 void CGraphicDocument::Reset() {
-    m_Generation = NextGeneration();
     RemoveAllSelected();
     FreeAll(m_DrawableObjs);
     FreeAll(m_SpareDrawableObjs);

@@ -39,12 +39,8 @@ public:
     // Extent of the drawable list in drawing units; 0, and nothing written, for an empty one.
     int GetRect(CGePoint2d& min, CGePoint2d& max);
     int IsSelected(CDrawable* obj);
-    // Which drawing this is: another number, used by no other document before, whenever the objects are freed all at
-    // once. Who keeps a pointer into the list compares it, since a new object may stand at a freed one's address.
-    // Objects that only leave the list change nothing here.
-    unsigned long long GetGeneration() const { return m_Generation; }
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
-    // For whoever keeps a pointer to the document while its owner may free it: the token tells whether that has
+    // For code that keeps a pointer to the document while its owner may free it: the token tells whether that has
     // happened.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
 
@@ -56,7 +52,7 @@ public:
     // Without a check for doubles.
     void AddNetobject(CDrawable* obj);
     void DeleteNet();
-    // Takes the object out of the lists and the current slot and, whatever its name says, frees nothing: the caller
+    // Takes the object out of the lists and the current slot and, in spite of its name, frees nothing: the caller
     // takes over the pointer.
     void DeleteObject(CDrawable* obj);
     // The same for all selected ones. They stay allocated: a running command may still refer to them.
@@ -90,7 +86,7 @@ public:
     // The frame for files. Shows "CGraphicDocument::Serialize错误" on any failure and lets nothing out; a failed store
     // gives the archive up, so that the save counts as failed.
     void Serialize(CArchive& ar) override;
-    // The stream itself; virtual for derived documents with fields before or behind it. Without a mapping the view's
+    // The stream itself; virtual for derived documents with fields before or after it. Without a mapping the view's
     virtual int StoreData(CArchive& ar); // values are stored as those of a new view,
     virtual int ReadData(CArchive& ar);  // and dropped when loaded.
     // 0 for a null file; a failure raises through to the caller.
@@ -120,6 +116,5 @@ private:
     short m_BKColorIndex = kColorBlack;
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
-    unsigned long long m_Generation;
     CKxAlive m_Alive;
 };

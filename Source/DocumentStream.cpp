@@ -45,7 +45,7 @@ void CGraphicDocument::Serialize(CArchive& ar) {
     } catch (...) {
     }
     if (storing) {
-        // What was written is half a drawing. Given up, it never takes the place of a good file.
+        // The file holds only a part of the drawing. Aborted, it does not replace a good file.
         ar.Abort();
     }
     ShowFailure();
@@ -72,7 +72,7 @@ int CGraphicDocument::ReadData(CArchive& ar) {
         AfxMessageBox(L"文件格式错误!");
         return 0;
     }
-    // Header fields take effect as they are read: a stream that ends early leaves what came before.
+    // Header fields take effect as they are read: when a stream ends early, the fields before its end are set.
     ar >> m_BKColor;
     ar >> m_BKColorIndex;
     CVectorViewCoordTran dropped;
@@ -92,13 +92,13 @@ int CGraphicDocument::ReadData(CArchive& ar) {
     ar >> count;
     std::unordered_set<const CObject*> seen;
     for (int i = 0; i < count; ++i) {
-        // No class is asked for beyond being a drawable: anything else could never be drawn or freed as one.
+        // No class is required beyond being a drawable: anything else could never be drawn or freed as one.
         auto* obj = static_cast<CDrawable*>(ar.ReadObject(RUNTIME_CLASS(CDrawable)));
         if (obj == nullptr) {
             continue;
         }
         if (seen.count(obj) != 0) {
-            // A reference back to an object that stands in the list: drawings have none.
+            // A reference back to an object that is in the list already: drawings have none.
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
         std::unique_ptr<CDrawable> owned(obj);
@@ -122,7 +122,7 @@ int CGraphicDocument::StoreToMemFile(CMemFile* file) {
 int CGraphicDocument::OpenDocument(CMemFile& file) {
     IsModified();
     file.Seek(0, CFile::begin);
-    // The old drawing goes even if the new one proves unreadable.
+    // The old drawing is freed even if the new one can't be read.
     Reset();
     DeleteContents();
     SetModifiedFlag(TRUE);
@@ -140,7 +140,7 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
         e->Delete();
         DeleteContents();
         if (!begun) {
-            // No memory for the archive itself: Serialize, which tells its own failures, was never called.
+            // No memory for the archive itself: Serialize, which reports its own failures, was not called.
             ShowFailure();
         }
     }
@@ -148,6 +148,7 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
     return 1;
 }
 
+// Compatibility 64: a damaged stream counts as loaded.
 int CGraphicDocument::OpenDocument(void* data, unsigned int size) {
     if (data == nullptr || size == 0) {
         return 0;
@@ -159,12 +160,15 @@ int CGraphicDocument::OpenDocument(void* data, unsigned int size) {
     return result;
 }
 
+// Compatibility 63: opening by the dialog adds to the drawing.
 int CGraphicDocument::OpenDocument() {
     CString name;
-    if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0) {
+    const CKxAliveToken alive(m_Alive);
+    if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0 || !alive.IsAlive()) {
         return 0;
     }
-    // The base class knows no Reset: the objects of the file come behind those that are here, unlike those of a buffer.
+    // The base class does not call Reset: the objects of the file are added to those that are here, unlike those of a
+    // buffer.
     OnOpenDocument(name);
     return 1;
 }
@@ -181,6 +185,7 @@ int CGraphicDocument::DoFileSave() {
 }
 
 int CGraphicDocument::DoSave(const wchar_t* path, int replace) {
+    const CKxAliveToken alive(m_Alive); // The file dialog and a message of a failed save run code of the host.
     CString name = path;
     if (name.IsEmpty()) {
         name = GetPathName();
@@ -191,14 +196,15 @@ int CGraphicDocument::DoSave(const wchar_t* path, int replace) {
                 name = name.Left(bad);
             }
         }
-        if (DoPromptFileName(name, replace != 0 ? kTitleSave : kTitleSaveCopy, kPathFlags, 0) == 0) {
+        if (DoPromptFileName(name, replace != 0 ? kTitleSave : kTitleSaveCopy, kPathFlags, 0) == 0 ||
+            !alive.IsAlive()) {
             return 0;
         }
     }
-    BeginWaitCursor();
+    const CWaitCursor wait;
     const bool isNew = ::GetFileAttributes(name) == INVALID_FILE_ATTRIBUTES;
     if (!OnSaveDocument(name)) {
-        // What the attempt left goes. A file that stood there before is whole, since only whole files replace it.
+        // What the attempt left is deleted. A file that was there before is whole, since only whole files replace it.
         if (path == nullptr && isNew) {
             try {
                 CFile::Remove(name);
@@ -206,13 +212,11 @@ int CGraphicDocument::DoSave(const wchar_t* path, int replace) {
                 e->Delete();
             }
         }
-        EndWaitCursor();
         return 0;
     }
-    if (replace != 0) {
+    if (replace != 0 && alive.IsAlive()) {
         SetPathName(name, TRUE);
     }
-    EndWaitCursor();
     return 1;
 }
 

@@ -25,6 +25,7 @@ CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bu
     const double length = std::sqrt(vx * vx + vy * vy);
     double leftX = -vy / length;
     double leftY = vx / length;
+    // Compatibility 25: a tiny positive bulge has its top on the left.
     // A bulge has its top on the right from above 0.001 only; 0.001 and less have it on the left.
     if (bulge > kStraightDrawn) {
         leftX = -leftX;
@@ -36,6 +37,7 @@ CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bu
 }
 
 // The sign is the opposite of a stored bulge; callers multiply by -1.
+// Compatibility 24: the two functions of a bulge have opposite signs.
 int CDraw_Common::CalTwoPoint_Bulge(CGePoint2d p1, CGePoint2d p2, CGePoint2d mp, double& bulge) {
     if (p1 == p2) {
         return 0;

@@ -16,6 +16,7 @@ constexpr COLORREF kGripBlue = 0xFF0000; // 0x00BBGGRR
 constexpr int kVersionPlain = 5;
 constexpr int kVersionCurrent = 7;
 
+// Compatibility 32: a layer that names its colour by index shows red and blue exchanged.
 // A layer that has its colour by index shows that entry of the table with red and blue exchanged: GetColor exchanges
 // them once, and it is done once more here. The white of the default layer looks the same either way.
 DWORD LayerColor(const CLayerInfo& layer) {
@@ -106,6 +107,7 @@ void CDrawable::GetProperty(CDrawableProperty& list) {
     PropertyRows::AddEnum(list, L"LineType", L"图层", L"指定图层", VT_I2, COleVariant(m_Layer, VT_I2));
 }
 
+// Compatibility 35: an edit of the width also writes the layer, and the layer's row is never taken back.
 void CDrawable::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeShort(list, L"color", m_PenColorIndex);
     PropertyRows::TakeFloat(list, L"LineWide", m_LineWide);

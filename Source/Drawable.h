@@ -103,7 +103,8 @@ public:
 
     void Serialize(CArchive& ar) override;
 
-    // For whoever keeps a pointer to the object while its owner may free it: the token tells whether that has happened.
+    // For code that keeps a pointer to the object while its owner may free it: the token tells whether that has
+    // happened.
     CKxAliveToken GetAlive();
 
 protected:
@@ -159,5 +160,5 @@ protected:
     int m_CanBeSelect = 1;
 
 private:
-    std::unique_ptr<CKxAlive> m_Alive; // Made when first asked for: of a large drawing few objects are.
+    std::unique_ptr<CKxAlive> m_Alive; // Made at the first call of GetAlive: in a large drawing few objects need one.
 };

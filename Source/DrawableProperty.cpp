@@ -101,7 +101,7 @@ void AddFlag(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, int value) {
 
 void TakeText(CDrawableProperty& list, LPCTSTR key, CString& field) {
     if (const COleVariant* value = Changed(list, key)) {
-        // The type is asked only here, because only here a member is a pointer.
+        // The type is tested only here, because only here a member is a pointer.
         field = value->vt == VT_BSTR && value->bstrVal != nullptr
                     ? CString(value->bstrVal, static_cast<int>(::SysStringLen(value->bstrVal)))
                     : CString();

@@ -1,4 +1,4 @@
-// The editable data of an object as keyed rows, which a property window shows and hands back.
+// The editable data of an object as keyed rows, which a property window shows and gives back.
 // Layer 5: drawables.
 #pragma once
 

@@ -26,7 +26,7 @@ public:
             PutBack(dc, m_Old);
         }
     }
-    // Leaves the new value in force for good.
+    // Leaves the new value in force.
     void Abandon() { m_pDC = nullptr; }
 
 protected:

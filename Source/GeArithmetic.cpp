@@ -71,7 +71,8 @@ int CGeArithmetic::CircleLineIntersection(CGePoint2d p, double r, double a, doub
     } else if (a != 0) {
         count = MeetSlanted(r, a, b, k, q1, q2);
     }
-    // Back from the centre's frame, whether or not a point was found: callers count on both being moved.
+    // Compatibility 30: a missed line moves both results by the centre.
+    // Back from the centre's frame, whether or not a point was found: callers rely on both being moved.
     q1.SetPoint(q1.x + p.x, q1.y + p.y);
     q2.SetPoint(q2.x + p.x, q2.y + p.y);
     return count;

@@ -1,4 +1,4 @@
-// Points, vectors and matrices of the drawing plane, in drawing units with y upwards (or pixels, where told).
+// Points, vectors and matrices of the drawing plane, in drawing units with y upwards (or pixels, where stated).
 // Layer 4: geometry.
 #pragma once
 
@@ -66,7 +66,7 @@ public:
     CGeVector2d negate() const { return CGeVector2d(-x, -y); }
     // A quarter turn anticlockwise.
     CGeVector2d perpVector() const { return CGeVector2d(-y, x); }
-    // The unit vector; the zero vector gives not-a-number components, and callers know it.
+    // The unit vector; the zero vector gives not-a-number components, which callers handle.
     CGeVector2d normal() const;
     double length() const;
     double dotProduct(const CGeVector2d& v) const { return x * v.x + y * v.y; }

@@ -22,6 +22,7 @@ public:
 
     // The entry as a COLORREF, 0x00BBGGRR, its alpha dropped. An index outside the table gives black.
     DWORD GetColor(int index);
+    // Compatibility 33: `GetColorIndex` is no inverse of `GetColor`.
     // The first index whose entry, in its stored form 0xAARRGGBB, equals `color`; 137 for none. This is not the inverse
     // of GetColor, whose result has another byte order.
     int GetColorIndex(DWORD color);

@@ -23,6 +23,7 @@ namespace {
 constexpr DWORD kBoxStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
 
 // Pixels up to which the window grows with its text; a longer text scrolls inside.
+// Compatibility 71: the box grows on beyond 200 pixels without its window.
 constexpr int kWidestGrown = 200;
 
 // A stored parameter may have any width and height; edges that are no pixel are at INT_MIN.
@@ -138,6 +139,7 @@ void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useO
         return;
     }
     if (key == VK_F2 || useOther != 0) {
+        // Compatibility 82: the caret is at the length of a text that is not shown.
         // At the length of `text` also where `other` is shown.
         SendMessage(EM_SETSEL, static_cast<WPARAM>(text.GetLength()), text.GetLength());
     } else {
@@ -203,7 +205,7 @@ BOOL CInPlaceEdit::PreTranslateMessage(MSG* msg) {
         return TRUE;
     }
     if (msg->message == WM_KEYDOWN && (msg->wParam == VK_TAB || msg->wParam == VK_RETURN)) {
-        // Return does what Tab does. With a repeat count of 0, by which this call is told from a message.
+        // Return does what Tab does. The repeat count of 0 distinguishes this call from a message.
         OnKeyDown(VK_TAB, 0, 0);
         return TRUE;
     }
@@ -274,6 +276,7 @@ void CInPlaceEdit::OnChar(UINT nChar, UINT, UINT) {
     }
     switch (nChar) {
     case VK_ESCAPE:
+        // Compatibility 70: Escape stores.
         // The text with which the edit began is stored; every hook runs as for any other end.
         SetWindowText(m_InitText);
         if (!alive.IsAlive()) {
@@ -341,7 +344,7 @@ void CInPlaceEdit::PlaceCaret(int start, int end) {
 void CInPlaceEdit::GrowToText() {
     CString text;
     GetWindowText(text);
-    text += L"  "; // Room for the next character.
+    text += L"  "; // Space for the next character.
     CSize size;
     {
         CWindowDC dc(this);

@@ -25,21 +25,21 @@ protected:
 };
 
 // A member of its view; the window is made once and then hidden and shown. The box decides which keys end an edit and
-// how it grows with its text; the view decides what an end does. In a parent that is no CInPlaceEditParent it calls
-// nobody.
+// how it grows with its text; the view decides what an end does. In a parent that is no CInPlaceEditParent no call
+// is made.
 // Without a window the calls do nothing, and the text is the one that the edit began with.
 class NRVECTORVIEW_API CInPlaceEdit : public CEdit {
     DECLARE_DYNAMIC(CInPlaceEdit)
 public:
     CInPlaceEdit() = default;
-    // For hosts with a grid of their own: makes the window at once, with a sunken edge and the parent's font, and hands
-    // on the key that asked for the edit. Unless that key is VK_LBUTTON, arrow keys end the edit without Ctrl.
+    // For hosts with a grid of their own: makes the window at once, with a sunken edge and the parent's font, and
+    // passes on the key that opened the edit. Unless that key is VK_LBUTTON, arrow keys end the edit without Ctrl.
     CInPlaceEdit(CWnd* parent, const CRect& rect, DWORD style, UINT id, int, int, CString text, UINT firstKey);
 
     // ---- The virtual interface, in this order ----
 
     virtual int CheckText(CString text);
-    // Repaints whatever the second argument says. A null font means the system's.
+    // Repaints whatever the second argument is. A null font means the system's.
     virtual LRESULT SetFont(CFont* font, int redraw);
     virtual void SetEditLimit(unsigned int, unsigned int);
     // The window, hidden; 0 when Windows refuses it.
@@ -74,7 +74,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     CString m_InitText;               // Escape restores it.
-    unsigned int m_LastKey = 0;       // The key that ended the edit, or arrow that asked for its end; for hosts.
+    unsigned int m_LastKey = 0;       // The key that ended the edit, or the arrow that was to end it; for hosts.
     int m_ArrowsEndEdit = 0;          // Nonzero: arrow and page keys are ending keys without Ctrl too.
     CRect m_EditRect;                 // Client pixels of the parent; may have grown wider than the window.
     CTextParm* m_pTextParm = nullptr; // Null when closed.

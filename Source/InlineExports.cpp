@@ -1,4 +1,4 @@
-// Compiled so that the inline operations of the public headers stand in the DLL's table as well: a host that takes
+// Compiled so that the inline operations of the public headers are in the DLL's table as well: a host that takes
 // their address, or looks them up by name, finds them. Layer 10: views and dialogs.
 
 // Every inline function of every header is kept, so those that call into system libraries stay outside: of GDI+ only
@@ -35,5 +35,5 @@
 #include "VectorLabel.h"
 #include "VectorViewParm.h"
 
-// Asked for by a destructor among the kept functions; nothing here ever makes such a path.
+// Called by a destructor among the kept functions; no code here makes such a path.
 void Gdiplus::PathData::FreeArrays() {}

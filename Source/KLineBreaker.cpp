@@ -9,6 +9,7 @@ constexpr float kWidthTolerance = 0.001f;
 
 } // namespace
 
+// Compatibility 58: a character's class comes from its low byte.
 // True when a character that is no blank follows.
 bool KLineBreaker::SkipBlanks() {
     while (m_nPos < m_nLen && IsBlank(m_pText[m_nPos])) {

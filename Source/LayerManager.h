@@ -33,6 +33,7 @@ public:
     CLayerManager();
     ~CLayerManager() override;
 
+    // Compatibility 65: a count equal to the limit still passes.
     // The new index, or -1 when there are more layers than the limit of 100: with exactly 100 one more is added.
     int AddLayer(const char* name);
     // Null at or above the count; a negative index raises the invalid-argument exception.

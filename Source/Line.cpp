@@ -41,6 +41,7 @@ float CLine::HitTest(CGePoint2d p) {
     return std::fabs(DistanceLine(GetStartPoint(), GetEndPoint(), p));
 }
 
+// Compatibility 9: a perpendicular is dropped on the infinite line.
 int CLine::GetClosetPt(CGePoint2d p, CGePointArray& out) {
     CGePoint2d foot = PerpendicularFoot(GetStartPoint(), GetEndPoint(), p);
     out.Add(foot);
@@ -138,7 +139,7 @@ void CLine::Serialize(CArchive& ar) {
            << m_LockMode;
         return;
     }
-    // Older schemas have fewer fields; a schema that never was reads nothing here and keeps what construction set.
+    // Older schemas have fewer fields; an unknown schema reads nothing here and keeps the values of a new line.
     const bool current = IsCurrentForm(ar);
     const UINT schema = ObjectSchema(ar);
     if (!current && (schema < 1 || schema > 3)) {

@@ -1,4 +1,4 @@
-// CMemDC: the off-screen bitmap through which the view paints without flicker; it lives for one paint.
+// CMemDC: the off-screen bitmap through which the view paints without flicker; it exists for one paint.
 // Layer 7: painter.
 #pragma once
 
@@ -6,8 +6,8 @@
 
 class CMemDC : public CDC {
 public:
-    // `dc` is borrowed and must outlive this object. A printer is not buffered: this object then draws straight into
-    // it. Throws the resource exception when GDI makes no context or bitmap.
+    // `dc` is borrowed and must exist as long as this object. A printer is not buffered: this object then draws
+    // straight into it. Throws the resource exception when GDI makes no context or bitmap.
     explicit CMemDC(CDC* dc);
     // Copies the picture to the target.
     ~CMemDC() override;

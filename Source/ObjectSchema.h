@@ -4,7 +4,7 @@
 
 #include "VectorViewApi.h"
 
-// What the class record in the stream says; kNoSchema outside ReadObject. The one way to ask for it, here and in
+// The schema of the class record in the stream; kNoSchema outside ReadObject. The one way to get it, here and in
 // classes of hosts: CArchive::GetObjectSchema tells it once an object and resets it, while each level of a class needs
 // it.
 inline UINT ObjectSchema(CArchive& ar) {

@@ -27,7 +27,8 @@ CCommandOperation::ResultState COperationCreateArc::OnLButtonDown(unsigned int, 
     }
     ErasShirrLine();
     KeepCurrentObject();
-    // Three points on a line end the command all the same: the arc keeps what the last good move gave it, or, without
+    // Compatibility 18: three points on a line make an arc.
+    // Three points on a line end the command too: the arc keeps what the last good move gave it, or, without
     // one, what it was made with.
     BendTo(point);
     RequestRedraw();
@@ -43,6 +44,7 @@ CCommandOperation::ResultState COperationCreateArc::OnMouseMove(unsigned int nFl
         DrawShirrLine(point, point);
         break;
     case 1:
+        // Compatibility 105: the band between the first two clicks of an arc is not visible.
         // The band from the first point is drawn and erased at once, so only assistant lines are visible in this state.
         // The sequence of drawing calls is part of the required behaviour.
         DrawShirrLine(m_CenterPoint, point);

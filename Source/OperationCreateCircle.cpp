@@ -11,6 +11,7 @@ IMPLEMENT_DYNAMIC(COperationCreateCircle, COperationCreateObjAb)
 
 namespace {
 
+// Compatibility 103: the radius of a drawn circle has single precision.
 // Computed in single precision throughout.
 double RadiusTo(const CGePoint2d& center, const CGePoint2d& point) {
     const float dx = static_cast<float>(center.x - point.x);
@@ -24,10 +25,12 @@ double RadiusTo(const CGePoint2d& center, const CGePoint2d& point) {
 // ---- Events --------------------------------------------------------------------------------------------------------
 
 void COperationCreateCircle::Cancel() {
+    // Compatibility 104: an arc that is broken off leaves its pixels.
     // No repaint is asked for: band and outline stay on the window until the next one.
     DiscardCurrentObject();
 }
 
+// Compatibility 16: the second click does not set the radius.
 CCommandOperation::ResultState COperationCreateCircle::OnLButtonDown(unsigned int, CGePoint2d point) {
     if (m_ClickCount == 0) {
         m_CenterPoint = point;
@@ -62,6 +65,7 @@ CCommandOperation::ResultState COperationCreateCircle::OnMouseMove(unsigned int 
     return RS_Continue;
 }
 
+// Compatibility 17: a circle that is broken off leaves its pixels.
 CCommandOperation::ResultState COperationCreateCircle::OnRButtonDown(unsigned int, CGePoint2d) {
     if (m_ClickCount >= 1) {
         Cancel();

@@ -29,6 +29,7 @@ void COperationCreatePline::Execute() {
     }
 }
 
+// Compatibility 15: a polyline that is broken off stays in the drawing.
 void COperationCreatePline::Cancel() {
     ErasShirrLine();
     KeepPolyline();

@@ -10,6 +10,7 @@ IMPLEMENT_DYNAMIC(COperationCreateRectangle, COperationCreateObjAb)
 // ---- Events --------------------------------------------------------------------------------------------------------
 
 void COperationCreateRectangle::Cancel() {
+    // Compatibility 12: the sides of a rectangle that is broken off stay allocated.
     // The sides of a rectangle that is broken off are neither added nor freed: they stay allocated, and the leak tracer
     // lists them.
     DiscardCurrentObject();
@@ -32,6 +33,7 @@ CCommandOperation::ResultState COperationCreateRectangle::OnLButtonDown(unsigned
         OnCreateObject(side);
     }
     SetSides(point);
+    // Compatibility 13: finished sides keep the state Dragging.
     // Nothing sets the sides back to Normal: they are drawn by inversion, with a solid pen, until a selection changes
     // their state. Files store that state too.
     for (CLine* side : m_Lines) {
@@ -63,6 +65,7 @@ CCommandOperation::ResultState COperationCreateRectangle::OnRButtonDown(unsigned
 
 // ---- The sides -----------------------------------------------------------------------------------------------------
 
+// Compatibility 14: the diagonal of a broken-off rectangle stays on the window.
 void COperationCreateRectangle::ErasShirrLine() {
     // The base's operation is not called: the diagonal of a rectangle that is broken off stays on the window until the
     // next band or repaint.

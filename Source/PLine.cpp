@@ -39,7 +39,8 @@ double BulgeThrough(const CGePoint2d& a, const CGePoint2d& b, const CGePoint2d& 
 
 // ---- Construction --------------------------------------------------------------------------------------------------
 
-// The list of pen flags stays empty, as the header says.
+// The list of pen flags stays empty, as documented in the header.
+// Compatibility 38: the constructor for hosts leaves the flags empty.
 CPLine::CPLine(int n, CGePoint2d* pts) : m_VertexCount(pts != nullptr ? n : 0) {
     for (int i = 0; i < m_VertexCount; ++i) {
         double bulge = 0.0;
@@ -161,6 +162,7 @@ int CPLine::RemovePoint(int i) {
 
 // A vertex appended here, unlike one of AddPoint, is not counted: it is painted, and neither hit nor measured nor
 // stored.
+// Compatibility 37: `SetPoint` beyond the end appends a vertex that is not counted.
 void CPLine::SetPoint(int i, CGePoint2d p) {
     if (i < m_PointList.GetSize()) {
         m_PointList[i] = p;
@@ -212,6 +214,7 @@ void CPLine::AddInsertPoint(CGePoint2d p) {
 
 // ---- Grips and transforms ------------------------------------------------------------------------------------------
 
+// Compatibility 39: the closing segment is not repaired when its first or last vertex moves.
 // An arc next to a moved vertex is computed anew through its middle, which is moved by the whole vector too; a straight
 // neighbour stays straight, and a bulge below kStraightHit becomes 0. The bulge of the closing segment is not changed
 // when one of its ends moves.
@@ -251,6 +254,7 @@ void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) 
     }
 }
 
+// Compatibility 84: a mirror keeps the signs of the bulges.
 // Bulges keep their sign under a mirror too, so that a mirrored arc is on the other side of its chord.
 void CPLine::transformBy(const CGeMatrix2d& m) {
     for (int i = 0; i < m_VertexCount; ++i) {
@@ -301,7 +305,7 @@ void CPLine::Serialize(CArchive& ar) {
     }
     int count = 0;
     ar >> count;
-    // Schema 1, and any that never was, has the first form of all.
+    // Schema 1, and any unknown one, has the first form.
     const bool known = schema >= kSchemaLock && schema <= kCurrentSchema;
     if (known) {
         ar >> m_LockMode;

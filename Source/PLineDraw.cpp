@@ -34,6 +34,7 @@ void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& mi
     }
 }
 
+// Compatibility 85: a straight segment under inversion shows only its ends.
 // There and back, because LineTo leaves out its last pixel: both end pixels are inked.
 // Under inversion the two strokes cancel each other but for the end pixels.
 void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end) {
@@ -78,6 +79,7 @@ bool StrokeArc(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& sta
 
 float CPLine::HitTest(CGePoint2d p) {
     if (m_IsShow == 0) {
+        // Compatibility 42: a hidden polyline is 1000 units away, a line 100.
         return kNotHit;
     }
     float best = kNotHit;
@@ -85,9 +87,11 @@ float CPLine::HitTest(CGePoint2d p) {
     // Compared in single precision and strictly, so that of two segments at the same distance the first one is found.
     const auto measure = [&](const CGePoint2d& start, const CGePoint2d& end, double bulge, int segment) {
         float distance = 0.0f;
+        // Compatibility 26: two limits decide that a segment is straight.
         if (CDraw_Common::GetAbs(bulge) < kStraightHit) {
             distance = std::fabs(DistanceLine(start, end, p));
         } else {
+            // Compatibility 29: an arc segment is hit on its whole circle.
             // Measured to the whole circle and, where there is none, to the origin.
             CGePoint2d center;
             double radius = 0.0;
@@ -181,6 +185,7 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
     for (int i = 1; i < m_VertexCount; ++i) {
         MergeBox(m_PointList[i], m_PointList[i], min, max);
     }
+    // Compatibility 86: a segment without a circle merges the last box or the origin.
     // One arc object serves all segments. A segment without a circle merges the box of the last
     // segment that had one, or the point (0, 0) when none had.
     CArc arc;
@@ -211,6 +216,7 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
         if (CDraw_Common::GetAbs(bulge) >= kStraightDrawn) {
             // The closing arc's ends are not swapped, so that a negative closing bulge gives the
             // box of the rest of its circle.
+            // Compatibility 27: the closing arc's ends are not swapped.
             mergeArc(m_PointList[last], CDraw_Common::GetArcMidHighPt(m_PointList[last], m_PointList[0], bulge),
                      m_PointList[0]);
         }
@@ -225,7 +231,7 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (!IsToBeDrawn() || m_VertexCount == 0) {
             return false;
         }
-        // Width and colour are asked again by the strokes. Asked here, a layer that fails is reported as stage 0.
+        // The strokes look up width and colour again. Looked up here, a layer that fails is reported as stage 0.
         const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
         CGePointArray points;
         if (m_isClosed != 0) {
@@ -256,6 +262,7 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
         CScopedBkMode background(pDC, TRANSPARENT);
         CKeptRop raster(pDC);
         const DWORD color = m_SegPenFlagList[i] == 1 ? m_SegPenColorList[i] : InnerGetPenColor(pGeom);
+        // Compatibility 41: a polyline in an unknown state selects an empty pen.
         // In a state that does not exist, and when GDI makes no pen, an empty pen is selected. That changes nothing in
         // the context, whose own pen draws the strokes.
         CPen pen;
@@ -269,8 +276,10 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
         }
         CScopedPen selected(pDC, &pen);
         if (CDraw_Common::GetAbs(bulge) < kStraightDrawn) {
+            // Compatibility 36: a straight line's stroke leaves out its last pixel, a polyline's inks both.
             StrokeStraight(pDC, tran, pts[i], pts[i + 1]);
         } else if (!StrokeArc(pDC, tran, pts[i], pts[i + 1], bulge)) {
+            // Compatibility 40: an arc that can't be built leaves pen and modes as they are.
             // A segment without a circle ends the polyline, and its pen and modes stay in force. The
             // pen is deleted here; GDI keeps it until another one is selected.
             selected.Abandon();

@@ -53,7 +53,7 @@ public:
     enum class Phase { Closed, Open, Refused, Accepting, Storing, Ending };
 
     Phase GetPhase() const;
-    // Another number for each edit of the view, by which the one that ends is told from one that a hook has opened.
+    // Another number for each edit of the view, which distinguishes the one that ends from one that a hook has opened.
     unsigned int GetNumber() const { return m_Number; }
     bool IsOpen(unsigned int number) const { return m_Parm.has_value() && m_Number == number; }
     bool HasParmGone() { return m_Parm.has_value() && m_Parm->HasGone(); }

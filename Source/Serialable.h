@@ -4,7 +4,7 @@
 
 #include "VectorViewApi.h"
 
-// The schema in each class record. Objects of schemas 1 to 4 are older forms, told apart by each class's Serialize.
+// The schema in each class record. Objects of schemas 1 to 4 are older forms, distinguished by each class's Serialize.
 inline constexpr UINT kCurrentSchema = 5;
 inline constexpr UINT kNoSchema = 0xFFFFFFFF; // The object schema of an archive outside ReadObject.
 
@@ -13,6 +13,7 @@ class NRVECTORVIEW_API CSerialable : public CObject {
 public:
     CSerialable() = default;
 
+    // Compatibility 34: rounding to one decimal gives whole numbers.
     // The nearest integer to x, halves upwards, for d = 0, which all callers pass. For a d above 0 the fraction is
     // first rounded to d decimals, and the result is the whole part: GetNear(2.96, 1) is 3, GetNear(2.94, 1) is 2. A
     // negative d raises the processor's exception for an integer division by zero.
@@ -35,6 +36,7 @@ public:
     void Serialize(CArchive& ar) override;
 
 protected:
+    // Compatibility 96: version words are read and not checked.
     // Whether the object being read has the current form, in which every level begins with a version word.
     static bool IsCurrentForm(CArchive& ar);
 

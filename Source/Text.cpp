@@ -73,6 +73,8 @@ float CText::HitBox(CGePoint2d p, float wide) {
     if (m_IsShow == 0) {
         return kHiddenDistance;
     }
+    // Compatibility 87: the hit box of a text is shifted by two drawing units.
+    // Compatibility 88: the hit box does not turn with the text.
     // The box has whole drawing units, begins 2 of them (not pixels) too far right, ends 2 too far up, and does not
     // turn with the text.
     const RECT box = {Truncate(m_StartX + 2.0), Truncate(m_StartY - static_cast<double>(m_MinCalHeight)),
@@ -136,6 +138,7 @@ void CText::GetProperty(CDrawableProperty& list) {
     PropertyRows::AddFloat(list, L"m_TextHeight", L"文字宽高比", m_TextRatio);
 }
 
+// Compatibility 51: an edit of the ratio changes nothing.
 void CText::SetProperty(CDrawableProperty& list) {
     CDrawable::SetProperty(list);
     PropertyRows::TakeDouble(list, L"m_StartX", m_StartX);
@@ -199,6 +202,7 @@ void CText::DrawDragged(CDC* pDC, CVectorViewCoordTran* tran) {
     int y2 = 0;
     tran->DPToLP(m_StartX, m_StartY, &x1, &y1);
     tran->DPToLP(m_StartX + static_cast<double>(m_TextWide), m_StartY, &x2, &y2);
+    // Compatibility 89: a dragged text leaves the raster mode at `R2_NOT`.
     pDC->SetROP2(R2_NOT);
     CPen pen(PS_DOT, 0, RGB(255, 255, 255));
     CScopedPen selected(pDC, &pen);

@@ -140,6 +140,7 @@ int CTextFormator::ReadableCount(const wchar_t* text, int begin, int count) cons
     return inside + static_cast<int>(::wcsnlen(text + inside, static_cast<std::size_t>(count - inside)));
 }
 
+// Compatibility 57: a measure is one character further on than the named part.
 int CTextFormator::GetTextExtent(HDC, const wchar_t* lpString, int startPos, int cbString, float& width,
                                  float& height) {
     using TextSteps::Extent;

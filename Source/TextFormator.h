@@ -26,8 +26,8 @@ public:
     // From the top of one line to the top of the next.
     float GetLinespace() { return m_Linespace; }
     // From the table, without the device. The extent of the characters startPos + 1 to
-    // startPos + cbString, one character further than the names say. A cbString below 1 means the length of lpString.
-    // Always 1.
+    // startPos + cbString, one character further on than the names suggest. A cbString below 1 means the length of
+    // lpString. Always 1.
     int GetTextExtent(HDC hdc, const wchar_t* lpString, int startPos, int cbString, float& width, float& height);
 
     // Draws `count` characters from `lpString`, the first of which has the index `begin`. Each advance is truncated to
@@ -48,7 +48,7 @@ protected:
     // after them up to the terminating zero.
     int ReadableCount(const wchar_t* text, int begin, int count) const;
 
-    const float* m_CharPos = nullptr; // Entry i: the extent of the first i + 1 characters. Lies in m_Table.
+    const float* m_CharPos = nullptr; // Entry i: the extent of the first i + 1 characters. Part of m_Table.
     float m_Height = 0.0f;            // Of one line.
     float m_Linespace = 0.0f;
     const wchar_t* m_Str = nullptr; // Not owned.

@@ -95,6 +95,7 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         pDC->TextOut(x, y, shown, shown.GetLength());
         stage = L"4";
         if (m_MinCalHeight <= 0.0f) {
+            // Compatibility 91: a parameter's height is measured once.
             // Measured once, so that it keeps the zoom of the first paint, and by the value, not by the string shown.
             // An empty value has no height; the sample text is measured instead.
             const CSize size = m_Text.IsEmpty() ? CSize(0, 0) : pDC->GetTextExtent(m_Text, m_Text.GetLength());

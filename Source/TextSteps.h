@@ -25,6 +25,7 @@ inline CString OfExtent(Extent stage, LPCTSTR own, LPCTSTR text, int startPos, i
         step.Format(L"%d:lpString=%s", number, shown);
         break;
     case Extent::Measuring:
+        // Compatibility 59: a stage text has a bracket without a partner.
         // The closing bracket without an opening one is part of the required text.
         step.Format(L"%d:m_Str=%s,iLen=%d,lpString=%s,startPos=%d,cbString=%d)", number, own, ::lstrlenW(own), shown,
                     startPos, count);

@@ -10,8 +10,8 @@ CVecotrVeiwParmOpr& CVecotrVeiwParmOpr::Instance() {
 }
 
 CVecotrVeiwParmOpr::~CVecotrVeiwParmOpr() {
-    // Runs at the end of the process, when the layers below may be gone: ReleaseVector, at detach, has done the
-    // freeing.
+    // Runs at the end of the process, when the layers below may have been unloaded: ReleaseVector, at detach, has done
+    // the freeing.
     m_pVector = nullptr;
 }
 

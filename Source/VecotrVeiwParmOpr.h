@@ -8,7 +8,8 @@
 
 class CVectorViewParm;
 
-// A singleton around one hidden view that never gets a window. All users share it: the last load wins. One thread.
+// A singleton around one hidden view that never gets a window. All users share it: each load replaces the one before.
+// One thread.
 class NRVECTORVIEW_API CVecotrVeiwParmOpr {
 public:
     static CVecotrVeiwParmOpr& Instance();

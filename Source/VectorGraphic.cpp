@@ -97,6 +97,7 @@ void CVectorGraphic::OnDraw(CDC* pDC, CDrawable* obj) {
 
 void CVectorGraphic::DrawROPNOTGrip(CDC* pDC, CPoint p, int kind) {
     CPen pen(PS_SOLID, 2, RGB(255, 0, 0));
+    // Compatibility 90: a snap marker leaves the raster mode at `R2_NOT`.
     pDC->SetROP2(R2_NOT);
     CScopedPen selectedPen(pDC, &pen);
     CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);

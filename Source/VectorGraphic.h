@@ -16,7 +16,7 @@ public:
 
     CGraphicDocument* GetDocument() { return m_pDocument; }
     CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
-    // Another document than the present one. Nonzero `external`: it belongs to the caller and is not freed here. The
+    // Replaces the document. Nonzero `external`: it belongs to the caller and is not freed here. The
     // command engine keeps the document that it was made with, so a caller with a live view must replace the engine
     // too.
     void SetDocument(CGraphicDocument* doc, int external);
@@ -55,6 +55,7 @@ protected:
     void ZoomAll_ByPixs(CRect rc);
     void ZoomAll_ByPrecent(CRect rc);
     int IsNumeric(const CString& s);
+    // Compatibility 60: a value that comes out as zero is shown as nothing.
     // The value rounded half up to `decimals`; a value that comes out as zero is the empty string.
     CString CStr(double value, int decimals);
     bool Pow(double base, int n, double& result);

@@ -97,6 +97,7 @@ CString CVectorGraphic::CStr(double value, int decimals) {
     return result;
 }
 
+// Compatibility 61: powers multiply by ten whatever the base.
 bool CVectorGraphic::Pow(double base, int n, double& result) {
     if (n < 0) {
         return false;

@@ -46,6 +46,7 @@ void CVectorGraphic::ZoomAll_ByPixs(CRect rc) {
         const float s = static_cast<float>(max.x - min.x) / static_cast<float>(freeWidth);
         fitted.SetScale(s);
         min.y = min.y - (fitted.LToD(static_cast<float>(H)) - (max.y - min.y)) / 2.0;
+        // Compatibility 66: an odd margin leaves the picture a pixel off centre.
         // Half the margin in whole pixels, so that an odd margin leaves the picture a pixel off centre.
         min.x = min.x - static_cast<double>(static_cast<float>(m / 2) * s);
     } else {
@@ -57,6 +58,7 @@ void CVectorGraphic::ZoomAll_ByPixs(CRect rc) {
     if (StoreFit(fitted, rc, min)) {
         return;
     }
+    // Compatibility 95: a margin as wide as the window gives an infinite scale.
     // A window exactly as wide or high as the margin gives an infinite scale, and that is stored.
     if ((byWidth ? freeWidth : freeHeight) == 0 && HasNoNaN(fitted)) {
         *m_pCoordTran = fitted;

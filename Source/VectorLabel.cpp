@@ -90,6 +90,7 @@ void CKXVectorLabel::SetRightLabel(const CGePoint2d& start, const CGePoint2d& en
     m_RightLabelEndPt = end;
 }
 
+// Compatibility 92: the grips of a label do not move.
 // The grips of a label are shown and do not move.
 void CKXVectorLabel::moveGripPointsAt(const CIndexArray&, const CGeVector2d&) {}
 
@@ -124,7 +125,7 @@ void CKXVectorLabel::Serialize(CArchive& ar) {
         m_LabelText.Serialize(ar);
         return;
     }
-    // The version word stands in every schema. A restore point, read outside ReadObject, is always of the newest form.
+    // Every schema has the version word. A restore point, read outside ReadObject, is always of the newest form.
     int version = 0;
     ar >> version;
     const bool newest = ObjectSchema(ar) == kNoSchema;

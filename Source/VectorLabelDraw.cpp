@@ -21,6 +21,7 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 
 constexpr double kOvershoot = 2.5; // Of an extension line beyond the dimension line, in tick sizes.
 
+// Compatibility 94: the figure has a fixed size and place.
 // The figure's height and place are fixed sizes in drawing units, whatever the label's own sizes.
 constexpr float kFigureHeight = 100.0f;
 constexpr double kFigureLift = 100.0;
@@ -94,10 +95,13 @@ void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
 
 } // namespace
 
+// Compatibility 53: a hidden label draws and can't be hit.
 // A hidden label is drawn, although it can't be hit.
+// Compatibility 56: a dragged label is masked, not inverted.
 // A dragged label is drawn with R2_MASKPENNOT, so that a second drawing does not erase it.
 // A failure is reported under the name of the line's Draw.
 void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
+    // Compatibility 52: a failed label reports the name of the line's `Draw`.
     DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
         if (m_IsDelete != 0) {
             return false;
@@ -126,6 +130,7 @@ void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
 
 void CKXVectorLabel::DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d d, double len,
                                  double half, double hole) {
+    // Compatibility 93: both sides take the direction of the left extension line.
     // Both extension lines and both ticks take the direction of the left extension line.
     const CGeVector2d u = (b - a).normal();
     const bool directed = IsDirection(u);
@@ -160,6 +165,7 @@ void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p
     LineTo(pDC, q4);
     LineTo(pDC, q3);
     LineTo(pDC, q1);
+    // Compatibility 55: the inside of a tick is white.
     // The inside is white; only the outline has the colour of the pen.
     CRgn region;
     MakeBar(pDC, region, {q1, q2, q4, q3});
@@ -204,6 +210,7 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
     m_LabelText.SetText(figure);
     m_LabelText.SetPos(m);
     m_LabelText.SetTextHeight(kFigureHeight);
+    // Compatibility 54: the figure has the stored colour.
     // The stored colour, so that the figure of a label by layer is not in the layer's colour.
     m_LabelText.SetPenColor(m_PenColor);
     m_LabelText.Draw(pDC, pGeom);

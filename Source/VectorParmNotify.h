@@ -16,6 +16,7 @@ inline constexpr UINT kVpnQueryEdit = static_cast<UINT>(-160); // An edit box is
 inline constexpr UINT kVpnClick = static_cast<UINT>(-161);     // An object was clicked, or nothing was.
 inline constexpr UINT kVpnDblClk = static_cast<UINT>(-162);    // Left double click; only the header is filled in.
 
+// Compatibility 68: an arc is reported as a circle.
 // Values of nKind in kVpnClick. There is no 3 in practice: an arc is a circle too, and circles are tested first.
 inline constexpr int kVpkNothing = 0;
 inline constexpr int kVpkLine = 1;

@@ -38,6 +38,7 @@ bool CVectorViewCoordTran::TakeIfFinite(const CVectorViewCoordTran& other) {
     return finite;
 }
 
+// Compatibility 31: pixels in double have single precision.
 void CVectorViewCoordTran::DPToLP_Double(double x, double y, double* lx, double* ly) const {
     float fx = 0.0f;
     float fy = 0.0f;

@@ -1,4 +1,4 @@
-// CVectorView: the calls with which a host fills, turns and asks a drawing. Layer 10: views and dialogs.
+// CVectorView: the calls with which a host fills, rotates and queries a drawing. Layer 10: views and dialogs.
 
 #include "vectorview.h"
 
@@ -21,7 +21,7 @@ constexpr short kParmTypeSized = 2;
 
 // The expression that a host's validation reads from the parameter: digits with at most one point, no sign.
 constexpr wchar_t kNumberExpression[] = L"^((\\d\\.?\\d*)|([1-9]\\d*\\.?\\d*))$";
-// A keyword and no pattern: a host knows by it the parameters made by AddParmTextForSS.
+// A keyword and no pattern: by it a host recognizes the parameters made by AddParmTextForSS.
 constexpr wchar_t kShiShu[] = L"$shishu$";
 
 // Black in GDI+ form (0xAARRGGBB), though the field is a COLORREF (0x00BBGGRR).

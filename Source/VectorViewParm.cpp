@@ -70,6 +70,7 @@ int CVectorViewParm::LoadFile(unsigned char* data, unsigned int size) {
         // The objects of the old drawing are freed, and a new one may lie at that address.
         m_pTipObject = nullptr;
     }
+    // Compatibility 74: a load gives 1 whatever happened.
     SetTooltipText(L"", 0);
     return 1;
 }
@@ -97,10 +98,11 @@ int CVectorViewParm::ResetVectorView() {
     return 1;
 }
 
+// Compatibility 67: no parameter is found by its name.
 CTextParm* CVectorViewParm::GetTextParmDrawObj(CString name) {
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
-        // The list is asked for its class, and not the element, so that no name is ever found.
+        // The class of the list is tested, and not that of the element, so that no name is ever found.
         const CObject* asked = objs;
         if (asked->IsKindOf(RUNTIME_CLASS(CTextParm))) {
             auto* parm = static_cast<CTextParm*>(objs->GetAt(i));
@@ -133,6 +135,7 @@ void CVectorViewParm::Notify(UINT code) {
 }
 
 void CVectorViewParm::SendClickNotify(CDrawable* obj) {
+    // Compatibility 72: a press on nothing leaves the former line, circle and polyline in the record.
     if (obj == nullptr) {
         m_Notify.nKind = kVpkNothing;
         m_Notify.pText = nullptr;
@@ -205,6 +208,7 @@ void CVectorViewParm::OnLButtonDblClk(UINT nFlags, CPoint point) {
     const CKxAliveToken alive(m_Alive);
     CVectorView::OnLButtonDblClk(nFlags, point);
     if (alive.IsAlive()) {
+        // Compatibility 73: a double click has the fields of the last click.
         Notify(kVpnDblClk);
     }
 }
@@ -234,6 +238,7 @@ void CVectorViewParm::OnMouseMove(UINT nFlags, CPoint point) {
 }
 
 BOOL CVectorViewParm::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
+    // Compatibility 75: only 1 enables the wheel.
     if (m_bEnableWheel == 1) {
         return CVectorView::OnMouseWheel(nFlags, zDelta, point);
     }

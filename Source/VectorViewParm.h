@@ -59,7 +59,7 @@ public:
     // text. Each action asks once, and does nothing else when the text is refused: Tab and Return go nowhere, a press
     // in the view, or a choice in its menu, has no effect and sends no notification, and no other edit opens. Escape
     // puts the text back that the edit began with and asks about that. The focus is not taken back from another
-    // top-level window. ResetVectorView, a new drawing and the end of the window close the edit as ever.
+    // top-level window. ResetVectorView, a new drawing and the end of the window close the edit in any case.
     void SetStrictRefusal(int strict) { m_bStrictRefusal = strict; }
     int GetStrictRefusal() const { return m_bStrictRefusal; }
 
@@ -88,12 +88,12 @@ protected:
     virtual void OnEditChanged(CTextParm* parm, CString oldText, CString newText);
     // Before the text is stored. What newText holds on return is what gets stored.
     virtual void OnEditChanging(CTextParm* parm, CString& oldText, CString& newText);
-    // Validation: 0 refuses the text. It is not stored, and the edit stays open; for how long, SetStrictRefusal says.
+    // Validation: 0 refuses the text. It is not stored, and the edit stays open; SetStrictRefusal decides for how long.
     // The library applies no expression of its own.
     virtual int OnAcceptEditData(CTextParm* parm, CString text);
     // Last, also for an unchanged text and for an edit that ResetVectorView breaks off.
     virtual void OnEndEdit(CTextParm* parm);
-    // Opens the next parameter of the document's list that wants an edit box, from the last one on to the first.
+    // Opens the next parameter of the document's list that needs an edit box, from the last one on to the first.
     // `current` is compared only. One that refuses is not skipped: the walk ends at it, with no box open.
     void OnEditTabDown(CTextParm* current) override;
     // 0 for a parameter of type 4, and when the parent refuses.
@@ -134,12 +134,12 @@ private:
     // The one place that sends.
     void Notify(UINT code);
     bool KeepsFocus() const override;
-    // The view takes the focus, by which an open edit ends. False when the view has gone, or a strict refusal keeps the
-    // focus in the box.
+    // The view takes the focus, by which an open edit ends. False when the view has been freed, or a strict refusal
+    // keeps the focus in the box.
     bool TakeFocus();
     // Marks the edit of that number as refused.
     void Refuse(unsigned int edit);
-    // Whether the edit of that number is still open. Closes it when its parameter has gone.
+    // Whether the edit of that number is still open. Closes it when its parameter has been freed or taken out.
     bool ContinueEdit(unsigned int edit);
     // Nothing is stored, no hook is called.
     void DropEdit();

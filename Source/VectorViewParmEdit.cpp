@@ -19,7 +19,8 @@ constexpr short kParmTypeLocked = 4; // Never edited.
 
 // ---- Clicks --------------------------------------------------------------------------------------------------------
 
-// A distance that is NaN, which an object without a length gives, counts as a hit.
+// Compatibility 77: a line without length is hit everywhere.
+// A distance that is not-a-number, which an object without a length gives, counts as a hit.
 bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
     const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(p)));
     return !(kPickAperture < pixels);
@@ -27,6 +28,7 @@ bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
 
 int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
+    // Compatibility 76: among overlapping objects the lowest one is taken.
     // From the bottom of the picture up: among overlapping objects the one drawn first is taken.
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
         CDrawable* obj = objs->GetAt(i);
@@ -89,9 +91,11 @@ void CVectorViewParm::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, in
         return;
     }
     CreateInplaceEdit(parm, rect, n);
-    // An edit that was refused its end loses its place here: its text is dropped without a hook.
+    // Compatibility 79: a refused text is dropped when another edit opens.
+    // An edit whose text was refused is replaced here: its text is dropped without a hook.
     m_pEditParm = parm;
     m_Session.Open(watched);
+    // Compatibility 78: what `OnPreEditParm` changes has no effect.
     // The values that the hook gave to n, m and text are not used.
     m_Edit.ShowEdit(rect, parm->GetText(), 0, 0, L"");
 }
@@ -238,6 +242,7 @@ void CVectorViewParm::OnEditTabDown(CTextParm* current) {
         CDrawable* obj = objs->GetAt(i);
         auto* parm = DYNAMIC_DOWNCAST(CTextParm, obj);
         if (parm != nullptr && first == nullptr) {
+            // Compatibility 81: a walk from a parameter without a box opens the first parameter.
             if (parm->GetNeedEditBox() == 0) {
                 continue;
             }
@@ -247,6 +252,7 @@ void CVectorViewParm::OnEditTabDown(CTextParm* current) {
             found = found || obj == current;
             continue;
         }
+        // Compatibility 80: a walk ends at a parameter that is refused.
         if (parm->GetNeedEditBox() != 0) {
             EditOverText(parm);
             return;

@@ -74,6 +74,7 @@ void CVectorViewParm::SetToolTip(unsigned int, CPoint point) {
             ActivateTooltip(0);
         } else {
             CStringArray pieces;
+            // Compatibility 69: a description of three pieces is cut.
             const bool whole = KxMfc::Fun::Split(description, kTipSeparator, pieces) < kTipPieces;
             SetTooltipText(whole ? description : pieces[0], 1);
             if (m_ToolTip.GetSafeHwnd() != nullptr) {

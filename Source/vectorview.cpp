@@ -37,7 +37,7 @@ constexpr double kWheelIn = 0.8; // Once a message, whatever its delta.
 constexpr double kWheelOut = 1.2;
 constexpr double kLeastPixels = 50.0; // The whole drawing stays larger than this on the screen.
 
-// What is said of a failed paint. An MFC exception first speaks for itself.
+// The messages about a failed paint. An MFC exception first shows its own.
 void ReportPaintFailure(CException* e, LPCTSTR text) {
     if (e != nullptr) {
         e->ReportError(MB_OK, 0);
@@ -117,6 +117,7 @@ void CVectorView::DoCommand(CString word) {
             return;
         }
     }
+    // Compatibility 106: every word marks the document as modified.
     // For every word, also an unknown one, and also after a save.
     GetDocument()->SetModifiedFlag(TRUE);
 }
@@ -191,7 +192,7 @@ int CVectorView::DrawSpecInfo(CDC*, int) {
 }
 
 void CVectorView::FreeCommandOperationManager() {
-    // Out of reach first: messages that come while it is being freed find no engine.
+    // The pointer is cleared first: messages that come while the engine is being freed find none.
     CCommandOperation* manager = m_pManager;
     m_pManager = nullptr;
     if (manager != nullptr) {
@@ -217,6 +218,7 @@ void CVectorView::OnNcDestroy() {
     CWnd::OnNcDestroy();
 }
 
+// Compatibility 3: resizing leaves the mapping alone.
 void CVectorView::OnSize(UINT, int, int) {
     // The mapping keeps its old screen size until the next fit: the host calls ZoomAll when it wants one.
     Default();
@@ -270,6 +272,7 @@ LRESULT CVectorView::TellEngineThenDefault(Call call) {
     return alive.IsAlive() && m_hWnd != nullptr ? Default() : 0;
 }
 
+// Compatibility 4: the mouse is never captured.
 void CVectorView::OnLButtonDown(UINT nFlags, CPoint point) {
     TellEngineThenDefault([&] { m_pManager->OnLButtonDown(nFlags, CGePoint2d(point)); });
 }
@@ -279,7 +282,7 @@ void CVectorView::OnLButtonUp(UINT nFlags, CPoint point) {
 }
 
 void CVectorView::OnLButtonDblClk(UINT, CPoint) {
-    // The engine is not told: a double click reaches it as its two presses and releases.
+    // The engine gets no call: a double click reaches it as its two presses and releases.
     const CResourceScope resources(VectorViewModule());
     Default();
 }
@@ -319,6 +322,7 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
         return static_cast<BOOL>(Default());
     }
     const double extent = std::max(max.x - min.x, max.y - min.y);
+    // Compatibility 2: any wheel delta counts as one step.
     const double newScale = static_cast<double>(m_CoordTran.GetScale()) * (zDelta >= 0 ? kWheelIn : kWheelOut);
     if (extent / newScale > kLeastPixels) {
         CVectorViewCoordTran zoomed = m_CoordTran;
@@ -326,6 +330,7 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
         m_CoordTran.TakeIfFinite(zoomed);
     }
     RepaintAll();
+    // Compatibility 1: the wheel's point is in screen coordinates.
     // The point of this message is in screen coordinates, and is passed on unconverted.
     return static_cast<BOOL>(
         TellEngineThenDefault([&] { m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point)); }));

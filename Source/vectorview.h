@@ -37,7 +37,7 @@ public:
     virtual int LoadFile(unsigned char* data, unsigned int size);
     // Starts a command by its word, or "open", or "save". Always leaves the document marked as modified.
     void DoCommand(CString word);
-    // Fits the drawing into the client area and repaints. Until the first call the mapping knows no window size.
+    // Fits the drawing into the client area and repaints. Until the first call the mapping has no window size.
     void ZoomAll();
     CGraphicDocument* GetDocument() { return m_Graphic.GetDocument(); }
     CVectorViewCoordTran* GetVectorViewCoordTran() { return &m_CoordTran; }

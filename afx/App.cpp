@@ -22,15 +22,17 @@ static BOOL PumpOne(MSG& message) {
 }
 
 BOOL AFXAPI AfxPumpMessage() {
-    if (CWinThread* thread = AfxGetThread())
+    if (CWinThread* thread = AfxGetThread()) {
         return thread->PumpMessage();
+    }
     MSG message;
     return PumpOne(message);
 }
 
 BOOL AFXAPI AfxPreTranslateMessage(MSG* pMsg) {
-    if (CWinThread* thread = AfxGetThread())
+    if (CWinThread* thread = AfxGetThread()) {
         return thread->PreTranslateMessage(pMsg);
+    }
     return CWnd::WalkPreTranslateTree(nullptr, pMsg);
 }
 
@@ -47,9 +49,11 @@ CWinThread::CWinThread()
 }
 
 CWinThread::~CWinThread() {
-    if (AfxThreadState* state = AfxStateIfAny())
-        if (state->thread == this)
+    if (AfxThreadState* state = AfxStateIfAny()) {
+        if (state->thread == this) {
             state->thread = nullptr;
+        }
+    }
 }
 
 BOOL CWinThread::InitInstance() {
@@ -60,14 +64,16 @@ int CWinThread::Run() {
     bool idle = true;
     LONG idleCount = 0;
     for (;;) {
-        // Idle work goes on until it is done or a message comes.
+        // Idle work continues until it is done or a message comes.
         while (idle && !::PeekMessage(&m_msgCur, nullptr, 0, 0, PM_NOREMOVE)) {
-            if (!OnIdle(idleCount++))
+            if (!OnIdle(idleCount++)) {
                 idle = false;
+            }
         }
         do {
-            if (!PumpMessage())
+            if (!PumpMessage()) {
                 return ExitInstance();
+            }
             if (IsIdleMessage(&m_msgCur)) {
                 idle = true;
                 idleCount = 0;
@@ -78,15 +84,18 @@ int CWinThread::Run() {
 
 BOOL CWinThread::PreTranslateMessage(MSG* pMsg) {
     CWnd* main = GetMainWnd();
-    if (CWnd::WalkPreTranslateTree(AfxHandleOf(main), pMsg))
+    if (CWnd::WalkPreTranslateTree(AfxHandleOf(main), pMsg)) {
         return TRUE;
-    // The walk from another top-level window, a modeless dialog for one, has not passed the main window.
+    }
+    // The walk from another top-level window, for example a modeless dialog, has not passed the main window.
     if (main != nullptr && pMsg->hwnd != nullptr) {
         HWND top = pMsg->hwnd;
-        for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent))
+        for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent)) {
             top = parent;
-        if (top != main->m_hWnd)
+        }
+        if (top != main->m_hWnd) {
             return main->PreTranslateMessage(pMsg);
+        }
     }
     return FALSE;
 }
@@ -96,8 +105,9 @@ BOOL CWinThread::PumpMessage() {
 }
 
 BOOL CWinThread::OnIdle(LONG lCount) {
-    if (lCount == 0)
+    if (lCount == 0) {
         return TRUE; // more to do
+    }
     AfxDeleteTemporaries();
     return FALSE;
 }
@@ -106,8 +116,9 @@ BOOL CWinThread::IsIdleMessage(MSG* pMsg) {
     // A mouse that has not moved changes no state; neither do paints, the caret's timer and timers.
     if (pMsg->message == WM_MOUSEMOVE || pMsg->message == WM_NCMOUSEMOVE) {
         const CPoint place(static_cast<int>(pMsg->pt.x), static_cast<int>(pMsg->pt.y));
-        if (m_ptCursorLast == place && pMsg->message == m_nMsgLast)
+        if (m_ptCursorLast == place && pMsg->message == m_nMsgLast) {
             return FALSE;
+        }
         m_ptCursorLast = place;
         m_nMsgLast = pMsg->message;
         return TRUE;
@@ -122,11 +133,13 @@ int CWinThread::ExitInstance() {
 }
 
 LRESULT CWinThread::ProcessWndProcException(CException*, const MSG* pMsg) {
-    if (pMsg->message == WM_CREATE)
+    if (pMsg->message == WM_CREATE) {
         return -1; // the window is not made
+    }
     // A window that can't be painted must not ask for it for ever.
-    if (pMsg->message == WM_PAINT)
+    if (pMsg->message == WM_PAINT) {
         ::ValidateRect(pMsg->hwnd, nullptr);
+    }
     return 0;
 }
 
@@ -146,8 +159,9 @@ CWinApp::CWinApp(LPCTSTR lpszAppName)
     AFX_MODULE_STATE* state = AfxGetModuleState();
     ::lstrcpyn(m_szExeName, AfxGetAppName(), MAX_PATH);
     state->m_pCurrentWinApp = this;
-    if (lpszAppName == nullptr)
+    if (lpszAppName == nullptr) {
         m_pszAppName = m_szExeName;
+    }
     state->m_lpszCurrentAppName = m_pszAppName;
 }
 
@@ -168,9 +182,10 @@ BOOL CWinApp::InitInstance() {
 }
 
 int CWinApp::Run() {
-    // Nothing would ever end the loop of a program that has shown no window.
-    if (m_pMainWnd == nullptr)
+    // The loop of a program that has shown no window would never end.
+    if (m_pMainWnd == nullptr) {
         AfxPostQuitMessage(0);
+    }
     return CWinThread::Run();
 }
 
@@ -188,14 +203,14 @@ LRESULT CWinApp::ProcessWndProcException(CException* e, const MSG* pMsg) {
 
 LRESULT AfxProcessWndProcException(CException* e, const MSG& message) {
     if (message.message == WM_CREATE) {
-        return -1; // who made the window sees that it failed
+        return -1; // the code that creates the window gets the failure
     }
     // A window that can't be painted must not ask for it for ever.
     if (message.message == WM_PAINT) {
         ::ValidateRect(message.hwnd, nullptr);
     }
     const bool command = message.message == WM_COMMAND && message.lParam == 0;
-    // Who threw a user exception has told the user already.
+    // Code that throws a user exception has informed the user already.
     if (!e->IsKindOf(RUNTIME_CLASS(CUserException))) {
         e->ReportError(MB_ICONEXCLAMATION, command ? AFX_IDP_COMMAND_FAILURE : AFX_IDP_INTERNAL_FAILURE);
     }
@@ -203,14 +218,17 @@ LRESULT AfxProcessWndProcException(CException* e, const MSG& message) {
 }
 
 int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
-    if ((nType & MB_ICONMASK) == 0)
+    if ((nType & MB_ICONMASK) == 0) {
         nType |= MB_ICONEXCLAMATION;
-    // Owned by the window that the user works in, with its open popup in front.
+    }
+    // Owned by the window in use, with its open popup in front.
     HWND owner = ::GetActiveWindow();
-    if (owner == nullptr && m_pMainWnd != nullptr)
+    if (owner == nullptr && m_pMainWnd != nullptr) {
         owner = m_pMainWnd->m_hWnd;
-    if (owner != nullptr)
+    }
+    if (owner != nullptr) {
         owner = ::GetLastActivePopup(owner);
+    }
     return AfxShowMessageBox(owner, lpszPrompt, m_pszAppName, nType);
 }
 
@@ -218,12 +236,14 @@ void CWinApp::DoWaitCursor(int nCode) {
     m_nWaitCursorCount += nCode;
     if (m_nWaitCursorCount > 0) {
         const HCURSOR before = ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));
-        if (nCode > 0 && m_nWaitCursorCount == 1)
+        if (nCode > 0 && m_nWaitCursorCount == 1) {
             m_hcurWaitCursorRestore = before;
+        }
     } else {
         m_nWaitCursorCount = 0;
-        if (nCode < 0)
+        if (nCode < 0) {
             ::SetCursor(m_hcurWaitCursorRestore);
+        }
     }
 }
 
@@ -232,7 +252,7 @@ BOOL CWinApp::DoPromptFileName(CString& fileName, UINT nIDSTitle, DWORD lFlags, 
     CString title, all;
     title.LoadString(nIDSTitle);
     all.LoadString(AFX_IDS_ALLFILTER);
-    // The pairs of a filter are parted, and the whole ended, by zeros.
+    // The pairs of a filter are separated by zeros, and the whole ends with one more.
     CString filter = all;
     filter += _T('\0');
     filter += _T("*.*");
@@ -275,25 +295,31 @@ HICON CWinApp::LoadStandardIcon(LPCTSTR lpszIconName) const {
 
 BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPTSTR lpCmdLine, int nCmdShow) {
     AFX_MODULE_STATE* state = AfxGetAppModuleState();
-    if (hInstance == nullptr)
+    if (hInstance == nullptr) {
         hInstance = ::GetModuleHandle(nullptr);
+    }
     state->m_hCurrentInstanceHandle = hInstance;
     state->m_hCurrentResourceHandle = hInstance;
     CWinApp* app = AfxGetApp();
-    if (app == nullptr)
+    if (app == nullptr) {
         return TRUE;
+    }
     if (lpCmdLine == nullptr) {
-        // Behind the program's name, which may stand in quotes.
+        // After the program's name, which may be in quotes.
         lpCmdLine = ::GetCommandLine();
         const bool quoted = *lpCmdLine == _T('"');
-        if (quoted)
+        if (quoted) {
             ++lpCmdLine;
-        while (*lpCmdLine != 0 && (quoted ? *lpCmdLine != _T('"') : *lpCmdLine > _T(' ')))
+        }
+        while (*lpCmdLine != 0 && (quoted ? *lpCmdLine != _T('"') : *lpCmdLine > _T(' '))) {
             ++lpCmdLine;
-        if (quoted && *lpCmdLine != 0)
+        }
+        if (quoted && *lpCmdLine != 0) {
             ++lpCmdLine;
-        while (*lpCmdLine != 0 && *lpCmdLine <= _T(' '))
+        }
+        while (*lpCmdLine != 0 && *lpCmdLine <= _T(' ')) {
             ++lpCmdLine;
+        }
     }
     app->m_hInstance = hInstance;
     app->m_lpCmdLine = lpCmdLine;
@@ -302,8 +328,9 @@ BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPTSTR lpCmdLine, int nCm
 }
 
 int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPTSTR lpCmdLine, int nCmdShow) {
-    if (!AfxWinInit(hInstance, hPrevInstance, lpCmdLine, nCmdShow))
+    if (!AfxWinInit(hInstance, hPrevInstance, lpCmdLine, nCmdShow)) {
         return -1;
+    }
     CWinApp* app = AfxGetApp();
     if (app == nullptr || !app->InitApplication()) {
         AfxWinTerm();
@@ -313,8 +340,9 @@ int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPTSTR lpCmd
     if (app->InitInstance()) {
         result = app->Run();
     } else {
-        if (app->m_pMainWnd != nullptr)
+        if (app->m_pMainWnd != nullptr) {
             app->m_pMainWnd->DestroyWindow();
+        }
         result = app->ExitInstance();
     }
     AfxWinTerm();
@@ -361,7 +389,7 @@ UINT ButtonsOf(UINT type) {
     }
 }
 
-// Keeps from the box each command that is none of its buttons, and remembers the one that is.
+// Withholds from the box each command that is none of its buttons, and stores the one that is.
 LRESULT CALLBACK BoxProc(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR data) {
     auto* watch = reinterpret_cast<AfxBoxWatch*>(data);
     const UINT cancel = watch->buttons == Bit(IDOK) ? Bit(IDOK) : Bit(IDCANCEL); // Escape presses a lone OK
@@ -420,6 +448,7 @@ int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT n
     if (isOurs && (result != IDOK || !::PeekMessage(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE))) {
         return result;
     }
+    // Compatibility 108: a Yes/No box that ends unanswered gives No.
     for (const int harmless : {IDCANCEL, IDNO, IDABORT}) {
         if ((buttons & Bit(harmless)) != 0) {
             return harmless;
@@ -429,10 +458,12 @@ int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT n
 }
 
 int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType, UINT nIDHelp) {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         return app->DoMessageBox(lpszText, nType, nIDHelp);
-    if ((nType & MB_ICONMASK) == 0)
+    }
+    if ((nType & MB_ICONMASK) == 0) {
         nType |= MB_ICONEXCLAMATION;
+    }
     return AfxShowMessageBox(::GetActiveWindow(), lpszText, AfxGetAppName(), nType);
 }
 
@@ -449,8 +480,9 @@ static void Substitute(CString& result, UINT id, LPCTSTR const* texts, int count
     for (int i = 0; i < format.GetLength(); ++i) {
         const int which = format[i] == _T('%') && i + 1 < format.GetLength() ? format[i + 1] - _T('1') : -1;
         if (which >= 0 && which < count) {
-            if (texts[which] != nullptr)
+            if (texts[which] != nullptr) {
                 result += texts[which];
+            }
             ++i;
         } else {
             result += format[i];

@@ -25,12 +25,12 @@ private:
     size_t m_nUsed = 0;
 };
 
-// Loading: what a number stands for.
+// Loading: the object or class that a number refers to.
 struct ArchiveLoadEntry {
     enum Kind : DWORD { isObject, isClass };
     CObject* pObject; // NULL for a class, and for an object that failed to load
     Kind kind;
-    DWORD nClass; // of a class: where it stands in loadedClasses
+    DWORD nClass; // of a class: its index in loadedClasses
 };
 
 // A class that the stream has named; its schema is that of the latest record.

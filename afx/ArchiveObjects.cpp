@@ -6,11 +6,11 @@
 
 namespace {
 
-// An object may stream others from its Serialize. Objects that are nested deeper than any program would must not
+// An object may stream others from its Serialize. Objects that are nested deeper than in any sensible stream must not
 // exhaust the stack, and what could not be loaded again is not stored either.
 const int kDeepestObject = 1000;
 
-// Counts one level more while it lives.
+// Counts one level more until it is destroyed.
 class CDeeper {
 public:
     explicit CDeeper(int& nDepth) : m_nDepth(nDepth) { ++m_nDepth; }
@@ -29,8 +29,9 @@ private:
 size_t ArchiveStoreMap::Place(const void* pKey) const {
     const size_t nMask = m_slots.size() - 1;
     size_t i = static_cast<size_t>((reinterpret_cast<ULONGLONG>(pKey) >> 3) * 0x9E3779B97F4A7C15ULL >> 20) & nMask;
-    while (m_slots[i].pKey != NULL && m_slots[i].pKey != pKey)
+    while (m_slots[i].pKey != NULL && m_slots[i].pKey != pKey) {
         i = (i + 1) & nMask;
+    }
     return i;
 }
 
@@ -38,17 +39,20 @@ void ArchiveStoreMap::Resize(size_t nSlots) {
     std::vector<Slot> old(nSlots);
     old.swap(m_slots);
     for (const Slot& slot : old) {
-        if (slot.pKey != NULL)
+        if (slot.pKey != NULL) {
             m_slots[Place(slot.pKey)] = slot;
+        }
     }
 }
 
 void ArchiveStoreMap::Reserve(size_t nEntries) {
     size_t nSlots = 64;
-    while (nSlots < nEntries * 2)
+    while (nSlots < nEntries * 2) {
         nSlots *= 2;
-    if (nSlots > m_slots.size())
+    }
+    if (nSlots > m_slots.size()) {
         Resize(nSlots);
+    }
 }
 
 DWORD ArchiveStoreMap::Find(const void* pKey) const {
@@ -58,20 +62,23 @@ DWORD ArchiveStoreMap::Find(const void* pKey) const {
 void ArchiveStoreMap::Add(const void* pKey, DWORD nNumber) {
     Reserve(m_nUsed + 1);
     Slot& slot = m_slots[Place(pKey)];
-    if (slot.pKey == NULL)
+    if (slot.pKey == NULL) {
         ++m_nUsed;
+    }
     slot.pKey = pKey;
     slot.nNumber = nNumber;
 }
 
 CArchive::ObjectMaps::ObjectMaps(bool bLoading) : nCount(1) {
-    if (bLoading)
+    if (bLoading) {
         loadArray.push_back({NULL, ArchiveLoadEntry::isObject, 0});
+    }
 }
 
 DWORD CArchive::ObjectMaps::TakeNumber(CArchive& ar) {
-    if (nCount >= nMaxMapCount)
+    if (nCount >= nMaxMapCount) {
         ar.Fail(CArchiveException::badIndex);
+    }
     return nCount++;
 }
 
@@ -115,10 +122,11 @@ void CArchive::SetObjectSchema(UINT nSchema) {
 // ---- storing -------------------------------------------------------------------------------------------------------
 
 void CArchive::WriteTag(DWORD dwTag, bool bClass) {
-    if (dwTag < wBigObjectTag)
+    if (dwTag < wBigObjectTag) {
         *this << static_cast<WORD>(bClass ? (wClassTag | dwTag) : dwTag);
-    else
+    } else {
         *this << wBigObjectTag << static_cast<DWORD>(bClass ? (dwBigClassTag | dwTag) : dwTag);
+    }
 }
 
 void CArchive::WriteObject(const CObject* pOb) {
@@ -132,8 +140,9 @@ void CArchive::WriteObject(const CObject* pOb) {
         WriteTag(nKnown, false);
         return;
     }
-    if (m_nObjectDepth >= kDeepestObject)
+    if (m_nObjectDepth >= kDeepestObject) {
         Fail(CArchiveException::genericException);
+    }
     WriteClass(pOb->GetRuntimeClass());
     MapObject(pOb);
     const CDeeper deeper(m_nObjectDepth);
@@ -142,10 +151,12 @@ void CArchive::WriteObject(const CObject* pOb) {
 
 void CArchive::WriteClass(const CRuntimeClass* pClassRef) {
     CheckDirection(false);
-    if (pClassRef == NULL)
+    if (pClassRef == NULL) {
         AfxThrowInvalidArgException();
-    if (pClassRef->m_wSchema == 0xFFFF)
+    }
+    if (pClassRef->m_wSchema == 0xFFFF) {
         AfxThrowNotSupportedException();
+    }
     const DWORD nKnown = Maps().storeMap.Find(pClassRef);
     if (nKnown != 0) {
         WriteTag(nKnown, true);
@@ -163,14 +174,16 @@ void CArchive::WriteClass(const CRuntimeClass* pClassRef) {
 
 void CArchive::MapObject(const CObject* pOb) {
     ObjectMaps& maps = Maps();
-    if (pOb == NULL)
+    if (pOb == NULL) {
         return;
+    }
     const DWORD nNumber = maps.TakeNumber(*this);
     try {
-        if (IsStoring())
+        if (IsStoring()) {
             maps.storeMap.Add(pOb, nNumber);
-        else
+        } else {
             maps.loadArray.push_back({const_cast<CObject*>(pOb), ArchiveLoadEntry::isObject, 0});
+        }
     } catch (const std::bad_alloc&) {
         AfxThrowMemoryException();
     }
@@ -180,21 +193,24 @@ void CArchive::MapObject(const CObject* pOb) {
 
 CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* pClassRefRequested, UINT* pSchema, DWORD* pObTag) {
     CheckDirection(true);
-    if (pClassRefRequested != NULL && pClassRefRequested->m_wSchema == 0xFFFF)
+    if (pClassRefRequested != NULL && pClassRefRequested->m_wSchema == 0xFFFF) {
         AfxThrowNotSupportedException();
+    }
     ObjectMaps& maps = Maps();
 
     WORD wTag;
     *this >> wTag;
     DWORD obTag;
-    if (wTag == wBigObjectTag)
+    if (wTag == wBigObjectTag) {
         *this >> obTag;
-    else
+    } else {
         obTag = (static_cast<DWORD>(wTag & wClassTag) << 16) | (wTag & static_cast<WORD>(~wClassTag));
+    }
     if ((obTag & dwBigClassTag) == 0) {
         // An object that the stream has held already, or none at all.
-        if (pObTag == NULL)
+        if (pObTag == NULL) {
             Fail(CArchiveException::badIndex);
+        }
         *pObTag = obTag;
         return NULL;
     }
@@ -203,18 +219,22 @@ CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* pClassRefRequested, UINT
     UINT nSchema;
     if (wTag == wNewClassTag) {
         pClassRef = CRuntimeClass::Load(*this, &nSchema);
-        if (pClassRef == NULL)
+        if (pClassRef == NULL) {
             Fail(CArchiveException::badClass);
-        if ((pClassRef->m_wSchema & VERSIONABLE_SCHEMA) == 0 && pClassRef->m_wSchema != nSchema)
+        }
+        if ((pClassRef->m_wSchema & VERSIONABLE_SCHEMA) == 0 && pClassRef->m_wSchema != nSchema) {
             Fail(CArchiveException::badSchema);
+        }
         maps.TakeNumber(*this);
         // A second record of a class counts from here on, also for tags that point to its first one.
         DWORD nClass = 0;
-        while (nClass < maps.loadedClasses.size() && maps.loadedClasses[nClass].pClass != pClassRef)
+        while (nClass < maps.loadedClasses.size() && maps.loadedClasses[nClass].pClass != pClassRef) {
             ++nClass;
+        }
         try {
-            if (nClass == maps.loadedClasses.size())
+            if (nClass == maps.loadedClasses.size()) {
                 maps.loadedClasses.push_back({pClassRef, nSchema});
+            }
             maps.loadedClasses[nClass].nSchema = nSchema;
             maps.loadArray.push_back({NULL, ArchiveLoadEntry::isClass, nClass});
         } catch (const std::bad_alloc&) {
@@ -222,23 +242,28 @@ CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* pClassRefRequested, UINT
         }
     } else {
         const DWORD nIndex = obTag & ~dwBigClassTag;
-        if (nIndex == 0 || nIndex >= maps.loadArray.size())
+        if (nIndex == 0 || nIndex >= maps.loadArray.size()) {
             Fail(CArchiveException::badIndex);
+        }
         const ArchiveLoadEntry& entry = maps.loadArray[nIndex];
-        if (entry.kind != ArchiveLoadEntry::isClass)
+        if (entry.kind != ArchiveLoadEntry::isClass) {
             Fail(CArchiveException::badClass);
+        }
         pClassRef = maps.loadedClasses[entry.nClass].pClass;
         nSchema = maps.loadedClasses[entry.nClass].nSchema;
     }
-    if (pClassRefRequested != NULL && !pClassRef->IsDerivedFrom(pClassRefRequested))
+    if (pClassRefRequested != NULL && !pClassRef->IsDerivedFrom(pClassRefRequested)) {
         Fail(CArchiveException::badClass);
+    }
 
-    if (pSchema != NULL)
+    if (pSchema != NULL) {
         *pSchema = nSchema;
-    else
+    } else {
         m_nObjectSchema = nSchema;
-    if (pObTag != NULL)
+    }
+    if (pObTag != NULL) {
         *pObTag = obTag;
+    }
     return pClassRef;
 }
 
@@ -248,25 +273,32 @@ CObject* CArchive::ReadObject(const CRuntimeClass* pClassRefRequested) {
     CRuntimeClass* pClassRef = ReadClass(pClassRefRequested, &nSchema, &obTag);
     ObjectMaps& maps = Maps();
     if (pClassRef == NULL) {
-        if (obTag >= maps.loadArray.size())
+        if (obTag >= maps.loadArray.size()) {
             Fail(CArchiveException::badIndex);
+        }
         const ArchiveLoadEntry& entry = maps.loadArray[obTag];
-        if (entry.kind != ArchiveLoadEntry::isObject)
+        if (entry.kind != ArchiveLoadEntry::isObject) {
             Fail(CArchiveException::badClass);
-        if (entry.pObject == NULL && obTag != 0)
+        }
+        if (entry.pObject == NULL && obTag != 0) {
             Fail(CArchiveException::badIndex);
-        if (entry.pObject != NULL && pClassRefRequested != NULL && !entry.pObject->IsKindOf(pClassRefRequested))
+        }
+        if (entry.pObject != NULL && pClassRefRequested != NULL && !entry.pObject->IsKindOf(pClassRefRequested)) {
             Fail(CArchiveException::badClass);
+        }
         return entry.pObject;
     }
 
-    if (pClassRef->m_pfnCreateObject == NULL)
+    if (pClassRef->m_pfnCreateObject == NULL) {
         Fail(CArchiveException::badClass);
-    if (m_nObjectDepth >= kDeepestObject)
+    }
+    if (m_nObjectDepth >= kDeepestObject) {
         Fail(CArchiveException::genericException);
+    }
     std::unique_ptr<CObject> pOb(pClassRef->CreateObject());
-    if (pOb == NULL)
+    if (pOb == NULL) {
         AfxThrowMemoryException();
+    }
     const size_t nNumber = maps.loadArray.size();
     // Numbered before it reads itself, so that what it refers to may refer back to it.
     MapObject(pOb.get());
@@ -277,10 +309,11 @@ CObject* CArchive::ReadObject(const CRuntimeClass* pClassRefRequested) {
         pOb->Serialize(*this);
     } catch (...) {
         m_nObjectSchema = nOuterSchema;
-        // Nobody else has the object yet: it is freed, and with it may be what it has read. None of their numbers names
-        // an object from here on.
-        for (size_t n = nNumber; m_pMaps != NULL && n < m_pMaps->loadArray.size(); ++n)
+        // No caller has the object yet: it is freed, perhaps with objects that it has read. None of their numbers
+        // refers to an object after this.
+        for (size_t n = nNumber; m_pMaps != NULL && n < m_pMaps->loadArray.size(); ++n) {
             m_pMaps->loadArray[n].pObject = NULL;
+        }
         throw;
     }
     m_nObjectSchema = nOuterSchema;
@@ -298,10 +331,12 @@ CArchive& AFXAPI operator>>(CArchive& ar, CObject*& pOb) {
 }
 
 void CArchive::SerializeClass(const CRuntimeClass* pClassRef) {
-    if (pClassRef == NULL)
+    if (pClassRef == NULL) {
         AfxThrowInvalidArgException();
-    if (IsStoring())
+    }
+    if (IsStoring()) {
         WriteClass(pClassRef);
-    else
+    } else {
         ReadClass(pClassRef);
+    }
 }

@@ -21,12 +21,14 @@ void CObArray::Serialize(CArchive& ar) {
     CObject::Serialize(ar);
     if (ar.IsStoring()) {
         ar.WriteCount(static_cast<DWORD_PTR>(GetSize()));
-        for (INT_PTR i = 0; i < GetSize(); ++i)
+        for (INT_PTR i = 0; i < GetSize(); ++i) {
             ar << GetAt(i);
+        }
         return;
     }
     const DWORD_PTR nCount = ar.ReadCount();
     RemoveAll();
-    for (DWORD_PTR i = 0; i < nCount; ++i)
+    for (DWORD_PTR i = 0; i < nCount; ++i) {
         Add(ar.ReadObject(NULL));
+    }
 }

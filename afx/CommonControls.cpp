@@ -18,8 +18,9 @@ BOOL CToolTipCtrl::Create(CWnd* pParentWnd, DWORD dwStyle) {
     const BOOL done = CWnd::CreateEx(0, TOOLTIPS_CLASS, nullptr, WS_POPUP | dwStyle, CW_USEDEFAULT, CW_USEDEFAULT,
                                      CW_USEDEFAULT, CW_USEDEFAULT, AfxHandleOf(pParentWnd), nullptr, nullptr);
     // The control's window belongs to the parent's top-level window; messages about it go to the parent.
-    if (done)
+    if (done) {
         SetOwner(pParentWnd);
+    }
     return done;
 }
 
@@ -40,8 +41,9 @@ void CToolTipCtrl::FillToolInfo(TOOLINFO& ti, CWnd* pWnd, UINT_PTR nIDTool) cons
 BOOL CToolTipCtrl::AddTool(CWnd* pWnd, LPCTSTR lpszText, LPCRECT lpRectTool, UINT_PTR nIDTool) {
     TOOLINFO ti;
     FillToolInfo(ti, pWnd, nIDTool);
-    if (lpRectTool != nullptr)
+    if (lpRectTool != nullptr) {
         ti.rect = *lpRectTool;
+    }
     ti.lpszText = const_cast<LPTSTR>(lpszText);
     return static_cast<BOOL>(SendMessage(TTM_ADDTOOL, 0, reinterpret_cast<LPARAM>(&ti)));
 }
@@ -87,7 +89,7 @@ void CToolTipCtrl::GetText(CString& str, CWnd* pWnd, UINT_PTR nIDTool) const {
     TOOLINFO ti;
     FillToolInfo(ti, pWnd, nIDTool);
     ti.lpszText = text;
-    // The room that the control may fill, in characters.
+    // The size of the buffer that the control may fill, in characters.
     SendMessage(TTM_GETTEXT, _countof(text), reinterpret_cast<LPARAM>(&ti));
     str = text;
 }
@@ -102,8 +104,9 @@ BOOL CToolTipCtrl::HitTest(CWnd* pWnd, CPoint pt, LPTOOLINFO lpToolInfo) const {
     hit.hwnd = AfxHandleOf(pWnd);
     hit.pt = pt;
     hit.ti.cbSize = TTTOOLINFO_V1_SIZE;
-    if (!SendMessage(TTM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)))
+    if (!SendMessage(TTM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit))) {
         return FALSE;
+    }
     *lpToolInfo = hit.ti;
     return TRUE;
 }
@@ -166,8 +169,9 @@ CString CStatusBarCtrl::GetText(int nPane, int* pType) const {
 
 int CStatusBarCtrl::GetTextLength(int nPane, int* pType) const {
     const LRESULT result = SendMessage(SB_GETTEXTLENGTH, static_cast<WPARAM>(nPane));
-    if (pType != nullptr)
+    if (pType != nullptr) {
         *pType = HIWORD(result);
+    }
     return LOWORD(result);
 }
 

@@ -106,8 +106,9 @@ void CEdit::SetSel(DWORD dwSelection, BOOL bNoScroll) {
 
 void CEdit::SetSel(int nStartChar, int nEndChar, BOOL bNoScroll) {
     SendMessage(EM_SETSEL, static_cast<WPARAM>(nStartChar), nEndChar);
-    if (!bNoScroll)
+    if (!bNoScroll) {
         SendMessage(EM_SCROLLCARET);
+    }
 }
 
 void CEdit::ReplaceSel(LPCTSTR lpszNewText, BOOL bCanUndo) {
@@ -131,7 +132,7 @@ int CEdit::GetLineCount() const {
 }
 
 int CEdit::GetLine(int nIndex, LPTSTR lpszBuffer, int nMaxLength) const {
-    // The control reads the room from the first word of the buffer and ends nothing with a zero.
+    // The control reads the buffer's size from its first word, and does not add a zero at the end.
     *reinterpret_cast<WORD*>(lpszBuffer) = static_cast<WORD>(nMaxLength);
     return static_cast<int>(SendMessage(EM_GETLINE, static_cast<WPARAM>(nIndex), reinterpret_cast<LPARAM>(lpszBuffer)));
 }
@@ -273,8 +274,9 @@ int CListBox::GetText(int nIndex, LPTSTR lpszBuffer) const {
 
 void CListBox::GetText(int nIndex, CString& rString) const {
     const int length = GetTextLen(nIndex);
-    if (length < 0)
+    if (length < 0) {
         AfxThrowInvalidArgException();
+    }
     GetText(nIndex, rString.GetBufferSetLength(length));
     rString.ReleaseBuffer();
 }
@@ -343,8 +345,9 @@ int CComboBox::GetLBText(int nIndex, LPTSTR lpszText) const {
 
 void CComboBox::GetLBText(int nIndex, CString& rString) const {
     const int length = GetLBTextLen(nIndex);
-    if (length < 0)
+    if (length < 0) {
         AfxThrowInvalidArgException();
+    }
     GetLBText(nIndex, rString.GetBufferSetLength(length));
     rString.ReleaseBuffer();
 }

@@ -17,8 +17,9 @@ CDataExchange::CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate)
 
 HWND CDataExchange::PrepareCtrl(int nIDC) {
     const HWND control = ::GetDlgItem(AfxHandleOf(m_pDlgWnd), nIDC);
-    if (control == nullptr)
+    if (control == nullptr) {
         AfxThrowNotSupportedException();
+    }
     m_hWndLastControl = control;
     m_nIDLastControl = nIDC;
     m_bEditLastControl = FALSE;
@@ -34,8 +35,9 @@ HWND CDataExchange::PrepareEditCtrl(int nIDC) {
 void CDataExchange::Fail() {
     if (m_bSaveAndValidate && m_hWndLastControl != nullptr) {
         ::SetFocus(m_hWndLastControl);
-        if (m_bEditLastControl)
+        if (m_bEditLastControl) {
             ::SendMessage(m_hWndLastControl, EM_SETSEL, 0, -1);
+        }
     }
     AfxThrowUserException();
 }
@@ -52,10 +54,11 @@ CString TextOf(HWND control) {
     return text;
 }
 
-// Leaves a control alone whose text is right already: no flicker, no EN_CHANGE.
+// Does not set a text that the control has already: no flicker, no EN_CHANGE.
 void SetTextOf(HWND control, LPCTSTR text) {
-    if (TextOf(control) != text)
+    if (TextOf(control) != text) {
         ::SetWindowText(control, text);
+    }
 }
 
 [[noreturn]] void Refuse(CDataExchange* pDX, UINT idPrompt) {
@@ -64,8 +67,9 @@ void SetTextOf(HWND control, LPCTSTR text) {
 }
 
 LPCTSTR SkipBlanks(LPCTSTR text) {
-    while (*text == L' ' || *text == L'\t')
+    while (*text == L' ' || *text == L'\t') {
         ++text;
+    }
     return text;
 }
 
@@ -85,8 +89,9 @@ void ExchangeInteger(CDataExchange* pDX, int nIDC, T& value, LONGLONG low, LONGL
     LPTSTR end = nullptr;
     errno = 0;
     const LONGLONG number = _wcstoi64(start, &end, 10);
-    if (end == start || errno == ERANGE || *SkipBlanks(end) != 0 || number < low || number > high)
+    if (end == start || errno == ERANGE || *SkipBlanks(end) != 0 || number < low || number > high) {
         Refuse(pDX, idPrompt);
+    }
     value = static_cast<T>(number);
 }
 
@@ -115,10 +120,11 @@ void ExchangeReal(CDataExchange* pDX, int nIDC, T& value, int digits) {
 
 void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value) {
     const HWND control = pDX->PrepareEditCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = TextOf(control);
-    else
+    } else {
         SetTextOf(control, value);
+    }
 }
 
 void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, BYTE& value) {
@@ -162,8 +168,9 @@ void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, ULONGLONG& value) {
     LPTSTR end = nullptr;
     errno = 0;
     const ULONGLONG number = _wcstoui64(start, &end, 10);
-    if (end == start || *start == L'-' || errno == ERANGE || *SkipBlanks(end) != 0)
+    if (end == start || *start == L'-' || errno == ERANGE || *SkipBlanks(end) != 0) {
         Refuse(pDX, AFX_IDP_PARSE_UINT);
+    }
     value = number;
 }
 
@@ -179,24 +186,27 @@ void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, double& value) {
 
 void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value) {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = static_cast<int>(::SendMessage(control, BM_GETCHECK, 0, 0));
-    else
+    } else {
         ::SendMessage(control, BM_SETCHECK, static_cast<WPARAM>(value < 0 || value > 2 ? 0 : value), 0);
+    }
 }
 
 void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value) {
     HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = -1;
+    }
     int index = 0;
-    // The first button of the group carries WS_GROUP, and so does the first control behind it.
+    // The first button of the group carries WS_GROUP, and so does the first control after it.
     do {
         if ((::SendMessage(control, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0) {
-            if (!pDX->m_bSaveAndValidate)
+            if (!pDX->m_bSaveAndValidate) {
                 ::SendMessage(control, BM_SETCHECK, index == value, 0);
-            else if (::SendMessage(control, BM_GETCHECK, 0, 0) != 0)
+            } else if (::SendMessage(control, BM_GETCHECK, 0, 0) != 0) {
                 value = index;
+            }
             ++index;
         }
         control = ::GetWindow(control, GW_HWNDNEXT);
@@ -205,10 +215,11 @@ void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value) {
 
 static void ExchangeSelection(CDataExchange* pDX, int nIDC, int& index, UINT get, UINT set) {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         index = static_cast<int>(::SendMessage(control, get, 0, 0));
-    else
+    } else {
         ::SendMessage(control, set, static_cast<WPARAM>(index), 0);
+    }
 }
 
 void AFXAPI DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index) {
@@ -229,8 +240,9 @@ void AFXAPI DDX_LBString(CDataExchange* pDX, int nIDC, CString& value) {
     const auto index = static_cast<WPARAM>(::SendMessage(control, LB_GETCURSEL, 0, 0));
     const int length = static_cast<int>(::SendMessage(control, LB_GETTEXTLEN, index, 0));
     value.Empty();
-    if (length < 0)
+    if (length < 0) {
         return;
+    }
     ::SendMessage(control, LB_GETTEXT, index, reinterpret_cast<LPARAM>(value.GetBufferSetLength(length)));
     value.ReleaseBuffer();
 }
@@ -241,25 +253,29 @@ void AFXAPI DDX_CBString(CDataExchange* pDX, int nIDC, CString& value) {
         value = TextOf(control);
         return;
     }
-    // A text that is not in the list can stand in the box's edit part.
+    // A text that is not in the list can be in the box's edit part.
     if (::SendMessage(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                      reinterpret_cast<LPARAM>(static_cast<LPCTSTR>(value))) == CB_ERR)
+                      reinterpret_cast<LPARAM>(static_cast<LPCTSTR>(value))) == CB_ERR) {
         SetTextOf(control, value);
+    }
 }
 
 void AFXAPI DDX_Scroll(CDataExchange* pDX, int nIDC, int& value) {
     const HWND control = pDX->PrepareCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
+    if (pDX->m_bSaveAndValidate) {
         value = ::GetScrollPos(control, SB_CTL);
-    else
+    } else {
         ::SetScrollPos(control, SB_CTL, value, TRUE);
+    }
 }
 
 void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl) {
-    if (rControl.m_hWnd != nullptr)
+    if (rControl.m_hWnd != nullptr) {
         return;
-    if (!rControl.SubclassWindow(pDX->PrepareCtrl(nIDC)))
+    }
+    if (!rControl.SubclassWindow(pDX->PrepareCtrl(nIDC))) {
         AfxThrowNotSupportedException();
+    }
 }
 
 // --- checks ------------------------------------------------------------------------------------------------------
@@ -268,9 +284,10 @@ namespace {
 
 template <class T>
 void CheckRange(CDataExchange* pDX, T value, T low, T high, LPCTSTR format, UINT idPrompt) {
-    // The members' own values are never refused: the user could not mend them.
-    if (!pDX->m_bSaveAndValidate || (value >= low && value <= high))
+    // The members' own values are never refused: the user could not correct them.
+    if (!pDX->m_bSaveAndValidate || (value >= low && value <= high)) {
         return;
+    }
     TCHAR lowText[64] = {}, highText[64] = {};
     _snwprintf(lowText, 63, format, low);
     _snwprintf(highText, 63, format, high);
@@ -320,12 +337,14 @@ void AFXAPI DDV_MinMaxDouble(CDataExchange* pDX, const double& value, double min
 
 void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars) {
     if (!pDX->m_bSaveAndValidate) {
-        if (pDX->m_hWndLastControl != nullptr && pDX->m_bEditLastControl)
+        if (pDX->m_hWndLastControl != nullptr && pDX->m_bEditLastControl) {
             ::SendMessage(pDX->m_hWndLastControl, EM_LIMITTEXT, static_cast<WPARAM>(nChars), 0);
+        }
         return;
     }
-    if (value.GetLength() <= nChars)
+    if (value.GetLength() <= nChars) {
         return;
+    }
     TCHAR count[32] = {};
     _snwprintf(count, 31, L"%d", nChars);
     CString prompt;

@@ -14,18 +14,19 @@ END_MESSAGE_MAP()
 
 namespace {
 
-// The dialog procedure behind every dialog: all is done by the CDialog in its window procedure.
+// The dialog procedure of every dialog: the CDialog does all work in its window procedure.
 INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         CWnd* object = CWnd::FromHandlePermanent(hWnd);
         CDialog* dialog = DYNAMIC_DOWNCAST(CDialog, object);
-        // Windows' own dialog procedure lies between here and the window procedure's handlers.
+        // Windows' own dialog procedure is called between this function and the window procedure's handlers.
         try {
             return dialog == nullptr || dialog->OnInitDialog();
         } catch (...) {
             AfxReportCaught(*CWnd::GetCurrentMessage());
-            if (CWnd::FromHandlePermanent(hWnd) == object)
+            if (CWnd::FromHandlePermanent(hWnd) == object) {
                 dialog->EndDialog(-1);
+            }
             return FALSE;
         }
     }
@@ -34,11 +35,13 @@ INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
     return FALSE;
 }
 
-// Whether the control that Escape goes to has asked for all keys. A multi-line edit box asks too without a use for it.
+// Whether the control that gets Escape requests all keys. A multi-line edit box requests them too, without using
+// Escape.
 bool KeepsEscape(const MSG& key) {
     const LRESULT code = ::SendMessage(key.hwnd, WM_GETDLGCODE, key.wParam, reinterpret_cast<LPARAM>(&key));
-    if ((code & DLGC_WANTALLKEYS) == 0)
+    if ((code & DLGC_WANTALLKEYS) == 0) {
         return false;
+    }
     TCHAR name[8] = {};
     ::GetClassName(key.hwnd, name, 8);
     const bool isEdit = ::lstrcmpi(name, WC_EDIT) == 0;
@@ -53,8 +56,9 @@ CDialog::CDialog() : m_nIDHelp(0), m_lpszTemplateName(nullptr), m_lpDialogTempla
 
 CDialog::CDialog(LPCTSTR lpszTemplateName, CWnd* pParentWnd)
     : m_nIDHelp(0), m_lpszTemplateName(lpszTemplateName), m_lpDialogTemplate(nullptr), m_pParentWnd(pParentWnd) {
-    if (IS_INTRESOURCE(lpszTemplateName))
+    if (IS_INTRESOURCE(lpszTemplateName)) {
         m_nIDHelp = LOWORD(reinterpret_cast<UINT_PTR>(lpszTemplateName));
+    }
 }
 
 CDialog::CDialog(UINT nIDTemplate, CWnd* pParentWnd) : CDialog(MAKEINTRESOURCE(nIDTemplate), pParentWnd) {}
@@ -64,24 +68,29 @@ CDialog::~CDialog() = default;
 // --- making ------------------------------------------------------------------------------------------------------
 
 BOOL CDialog::CreateDlgIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd, HINSTANCE hInst) {
-    if (lpDialogTemplate == nullptr || m_hWnd != nullptr)
+    if (lpDialogTemplate == nullptr || m_hWnd != nullptr) {
         return FALSE;
-    if (hInst == nullptr)
+    }
+    if (hInst == nullptr) {
         hInst = AfxGetInstanceHandle();
+    }
     INITCOMMONCONTROLSEX controls = {sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES};
     ::InitCommonControlsEx(&controls);
-    // A dialog without an owner would fall behind the program's main window.
-    if (pParentWnd == nullptr)
+    // A dialog without an owner could be covered by the program's main window.
+    if (pParentWnd == nullptr) {
         pParentWnd = AfxGetMainWnd();
+    }
     m_nModalResult = -1;
     m_nFlags |= WF_CONTINUEMODAL;
     AfxHookWindowCreate(this);
     const HWND window = ::CreateDialogIndirect(hInst, lpDialogTemplate, AfxHandleOf(pParentWnd), DialogProc);
-    if (!AfxUnhookWindowCreate())
+    if (!AfxUnhookWindowCreate()) {
         PostNcDestroy();
-    // Without its window, destroyed with its owner for one, the object may be gone as well.
-    if (window == nullptr || FromHandlePermanent(window) != this)
+    }
+    // When its window has been destroyed, for example with its owner, the object may have been freed too.
+    if (window == nullptr || FromHandlePermanent(window) != this) {
         return FALSE;
+    }
     // OnInitDialog may have ended the dialog already.
     if ((m_nFlags & WF_CONTINUEMODAL) == 0) {
         DestroyWindow();
@@ -100,8 +109,9 @@ static LPCDLGTEMPLATE LoadTemplate(LPCTSTR name, HINSTANCE& instance) {
 
 BOOL CDialog::Create(LPCTSTR lpszTemplateName, CWnd* pParentWnd) {
     m_lpszTemplateName = lpszTemplateName;
-    if (IS_INTRESOURCE(lpszTemplateName) && m_nIDHelp == 0)
+    if (IS_INTRESOURCE(lpszTemplateName) && m_nIDHelp == 0) {
         m_nIDHelp = LOWORD(reinterpret_cast<UINT_PTR>(lpszTemplateName));
+    }
     HINSTANCE instance = nullptr;
     LPCDLGTEMPLATE dialogTemplate = LoadTemplate(lpszTemplateName, instance);
     return CreateDlgIndirect(dialogTemplate, pParentWnd, instance);
@@ -117,8 +127,9 @@ BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd, 
 
 BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd) {
     m_lpDialogTemplate = lpDialogTemplate;
-    if (m_pParentWnd == nullptr)
+    if (m_pParentWnd == nullptr) {
         m_pParentWnd = pParentWnd;
+    }
     return TRUE;
 }
 
@@ -127,34 +138,43 @@ BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWn
 INT_PTR CDialog::DoModal() {
     HINSTANCE instance = AfxGetResourceHandle();
     LPCDLGTEMPLATE dialogTemplate = m_lpDialogTemplate;
-    if (dialogTemplate == nullptr && m_lpszTemplateName != nullptr)
+    if (dialogTemplate == nullptr && m_lpszTemplateName != nullptr) {
         dialogTemplate = LoadTemplate(m_lpszTemplateName, instance);
-    if (dialogTemplate == nullptr)
+    }
+    if (dialogTemplate == nullptr) {
         return -1;
+    }
 
-    // The owner is a top-level window, and takes no input for the time.
+    // The owner is a top-level window, and takes no input while the dialog is shown.
     HWND owner = AfxHandleOf(m_pParentWnd);
-    if (owner == nullptr)
+    if (owner == nullptr) {
         owner = AfxHandleOf(AfxGetMainWnd());
-    while (owner != nullptr && (::GetWindowLongPtr(owner, GWL_STYLE) & WS_CHILD) != 0)
+    }
+    while (owner != nullptr && (::GetWindowLongPtr(owner, GWL_STYLE) & WS_CHILD) != 0) {
         owner = ::GetParent(owner);
+    }
     const bool disable = owner != nullptr && owner != ::GetDesktopWindow() && ::IsWindowEnabled(owner);
-    if (disable)
+    if (disable) {
         ::EnableWindow(owner, FALSE);
+    }
 
     struct Cleanup {
         CDialog* dialog;
         HWND owner;
         bool enable;
         ~Cleanup() {
-            if (dialog->m_hWnd != nullptr)
+            if (dialog->m_hWnd != nullptr) {
                 ::SetWindowPos(dialog->m_hWnd, nullptr, 0, 0, 0, 0,
                                SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
-            // The owner is enabled before the dialog goes, else another program's window would come up.
-            if (enable)
+            }
+            // The owner is enabled before the dialog is destroyed; otherwise another program's window would be
+            // activated.
+            if (enable) {
                 ::EnableWindow(owner, TRUE);
-            if (owner != nullptr && ::GetActiveWindow() == dialog->m_hWnd && dialog->m_hWnd != nullptr)
+            }
+            if (owner != nullptr && ::GetActiveWindow() == dialog->m_hWnd && dialog->m_hWnd != nullptr) {
                 ::SetActiveWindow(owner);
+            }
             dialog->DestroyWindow();
         }
     };
@@ -164,8 +184,9 @@ INT_PTR CDialog::DoModal() {
         CWnd* parent = CWnd::FromHandle(owner);
         if (CreateDlgIndirect(dialogTemplate, parent, instance)) {
             DWORD flags = MLF_SHOWONIDLE;
-            if ((GetStyle() & DS_NOIDLEMSG) != 0)
+            if ((GetStyle() & DS_NOIDLEMSG) != 0) {
                 flags |= MLF_NOIDLEMSG;
+            }
             RunModalLoop(flags);
         }
     }
@@ -174,10 +195,12 @@ INT_PTR CDialog::DoModal() {
 
 void CDialog::EndDialog(int nResult) {
     m_nModalResult = nResult;
-    if ((m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL)) != 0)
+    if ((m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL)) != 0) {
         EndModalLoop(nResult);
-    if (m_hWnd != nullptr)
+    }
+    if (m_hWnd != nullptr) {
         ::EndDialog(m_hWnd, nResult);
+    }
 }
 
 // --- messages ----------------------------------------------------------------------------------------------------
@@ -191,13 +214,15 @@ LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) {
     // Runs DialogProc, which calls OnInitDialog.
     const LRESULT result = Default();
     // Over its owner, unless the template or OnInitDialog has chosen a place.
-    if (m_hWnd == nullptr || IsWindowVisible() || (GetStyle() & WS_CHILD) != 0)
+    if (m_hWnd == nullptr || IsWindowVisible() || (GetStyle() & WS_CHILD) != 0) {
         return result;
+    }
     constexpr DWORD placed = DS_ABSALIGN | DS_CENTER | DS_CENTERMOUSE;
     RECT after;
     GetWindowRect(&after);
-    if ((GetStyle() & placed) == 0 && ::EqualRect(&before, &after))
+    if ((GetStyle() & placed) == 0 && ::EqualRect(&before, &after)) {
         CenterWindow();
+    }
     return result;
 }
 
@@ -210,8 +235,9 @@ BOOL CDialog::OnInitDialog() {
 }
 
 void CDialog::OnOK() {
-    if (UpdateData(TRUE))
+    if (UpdateData(TRUE)) {
         EndDialog(IDOK);
+    }
 }
 
 void CDialog::OnCancel() {
@@ -219,9 +245,10 @@ void CDialog::OnCancel() {
 }
 
 BOOL CDialog::PreTranslateMessage(MSG* pMsg) {
-    if (CWnd::PreTranslateMessage(pMsg))
+    if (CWnd::PreTranslateMessage(pMsg)) {
         return TRUE;
-    // Escape reaches OnCancel only where there is something to press: a disabled Cancel button refuses it.
+    }
+    // Escape reaches OnCancel only where there is a button to press: a disabled Cancel button refuses it.
     if (pMsg->message == WM_KEYDOWN && (pMsg->wParam == VK_ESCAPE || pMsg->wParam == VK_CANCEL) &&
         !KeepsEscape(*pMsg)) {
         const HWND cancel = ::GetDlgItem(m_hWnd, IDCANCEL);
@@ -234,15 +261,19 @@ BOOL CDialog::PreTranslateMessage(MSG* pMsg) {
 }
 
 BOOL CDialog::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) {
-    if (CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+    if (CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo)) {
         return TRUE;
-    // Menu commands and their state go on to the owner and the application; controls' messages stop here.
+    }
+    // Menu commands and their state are passed on to the owner and the application; controls' messages are not.
     const bool routed = nCode == CN_COMMAND || nCode == static_cast<int>(CN_UPDATE_COMMAND_UI);
-    if (!routed || nID >= 0xF000 || nID < 0x8000)
+    if (!routed || nID >= 0xF000 || nID < 0x8000) {
         return FALSE;
-    if (CWnd* owner = GetParent())
-        if (owner->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+    }
+    if (CWnd* owner = GetParent()) {
+        if (owner->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo)) {
             return TRUE;
+        }
+    }
     CWinThread* thread = AfxGetThread();
     return thread != nullptr && thread->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
 }

@@ -25,13 +25,15 @@ public:
         m_strTarget = AfxGetFullPath(lpszFileName);
         const DWORD attributes = ::GetFileAttributes(m_strTarget);
         if (attributes != INVALID_FILE_ATTRIBUTES) {
-            // Replacing would get round the protection of the file, and round those who have it open.
-            if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
+            // Replacing would bypass the protection of the file, and programs that have it open.
+            if ((attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
                 return Refuse(pError, ERROR_ACCESS_DENIED);
+            }
             const HANDLE probe = ::CreateFile(m_strTarget, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-            if (probe == INVALID_HANDLE_VALUE)
+            if (probe == INVALID_HANDLE_VALUE) {
                 return Refuse(pError, ::GetLastError());
+            }
             ::CloseHandle(probe);
         }
         const CString folder = m_strTarget.Left(m_strTarget.ReverseFind(_T('\\')) + 1);
@@ -42,17 +44,19 @@ public:
         }
         if (!CFile::Open(m_szTemporary, nOpenFlags, pError)) {
             Forget();
-            if (pError != nullptr)
+            if (pError != nullptr) {
                 pError->m_strFileName = m_strTarget;
+            }
             return FALSE;
         }
         return TRUE;
     }
 
     void Close() override {
-        if (m_hFile == CFile::hFileNull)
+        if (m_hFile == CFile::hFileNull) {
             return;
-        // All of it must be on the disk before the old file goes.
+        }
+        // All of it must be on the disk before the old file is replaced.
         Flush();
         CFile::Close();
         const BOOL replaced = ::GetFileAttributes(m_strTarget) != INVALID_FILE_ATTRIBUTES &&
@@ -81,8 +85,9 @@ private:
         return FALSE;
     }
     void Forget() {
-        if (m_szTemporary[0] != _T('\0'))
+        if (m_szTemporary[0] != _T('\0')) {
             ::DeleteFile(m_szTemporary);
+        }
         m_szTemporary[0] = _T('\0');
     }
 
@@ -91,7 +96,7 @@ private:
 };
 
 // Shows why a load or save failed: the exception that is being handled, when it is one of the layer's or a lack of
-// memory. Any other goes on to the caller.
+// memory. Any other is passed on to the caller.
 void ReportFailure(CDocument& document, LPCTSTR lpszPathName, BOOL bSaving, UINT nIDPDefault) {
     CMemoryException shortage(FALSE);
     try {
@@ -159,8 +164,9 @@ BOOL CDocument::OnOpenDocument(LPCTSTR lpszPathName) {
         archive.m_pDocument = this;
         archive.m_bForceFlat = FALSE;
         CWaitCursor wait;
-        if (file->GetLength() != 0)
+        if (file->GetLength() != 0) {
             Serialize(archive);
+        }
         archive.Close();
         ReleaseFile(file, FALSE);
     } catch (...) {
@@ -195,17 +201,20 @@ BOOL CDocument::OnSaveDocument(LPCTSTR lpszPathName) {
         Serialize(archive);
         // A Serialize that has swallowed its own error ends the archive: what was written so far is no good file.
         whole = archive.GetFile() != nullptr;
-        if (whole)
+        if (whole) {
             archive.Close();
+        }
         ReleaseFile(file, !whole);
     } catch (...) {
-        if (file != nullptr)
+        if (file != nullptr) {
             ReleaseFile(file, TRUE);
+        }
         ReportFailure(*this, lpszPathName, TRUE, AFX_IDP_FAILED_TO_SAVE_DOC);
         return FALSE;
     }
-    if (whole)
+    if (whole) {
         SetModifiedFlag(FALSE);
+    }
     return whole;
 }
 
@@ -216,27 +225,31 @@ CFile* CDocument::GetFile(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException*
 }
 
 void CDocument::ReleaseFile(CFile* pFile, BOOL bAbort) {
-    if (bAbort)
+    if (bAbort) {
         pFile->Abort();
-    else
+    } else {
         pFile->Close();
+    }
     delete pFile;
 }
 
 void CDocument::OnCloseDocument() {
     DeleteContents();
-    if (m_bAutoDelete)
+    if (m_bAutoDelete) {
         delete this;
+    }
 }
 
 void CDocument::DeleteContents() {}
 
 BOOL CDocument::SaveModified() {
-    if (!IsModified())
+    if (!IsModified()) {
         return TRUE;
+    }
     CString name = m_strPathName.IsEmpty() ? m_strTitle : LastPart(m_strPathName);
-    if (name.IsEmpty())
+    if (name.IsEmpty()) {
         name.LoadString(AFX_IDS_UNTITLED);
+    }
     CString prompt;
     AfxFormatString1(prompt, AFX_IDP_ASK_TO_SAVE, name);
     switch (AfxMessageBox(prompt, MB_YESNOCANCEL, AFX_IDP_ASK_TO_SAVE)) {
@@ -257,35 +270,41 @@ BOOL CDocument::DoSave(LPCTSTR lpszPathName, BOOL bReplace) {
         name = m_strPathName;
         if (bReplace && name.IsEmpty()) {
             name = m_strTitle;
-            // What the file dialog would choke on ends the proposed name.
+            // The first character that the file dialog would refuse ends the proposed name.
             const int bad = name.FindOneOf(_T(" #%;/\\"));
-            if (bad != -1)
+            if (bad != -1) {
                 name = name.Left(bad);
+            }
         }
         CWinApp* app = AfxGetApp();
         if (app == nullptr || !app->DoPromptFileName(name, bReplace ? AFX_IDS_SAVEFILE : AFX_IDS_SAVEFILECOPY,
-                                                     OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, FALSE))
+                                                     OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, FALSE)) {
             return FALSE;
+        }
     }
     CWaitCursor wait;
-    if (!OnSaveDocument(name))
+    if (!OnSaveDocument(name)) {
         return FALSE; // nothing to clean up: only whole files take their place
-    if (bReplace)
+    }
+    if (bReplace) {
         SetPathName(name);
+    }
     return TRUE;
 }
 
 BOOL CDocument::DoFileSave() {
     const DWORD attributes = ::GetFileAttributes(m_strPathName);
     // Read-only, or not there at all (then every bit is set): under another name.
-    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0)
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         return DoSave(nullptr);
+    }
     return DoSave(m_strPathName);
 }
 
 void CDocument::OnFileClose() {
-    if (SaveModified())
+    if (SaveModified()) {
         OnCloseDocument();
+    }
 }
 
 void CDocument::OnFileSave() {
@@ -301,8 +320,9 @@ void CDocument::OnFileSaveAs() {
 void CDocument::ReportSaveLoadException(LPCTSTR lpszPathName, CException* e, BOOL bSaving, UINT nIDPDefault) {
     UINT id = nIDPDefault;
     if (e != nullptr) {
-        if (e->IsKindOf(RUNTIME_CLASS(CUserException)))
+        if (e->IsKindOf(RUNTIME_CLASS(CUserException))) {
             return;
+        }
         if (e->IsKindOf(RUNTIME_CLASS(CArchiveException))) {
             switch (static_cast<CArchiveException*>(e)->m_cause) {
             case CArchiveException::badSchema:

@@ -1,4 +1,4 @@
-// CDumpContext, and what every object says of itself. Layer 1: afx.
+// CDumpContext, and the dump and validity check of every object. Layer 1: afx.
 #include "afx.h"
 
 #include <cstdio>

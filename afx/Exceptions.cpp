@@ -16,12 +16,14 @@ int PlainMessageBox(LPCTSTR lpszText, UINT nType) {
     return ::MessageBoxW(NULL, lpszText, L"", nType);
 }
 
-// Copies a string resource without allocating; with no number, or for want of the string, an empty text.
+// Copies a string resource without allocating; with no number, or when there is no such string, an empty text.
 BOOL CopyMessage(UINT nMessage, LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) {
-    if (pnHelpContext != NULL)
+    if (pnHelpContext != NULL) {
         *pnHelpContext = 0;
-    if (lpszError == NULL || nMaxError == 0)
+    }
+    if (lpszError == NULL || nMaxError == 0) {
         return FALSE;
+    }
     lpszError[0] = 0;
     const HINSTANCE hModule = nMessage == 0 ? NULL : afxWindowHooks.findStringResource(nMessage);
     return hModule != NULL && ::LoadStringW(hModule, nMessage, lpszError, static_cast<int>(nMaxError)) > 0;
@@ -30,13 +32,15 @@ BOOL CopyMessage(UINT nMessage, LPTSTR lpszError, UINT nMaxError, PUINT pnHelpCo
 // Causes are numbered from 0 without gaps; their texts are the string resources from nFirst on.
 BOOL CopyCause(UINT nFirst, int nCauses, int cause, const CString& strFileName, LPTSTR lpszError, UINT nMaxError,
                PUINT pnHelpContext) {
-    if (!CopyMessage(AFX_IDS_NAME_AND_CAUSE, lpszError, nMaxError, pnHelpContext))
+    if (!CopyMessage(AFX_IDS_NAME_AND_CAUSE, lpszError, nMaxError, pnHelpContext)) {
         return FALSE;
+    }
     CString strMessage, strCause, strName = strFileName;
     strMessage.LoadString(AFX_IDS_NAME_AND_CAUSE);
     strCause.LoadString(nFirst + static_cast<UINT>(cause >= 0 && cause < nCauses ? cause : 1));
-    if (strName.IsEmpty())
+    if (strName.IsEmpty()) {
         strName.LoadString(AFX_IDS_UNNAMED_FILE);
+    }
     strMessage.Replace(L"%2", strCause);
     strMessage.Replace(L"%1", strName);
     lstrcpynW(lpszError, strMessage, static_cast<int>(nMaxError));
@@ -58,8 +62,9 @@ CException::CException(BOOL bAutoDelete) : m_bAutoDelete(bAutoDelete) {}
 CException::~CException() {}
 
 void CException::Delete() {
-    if (m_bAutoDelete)
+    if (m_bAutoDelete) {
         delete this;
+    }
 }
 
 BOOL CException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) const {
@@ -68,11 +73,13 @@ BOOL CException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpC
 
 int CException::ReportError(UINT nType, UINT nError) {
     TCHAR szText[512];
-    if (GetErrorMessage(szText, _countof(szText)))
+    if (GetErrorMessage(szText, _countof(szText))) {
         return afxWindowHooks.messageBox(szText, nType);
+    }
     CString strText;
-    if (nError == 0 || !strText.LoadString(nError))
+    if (nError == 0 || !strText.LoadString(nError)) {
         strText.LoadString(AFX_IDS_UNKNOWN_ERROR);
+    }
     return afxWindowHooks.messageBox(strText, nType);
 }
 
@@ -104,7 +111,7 @@ AFX_SIMPLE_EXCEPTION(CMemoryException, AfxThrowMemoryException, AFX_IDS_OUT_OF_M
 AFX_SIMPLE_EXCEPTION(CNotSupportedException, AfxThrowNotSupportedException, AFX_IDS_NOT_SUPPORTED)
 AFX_SIMPLE_EXCEPTION(CResourceException, AfxThrowResourceException, AFX_IDS_NO_RESOURCE)
 AFX_SIMPLE_EXCEPTION(CInvalidArgException, AfxThrowInvalidArgException, AFX_IDS_INVALID_ARGUMENT)
-// What the user cancelled has been told already.
+// The user has been informed of what was cancelled already.
 AFX_SIMPLE_EXCEPTION(CUserException, AfxThrowUserException, 0)
 
 // ---- CArchiveException ---------------------------------------------------------------------------------------------

@@ -19,16 +19,19 @@ CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszF
     m_ofn.Flags = dwFlags | OFN_EXPLORER | OFN_ENABLEHOOK;
     m_ofn.hInstance = AfxGetResourceHandle();
     m_ofn.lpfnHook = HookProc;
-    if (lpszFileName != nullptr)
+    if (lpszFileName != nullptr) {
         ::lstrcpyn(m_szFileName, lpszFileName, static_cast<int>(_countof(m_szFileName)));
+    }
     if (lpszFilter != nullptr) {
         m_strFilter = lpszFilter;
-        // Windows parts the entries by zeros.
+        // Windows separates the entries by zeros.
         const int length = m_strFilter.GetLength();
         LPTSTR text = m_strFilter.GetBuffer(length + 1);
-        for (int i = 0; i < length; ++i)
-            if (text[i] == _T('|'))
+        for (int i = 0; i < length; ++i) {
+            if (text[i] == _T('|')) {
                 text[i] = 0;
+            }
+        }
         text[length] = 0;
         m_strFilter.ReleaseBuffer(length);
         m_ofn.lpstrFilter = m_strFilter;
@@ -39,24 +42,28 @@ CFileDialog::~CFileDialog() = default;
 
 INT_PTR CFileDialog::DoModal() {
     HWND owner = AfxHandleOf(m_pParentWnd);
-    if (owner == nullptr)
+    if (owner == nullptr) {
         owner = AfxHandleOf(AfxGetMainWnd());
-    if (owner == nullptr)
+    }
+    if (owner == nullptr) {
         owner = ::GetActiveWindow();
-    while (owner != nullptr && (::GetWindowLongPtr(owner, GWL_STYLE) & WS_CHILD) != 0)
+    }
+    while (owner != nullptr && (::GetWindowLongPtr(owner, GWL_STYLE) & WS_CHILD) != 0) {
         owner = ::GetParent(owner);
+    }
     m_ofn.hwndOwner = owner;
     m_ofn.lCustData = reinterpret_cast<LPARAM>(this);
     const HWND focus = ::GetFocus();
     const BOOL chosen = m_bOpenFileDialog ? ::GetOpenFileName(&m_ofn) : ::GetSaveFileName(&m_ofn);
-    if (focus != nullptr && ::IsWindow(focus) && ::GetFocus() == nullptr)
+    if (focus != nullptr && ::IsWindow(focus) && ::GetFocus() == nullptr) {
         ::SetFocus(focus);
+    }
     return chosen ? IDOK : IDCANCEL;
 }
 
-// Answers the dialog's questions for as long as it is open; the object's window is the hook's child dialog.
+// Handles the dialog's hook messages for as long as it is open; the object's window is the hook's child dialog.
 UINT_PTR CALLBACK CFileDialog::HookProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Windows' own frames lie between here and the caller: nothing may be thrown through them.
+    // Stack frames of Windows are between here and the caller: nothing may be thrown through them.
     try {
         if (message == WM_INITDIALOG) {
             const auto* ofn = reinterpret_cast<OPENFILENAME*>(lParam);
@@ -64,14 +71,16 @@ UINT_PTR CALLBACK CFileDialog::HookProc(HWND hDlg, UINT message, WPARAM wParam, 
             return 0;
         }
         auto* dialog = DYNAMIC_DOWNCAST(CFileDialog, CWnd::FromHandlePermanent(hDlg));
-        if (dialog == nullptr)
+        if (dialog == nullptr) {
             return 0;
+        }
         if (message == WM_NCDESTROY) {
             dialog->Detach();
             return 0;
         }
-        if (message != WM_NOTIFY)
+        if (message != WM_NOTIFY) {
             return 0;
+        }
         switch (reinterpret_cast<NMHDR*>(lParam)->code) {
         case CDN_INITDONE:
             dialog->OnInitDone();
@@ -152,13 +161,15 @@ CString CFileDialog::GetNextPathName(POSITION& pos) const {
     pos = nullptr;
     if (first) {
         LPTSTR next = current + ::lstrlen(current) + 1;
-        if ((m_ofn.Flags & OFN_ALLOWMULTISELECT) == 0 || *next == 0)
+        if ((m_ofn.Flags & OFN_ALLOWMULTISELECT) == 0 || *next == 0) {
             return current;
+        }
         current = next;
     }
     LPTSTR next = current + ::lstrlen(current) + 1;
-    if (*next != 0)
+    if (*next != 0) {
         pos = reinterpret_cast<POSITION>(next);
+    }
     const bool root = folder.GetLength() > 0 && folder[folder.GetLength() - 1] == _T('\\');
     return folder + (root ? _T("") : _T("\\")) + current;
 }

@@ -45,18 +45,20 @@ T* TypedFromHandle(HGDIOBJ handle) {
     }
     HandleMap<CGdiObject>& map = AfxState().gdi;
     if (auto* entry = map.Find(handle)) {
-        // A handle that was freed and given out again for another kind of object: its old stand-in must not answer.
+        // The handle may have been freed and given out again for another kind of object: then its old temporary object
+        // must not be found.
         if (!entry->temporary || entry->object->GetRuntimeClass() == RUNTIME_CLASS(T)) {
             return static_cast<T*>(entry->object);
         }
     }
-    // A program that paints without ever being idle meets new handles all the time. The objects of those that are dead
-    // are used again rather than freed: somebody may still hold a pointer to one.
+    // Compatibility 107: a temporary GDI object may be used again for another handle.
+    // A program that paints without ever being idle gets new handles all the time. The temporary objects of freed
+    // handles are used again rather than freed, because other code may still have a pointer to one.
     std::unique_ptr<CGdiObject> object =
         map.TakeSpare([](const CGdiObject* each) { return ClassOf(each->m_hObject) != each->GetRuntimeClass(); },
                       [](const CGdiObject* each) { return each->GetRuntimeClass() == RUNTIME_CLASS(T); });
     if (object != nullptr) {
-        object->m_hObject = nullptr; // not its own to delete, should the map have no memory
+        object->m_hObject = nullptr; // so that it does not delete the handle when the map has no memory
     } else {
         object = std::make_unique<T>();
     }
@@ -74,10 +76,12 @@ CGdiObject::~CGdiObject() {
 }
 
 CGdiObject* PASCAL CGdiObject::FromHandle(HGDIOBJ hObject) {
-    if (hObject == nullptr)
+    if (hObject == nullptr) {
         return nullptr;
-    if (CGdiObject* object = AfxState().gdi.Permanent(hObject))
+    }
+    if (CGdiObject* object = AfxState().gdi.Permanent(hObject)) {
         return object;
+    }
     const CRuntimeClass* type = ClassOf(hObject);
     if (type == RUNTIME_CLASS(CPen)) {
         return TypedFromHandle<CPen>(hObject);
@@ -111,15 +115,18 @@ BOOL CGdiObject::Attach(HGDIOBJ hObject) {
 HGDIOBJ CGdiObject::Detach() {
     const HGDIOBJ handle = m_hObject;
     m_hObject = nullptr;
-    if (handle != nullptr)
-        if (AfxThreadState* state = AfxStateIfAny())
+    if (handle != nullptr) {
+        if (AfxThreadState* state = AfxStateIfAny()) {
             state->gdi.Remove(handle, this);
+        }
+    }
     return handle;
 }
 
 BOOL CGdiObject::DeleteObject() {
-    if (m_hObject == nullptr)
+    if (m_hObject == nullptr) {
         return FALSE;
+    }
     return ::DeleteObject(Detach());
 }
 
@@ -142,13 +149,15 @@ BOOL CGdiObject::UnrealizeObject() {
 // --- CPen --------------------------------------------------------------------------------------------------------
 
 CPen::CPen(int nPenStyle, int nWidth, COLORREF crColor) {
-    if (!Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor)))
+    if (!Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor))) {
         AfxThrowResourceException();
+    }
 }
 
 CPen::CPen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int nStyleCount, const DWORD* lpStyle) {
-    if (!CreatePen(nPenStyle, nWidth, pLogBrush, nStyleCount, lpStyle))
+    if (!CreatePen(nPenStyle, nWidth, pLogBrush, nStyleCount, lpStyle)) {
         AfxThrowResourceException();
+    }
 }
 
 CPen* PASCAL CPen::FromHandle(HPEN hPen) {
@@ -179,18 +188,21 @@ int CPen::GetExtLogPen(EXTLOGPEN* pLogPen) const {
 // --- CBrush ------------------------------------------------------------------------------------------------------
 
 CBrush::CBrush(COLORREF crColor) {
-    if (!CreateSolidBrush(crColor))
+    if (!CreateSolidBrush(crColor)) {
         AfxThrowResourceException();
+    }
 }
 
 CBrush::CBrush(int nIndex, COLORREF crColor) {
-    if (!CreateHatchBrush(nIndex, crColor))
+    if (!CreateHatchBrush(nIndex, crColor)) {
         AfxThrowResourceException();
+    }
 }
 
 CBrush::CBrush(CBitmap* pBitmap) {
-    if (!CreatePatternBrush(pBitmap))
+    if (!CreatePatternBrush(pBitmap)) {
         AfxThrowResourceException();
+    }
 }
 
 CBrush* PASCAL CBrush::FromHandle(HBRUSH hBrush) {
@@ -255,8 +267,9 @@ BOOL CFont::CreatePointFontIndirect(const LOGFONT* lpLogFont, CDC* pDC) {
     ::DPtoLP(dc, &size, 1);
     ::DPtoLP(dc, &origin, 1);
     font.lfHeight = -std::labs(size.y - origin.y);
-    if (pDC == nullptr)
+    if (pDC == nullptr) {
         ::ReleaseDC(nullptr, dc);
+    }
     return CreateFontIndirect(&font);
 }
 

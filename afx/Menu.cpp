@@ -11,11 +11,13 @@ CMenu::~CMenu() {
 }
 
 CMenu* PASCAL CMenu::FromHandle(HMENU hMenu) {
-    if (hMenu == nullptr)
+    if (hMenu == nullptr) {
         return nullptr;
+    }
     HandleMap<CMenu>& map = AfxState().menus;
-    if (auto* entry = map.Find(hMenu))
+    if (auto* entry = map.Find(hMenu)) {
         return entry->object;
+    }
     CMenu* object = map.SetTemporary(hMenu, std::make_unique<CMenu>());
     object->m_hMenu = hMenu;
     return object;
@@ -36,9 +38,11 @@ BOOL CMenu::Attach(HMENU hMenu) {
 HMENU CMenu::Detach() {
     const HMENU menu = m_hMenu;
     m_hMenu = nullptr;
-    if (menu != nullptr)
-        if (AfxThreadState* state = AfxStateIfAny())
+    if (menu != nullptr) {
+        if (AfxThreadState* state = AfxStateIfAny()) {
             state->menus.Remove(menu, this);
+        }
+    }
     return menu;
 }
 
@@ -142,21 +146,24 @@ BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect
 void CCmdUI::Enable(BOOL bOn) {
     m_bEnableChanged = TRUE;
     if (m_pMenu != nullptr) {
-        // An item that opens a submenu stands for the submenu's first command, not for itself.
-        if (m_pSubMenu == nullptr)
+        // An item that opens a submenu represents the submenu's first command, not itself.
+        if (m_pSubMenu == nullptr) {
             m_pMenu->EnableMenuItem(m_nIndex, MF_BYPOSITION | (bOn ? MF_ENABLED : MF_DISABLED | MF_GRAYED));
+        }
     } else if (m_pOther != nullptr) {
-        // A control that loses the focus by going grey would leave the keyboard nowhere.
-        if (!bOn && ::GetFocus() == m_pOther->m_hWnd)
+        // If the control with the focus were disabled, no window would have the focus.
+        if (!bOn && ::GetFocus() == m_pOther->m_hWnd) {
             ::SendMessage(::GetParent(m_pOther->m_hWnd), WM_NEXTDLGCTL, 0, FALSE);
+        }
         m_pOther->EnableWindow(bOn);
     }
 }
 
 void CCmdUI::SetCheck(int nCheck) {
     if (m_pMenu != nullptr) {
-        if (m_pSubMenu == nullptr)
+        if (m_pSubMenu == nullptr) {
             m_pMenu->CheckMenuItem(m_nIndex, MF_BYPOSITION | (nCheck != 0 ? MF_CHECKED : MF_UNCHECKED));
+        }
     } else if (m_pOther != nullptr && (m_pOther->SendMessage(WM_GETDLGCODE) & DLGC_BUTTON) != 0) {
         m_pOther->SendMessage(BM_SETCHECK, static_cast<WPARAM>(nCheck));
     }
@@ -164,14 +171,16 @@ void CCmdUI::SetCheck(int nCheck) {
 
 void CCmdUI::SetRadio(BOOL bOn) {
     SetCheck(bOn ? 1 : 0);
-    if (bOn && m_pMenu != nullptr && m_pSubMenu == nullptr)
+    if (bOn && m_pMenu != nullptr && m_pSubMenu == nullptr) {
         m_pMenu->CheckMenuRadioItem(m_nIndex, m_nIndex, m_nIndex, MF_BYPOSITION);
+    }
 }
 
 void CCmdUI::SetText(LPCTSTR lpszText) {
     if (m_pMenu != nullptr) {
-        if (m_pSubMenu != nullptr)
+        if (m_pSubMenu != nullptr) {
             return;
+        }
         MENUITEMINFO info = {};
         info.cbSize = sizeof(info);
         info.fMask = MIIM_STRING; // the other properties of the item stay
@@ -180,14 +189,16 @@ void CCmdUI::SetText(LPCTSTR lpszText) {
     } else if (m_pOther != nullptr) {
         CString old;
         m_pOther->GetWindowText(old);
-        if (old != lpszText)
+        if (old != lpszText) {
             m_pOther->SetWindowText(lpszText);
+        }
     }
 }
 
 BOOL CCmdUI::DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler) {
-    if (m_nID == 0 || LOWORD(m_nID) == 0xFFFF)
+    if (m_nID == 0 || LOWORD(m_nID) == 0xFFFF) {
         return TRUE; // separators and texts have no state
+    }
     m_bEnableChanged = FALSE;
     const BOOL handled = pTarget->OnCmdMsg(m_nID, static_cast<int>(CN_UPDATE_COMMAND_UI), this, nullptr);
     if (bDisableIfNoHndler && !m_bEnableChanged) {

@@ -20,19 +20,25 @@ namespace {
 
 // The nearest row, from the object's own class upward, for a message with a code and a number.
 const AFX_MSGMAP_ENTRY* FindCommand(const AFX_MSGMAP* map, UINT message, UINT code, UINT id) {
-    for (; map != nullptr; map = map->pfnGetBaseMap != nullptr ? map->pfnGetBaseMap() : nullptr)
-        for (const AFX_MSGMAP_ENTRY* entry = map->lpEntries; entry->nSig != AfxSig_end; ++entry)
-            if (entry->nMessage == message && entry->nCode == code && id >= entry->nID && id <= entry->nLastID)
+    for (; map != nullptr; map = map->pfnGetBaseMap != nullptr ? map->pfnGetBaseMap() : nullptr) {
+        for (const AFX_MSGMAP_ENTRY* entry = map->lpEntries; entry->nSig != AfxSig_end; ++entry) {
+            if (entry->nMessage == message && entry->nCode == code && id >= entry->nID && id <= entry->nLastID) {
                 return entry;
+            }
+        }
+    }
     return nullptr;
 }
 
 const AFX_MSGMAP_ENTRY* FindMessage(const AFX_MSGMAP* map, UINT message) {
-    for (; map != nullptr; map = map->pfnGetBaseMap != nullptr ? map->pfnGetBaseMap() : nullptr)
-        for (const AFX_MSGMAP_ENTRY* entry = map->lpEntries; entry->nSig != AfxSig_end; ++entry)
+    for (; map != nullptr; map = map->pfnGetBaseMap != nullptr ? map->pfnGetBaseMap() : nullptr) {
+        for (const AFX_MSGMAP_ENTRY* entry = map->lpEntries; entry->nSig != AfxSig_end; ++entry) {
             if (entry->pnMessage != nullptr ? *entry->pnMessage == message && message >= 0xC000
-                                            : entry->nMessage == message)
+                                            : entry->nMessage == message) {
                 return entry;
+            }
+        }
+    }
     return nullptr;
 }
 
@@ -87,14 +93,15 @@ BOOL CallCommand(CCmdTarget* target, const AFX_MSGMAP_ENTRY& entry, UINT id, voi
 BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) {
     UINT message = WM_COMMAND;
     UINT code = static_cast<UINT>(nCode);
-    // A notification's AFX_NOTIFY tells it from a command: its own code is any 32-bit number.
+    // A notification's AFX_NOTIFY distinguishes it from a command: its own code is any 32-bit number.
     if (pExtra != nullptr && code != CN_UPDATE_COMMAND_UI) {
         message = WM_NOTIFY;
         code = static_cast<AFX_NOTIFY*>(pExtra)->pNMHDR->code;
     }
     const AFX_MSGMAP_ENTRY* entry = FindCommand(GetMessageMap(), message, code, nID);
-    if (entry == nullptr)
+    if (entry == nullptr) {
         return FALSE;
+    }
     if (pHandlerInfo != nullptr) {
         pHandlerInfo->pTarget = this;
         pHandlerInfo->pmf = entry->pfn;
@@ -104,33 +111,39 @@ BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO*
 }
 
 void CCmdTarget::BeginWaitCursor() {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         app->DoWaitCursor(1);
+    }
 }
 
 void CCmdTarget::EndWaitCursor() {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         app->DoWaitCursor(-1);
+    }
 }
 
 void CCmdTarget::RestoreWaitCursor() {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         app->DoWaitCursor(0);
+    }
 }
 
 CWaitCursor::CWaitCursor() {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         app->DoWaitCursor(1);
+    }
 }
 
 CWaitCursor::~CWaitCursor() {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         app->DoWaitCursor(-1);
+    }
 }
 
 void CWaitCursor::Restore() {
-    if (CWinApp* app = AfxGetApp())
+    if (CWinApp* app = AfxGetApp()) {
         app->DoWaitCursor(0);
+    }
 }
 
 // --- window messages ---------------------------------------------------------------------------------------------
@@ -138,20 +151,24 @@ void CWaitCursor::Restore() {
 BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
     LRESULT result = 0;
     if (message == WM_COMMAND) {
-        if (!OnCommand(wParam, lParam))
+        if (!OnCommand(wParam, lParam)) {
             return FALSE;
-        if (pResult != nullptr)
+        }
+        if (pResult != nullptr) {
             *pResult = 1;
+        }
         return TRUE;
     }
     if (message == WM_NOTIFY) {
-        if (lParam == 0 || !OnNotify(wParam, lParam, &result))
+        if (lParam == 0 || !OnNotify(wParam, lParam, &result)) {
             return FALSE;
-        if (pResult != nullptr)
+        }
+        if (pResult != nullptr) {
             *pResult = result;
+        }
         return TRUE;
     }
-    // Controls come first with what they tell their parent about themselves.
+    // A control handles its own notifications before its parent does.
     HWND child = nullptr;
     switch (message) {
     case WM_CTLCOLORMSGBOX:
@@ -164,16 +181,18 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
         message = WM_CTLCOLOR;
         break;
     case WM_DRAWITEM:
-        if (lParam != 0 && reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->CtlType != ODT_MENU)
+        if (lParam != 0 && reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->CtlType != ODT_MENU) {
             child = reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem;
+        }
         break;
     case WM_MEASUREITEM:
-        if (lParam != 0 && reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->CtlType != ODT_MENU)
+        if (lParam != 0 && reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->CtlType != ODT_MENU) {
             child = ::GetDlgItem(m_hWnd, static_cast<int>(reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->CtlID));
+        }
         break;
     case WM_HSCROLL:
     case WM_VSCROLL:
-        // OnHScroll and OnVScroll reflect by themselves, after the parent's own handler had its chance.
+        // OnHScroll and OnVScroll reflect by themselves, after the parent's own handler.
         break;
     default:
         break;
@@ -181,19 +200,23 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
     const AFX_MSGMAP_ENTRY* entry = FindMessage(GetMessageMap(), message);
     if (entry == nullptr) {
         // The base handlers reflect; without a row they are not reached, so it is done for them.
-        if (message == WM_CTLCOLOR || message == WM_HSCROLL || message == WM_VSCROLL)
+        if (message == WM_CTLCOLOR || message == WM_HSCROLL || message == WM_VSCROLL) {
             child = reinterpret_cast<HWND>(lParam);
+        }
         if (child != nullptr && ReflectLastMsg(child, &result)) {
-            if (pResult != nullptr)
+            if (pResult != nullptr) {
                 *pResult = result;
+            }
             return TRUE;
         }
         return FALSE;
     }
-    if (!CallHandler(*entry, wParam, lParam, &result))
+    if (!CallHandler(*entry, wParam, lParam, &result)) {
         return FALSE;
-    if (pResult != nullptr)
+    }
+    if (pResult != nullptr) {
         *pResult = result;
+    }
     return TRUE;
 }
 
@@ -276,7 +299,7 @@ BOOL CWnd::CallHandler(const AFX_MSGMAP_ENTRY& entry, WPARAM wParam, LPARAM lPar
         const UINT kind = AfxState().message.message - WM_CTLCOLORMSGBOX;
         result = reinterpret_cast<LRESULT>((this->*Handler<HBRUSH, CDC*, CWnd*, UINT>(pfn))(
             CDC::FromHandle(reinterpret_cast<HDC>(wParam)), WndOf(lParam), kind));
-        // No brush means that the handler leaves it to Windows.
+        // Without a brush from the handler Windows' default is used.
         return result != 0;
     }
     case AfxSig_h_ctlreflect: {
@@ -409,8 +432,9 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
     const HWND control = reinterpret_cast<HWND>(lParam);
     if (control == nullptr) {
         // A menu or an accelerator. One that its update handler greys out is not carried out.
-        if (id == 0)
+        if (id == 0) {
             return FALSE;
+        }
         class CEnabledTest : public CCmdUI {
         public:
             BOOL m_bEnabled = TRUE;
@@ -424,27 +448,32 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
         } test;
         test.m_nID = id;
         OnCmdMsg(id, static_cast<int>(CN_UPDATE_COMMAND_UI), &test, nullptr);
-        if (!test.m_bEnabled)
+        if (!test.m_bEnabled) {
             return TRUE;
+        }
         return OnCmdMsg(id, CN_COMMAND, nullptr, nullptr);
     }
-    // While values are exchanged with the controls they say nothing new.
-    if (AfxState().lockedOut == m_hWnd)
+    // While values are exchanged with the controls, their notifications are ignored.
+    if (AfxState().lockedOut == m_hWnd) {
         return TRUE;
-    if (ReflectLastMsg(control))
+    }
+    if (ReflectLastMsg(control)) {
         return TRUE;
+    }
     return OnCmdMsg(id, HIWORD(wParam), nullptr, nullptr);
 }
 
 BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult) {
     auto* header = reinterpret_cast<NMHDR*>(lParam);
-    if (AfxState().lockedOut == m_hWnd)
+    if (AfxState().lockedOut == m_hWnd) {
         return TRUE;
-    if (ReflectLastMsg(header->hwndFrom, pResult))
+    }
+    if (ReflectLastMsg(header->hwndFrom, pResult)) {
         return TRUE;
+    }
     AFX_NOTIFY notify = {pResult, header};
-    // The message in the upper word tells a notification from a command and an update request whatever its code is:
-    // NM_OUTOFMEMORY is the same number as CN_UPDATE_COMMAND_UI.
+    // The message in the upper word distinguishes a notification from a command and an update request whatever its code
+    // is: NM_OUTOFMEMORY is the same number as CN_UPDATE_COMMAND_UI.
     return OnCmdMsg(static_cast<UINT>(header->idFrom), static_cast<int>(MAKELONG(header->code, WM_NOTIFY)), &notify,
                     nullptr);
 }
@@ -471,10 +500,12 @@ BOOL CWnd::ReflectChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     switch (message) {
     case WM_COMMAND: {
         entry = FindCommand(GetMessageMap(), WM_COMMAND + WM_REFLECT_BASE, HIWORD(wParam), 0);
-        if (entry == nullptr || !CallCommand(this, *entry, LOWORD(wParam), nullptr))
+        if (entry == nullptr || !CallCommand(this, *entry, LOWORD(wParam), nullptr)) {
             return FALSE;
-        if (pResult != nullptr)
+        }
+        if (pResult != nullptr) {
             *pResult = 1;
+        }
         return TRUE;
     }
     case WM_NOTIFY: {
@@ -496,9 +527,11 @@ BOOL CWnd::ReflectChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
         break;
     }
     entry = FindMessage(GetMessageMap(), message + WM_REFLECT_BASE);
-    if (entry == nullptr || !CallHandler(*entry, wParam, lParam, &result))
+    if (entry == nullptr || !CallHandler(*entry, wParam, lParam, &result)) {
         return FALSE;
-    if (pResult != nullptr)
+    }
+    if (pResult != nullptr) {
         *pResult = result;
+    }
     return TRUE;
 }

@@ -12,7 +12,7 @@ namespace {
 HINSTANCE g_hLayer = nullptr;
 DWORD g_tlsIndex = TLS_OUT_OF_INDEXES;
 AFX_MODULE_STATE g_appState;
-// Libraries come and go on any thread, and any thread looks for resources in them.
+// Libraries are loaded and unloaded on any thread, and any thread looks for resources in them.
 SRWLOCK g_librariesLock = SRWLOCK_INIT;
 CDynLinkLibrary* g_libraries = nullptr; // newest first
 TCHAR g_programName[MAX_PATH];
@@ -49,8 +49,8 @@ int MessageBoxForHook(LPCTSTR lpszText, UINT nType) {
 
 namespace {
 
-// Each pen of a paint asks for the state four times, and nearly always on the first thread that asked at all: that one
-// is known by its environment block. Written once, state before block, until that thread ends.
+// Each pen of a paint asks for the state four times, and nearly always on the first thread that asked for it: that one
+// is identified by its environment block. Written once, state before block, until that thread ends.
 std::atomic<void*> g_firstBlock{nullptr};
 AfxThreadState* g_firstState = nullptr;
 
@@ -59,25 +59,29 @@ void* OwnBlock() {
 }
 
 void ForgetState(const AfxThreadState* state) {
-    if (g_firstState == state && g_firstBlock.load(std::memory_order_relaxed) == OwnBlock())
+    if (g_firstState == state && g_firstBlock.load(std::memory_order_relaxed) == OwnBlock()) {
         g_firstBlock.store(nullptr, std::memory_order_relaxed);
+    }
 }
 
 } // namespace
 
 AfxThreadState* AfxStateIfAny() {
-    if (g_firstBlock.load(std::memory_order_acquire) == OwnBlock())
+    if (g_firstBlock.load(std::memory_order_acquire) == OwnBlock()) {
         return g_firstState;
+    }
     return g_tlsIndex == TLS_OUT_OF_INDEXES ? nullptr : static_cast<AfxThreadState*>(::TlsGetValue(g_tlsIndex));
 }
 
 AfxThreadState& AfxState() {
-    if (g_firstBlock.load(std::memory_order_acquire) == OwnBlock())
+    if (g_firstBlock.load(std::memory_order_acquire) == OwnBlock()) {
         return *g_firstState;
+    }
     auto* state = static_cast<AfxThreadState*>(::TlsGetValue(g_tlsIndex));
     if (state == nullptr) {
-        if (g_tlsIndex == TLS_OUT_OF_INDEXES)
+        if (g_tlsIndex == TLS_OUT_OF_INDEXES) {
             g_tlsIndex = ::TlsAlloc();
+        }
         state = new AfxThreadState;
         ::TlsSetValue(g_tlsIndex, state);
         static std::atomic_flag taken = ATOMIC_FLAG_INIT;
@@ -91,8 +95,9 @@ AfxThreadState& AfxState() {
 
 void AfxDeleteTemporaries() {
     AfxThreadState& state = AfxState();
-    if (state.depth != 0)
+    if (state.depth != 0) {
         return;
+    }
     CGdiObject::DeleteTempMap();
     CDC::DeleteTempMap();
     CMenu::DeleteTempMap();
@@ -125,8 +130,9 @@ AFX_MODULE_STATE* AFXAPI AfxInitStaticModuleState(AFX_MODULE_STATE* pState, cons
     if (::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                             static_cast<LPCTSTR>(pAddress), &module)) {
         // Code of the program itself shares the application's state.
-        if (module == ::GetModuleHandle(nullptr))
+        if (module == ::GetModuleHandle(nullptr)) {
             return &g_appState;
+        }
         pState->m_hCurrentInstanceHandle = module;
         pState->m_hCurrentResourceHandle = module;
     }
@@ -150,17 +156,20 @@ CWnd* AFXAPI AfxGetMainWnd() {
 
 LPCTSTR AFXAPI AfxGetAppName() {
     LPCTSTR name = AfxGetModuleState()->m_lpszCurrentAppName;
-    if (name == nullptr)
+    if (name == nullptr) {
         name = g_appState.m_lpszCurrentAppName;
-    if (name != nullptr)
+    }
+    if (name != nullptr) {
         return name;
+    }
     if (g_programName[0] == 0) {
         TCHAR path[MAX_PATH] = {};
         ::GetModuleFileName(nullptr, path, MAX_PATH - 1);
         CString title(path);
         title = title.Mid(title.ReverseFind(_T('\\')) + 1);
-        if (title.ReverseFind(_T('.')) > 0)
+        if (title.ReverseFind(_T('.')) > 0) {
             title = title.Left(title.ReverseFind(_T('.')));
+        }
         ::lstrcpyn(g_programName, title, MAX_PATH);
     }
     return g_programName;
@@ -197,8 +206,9 @@ HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID) {
 }
 
 int AFXAPI AfxLoadString(UINT nID, LPTSTR lpszBuf, UINT nMaxBuf) {
-    if (lpszBuf == nullptr || nMaxBuf == 0)
+    if (lpszBuf == nullptr || nMaxBuf == 0) {
         return 0;
+    }
     lpszBuf[0] = 0;
     const HINSTANCE module = AfxFindStringResourceHandle(nID);
     return module != nullptr ? ::LoadString(module, nID, lpszBuf, static_cast<int>(nMaxBuf)) : 0;
@@ -207,10 +217,12 @@ int AFXAPI AfxLoadString(UINT nID, LPTSTR lpszBuf, UINT nMaxBuf) {
 // --- extension modules -------------------------------------------------------------------------------------------
 
 BOOL AFXAPI AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule) {
-    if (hModule == nullptr)
+    if (hModule == nullptr) {
         return FALSE;
-    if (state.bInitialized)
+    }
+    if (state.bInitialized) {
         return TRUE;
+    }
     state.bInitialized = TRUE;
     state.hModule = hModule;
     state.hResource = hModule;
@@ -218,8 +230,9 @@ BOOL AFXAPI AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule)
 }
 
 void AFXAPI AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll) {
-    if (!state.bInitialized)
+    if (!state.bInitialized) {
         return;
+    }
     // Each destructor takes its library out of the list.
     const auto next = [&] {
         ::AcquireSRWLockShared(&g_librariesLock);
@@ -274,8 +287,9 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserve
     switch (reason) {
     case DLL_PROCESS_ATTACH:
         g_hLayer = hInstance;
-        if (g_tlsIndex == TLS_OUT_OF_INDEXES)
+        if (g_tlsIndex == TLS_OUT_OF_INDEXES) {
             g_tlsIndex = ::TlsAlloc();
+        }
         afxWindowHooks.findStringResource = StringResourceForHook;
         afxWindowHooks.messageBox = MessageBoxForHook;
         return g_tlsIndex != TLS_OUT_OF_INDEXES;

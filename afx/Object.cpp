@@ -9,7 +9,7 @@
 
 namespace {
 
-// Guards both lists below; they change only while modules come and go.
+// Guards both lists below; they change only while modules are loaded and unloaded.
 SRWLOCK classLock = SRWLOCK_INIT;
 
 struct ClassLock {
@@ -40,11 +40,13 @@ HMODULE ModuleOf(const void* pAddress) {
 bool IsFindable(HMODULE hModule) {
     static const HMODULE hThis = ModuleOf(&firstClass);
     static const HMODULE hProgram = GetModuleHandleW(NULL);
-    if (hModule == hThis || hModule == hProgram)
+    if (hModule == hThis || hModule == hProgram) {
         return true;
+    }
     for (AttachedModule* p = firstModule; p != NULL; p = p->pNext) {
-        if (p->hModule == hModule)
+        if (p->hModule == hModule) {
             return true;
+        }
     }
     return false;
 }
@@ -98,8 +100,9 @@ void AfxDetachModuleClasses(HMODULE hModule) {
 // ---- CRuntimeClass -------------------------------------------------------------------------------------------------
 
 CObject* CRuntimeClass::CreateObject() {
-    if (m_pfnCreateObject == NULL)
+    if (m_pfnCreateObject == NULL) {
         return NULL;
+    }
     try {
         return (*m_pfnCreateObject)();
     } catch (const std::bad_alloc&) {
@@ -113,19 +116,22 @@ CObject* CRuntimeClass::CreateObject() {
 BOOL CRuntimeClass::IsDerivedFrom(const CRuntimeClass* pBaseClass) const {
     for (const CRuntimeClass* pClass = this; pClass != NULL;
          pClass = pClass->m_pfnGetBaseClass == NULL ? NULL : (*pClass->m_pfnGetBaseClass)()) {
-        if (pClass == pBaseClass)
+        if (pClass == pBaseClass) {
             return TRUE;
+        }
     }
     return FALSE;
 }
 
 CRuntimeClass* PASCAL CRuntimeClass::FromName(LPCSTR lpszClassName) {
-    if (lpszClassName == NULL)
+    if (lpszClassName == NULL) {
         return NULL;
+    }
     ClassLock lock;
     for (AFX_CLASSINIT* p = firstClass; p != NULL; p = p->m_pNext) {
-        if (strcmp(p->m_pClass->m_lpszClassName, lpszClassName) == 0 && IsFindable(p->m_hModule))
+        if (strcmp(p->m_pClass->m_lpszClassName, lpszClassName) == 0 && IsFindable(p->m_hModule)) {
             return p->m_pClass;
+        }
     }
     return NULL;
 }
@@ -155,11 +161,13 @@ CRuntimeClass* PASCAL CRuntimeClass::Load(CArchive& ar, UINT* pwSchemaNum) {
     WORD nSchema;
     WORD nLength;
     ar >> nSchema >> nLength;
-    if (nLength < sizeof(szClassName))
+    if (nLength < sizeof(szClassName)) {
         ar.EnsureRead(szClassName, nLength);
+    }
     *pwSchemaNum = nSchema;
-    if (nLength >= sizeof(szClassName))
+    if (nLength >= sizeof(szClassName)) {
         return NULL; // no class has so long a name
+    }
     szClassName[nLength] = 0;
     return strlen(szClassName) == nLength ? FromName(szClassName) : NULL;
 }
@@ -199,8 +207,9 @@ CObject* AFXAPI AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObject) {
 }
 
 CObject* AFXAPI AfxStaticDownCast(CRuntimeClass* pClass, CObject* pObject) {
-    if (pObject != NULL && !pObject->IsKindOf(pClass))
+    if (pObject != NULL && !pObject->IsKindOf(pClass)) {
         AfxAssertFailedLine(__FILE__, __LINE__);
+    }
     return pObject;
 }
 

@@ -10,9 +10,10 @@ using namespace AfxStringTraits;
 
 template <typename T>
 T* CStringT<T>::NewData(int nAllocLength) {
-    // In steps of eight characters, so that small edits find room.
-    if (nAllocLength > INT_MAX - 16)
+    // In steps of eight characters, so that small edits need no new block.
+    if (nAllocLength > INT_MAX - 16) {
         AfxThrowMemoryException();
+    }
     const int nRoom = ((nAllocLength + 8) & ~7) - 1;
     void* pBlock = AfxAllocBlock(sizeof(CStringData) + (static_cast<size_t>(nRoom) + 1) * sizeof(T));
     CStringData* pData = ::new (pBlock) CStringData{1, 0, nRoom};
@@ -22,22 +23,20 @@ T* CStringT<T>::NewData(int nAllocLength) {
 }
 
 template <typename T>
-void CStringT<T>::FreeData(CStringData* pData) noexcept {
-    AfxFreeBlock(pData);
-}
-
-template <typename T>
 void CStringT<T>::Reserve(int nAllocLength, bool bExact) {
     const CStringData* pOld = Data();
     const int nLength = pOld->nDataLength;
-    if (nAllocLength < nLength)
+    if (nAllocLength < nLength) {
         nAllocLength = nLength;
+    }
     if (pOld->nRefs == 1) {
-        if (nAllocLength <= pOld->nAllocLength)
+        if (nAllocLength <= pOld->nAllocLength) {
             return;
+        }
         // Growing text grows by half, so that appending one by one stays cheap.
-        if (!bExact && pOld->nAllocLength < INT_MAX / 2 && nAllocLength < pOld->nAllocLength + pOld->nAllocLength / 2)
+        if (!bExact && pOld->nAllocLength < INT_MAX / 2 && nAllocLength < pOld->nAllocLength + pOld->nAllocLength / 2) {
             nAllocLength = pOld->nAllocLength + pOld->nAllocLength / 2;
+        }
     }
     T* pszNew = NewData(nAllocLength);
     CopyText(pszNew, m_pszData, nLength);
@@ -54,8 +53,9 @@ void CStringT<T>::SetLength(int nLength) noexcept {
 
 template <typename T>
 void CStringT<T>::CheckIndex(bool bGood) const {
-    if (!bGood)
+    if (!bGood) {
         AfxThrowInvalidArgException();
+    }
 }
 
 template <typename T>
@@ -89,18 +89,20 @@ void CStringT<T>::Assign(PCYSTR pchSrc, int nLength) {
 
 template <typename T>
 CStringT<T>::CStringT(PCXSTR pszSrc) : m_pszData(Nil()) {
-    if (pszSrc != NULL && IS_INTRESOURCE(pszSrc))
+    if (pszSrc != NULL && IS_INTRESOURCE(pszSrc)) {
         LoadString(static_cast<UINT>(reinterpret_cast<UINT_PTR>(pszSrc)));
-    else
+    } else {
         SetString(pszSrc);
+    }
 }
 
 template <typename T>
 CStringT<T>::CStringT(PCYSTR pszSrc) : m_pszData(Nil()) {
-    if (pszSrc != NULL && IS_INTRESOURCE(pszSrc))
+    if (pszSrc != NULL && IS_INTRESOURCE(pszSrc)) {
         LoadString(static_cast<UINT>(reinterpret_cast<UINT_PTR>(pszSrc)));
-    else
+    } else {
         Assign(pszSrc, CheckedLength(pszSrc));
+    }
 }
 
 template <typename T>
@@ -117,11 +119,13 @@ CStringT<T>::CStringT(PCYSTR pchSrc, int nLength) : m_pszData(Nil()) {
 template <typename T>
 CStringT<T>::CStringT(XCHAR ch, int nRepeat) : m_pszData(Nil()) {
     CheckIndex(nRepeat >= 0);
-    if (nRepeat == 0)
+    if (nRepeat == 0) {
         return;
+    }
     Reserve(nRepeat, true);
-    for (int i = 0; i < nRepeat; ++i)
+    for (int i = 0; i < nRepeat; ++i) {
         m_pszData[i] = ch;
+    }
     SetLength(nRepeat);
 }
 
@@ -199,8 +203,9 @@ void CStringT<T>::Empty() noexcept {
 
 template <typename T>
 int PASCAL CStringT<T>::StringLength(PCXSTR psz) noexcept {
-    if (psz == NULL)
+    if (psz == NULL) {
         return 0;
+    }
     const size_t nLength = Length(psz);
     return nLength > INT_MAX ? INT_MAX : static_cast<int>(nLength);
 }
@@ -208,8 +213,9 @@ int PASCAL CStringT<T>::StringLength(PCXSTR psz) noexcept {
 template <typename T>
 T CStringT<T>::GetAt(int iChar) const {
     // The ending zero may be read as well.
-    if (static_cast<unsigned>(iChar) > static_cast<unsigned>(GetLength()))
+    if (static_cast<unsigned>(iChar) > static_cast<unsigned>(GetLength())) {
         AfxThrowInvalidArgException();
+    }
     return m_pszData[iChar];
 }
 
@@ -246,18 +252,21 @@ int CStringT<T>::CollateNoCase(PCXSTR psz) const {
 
 template <typename T>
 int CStringT<T>::Find(PCXSTR pszSub, int iStart) const {
-    if (pszSub == NULL || iStart < 0 || iStart > GetLength())
+    if (pszSub == NULL || iStart < 0 || iStart > GetLength()) {
         return -1;
-    if (pszSub[0] == 0)
+    }
+    if (pszSub[0] == 0) {
         return iStart; // C runtimes disagree about an empty text in an empty one
+    }
     const T* pszFound = FindText(m_pszData + iStart, pszSub);
     return pszFound == NULL ? -1 : static_cast<int>(pszFound - m_pszData);
 }
 
 template <typename T>
 int CStringT<T>::Find(XCHAR ch, int iStart) const {
-    if (iStart < 0 || iStart >= GetLength())
+    if (iStart < 0 || iStart >= GetLength()) {
         return -1;
+    }
     const T* pszFound = FindChar(m_pszData + iStart, ch);
     return pszFound == NULL ? -1 : static_cast<int>(pszFound - m_pszData);
 }
@@ -277,18 +286,21 @@ int CStringT<T>::FindOneOf(PCXSTR pszCharSet) const {
 
 template <typename T>
 CStringT<T> CStringT<T>::Left(int nCount) const {
-    if (nCount >= GetLength())
+    if (nCount >= GetLength()) {
         return *this;
+    }
     return CStringT(m_pszData, nCount < 0 ? 0 : nCount);
 }
 
 template <typename T>
 CStringT<T> CStringT<T>::Right(int nCount) const {
     const int nLength = GetLength();
-    if (nCount >= nLength)
+    if (nCount >= nLength) {
         return *this;
-    if (nCount < 0)
+    }
+    if (nCount < 0) {
         nCount = 0;
+    }
     return CStringT(m_pszData + nLength - nCount, nCount);
 }
 
@@ -300,14 +312,18 @@ CStringT<T> CStringT<T>::Mid(int iFirst) const {
 template <typename T>
 CStringT<T> CStringT<T>::Mid(int iFirst, int nCount) const {
     const int nLength = GetLength();
-    if (iFirst < 0)
+    if (iFirst < 0) {
         iFirst = 0;
-    if (iFirst >= nLength || nCount <= 0)
+    }
+    if (iFirst >= nLength || nCount <= 0) {
         return CStringT();
-    if (nCount > nLength - iFirst)
+    }
+    if (nCount > nLength - iFirst) {
         nCount = nLength - iFirst;
-    if (iFirst == 0 && nCount == nLength)
+    }
+    if (iFirst == 0 && nCount == nLength) {
         return *this;
+    }
     return CStringT(m_pszData + iFirst, nCount);
 }
 
@@ -328,8 +344,9 @@ CStringT<T> CStringT<T>::Tokenize(PCXSTR pszTokens, int& iStart) const {
     CheckIndex(iStart >= 0);
     const int nLength = GetLength();
     if (iStart < nLength) {
-        if (pszTokens == NULL || pszTokens[0] == 0)
+        if (pszTokens == NULL || pszTokens[0] == 0) {
             return Mid(iStart);
+        }
         const int iFirst = iStart + static_cast<int>(Span(m_pszData + iStart, pszTokens));
         if (iFirst < nLength) {
             const int nCount = static_cast<int>(SpanNot(m_pszData + iFirst, pszTokens));
@@ -351,13 +368,15 @@ void CStringT<T>::Append(PCXSTR pszSrc) {
 template <typename T>
 void CStringT<T>::Append(PCXSTR pchSrc, int nLength) {
     CheckIndex(nLength >= 0 && (pchSrc != NULL || nLength == 0));
-    if (nLength == 0)
+    if (nLength == 0) {
         return;
+    }
     const int nOld = GetLength();
     const int nNew = Sum(nOld, nLength);
     CStringT keep;
-    if (pchSrc >= m_pszData && pchSrc <= m_pszData + nOld)
+    if (pchSrc >= m_pszData && pchSrc <= m_pszData + nOld) {
         keep = *this; // the source is a part of this very text
+    }
     Reserve(nNew, false);
     CopyText(m_pszData + nOld, pchSrc, nLength);
     SetLength(nNew);
@@ -365,10 +384,11 @@ void CStringT<T>::Append(PCXSTR pchSrc, int nLength) {
 
 template <typename T>
 void CStringT<T>::Append(const CStringT& strSrc) {
-    if (IsEmpty())
+    if (IsEmpty()) {
         *this = strSrc;
-    else
+    } else {
         Append(strSrc.m_pszData, strSrc.GetLength());
+    }
 }
 
 template <typename T>
@@ -407,15 +427,18 @@ CStringT<T>& CStringT<T>::operator+=(XCHAR ch) {
 template <typename T>
 int CStringT<T>::Insert(int iIndex, XCHAR ch) {
     const T sz[2] = {ch, 0};
-    if (ch != 0)
+    if (ch != 0) {
         return Insert(iIndex, sz);
+    }
     // A zero character is inserted as one, though a text of one zero would be empty.
     const T szMark[2] = {1, 0};
     const int nLength = GetLength();
-    if (iIndex < 0)
+    if (iIndex < 0) {
         iIndex = 0;
-    if (iIndex > nLength)
+    }
+    if (iIndex > nLength) {
         iIndex = nLength;
+    }
     Insert(iIndex, szMark);
     m_pszData[iIndex] = 0;
     return GetLength();
@@ -425,12 +448,15 @@ template <typename T>
 int CStringT<T>::Insert(int iIndex, PCXSTR psz) {
     const int nOld = GetLength();
     const int nInsert = CheckedLength(psz);
-    if (nInsert == 0)
+    if (nInsert == 0) {
         return nOld;
-    if (iIndex < 0)
+    }
+    if (iIndex < 0) {
         iIndex = 0;
-    if (iIndex > nOld)
+    }
+    if (iIndex > nOld) {
         iIndex = nOld;
+    }
     const CStringT str(psz, nInsert); // it may be a part of this very text
     const int nNew = Sum(nOld, nInsert);
     Reserve(nNew, false);
@@ -443,11 +469,13 @@ int CStringT<T>::Insert(int iIndex, PCXSTR psz) {
 template <typename T>
 int CStringT<T>::Delete(int iIndex, int nCount) {
     const int nOld = GetLength();
-    if (iIndex < 0)
+    if (iIndex < 0) {
         iIndex = 0;
+    }
     if (nCount > 0 && iIndex < nOld) {
-        if (nCount > nOld - iIndex)
+        if (nCount > nOld - iIndex) {
             nCount = nOld - iIndex;
+        }
         Reserve(nOld, true);
         CopyText(m_pszData + iIndex, m_pszData + iIndex + nCount, nOld - iIndex - nCount);
         SetLength(nOld - nCount);
@@ -462,8 +490,9 @@ int CStringT<T>::Replace(XCHAR chOld, XCHAR chNew) {
         const int nLength = GetLength();
         for (int i = 0; i < nLength; ++i) {
             if (m_pszData[i] == chOld) {
-                if (nReplaced++ == 0)
+                if (nReplaced++ == 0) {
                     Reserve(nLength, true);
+                }
                 m_pszData[i] = chNew;
             }
         }
@@ -474,8 +503,9 @@ int CStringT<T>::Replace(XCHAR chOld, XCHAR chNew) {
 template <typename T>
 int CStringT<T>::Replace(PCXSTR pszOld, PCXSTR pszNew) {
     const int nOldPart = CheckedLength(pszOld);
-    if (nOldPart == 0)
+    if (nOldPart == 0) {
         return 0;
+    }
     const int nNewPart = CheckedLength(pszNew);
     CStringT strResult;
     int nReplaced = 0;
@@ -498,44 +528,52 @@ int CStringT<T>::Remove(XCHAR chRemove) {
     int nKept = 0;
     for (int i = 0; i < nLength; ++i) {
         if (m_pszData[i] == chRemove) {
-            if (nKept == i)
+            if (nKept == i) {
                 Reserve(nLength, true); // from the first one found on, this text is our own
+            }
         } else {
-            if (nKept != i)
+            if (nKept != i) {
                 m_pszData[nKept] = m_pszData[i];
+            }
             ++nKept;
         }
     }
-    if (nKept != nLength)
+    if (nKept != nLength) {
         SetLength(nKept);
+    }
     return nLength - nKept;
 }
 
 template <typename T>
 CStringT<T>& CStringT<T>::MakeUpper() {
     const int nLength = GetLength();
-    if (nLength > 0)
+    if (nLength > 0) {
         Reserve(nLength, true);
-    for (int i = 0; i < nLength; ++i)
+    }
+    for (int i = 0; i < nLength; ++i) {
         m_pszData[i] = Upper(m_pszData[i]);
+    }
     return *this;
 }
 
 template <typename T>
 CStringT<T>& CStringT<T>::MakeLower() {
     const int nLength = GetLength();
-    if (nLength > 0)
+    if (nLength > 0) {
         Reserve(nLength, true);
-    for (int i = 0; i < nLength; ++i)
+    }
+    for (int i = 0; i < nLength; ++i) {
         m_pszData[i] = Lower(m_pszData[i]);
+    }
     return *this;
 }
 
 template <typename T>
 CStringT<T>& CStringT<T>::MakeReverse() {
     const int nLength = GetLength();
-    if (nLength > 0)
+    if (nLength > 0) {
         Reserve(nLength, true);
+    }
     for (int i = 0; i < nLength / 2; ++i) {
         T ch = m_pszData[i];
         m_pszData[i] = m_pszData[nLength - 1 - i];
@@ -562,8 +600,9 @@ CStringT<T>& CStringT<T>::Trim(PCXSTR pszTargets) {
 template <typename T>
 CStringT<T>& CStringT<T>::TrimLeft() {
     int i = 0;
-    while (i < GetLength() && IsSpace(m_pszData[i]))
+    while (i < GetLength() && IsSpace(m_pszData[i])) {
         ++i;
+    }
     Delete(0, i);
     return *this;
 }
@@ -571,24 +610,27 @@ CStringT<T>& CStringT<T>::TrimLeft() {
 template <typename T>
 CStringT<T>& CStringT<T>::TrimLeft(XCHAR ch) {
     int i = 0;
-    while (i < GetLength() && m_pszData[i] == ch)
+    while (i < GetLength() && m_pszData[i] == ch) {
         ++i;
+    }
     Delete(0, i);
     return *this;
 }
 
 template <typename T>
 CStringT<T>& CStringT<T>::TrimLeft(PCXSTR pszTargets) {
-    if (pszTargets != NULL && pszTargets[0] != 0)
+    if (pszTargets != NULL && pszTargets[0] != 0) {
         Delete(0, static_cast<int>(Span(m_pszData, pszTargets)));
+    }
     return *this;
 }
 
 template <typename T>
 CStringT<T>& CStringT<T>::TrimRight() {
     int n = GetLength();
-    while (n > 0 && IsSpace(m_pszData[n - 1]))
+    while (n > 0 && IsSpace(m_pszData[n - 1])) {
         --n;
+    }
     Truncate(n);
     return *this;
 }
@@ -596,8 +638,9 @@ CStringT<T>& CStringT<T>::TrimRight() {
 template <typename T>
 CStringT<T>& CStringT<T>::TrimRight(XCHAR ch) {
     int n = GetLength();
-    while (n > 0 && m_pszData[n - 1] == ch)
+    while (n > 0 && m_pszData[n - 1] == ch) {
         --n;
+    }
     Truncate(n);
     return *this;
 }
@@ -606,8 +649,9 @@ template <typename T>
 CStringT<T>& CStringT<T>::TrimRight(PCXSTR pszTargets) {
     if (pszTargets != NULL && pszTargets[0] != 0) {
         int n = GetLength();
-        while (n > 0 && m_pszData[n - 1] != 0 && FindChar(pszTargets, m_pszData[n - 1]) != NULL)
+        while (n > 0 && m_pszData[n - 1] != 0 && FindChar(pszTargets, m_pszData[n - 1]) != NULL) {
             --n;
+        }
         Truncate(n);
     }
     return *this;
@@ -616,72 +660,11 @@ CStringT<T>& CStringT<T>::TrimRight(PCXSTR pszTargets) {
 template <typename T>
 void CStringT<T>::Truncate(int nNewLength) {
     CheckIndex(nNewLength >= 0);
-    if (nNewLength >= GetLength())
+    if (nNewLength >= GetLength()) {
         return;
+    }
     Reserve(GetLength(), true);
     SetLength(nNewLength);
-}
-
-// ---- formatting ----------------------------------------------------------------------------------------------------
-
-template <typename T>
-void CStringT<T>::FormatV(PCXSTR pszFormat, va_list args) {
-    CheckIndex(pszFormat != NULL);
-    va_list measure;
-    va_copy(measure, args);
-    const int nLength = FormattedLength(pszFormat, measure);
-    va_end(measure);
-    CheckIndex(nLength >= 0);
-    CStringT str; // an argument may be this very text
-    if (nLength > 0) {
-        str.Reserve(nLength, true);
-        FormatInto(str.m_pszData, static_cast<size_t>(nLength) + 1, pszFormat, args);
-        str.SetLength(nLength);
-    }
-    *this = static_cast<CStringT&&>(str);
-}
-
-template <typename T>
-void CStringT<T>::AppendFormatV(PCXSTR pszFormat, va_list args) {
-    CStringT str;
-    str.FormatV(pszFormat, args);
-    Append(str);
-}
-
-template <typename T>
-void AFX_CDECL CStringT<T>::Format(PCXSTR pszFormat, ...) {
-    va_list args;
-    va_start(args, pszFormat);
-    FormatV(pszFormat, args);
-    va_end(args);
-}
-
-template <typename T>
-void AFX_CDECL CStringT<T>::Format(UINT nFormatID, ...) {
-    CStringT strFormat;
-    CheckIndex(strFormat.LoadString(nFormatID) != FALSE);
-    va_list args;
-    va_start(args, nFormatID);
-    FormatV(strFormat, args);
-    va_end(args);
-}
-
-template <typename T>
-void AFX_CDECL CStringT<T>::AppendFormat(PCXSTR pszFormat, ...) {
-    va_list args;
-    va_start(args, pszFormat);
-    AppendFormatV(pszFormat, args);
-    va_end(args);
-}
-
-template <typename T>
-void AFX_CDECL CStringT<T>::AppendFormat(UINT nFormatID, ...) {
-    CStringT strFormat;
-    CheckIndex(strFormat.LoadString(nFormatID) != FALSE);
-    va_list args;
-    va_start(args, nFormatID);
-    AppendFormatV(strFormat, args);
-    va_end(args);
 }
 
 // ---- direct access, resources, OLE ---------------------------------------------------------------------------------
@@ -710,8 +693,9 @@ void CStringT<T>::ReleaseBuffer(int nNewLength) {
     if (nNewLength == -1) {
         // Never looks beyond the buffer, whatever its user did to the ending zero.
         nNewLength = 0;
-        while (nNewLength < GetAllocLength() && m_pszData[nNewLength] != 0)
+        while (nNewLength < GetAllocLength() && m_pszData[nNewLength] != 0) {
             ++nNewLength;
+        }
     }
     ReleaseBufferSetLength(nNewLength);
 }
@@ -719,10 +703,11 @@ void CStringT<T>::ReleaseBuffer(int nNewLength) {
 template <typename T>
 void CStringT<T>::ReleaseBufferSetLength(int nNewLength) {
     CheckIndex(nNewLength >= 0 && nNewLength <= GetAllocLength());
-    if (nNewLength == 0)
+    if (nNewLength == 0) {
         Empty();
-    else
+    } else {
         SetLength(nNewLength);
+    }
 }
 
 template <typename T>
@@ -746,10 +731,11 @@ BOOL CStringT<T>::LoadString(UINT nID) {
 
 template <typename T>
 BOOL CStringT<T>::LoadString(HINSTANCE hInstance, UINT nID) {
-    const wchar_t* pchText = NULL; // with no buffer, LoadString hands out the resource itself
+    const wchar_t* pchText = NULL; // with no buffer, LoadString gives a pointer to the resource itself
     const int nLength = ::LoadStringW(hInstance, nID, reinterpret_cast<wchar_t*>(&pchText), 0);
-    if (nLength <= 0 || pchText == NULL)
+    if (nLength <= 0 || pchText == NULL) {
         return FALSE;
+    }
     *this = CStringT(pchText, nLength);
     return TRUE;
 }
@@ -758,8 +744,9 @@ template <typename T>
 BSTR CStringT<T>::AllocSysString() const {
     const CStringW str(m_pszData, GetLength());
     BSTR bstr = ::SysAllocStringLen(str.GetString(), static_cast<UINT>(str.GetLength()));
-    if (bstr == NULL)
+    if (bstr == NULL) {
         AfxThrowMemoryException();
+    }
     return bstr;
 }
 

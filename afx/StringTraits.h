@@ -1,4 +1,5 @@
-// The C runtime's text functions under one name for either character width. Only for String.cpp. Layer 1: afx.
+// The C runtime's text functions under one name for either character width. Only for the sources of CString.
+// Layer 1: afx.
 #pragma once
 
 #include "afxexcept.h"
@@ -126,23 +127,27 @@ inline void ConvertInto(const wchar_t* s, int n, char* pDest, int nDest) {
 
 template <typename T>
 void CopyText(T* pDest, const T* pSrc, int nLength) {
-    if (nLength > 0)
+    if (nLength > 0) {
         memmove(pDest, pSrc, static_cast<size_t>(nLength) * sizeof(T));
+    }
 }
 
 template <typename T>
 int CheckedLength(const T* psz) {
-    if (psz == NULL)
+    if (psz == NULL) {
         return 0;
+    }
     size_t nLength = Length(psz);
-    if (nLength > INT_MAX)
+    if (nLength > INT_MAX) {
         AfxThrowMemoryException();
+    }
     return static_cast<int>(nLength);
 }
 
 inline int Sum(int a, int b) {
-    if (a > INT_MAX - b)
+    if (a > INT_MAX - b) {
         AfxThrowMemoryException();
+    }
     return a + b;
 }
 

@@ -1,13 +1,13 @@
 // Sine, cosine and the other functions of mathematics: those of the system's own C runtime, in every module of the
 // project. Layer 1: afx.
 
-// The compiler's static runtime has functions of its own, which ask the x87 unit. That unit knows pi to 66 bits: its
-// cosine of a right angle is wrong from the fourth digit on, and from 1e20 on its sines mean nothing. The system's
+// The compiler's static runtime has functions of its own, which use the x87 unit. That unit has pi to 66 bits: its
+// cosine of a right angle is wrong from the fourth digit on, and from 1e20 on its sines are meaningless. The system's
 // runtime (msvcrt.dll, or the universal one where the compiler is set up for it) gives the nearest double or one beside
 // it.
 //
 // Each module links this source (cmake/NrTargets.cmake), and a module's own definition is taken before a library's: so
-// code calls std::sin as ever. What the static runtime already takes from the system needs no line here: tan, asin,
+// code calls std::sin as usual. What the static runtime already takes from the system needs no line here: tan, asin,
 // acos and atan. The other variants for float and long double are not replaced; nothing here uses them.
 
 // The slots in the module's table of imports, by the linker's names for them.
@@ -30,7 +30,7 @@ double cos(double x) {
     return __imp_cos(x);
 }
 
-// What the compiler makes of a sine and a cosine of one angle.
+// Called by the compiler for a sine and a cosine of one angle.
 void sincos(double x, double* sine, double* cosine) {
     *sine = __imp_sin(x);
     *cosine = __imp_cos(x);

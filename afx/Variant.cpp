@@ -10,26 +10,33 @@ IMPLEMENT_DYNAMIC(COleException, CException)
 COleException::COleException() : m_sc(S_OK) {}
 
 BOOL COleException::GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext) const {
-    if (pnHelpContext != NULL)
+    if (pnHelpContext != NULL) {
         *pnHelpContext = 0;
-    if (lpszError == NULL || nMaxError == 0)
+    }
+    if (lpszError == NULL || nMaxError == 0) {
         return FALSE;
+    }
     lpszError[0] = 0;
     return ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, NULL, static_cast<DWORD>(m_sc),
                             0, lpszError, nMaxError, NULL) != 0;
 }
 
 SCODE PASCAL COleException::Process(const CException* pAnyException) {
-    if (pAnyException == NULL)
+    if (pAnyException == NULL) {
         return E_UNEXPECTED;
-    if (pAnyException->IsKindOf(RUNTIME_CLASS(COleException)))
+    }
+    if (pAnyException->IsKindOf(RUNTIME_CLASS(COleException))) {
         return static_cast<const COleException*>(pAnyException)->m_sc;
-    if (pAnyException->IsKindOf(RUNTIME_CLASS(CMemoryException)))
+    }
+    if (pAnyException->IsKindOf(RUNTIME_CLASS(CMemoryException))) {
         return E_OUTOFMEMORY;
-    if (pAnyException->IsKindOf(RUNTIME_CLASS(CNotSupportedException)))
+    }
+    if (pAnyException->IsKindOf(RUNTIME_CLASS(CNotSupportedException))) {
         return E_NOTIMPL;
-    if (pAnyException->IsKindOf(RUNTIME_CLASS(CInvalidArgException)))
+    }
+    if (pAnyException->IsKindOf(RUNTIME_CLASS(CInvalidArgException))) {
         return E_INVALIDARG;
+    }
     return E_UNEXPECTED;
 }
 
@@ -40,10 +47,12 @@ void AFXAPI AfxThrowOleException(SCODE sc) {
 }
 
 void AFXAPI AfxCheckError(SCODE sc) {
-    if (SUCCEEDED(sc))
+    if (SUCCEEDED(sc)) {
         return;
-    if (sc == E_OUTOFMEMORY)
+    }
+    if (sc == E_OUTOFMEMORY) {
         AfxThrowMemoryException();
+    }
     AfxThrowOleException(sc);
 }
 
@@ -146,8 +155,9 @@ void COleVariant::Retype(VARTYPE vartype) {
 }
 
 COleVariant& COleVariant::operator=(const VARIANT& varSrc) {
-    if (static_cast<VARIANT*>(this) != &varSrc)
+    if (static_cast<VARIANT*>(this) != &varSrc) {
         AfxCheckError(::VariantCopy(this, const_cast<VARIANT*>(&varSrc)));
+    }
     return *this;
 }
 
@@ -227,8 +237,9 @@ COleVariant& COleVariant::operator=(double dblSrc) {
 void COleVariant::SetString(LPCTSTR lpszSrc, VARTYPE vtSrc) {
     BSTR bstr = NULL;
     if (vtSrc == VT_BSTR) {
-        if (lpszSrc != NULL)
+        if (lpszSrc != NULL) {
             bstr = ::SysAllocString(lpszSrc);
+        }
     } else if (vtSrc == VT_BSTRT) {
         if (lpszSrc != NULL) {
             const CStringA strNarrow(lpszSrc);
@@ -237,8 +248,9 @@ void COleVariant::SetString(LPCTSTR lpszSrc, VARTYPE vtSrc) {
     } else {
         AfxThrowInvalidArgException();
     }
-    if (lpszSrc != NULL && bstr == NULL)
+    if (lpszSrc != NULL && bstr == NULL) {
         AfxThrowMemoryException();
+    }
     Clear(); // only now: the text may have been this variant's own
     vt = VT_BSTR;
     bstrVal = bstr;
@@ -247,10 +259,12 @@ void COleVariant::SetString(LPCTSTR lpszSrc, VARTYPE vtSrc) {
 // ---- comparison, conversion, ownership -----------------------------------------------------------------------------
 
 BOOL COleVariant::operator==(const VARIANT& varSrc) const {
-    if (static_cast<const VARIANT*>(this) == &varSrc)
+    if (static_cast<const VARIANT*>(this) == &varSrc) {
         return TRUE;
-    if (vt != varSrc.vt)
+    }
+    if (vt != varSrc.vt) {
         return FALSE;
+    }
     switch (vt) {
     case VT_EMPTY:
     case VT_NULL:
@@ -302,17 +316,20 @@ void COleVariant::Clear() {
 }
 
 void COleVariant::ChangeType(VARTYPE vartype, LPVARIANT pSrc) {
-    if (pSrc == NULL)
+    if (pSrc == NULL) {
         pSrc = this;
-    if (pSrc->vt != vartype)
+    }
+    if (pSrc->vt != vartype) {
         AfxCheckError(::VariantChangeType(this, pSrc, 0, vartype));
-    else if (pSrc != static_cast<VARIANT*>(this))
+    } else if (pSrc != static_cast<VARIANT*>(this)) {
         AfxCheckError(::VariantCopy(this, pSrc));
+    }
 }
 
 void COleVariant::Attach(VARIANT& varSrc) {
-    if (static_cast<VARIANT*>(this) == &varSrc)
+    if (static_cast<VARIANT*>(this) == &varSrc) {
         return;
+    }
     Clear();
     memcpy(static_cast<VARIANT*>(this), &varSrc, sizeof(VARIANT));
     varSrc.vt = VT_EMPTY;

@@ -48,8 +48,8 @@ static LRESULT ReportException(CException* e, const MSG& message) {
 }
 
 LRESULT AfxReportCaught(const MSG& message) {
-    // The report itself may throw, for want of memory or in a host's message box; nobody is left then who could be
-    // told.
+    // The report itself may throw, for lack of memory or in a host's message box; then there is nothing left that could
+    // report it.
     try {
         try {
             throw;
@@ -74,13 +74,14 @@ namespace {
 
 LRESULT CALLBACK CreateHook(int code, WPARAM wParam, LPARAM lParam) {
     AfxThreadState& state = AfxState();
-    if (code != HCBT_CREATEWND || state.created == nullptr)
+    if (code != HCBT_CREATEWND || state.created == nullptr) {
         return ::CallNextHookEx(state.createHook, code, wParam, lParam);
+    }
     const HWND window = reinterpret_cast<HWND>(wParam);
-    // Input methods put windows of their own in between.
+    // Input methods create windows of their own in between.
     if ((::GetClassLongPtr(window, GCL_STYLE) & CS_IME) == 0) {
         CWnd* object = state.created;
-        // Windows' own frames lie between here and the caller: nothing may be thrown through them.
+        // Stack frames of Windows are between here and the caller: nothing may be thrown through them.
         try {
             object->Attach(window);
         } catch (...) {
@@ -94,8 +95,9 @@ LRESULT CALLBACK CreateHook(int code, WPARAM wParam, LPARAM lParam) {
         }
         const auto old = reinterpret_cast<WNDPROC>(
             ::SetWindowLongPtr(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
-        if (old != &AfxWndProc)
+        if (old != &AfxWndProc) {
             *object->GetSuperWndProcAddr() = old;
+        }
     }
     return ::CallNextHookEx(state.createHook, code, wParam, lParam);
 }
@@ -104,10 +106,12 @@ LRESULT CALLBACK CreateHook(int code, WPARAM wParam, LPARAM lParam) {
 
 void AfxHookWindowCreate(CWnd* pWnd) {
     AfxThreadState& state = AfxState();
-    if (state.createHook == nullptr)
+    if (state.createHook == nullptr) {
         state.createHook = ::SetWindowsHookEx(WH_CBT, CreateHook, nullptr, ::GetCurrentThreadId());
-    if (state.createHook == nullptr)
+    }
+    if (state.createHook == nullptr) {
         AfxThrowMemoryException();
+    }
     state.created = pWnd;
 }
 
@@ -126,27 +130,33 @@ BOOL AfxUnhookWindowCreate() {
 
 CWnd::CWnd() : CWnd(nullptr) {}
 
-CWnd::CWnd(HWND hWnd) : m_hWnd(hWnd), m_pfnSuper(nullptr), m_hWndOwner(nullptr), m_nModalResult(0), m_nFlags(0) {}
+CWnd::CWnd(HWND hWnd) : CWndOps(hWnd), m_pfnSuper(nullptr), m_hWndOwner(nullptr), m_nModalResult(0), m_nFlags(0) {}
 
 CWnd::~CWnd() {
-    if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd))
+    if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd)) {
         CWnd::DestroyWindow();
-    // The object goes although the window could not be made away with, by another thread's window for one.
-    if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd))
+    }
+    // The object is destroyed although its window could not be, for example because it belongs to another thread.
+    if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd)) {
         Detach();
-    if (AfxThreadState* state = AfxStateIfAny())
-        if (state->created == this)
+    }
+    if (AfxThreadState* state = AfxStateIfAny()) {
+        if (state->created == this) {
             state->created = nullptr;
+        }
+    }
 }
 
 // --- handles -----------------------------------------------------------------------------------------------------
 
 CWnd* PASCAL CWnd::FromHandle(HWND hWnd) {
-    if (hWnd == nullptr)
+    if (hWnd == nullptr) {
         return nullptr;
+    }
     HandleMap<CWnd>& map = AfxState().windows;
-    if (auto* entry = map.Find(hWnd))
+    if (auto* entry = map.Find(hWnd)) {
         return entry->object;
+    }
     CWnd* object = map.SetTemporary(hWnd, std::make_unique<CWnd>());
     object->m_hWnd = hWnd;
     return object;
@@ -167,26 +177,30 @@ BOOL CWnd::Attach(HWND hWndNew) {
 HWND CWnd::Detach() {
     const HWND window = m_hWnd;
     m_hWnd = nullptr;
-    if (window != nullptr)
-        if (AfxThreadState* state = AfxStateIfAny())
+    if (window != nullptr) {
+        if (AfxThreadState* state = AfxStateIfAny()) {
             state->windows.Remove(window, this);
+        }
+    }
     return window;
 }
 
 // --- creation ----------------------------------------------------------------------------------------------------
 
 BOOL CWnd::PreCreateWindow(CREATESTRUCT& cs) {
-    if (cs.lpszClass != nullptr)
+    if (cs.lpszClass != nullptr) {
         return TRUE;
-    // No device context of its own: what a handler sets in one is gone with that context.
+    }
+    // No device context of its own: what a handler sets in one is lost with that context.
     WNDCLASS wc = {};
     wc.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
     wc.lpfnWndProc = ::DefWindowProc;
     wc.hInstance = AfxGetInstanceHandle();
     wc.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
     wc.lpszClassName = kDefaultClass;
-    if (!AfxRegisterClass(&wc))
+    if (!AfxRegisterClass(&wc)) {
         return FALSE;
+    }
     cs.lpszClass = kDefaultClass;
     return TRUE;
 }
@@ -220,28 +234,32 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowNa
     cs.hInstance = AfxGetInstanceHandle();
     cs.lpCreateParams = lpParam;
     if (m_hWnd != nullptr || !PreCreateWindow(cs)) {
-        if (m_hWnd == nullptr)
+        if (m_hWnd == nullptr) {
             PostNcDestroy();
+        }
         return FALSE;
     }
     AfxHookWindowCreate(this);
     const HWND window = ::CreateWindowEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), cs.x,
                                          cs.y, cs.cx, cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams);
-    // Windows refused before the object was tied to anything: it still gets its last call.
-    if (!AfxUnhookWindowCreate())
+    // Windows refused before the object was attached: it still gets its last call, PostNcDestroy.
+    if (!AfxUnhookWindowCreate()) {
         PostNcDestroy();
+    }
     return window != nullptr;
 }
 
 BOOL CWnd::DestroyWindow() {
-    if (m_hWnd == nullptr)
+    if (m_hWnd == nullptr) {
         return FALSE;
+    }
     const HWND window = m_hWnd;
     const bool permanent = FromHandlePermanent(window) == this;
     const BOOL done = ::DestroyWindow(window);
-    // The object may be gone by now. A window that is not subclassed sends it no last message.
-    if (done && (!permanent || FromHandlePermanent(window) == this))
+    // The object may have been freed. A window that is not subclassed sends it no last message.
+    if (done && (!permanent || FromHandlePermanent(window) == this)) {
         Detach();
+    }
     return done;
 }
 
@@ -258,15 +276,17 @@ LPCTSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbr
     wc.hCursor = hCursor;
     wc.hbrBackground = hbrBackground;
     wc.lpszClassName = name;
-    if (!AfxRegisterClass(&wc))
+    if (!AfxRegisterClass(&wc)) {
         AfxThrowResourceException();
+    }
     return name;
 }
 
 BOOL AFXAPI AfxRegisterClass(WNDCLASS* lpWndClass) {
     WNDCLASS known;
-    if (::GetClassInfo(lpWndClass->hInstance, lpWndClass->lpszClassName, &known))
+    if (::GetClassInfo(lpWndClass->hInstance, lpWndClass->lpszClassName, &known)) {
         return TRUE;
+    }
     return ::RegisterClass(lpWndClass) != 0;
 }
 
@@ -279,13 +299,15 @@ WNDPROC* CWnd::GetSuperWndProcAddr() {
 void CWnd::PreSubclassWindow() {}
 
 BOOL CWnd::SubclassWindow(HWND hWnd) {
-    if (!Attach(hWnd))
+    if (!Attach(hWnd)) {
         return FALSE;
+    }
     PreSubclassWindow();
     const auto old =
         reinterpret_cast<WNDPROC>(::SetWindowLongPtr(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
-    if (old != &AfxWndProc)
+    if (old != &AfxWndProc) {
         *GetSuperWndProcAddr() = old;
+    }
     return TRUE;
 }
 
@@ -297,8 +319,9 @@ BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent) {
 HWND CWnd::UnsubclassWindow() {
     if (m_hWnd != nullptr) {
         WNDPROC* super = GetSuperWndProcAddr();
-        if (*super != nullptr)
+        if (*super != nullptr) {
             ::SetWindowLongPtr(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(*super));
+        }
         *super = nullptr;
     }
     return Detach();
@@ -308,8 +331,9 @@ HWND CWnd::UnsubclassWindow() {
 
 LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam) {
     CWnd* object = CWnd::FromHandlePermanent(hWnd);
-    if (object == nullptr || object->m_hWnd != hWnd)
+    if (object == nullptr || object->m_hWnd != hWnd) {
         return ::DefWindowProc(hWnd, nMsg, wParam, lParam);
+    }
     return AfxCallWndProc(object, hWnd, nMsg, wParam, lParam);
 }
 
@@ -320,7 +344,7 @@ LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, L
     message.wParam = wParam;
     message.lParam = lParam;
     const MessageScope scope(AfxState(), message);
-    // Windows' own frames lie between here and the caller: nothing may be thrown through them.
+    // Stack frames of Windows are between here and the caller: nothing may be thrown through them.
     try {
         return pWnd->WindowProc(nMsg, wParam, lParam);
     } catch (...) {
@@ -330,15 +354,17 @@ LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, L
 
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
-    if (OnWndMsg(message, wParam, lParam, &result))
+    if (OnWndMsg(message, wParam, lParam, &result)) {
         return result;
+    }
     return DefWindowProc(message, wParam, lParam);
 }
 
 LRESULT CWnd::DefWindowProc(UINT nMsg, WPARAM wParam, LPARAM lParam) {
     const WNDPROC super = *GetSuperWndProcAddr();
-    if (super != nullptr)
+    if (super != nullptr) {
         return ::CallWindowProc(super, m_hWnd, nMsg, wParam, lParam);
+    }
     return ::DefWindowProc(m_hWnd, nMsg, wParam, lParam);
 }
 
@@ -365,13 +391,15 @@ void CWnd::OnNcDestroy() {
     const HWND window = m_hWnd;
     const LONG_PTR before = ::GetWindowLongPtr(window, GWLP_WNDPROC);
     Default();
-    // Gives the window its own procedure back, unless somebody has subclassed it in between.
-    if (::GetWindowLongPtr(window, GWLP_WNDPROC) == before && *GetSuperWndProcAddr() != nullptr)
+    // Gives the window its own procedure back, unless other code has subclassed it in between.
+    if (::GetWindowLongPtr(window, GWLP_WNDPROC) == before && *GetSuperWndProcAddr() != nullptr) {
         ::SetWindowLongPtr(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(*GetSuperWndProcAddr()));
+    }
     m_pfnSuper = nullptr;
     m_hWndOwner = nullptr;
     Detach();
-    // A modal window that is destroyed, with its owner for one, has no answer any more.
+    // Compatibility 109: a modal dialog that is destroyed with its owner gives `IDABORT`.
+    // A modal window that is destroyed, for example with its owner, gets no other result.
     if ((m_nFlags & (WF_MODALLOOP | WF_CONTINUEMODAL)) == (WF_MODALLOOP | WF_CONTINUEMODAL)) {
         EndModalLoop(IDABORT);
     }
@@ -395,10 +423,12 @@ BOOL CWnd::PreTranslateInput(LPMSG lpMsg) {
 BOOL PASCAL CWnd::WalkPreTranslateTree(HWND hWndStop, MSG* pMsg) {
     for (HWND window = pMsg->hwnd; window != nullptr; window = ::GetParent(window)) {
         CWnd* object = FromHandlePermanent(window);
-        if (object != nullptr && object->PreTranslateMessage(pMsg))
+        if (object != nullptr && object->PreTranslateMessage(pMsg)) {
             return TRUE;
-        if (window == hWndStop)
+        }
+        if (window == hWndStop) {
             break;
+        }
     }
     return FALSE;
 }

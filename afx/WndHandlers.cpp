@@ -1,4 +1,4 @@
-// CWnd's own message handlers: default processing, and controls' messages handed back to the controls.
+// CWnd's own message handlers: default processing, and controls' messages sent back to the controls.
 // Layer 1: afx.
 #include "HandleMap.h"
 
@@ -104,32 +104,37 @@ void CWnd::OnNcCalcSize(BOOL, NCCALCSIZE_PARAMS*) {
 
 HBRUSH CWnd::OnCtlColor(CDC*, CWnd* pWnd, UINT) {
     LRESULT result = 0;
-    if (pWnd != nullptr && ReflectLastMsg(pWnd->m_hWnd, &result))
+    if (pWnd != nullptr && ReflectLastMsg(pWnd->m_hWnd, &result)) {
         return reinterpret_cast<HBRUSH>(result);
+    }
     return reinterpret_cast<HBRUSH>(Default());
 }
 
 void CWnd::OnDrawItem(int, LPDRAWITEMSTRUCT lpDrawItemStruct) {
-    if (lpDrawItemStruct->CtlType != ODT_MENU && ReflectLastMsg(lpDrawItemStruct->hwndItem))
+    if (lpDrawItemStruct->CtlType != ODT_MENU && ReflectLastMsg(lpDrawItemStruct->hwndItem)) {
         return;
+    }
     Default();
 }
 
 void CWnd::OnMeasureItem(int nIDCtl, LPMEASUREITEMSTRUCT lpMeasureItemStruct) {
-    if (lpMeasureItemStruct->CtlType != ODT_MENU && ReflectLastMsg(::GetDlgItem(m_hWnd, nIDCtl)))
+    if (lpMeasureItemStruct->CtlType != ODT_MENU && ReflectLastMsg(::GetDlgItem(m_hWnd, nIDCtl))) {
         return;
+    }
     Default();
 }
 
 void CWnd::OnDeleteItem(int, LPDELETEITEMSTRUCT lpDeleteItemStruct) {
-    if (!ReflectLastMsg(lpDeleteItemStruct->hwndItem))
+    if (!ReflectLastMsg(lpDeleteItemStruct->hwndItem)) {
         Default();
+    }
 }
 
 int CWnd::OnCompareItem(int, LPCOMPAREITEMSTRUCT lpCompareItemStruct) {
     LRESULT result = 0;
-    if (ReflectLastMsg(lpCompareItemStruct->hwndItem, &result))
+    if (ReflectLastMsg(lpCompareItemStruct->hwndItem, &result)) {
         return static_cast<int>(result);
+    }
     return static_cast<int>(Default());
 }
 
@@ -237,14 +242,16 @@ void CWnd::OnTimer(UINT_PTR) {
 }
 
 void CWnd::OnHScroll(UINT, UINT, CScrollBar* pScrollBar) {
-    if (pScrollBar != nullptr && ReflectLastMsg(pScrollBar->m_hWnd))
+    if (pScrollBar != nullptr && ReflectLastMsg(pScrollBar->m_hWnd)) {
         return;
+    }
     Default();
 }
 
 void CWnd::OnVScroll(UINT, UINT, CScrollBar* pScrollBar) {
-    if (pScrollBar != nullptr && ReflectLastMsg(pScrollBar->m_hWnd))
+    if (pScrollBar != nullptr && ReflectLastMsg(pScrollBar->m_hWnd)) {
         return;
+    }
     Default();
 }
 

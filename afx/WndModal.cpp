@@ -19,17 +19,21 @@ int CWnd::RunModalLoop(DWORD dwFlags) {
                 UpdateWindow();
                 show = false;
             }
-            if ((dwFlags & MLF_NOIDLEMSG) == 0 && parent != nullptr && idleCount == 0)
+            if ((dwFlags & MLF_NOIDLEMSG) == 0 && parent != nullptr && idleCount == 0) {
                 ::SendMessage(parent, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(m_hWnd));
-            if ((dwFlags & MLF_NOKICKIDLE) != 0 || SendMessage(WM_KICKIDLE, MSGF_DIALOGBOX, idleCount++) == 0)
+            }
+            if ((dwFlags & MLF_NOKICKIDLE) != 0 || SendMessage(WM_KICKIDLE, MSGF_DIALOGBOX, idleCount++) == 0) {
                 idle = false;
-            if (!ContinueModal())
+            }
+            if (!ContinueModal()) {
                 break;
+            }
         }
-        if (!ContinueModal())
+        if (!ContinueModal()) {
             break;
+        }
         if (!AfxPumpMessage()) {
-            // The program ends: the outer loops must see it too, with its exit code.
+            // The program ends: the outer loops must get WM_QUIT too, with its exit code.
             AfxPostQuitMessage(AfxState().exitCode);
             m_nFlags &= ~static_cast<UINT>(WF_MODALLOOP | WF_CONTINUEMODAL);
             return -1;
@@ -79,7 +83,7 @@ BOOL CWnd::UpdateData(BOOL bSaveAndValidate) {
         DoDataExchange(&exchange);
         return TRUE;
     } catch (CUserException* e) {
-        e->Delete(); // the user has been told
+        e->Delete(); // the user has been informed
     } catch (CException* e) {
         const AFX_EXCEPTION_LINK owned(e);
         e->ReportError(MB_ICONEXCLAMATION, AFX_IDP_INTERNAL_FAILURE);
@@ -110,8 +114,9 @@ void CWnd::UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler) {
 
 INT_PTR CWnd::OnToolHitTest(CPoint point, TOOLINFO* pTI) const {
     const HWND child = ::ChildWindowFromPoint(m_hWnd, point);
-    if (child == nullptr || child == m_hWnd)
+    if (child == nullptr || child == m_hWnd) {
         return -1;
+    }
     if (pTI != nullptr && pTI->cbSize >= TTTOOLINFO_V1_SIZE) {
         pTI->hwnd = m_hWnd;
         pTI->uId = reinterpret_cast<UINT_PTR>(child);

@@ -1,5 +1,5 @@
 // What every header of the layer needs first: Windows, the export macro of nrafx.dll and the calling conventions.
-// Layer 1: afx (knows Win32 only).
+// Layer 1: afx (uses Win32 only).
 #pragma once
 
 #if !defined(UNICODE) || !defined(_UNICODE)
@@ -24,7 +24,7 @@
 #define AFX_CLASS_EXPORT __declspec(dllexport)
 #define AFX_CLASS_IMPORT __declspec(dllimport)
 
-// An extension module builds with _AFXEXT and marks what it hands out with these two.
+// An extension module builds with _AFXEXT and marks what it exports with these two.
 #ifdef _AFXEXT
 #define AFX_EXT_CLASS AFX_CLASS_EXPORT
 #define AFX_EXT_API AFX_CLASS_EXPORT

@@ -70,7 +70,7 @@ private:
     TCHAR m_szExeName[MAX_PATH];
 };
 
-// Tells the layer the arguments of WinMain. A null command line is taken from the process.
+// Gives the layer the arguments of WinMain. A null command line is taken from the process.
 NRAFX_API BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPTSTR lpCmdLine, int nCmdShow);
 // The body of a host's WinMain: AfxWinInit, InitApplication, InitInstance, Run.
 NRAFX_API int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPTSTR lpCmdLine, int nCmdShow);

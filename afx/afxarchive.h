@@ -18,12 +18,12 @@ class CDocument;
 #define nMaxMapCount ((DWORD)0x3FFFFFFE)
 
 // The wrong direction, a stream that ends early (the value then stays as it was) or holds what it must not, and objects
-// more than a thousand deep raise CArchiveException; failures of the file beneath come through as they are.
+// more than a thousand deep raise CArchiveException; failures of the file are passed on unchanged.
 class NRAFX_API CArchive {
 public:
     enum Mode { store = 0, load = 1, bNoFlushOnDelete = 2, bNoByteSwap = 4 };
 
-    // The file and a given buffer stay the caller's. A buffer below 128 bytes is replaced by one of 128.
+    // The file and a given buffer still belong to the caller. A buffer below 128 bytes is replaced by one of 128.
     CArchive(CFile* pFile, UINT nMode, int nBufSize = 4096, void* lpBuf = NULL);
     // Closes unless bNoFlushOnDelete is set. May raise, unless an exception is already under way.
     ~CArchive() noexcept(false);
@@ -45,7 +45,7 @@ public:
     void Write(const void* lpBuf, UINT nMax);
     void Flush(); // loading: gives unread bytes back to the file
     void Close();
-    void Abort(); // lets go of the file without writing what is left
+    void Abort(); // detaches from the file without writing what is left
 
     LPTSTR ReadString(LPTSTR lpsz, UINT nMax); // one line without its end, NULL at the end of the data
     BOOL ReadString(CString& rString);
@@ -55,7 +55,8 @@ public:
 
     CObject* ReadObject(const CRuntimeClass* pClass); // owned by the caller; NULL accepts every class
     void WriteObject(const CObject* pOb);
-    void MapObject(const CObject* pOb); // gives an object that is streamed by hand its number
+    void
+    MapObject(const CObject* pOb); // gives a number to an object that is streamed without ReadObject and WriteObject
     void WriteClass(const CRuntimeClass* pClassRef);
     CRuntimeClass* ReadClass(const CRuntimeClass* pClassRefRequested = NULL, UINT* pSchema = NULL,
                              DWORD* pObTag = NULL);

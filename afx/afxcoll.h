@@ -30,7 +30,7 @@ public:
     void Serialize(CArchive& ar) override;
 };
 
-// Refers to its objects; whoever loads it from a stream owns them.
+// Refers to its objects; code that loads it from a stream owns them.
 class NRAFX_API CObArray : public CArray<CObject*, CObject*> {
     DECLARE_SERIAL(CObArray)
 public:

@@ -1,4 +1,4 @@
-// COleVariant: a VARIANT that owns its text and says by exception when a conversion fails.
+// COleVariant: a VARIANT that owns its text and raises an exception when a conversion fails.
 // Classes: COleException, COleVariant.
 // Layer 1: afx.
 #pragma once
@@ -13,13 +13,13 @@ class NRAFX_API COleException : public CException {
 public:
     COleException();
     BOOL GetErrorMessage(LPTSTR lpszError, UINT nMaxError, PUINT pnHelpContext = NULL) const override;
-    static SCODE PASCAL Process(const CException* pAnyException); // the status code that stands for an exception
+    static SCODE PASCAL Process(const CException* pAnyException); // the status code of an exception
 
     SCODE m_sc;
 };
 
 [[noreturn]] NRAFX_API void AFXAPI AfxThrowOleException(SCODE sc);
-NRAFX_API void AFXAPI AfxCheckError(SCODE sc); // raises what a failing code stands for
+NRAFX_API void AFXAPI AfxCheckError(SCODE sc); // raises the exception of a failing code
 
 // An assignment of a short or a long keeps the type of a variant that already is a BOOL (or an error, for a long).
 class NRAFX_API COleVariant : public tagVARIANT {

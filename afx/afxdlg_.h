@@ -71,7 +71,7 @@ public:
     virtual BOOL CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr,
                                 void* lpDialogInit = nullptr);
     // Modal. The argument of EndDialog; -1 when the template is missing or the dialog could not be made, IDABORT when
-    // it was destroyed without EndDialog, with its owner for one.
+    // it was destroyed without EndDialog, for example with its owner.
     virtual INT_PTR DoModal();
     BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
 

@@ -20,7 +20,8 @@ class NRAFX_API CFileDialog : public CCommonDialog {
     DECLARE_DYNAMIC(CFileDialog)
 public:
     // lpszFilter: pairs of a name and a pattern, each ended by '|', with a second '|' at the end. dwSize and
-    // bVistaStyle choose among looks of the dialog on later Windows; this layer shows one look whatever they say.
+    // bVistaStyle choose among looks of the dialog on later Windows; this layer shows one look whatever their values
+    // are.
     explicit CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt = nullptr, LPCTSTR lpszFileName = nullptr,
                          DWORD dwFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, LPCTSTR lpszFilter = nullptr,
                          CWnd* pParentWnd = nullptr, DWORD dwSize = 0, BOOL bVistaStyle = TRUE);

@@ -22,7 +22,8 @@ public:
 
     // --- life
     virtual BOOL OnNewDocument();
-    // Through Serialize. A failure is reported, empties the document and gives FALSE; a foreign exception goes on then.
+    // Through Serialize. A failure is reported, empties the document and gives FALSE; a foreign exception is passed on
+    // after that.
     virtual BOOL OnOpenDocument(LPCTSTR lpszPathName);
     // Saves through Serialize into a temporary file beside the target, which takes the target's place only when all of
     // it is written. Gives FALSE, with the target as it was, when anything failed: also when Serialize ended the
@@ -33,10 +34,10 @@ public:
     virtual void DeleteContents();  // empties the document for reuse; nothing here
     virtual BOOL SaveModified();    // asks to save; FALSE: don't go on
     virtual void PreCloseFrame() {}
-    // Shows why a load or save failed. User exceptions have told it already.
+    // Shows why a load or save failed. For user exceptions that has been shown already.
     virtual void ReportSaveLoadException(LPCTSTR lpszPathName, CException* e, BOOL bSaving, UINT nIDPDefault);
 
-    // The file that a load or save goes through; null and *pError set when it can't be had. For modeWrite or
+    // The file of a load or save; null and *pError set when it can't be had. For modeWrite or
     // modeReadWrite together with modeCreate it is one that replaces the target when closed.
     virtual CFile* GetFile(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError);
     virtual void ReleaseFile(CFile* pFile, BOOL bAbort);

@@ -10,7 +10,7 @@ class CObject;
 
 class NRAFX_API CDumpContext {
 public:
-    // The file must outlive the context; NULL: the debugger's output.
+    // The file must exist as long as the context; NULL: the debugger's output.
     explicit CDumpContext(CFile* pFile = NULL);
     CDumpContext(const CDumpContext&) = delete;
     CDumpContext& operator=(const CDumpContext&) = delete;
@@ -22,7 +22,7 @@ public:
     void SetDepth(int nNewDepth) { m_nDepth = nNewDepth; }
     void Flush();
 
-    // Text goes into a file in the system's code page. Throws CFileException.
+    // Text is written to a file in the system's code page. Throws CFileException.
     CDumpContext& operator<<(LPCTSTR lpsz);
     CDumpContext& operator<<(const void* lp);     // the address in hexadecimal digits after a $
     CDumpContext& operator<<(const CObject* pOb); // its Dump; "NULL" for none

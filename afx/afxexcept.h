@@ -1,5 +1,5 @@
-// The exception family. Exceptions are thrown as pointers; who catches one calls Delete() on it, or lets the CATCH
-// macros do it.
+// The exception family. Exceptions are thrown as pointers; code that catches one calls Delete() on it, or lets the
+// CATCH macros do it.
 // Classes: CException, CSimpleException, CArchiveException, CFileException.
 // Layer 1: afx.
 #pragma once
@@ -61,7 +61,7 @@ public:
         endOfFile, // the data ended too early
         writeOnly, // tried to read from an archive that stores
         badIndex,  // an object or class number that the stream never gave out
-        badClass,  // an unknown class, or one of another kind than asked for
+        badClass,  // an unknown class, or one of another kind than requested
         badSchema  // a version of a class that its code can't read
     };
     explicit CArchiveException(int cause = CArchiveException::none, LPCTSTR lpszArchiveName = NULL);
@@ -117,8 +117,9 @@ NRAFX_API void AFXAPI AfxAbort();
 struct AFX_EXCEPTION_LINK {
     explicit AFX_EXCEPTION_LINK(CException* pException) : m_pException(pException) {}
     ~AFX_EXCEPTION_LINK() {
-        if (m_pException != NULL)
+        if (m_pException != NULL) {
             m_pException->Delete();
+        }
     }
     AFX_EXCEPTION_LINK(const AFX_EXCEPTION_LINK&) = delete;
     AFX_EXCEPTION_LINK& operator=(const AFX_EXCEPTION_LINK&) = delete;

@@ -1,4 +1,4 @@
-// What extension modules and windows made from outside need besides afxwin.h.
+// What extension modules and windows made by other code need besides afxwin.h.
 // Classes: CCreateContext.
 // Layer 1: afx.
 #pragma once

@@ -101,7 +101,8 @@ public:
     // Works on the caller's block without copying it. nGrowBytes 0: the block is the file's content and stays the
     // caller's. Else the file starts empty, and the block must come from malloc, since it may be moved.
     void Attach(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes = 0);
-    BYTE* Detach(); // hands the block over, to be freed with free(); the file is empty, and a new block its own
+    BYTE*
+    Detach(); // gives the block to the caller, who frees it with free(); the file is empty and owns its next block
 
     CFile* Duplicate() const override;
     void Close() override;

@@ -23,8 +23,8 @@ public:
     BOOL operator==(const CGdiObject& obj) const { return m_hObject == obj.m_hObject; }
     BOOL operator!=(const CGdiObject& obj) const { return m_hObject != obj.m_hObject; }
 
-    // The object that owns the handle, or a temporary one that lives until the thread is next idle. Where it is never
-    // idle, a temporary object stands for another handle some time after its own was freed.
+    // The object that owns the handle, or a temporary one that exists until the thread is next idle. Where it is never
+    // idle, a temporary object is used for another handle some time after its own was freed.
     static CGdiObject* PASCAL FromHandle(HGDIOBJ hObject);
     static void PASCAL DeleteTempMap();
 

@@ -25,7 +25,7 @@ struct NRAFX_API CRuntimeClass {
     BOOL IsDerivedFrom(const CRuntimeClass* pBaseClass) const;
 
     // Finds classes made known by IMPLEMENT_SERIAL: those of the program, of this layer, and of each extension
-    // module while a CDynLinkLibrary stands for it. NULL for an unknown name.
+    // module while it has a CDynLinkLibrary. NULL for an unknown name.
     static CRuntimeClass* PASCAL FromName(LPCSTR lpszClassName);
     static CRuntimeClass* PASCAL FromName(LPCWSTR lpszClassName);
     static CObject* PASCAL CreateObject(LPCSTR lpszClassName);
@@ -36,7 +36,7 @@ struct NRAFX_API CRuntimeClass {
     static CRuntimeClass* PASCAL Load(CArchive& ar, UINT* pwSchemaNum);
 };
 
-// Enters a class into its module's list of streamable classes and takes it out when the module goes.
+// Enters a class into its module's list of streamable classes and takes it out when the module is unloaded.
 struct NRAFX_API AFX_CLASSINIT {
     explicit AFX_CLASSINIT(CRuntimeClass* pNewClass);
     ~AFX_CLASSINIT();
@@ -138,5 +138,5 @@ public:                                                                         
     IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, wSchema, &class_name::CreateObject)                            \
     static AFX_CLASSINIT _init_##class_name(RUNTIME_CLASS(class_name));
 
-// CArchive::ReadObject for headers that don't know CArchive yet.
+// CArchive::ReadObject for headers in which CArchive is only declared.
 NRAFX_API CObject* AFXAPI AfxReadObject(CArchive& ar, const CRuntimeClass* pClassRefRequested);

@@ -10,7 +10,7 @@ class CWinApp;
 class CWinThread;
 class CWnd;
 
-// What a module (the application, or a DLL that keeps a state of its own) tells the layer about itself.
+// The description that a module (the application, or a DLL with a state of its own) gives to the layer.
 struct AFX_MODULE_STATE {
     CWinApp* m_pCurrentWinApp = nullptr;
     HINSTANCE m_hCurrentInstanceHandle = nullptr; // null: the program's own
@@ -63,7 +63,7 @@ NRAFX_API HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID);
 NRAFX_API int AFXAPI AfxLoadString(UINT nID, LPTSTR lpszBuf, UINT nMaxBuf = 256);
 
 // --- extension modules -------------------------------------------------------------------------------------------
-// A DLL that extends the layer keeps one of these as a static and hands it to the calls below.
+// A DLL that extends the layer keeps one of these as a static and passes it to the calls below.
 struct AFX_EXTENSION_MODULE {
     BOOL bInitialized;
     HMODULE hModule;

@@ -28,7 +28,7 @@ protected:
     friend class CWnd;
 };
 
-// The hourglass for as long as the object lives.
+// The hourglass for as long as the object exists.
 class NRAFX_API CWaitCursor {
 public:
     CWaitCursor();
@@ -50,7 +50,7 @@ public:
 
     operator HMENU() const { return m_hMenu; }
     HMENU GetSafeHmenu() const { return m_hMenu; }
-    // The object that owns the handle, or a temporary one that lives until the thread is next idle.
+    // The object that owns the handle, or a temporary one that exists until the thread is next idle.
     static CMenu* PASCAL FromHandle(HMENU hMenu);
     static CMenu* PASCAL FromHandlePermanent(HMENU hMenu);
     static void PASCAL DeleteTempMap();
@@ -104,6 +104,6 @@ public:
     virtual void SetRadio(BOOL bOn = TRUE);
     virtual void SetText(LPCTSTR lpszText);
     void ContinueRouting() { m_bContinueRouting = TRUE; }
-    // Routes the item's number through the target. With bDisableIfNoHndler an item that nobody answers goes grey.
+    // Routes the item's number through the target. With bDisableIfNoHndler an item without a handler becomes grey.
     BOOL DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 };

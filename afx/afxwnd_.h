@@ -3,17 +3,14 @@
 // Layer 1: afx.
 #pragma once
 
-#include "afxtarg_.h"
-#include "afxdc_.h"
+#include "afxwndops_.h"
+#include "afxwndproc_.h"
 #include <commctrl.h>
 #include <shellapi.h>
 
 class CScrollBar;
 class CDataExchange;
 struct CCreateContext;
-class CWnd;
-
-NRAFX_API HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd); // null for null
 
 // Flags of CWnd::RunModalLoop.
 #define MLF_NOIDLEMSG 0x0001
@@ -25,20 +22,18 @@ NRAFX_API HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd); // null for null
 #define WM_KICKIDLE 0x036A
 #endif
 
-class NRAFX_API CWnd : public CCmdTarget {
+class NRAFX_API CWnd : public CWndOps {
     DECLARE_DYNCREATE(CWnd)
 public:
     CWnd();
     explicit CWnd(HWND hWnd);
-    virtual ~CWnd(); // destroys the window if it still stands
-
-    HWND m_hWnd;
+    virtual ~CWnd(); // destroys the window if it still exists
 
     operator HWND() const { return m_hWnd; }
     BOOL operator==(const CWnd& wnd) const { return m_hWnd == wnd.m_hWnd; }
     BOOL operator!=(const CWnd& wnd) const { return m_hWnd != wnd.m_hWnd; }
     // Null also through a null pointer, as hosts use it: the answer comes from a function that takes the pointer as an
-    // argument, so that no compiler may leave the question out. Where the sanitizers of a compiler stop at each call
+    // argument, so that no compiler may remove the test. Where the sanitizers of a compiler stop at each call
     // through a null pointer, they do so at this one too.
     HWND GetSafeHwnd() const { return AfxGetSafeHwnd(this); }
     static const CWnd wndTop;
@@ -54,7 +49,7 @@ public:
     virtual BOOL CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowName, DWORD dwStyle,
                           const RECT& rect, CWnd* pParentWnd, UINT nID, LPVOID lpParam = nullptr);
     virtual BOOL DestroyWindow();
-    // The object attached to the window, or a temporary one that lives until the thread is next idle.
+    // The object attached to the window, or a temporary one that exists until the thread is next idle.
     static CWnd* PASCAL FromHandle(HWND hWnd);
     static CWnd* PASCAL FromHandlePermanent(HWND hWnd);
     static void PASCAL DeleteTempMap();
@@ -65,128 +60,9 @@ public:
     HWND UnsubclassWindow();
     virtual void PreSubclassWindow();
 
-    // --- style and kin
-    DWORD GetStyle() const;
-    DWORD GetExStyle() const;
-    BOOL ModifyStyle(DWORD dwRemove, DWORD dwAdd, UINT nFlags = 0);
-    BOOL ModifyStyleEx(DWORD dwRemove, DWORD dwAdd, UINT nFlags = 0);
-    CWnd* GetParent() const;
+    // --- owner, values of the controls
     CWnd* GetOwner() const;
     void SetOwner(CWnd* pOwnerWnd);
-    CWnd* SetParent(CWnd* pWndNewParent);
-    CWnd* GetTopLevelParent() const;
-    CWnd* GetLastActivePopup() const;
-    CWnd* GetTopWindow() const;
-    CWnd* GetWindow(UINT nCmd) const;
-    CWnd* GetDlgItem(int nID) const;
-    void GetDlgItem(int nID, HWND* phWnd) const;
-    int GetDlgCtrlID() const;
-    int SetDlgCtrlID(int nID);
-    CWnd* GetDescendantWindow(int nID, BOOL bOnlyPerm = FALSE) const;
-    CWnd* ChildWindowFromPoint(POINT point) const;
-    BOOL IsChild(const CWnd* pWnd) const;
-    static CWnd* PASCAL FindWindow(LPCTSTR lpszClassName, LPCTSTR lpszWindowName);
-    static CWnd* PASCAL WindowFromPoint(POINT point);
-    static CWnd* PASCAL GetDesktopWindow();
-    static CWnd* PASCAL GetForegroundWindow();
-
-    // --- messages to the window
-    LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-    BOOL SendNotifyMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void SendMessageToDescendants(UINT message, WPARAM wParam = 0, LPARAM lParam = 0, BOOL bDeep = TRUE,
-                                  BOOL bOnlyPerm = FALSE);
-    static const MSG* PASCAL GetCurrentMessage(); // the message being handled
-
-    // --- text and font
-    void SetWindowText(LPCTSTR lpszString);
-    int GetWindowText(LPTSTR lpszStringBuf, int nMaxCount) const;
-    void GetWindowText(CString& rString) const;
-    int GetWindowTextLength() const;
-    void SetFont(CFont* pFont, BOOL bRedraw = TRUE);
-    CFont* GetFont() const;
-    void SetIcon(HICON hIcon, BOOL bBigIcon);
-    HICON GetIcon(BOOL bBigIcon) const;
-
-    // --- place
-    void MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint = TRUE);
-    void MoveWindow(LPCRECT lpRect, BOOL bRepaint = TRUE);
-    BOOL SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags);
-    void BringWindowToTop();
-    void GetWindowRect(LPRECT lpRect) const;
-    void GetClientRect(LPRECT lpRect) const;
-    BOOL GetWindowPlacement(WINDOWPLACEMENT* lpwndpl) const;
-    BOOL SetWindowPlacement(const WINDOWPLACEMENT* lpwndpl);
-    void ClientToScreen(LPPOINT lpPoint) const;
-    void ClientToScreen(LPRECT lpRect) const;
-    void ScreenToClient(LPPOINT lpPoint) const;
-    void ScreenToClient(LPRECT lpRect) const;
-    void MapWindowPoints(CWnd* pwndTo, LPPOINT lpPoint, UINT nCount) const;
-    void MapWindowPoints(CWnd* pwndTo, LPRECT lpRect) const;
-    void CenterWindow(CWnd* pAlternateOwner = nullptr);
-    BOOL IsIconic() const;
-    BOOL IsZoomed() const;
-
-    // --- painting
-    CDC* GetDC();
-    CDC* GetWindowDC();
-    int ReleaseDC(CDC* pDC);
-    CDC* BeginPaint(LPPAINTSTRUCT lpPaint);
-    void EndPaint(LPPAINTSTRUCT lpPaint);
-    void Invalidate(BOOL bErase = TRUE);
-    void InvalidateRect(LPCRECT lpRect, BOOL bErase = TRUE);
-    void InvalidateRgn(CRgn* pRgn, BOOL bErase = TRUE);
-    void ValidateRect(LPCRECT lpRect);
-    void UpdateWindow();
-    BOOL RedrawWindow(LPCRECT lpRectUpdate = nullptr, CRgn* prgnUpdate = nullptr,
-                      UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE);
-    BOOL GetUpdateRect(LPRECT lpRect, BOOL bErase = FALSE);
-    int GetUpdateRgn(CRgn* pRgn, BOOL bErase = FALSE);
-    void SetRedraw(BOOL bRedraw = TRUE);
-    BOOL ShowWindow(int nCmdShow);
-    BOOL IsWindowVisible() const;
-    void Print(CDC* pDC, DWORD dwFlags) const;
-
-    // --- state, focus, capture, timer
-    BOOL EnableWindow(BOOL bEnable = TRUE);
-    BOOL IsWindowEnabled() const;
-    CWnd* SetActiveWindow();
-    BOOL SetForegroundWindow();
-    CWnd* SetFocus(); // gives the window that had it
-    CWnd* SetCapture();
-    static CWnd* PASCAL GetActiveWindow();
-    static CWnd* PASCAL GetFocus();
-    static CWnd* PASCAL GetCapture();
-    UINT_PTR SetTimer(UINT_PTR nIDEvent, UINT nElapse, void(CALLBACK* lpfnTimer)(HWND, UINT, UINT_PTR, DWORD));
-    BOOL KillTimer(UINT_PTR nIDEvent);
-    void DragAcceptFiles(BOOL bAccept = TRUE);
-
-    // --- scroll bars, menu, boxes
-    int GetScrollPos(int nBar) const;
-    int SetScrollPos(int nBar, int nPos, BOOL bRedraw = TRUE);
-    void GetScrollRange(int nBar, LPINT lpMinPos, LPINT lpMaxPos) const;
-    void SetScrollRange(int nBar, int nMinPos, int nMaxPos, BOOL bRedraw = TRUE);
-    BOOL GetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, UINT nMask = SIF_ALL);
-    BOOL SetScrollInfo(int nBar, LPSCROLLINFO lpScrollInfo, BOOL bRedraw = TRUE);
-    void ShowScrollBar(UINT nBar, BOOL bShow = TRUE);
-    CMenu* GetMenu() const;
-    BOOL SetMenu(CMenu* pMenu);
-    CMenu* GetSystemMenu(BOOL bRevert) const;
-    void DrawMenuBar();
-    int MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption = nullptr, UINT nType = MB_OK); // as AfxMessageBox
-
-    // --- children's values
-    void SetDlgItemText(int nID, LPCTSTR lpszString);
-    int GetDlgItemText(int nID, LPTSTR lpStr, int nMaxCount) const;
-    int GetDlgItemText(int nID, CString& rString) const;
-    void SetDlgItemInt(int nID, UINT nValue, BOOL bSigned = TRUE);
-    UINT GetDlgItemInt(int nID, BOOL* lpTrans = nullptr, BOOL bSigned = TRUE) const;
-    void CheckDlgButton(int nIDButton, UINT nCheck);
-    void CheckRadioButton(int nIDFirstButton, int nIDLastButton, int nIDCheckButton);
-    int GetCheckedRadioButton(int nIDFirstButton, int nIDLastButton) const;
-    UINT IsDlgButtonChecked(int nIDButton) const;
-    LRESULT SendDlgItemMessage(int nID, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-    CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
     // TRUE: controls to members; FALSE: members to controls. FALSE when a control's text was refused.
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
     // Asks the ON_UPDATE_COMMAND_UI handlers about every child control.
@@ -205,7 +81,7 @@ public:
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual LRESULT DefWindowProc(UINT nMsg, WPARAM wParam, LPARAM lParam);
-    // For the control that sent it, before its parent sees a message. TRUE: the parent is not asked.
+    // For the control that sent it, before its parent sees a message. TRUE: the parent does not get it.
     virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     virtual INT_PTR OnToolHitTest(CPoint point, TOOLINFO* pTI) const;
     BOOL PreTranslateInput(LPMSG lpMsg);
@@ -213,6 +89,8 @@ public:
     static BOOL PASCAL ReflectLastMsg(HWND hWndChild, LRESULT* pResult = nullptr);
     static BOOL PASCAL WalkPreTranslateTree(HWND hWndStop, MSG* pMsg);
     virtual WNDPROC* GetSuperWndProcAddr();
+
+    static const MSG* PASCAL GetCurrentMessage(); // the message being handled
 
 protected:
     LRESULT Default(); // default processing of the message being handled
@@ -307,7 +185,7 @@ protected:
     afx_msg BOOL OnCopyData(CWnd* pWnd, COPYDATASTRUCT* pCopyDataStruct);
 
     enum ModalFlags : UINT { WF_MODALLOOP = 1, WF_CONTINUEMODAL = 2 };
-    WNDPROC m_pfnSuper; // the procedure of the class behind this one; null: none but Windows' default
+    WNDPROC m_pfnSuper; // the procedure of the subclassed window class; null: only Windows' default
     HWND m_hWndOwner;
     int m_nModalResult;
     UINT m_nFlags;
@@ -317,23 +195,3 @@ protected:
     friend struct AfxWndAccess;
     DECLARE_MESSAGE_MAP()
 };
-
-// Registers a window class with the given style, cursor, brush and icon, once, and gives its name, which stays valid
-// only until the next call. Throws a resource exception when Windows refuses.
-NRAFX_API LPCTSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr,
-                                             HBRUSH hbrBackground = nullptr, HICON hIcon = nullptr);
-// Registers the class unless it is there already.
-NRAFX_API BOOL AFXAPI AfxRegisterClass(WNDCLASS* lpWndClass);
-// The window procedure that looks up the CWnd and calls it.
-NRAFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam);
-// Calls pWnd's WindowProc with the message as the current one; what a handler throws stops here.
-NRAFX_API LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam = 0, LPARAM lParam = 0);
-
-// The button that ended the box. A box without Cancel is not left by Escape or its close button, save that Escape
-// presses a lone OK. A box that ends without an answer, since the program quits, its owner is destroyed or it can't be
-// made, gives Cancel if it has it, else No, else Abort; with OK alone 0 when it could not be made.
-NRAFX_API int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
-NRAFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
-// Put texts in the place of %1 and %2.
-NRAFX_API void AFXAPI AfxFormatString1(CString& rString, UINT nIDS, LPCTSTR lpsz1);
-NRAFX_API void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCTSTR lpsz1, LPCTSTR lpsz2);

@@ -1,25 +1,12 @@
 // CString: shared, copy-on-write text of 16-bit (CStringW) or 8-bit (CStringA) characters; CString is the former. A
 // copy costs one atomic increment, an empty string no memory.
-// Classes: CStringData, CStringT.
+// Classes: CStringT.
 // Layer 1: afx.
 #pragma once
 
-#include "afxapi.h"
+#include "cstringdata_.h"
 #include <cstdarg>
 #include <type_traits>
-
-// Stands right before the characters. nRefs is -1 for the one shared empty text, which is never written to.
-struct CStringData {
-    LONG nRefs;
-    int nDataLength;  // characters, without the ending zero
-    int nAllocLength; // room for characters, without the ending zero
-};
-
-struct AFX_NIL_STRING {
-    CStringData head;
-    wchar_t nul[2];
-};
-extern NRAFX_API const AFX_NIL_STRING afxNilString;
 
 // Lengths and indices are in characters. An index outside the text raises CInvalidArgException, too little memory
 // (or a text above the limit of an int) CMemoryException. The other character width converts with the ANSI page.
@@ -189,9 +176,12 @@ private:
     CStringData* Data() const noexcept {
         return reinterpret_cast<CStringData*>(m_pszData) - 1;
     }
-    void AddRef() const noexcept;
-    void Release() noexcept;
-    static void FreeData(CStringData* pData) noexcept;
+    void AddRef() const noexcept {
+        Data()->AddRef();
+    }
+    void Release() noexcept {
+        Data()->Release();
+    }
     static T* NewData(int nAllocLength);
     static CStringT Concat(PCXSTR pchA, int nA, PCXSTR pchB, int nB);
     void Reserve(int nAllocLength, bool bExact); // own, writable buffer of at least that many characters
@@ -201,20 +191,6 @@ private:
 
     T* m_pszData; // never NULL, always ended by a zero
 };
-
-template <typename T>
-inline void CStringT<T>::AddRef() const noexcept {
-    // The shared empty text is not counted: it lies in read-only memory and all threads use it.
-    if (Data()->nRefs >= 0)
-        __atomic_fetch_add(&Data()->nRefs, 1, __ATOMIC_RELAXED);
-}
-
-template <typename T>
-inline void CStringT<T>::Release() noexcept {
-    CStringData* pData = Data();
-    if (pData->nRefs >= 0 && __atomic_fetch_sub(&pData->nRefs, 1, __ATOMIC_ACQ_REL) <= 1)
-        FreeData(pData);
-}
 
 typedef CStringT<wchar_t> CStringW;
 typedef CStringT<char> CStringA;

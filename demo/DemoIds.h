@@ -5,7 +5,7 @@
 #define IDI_DEMO 1
 #define IDR_DEMO_KEYS 2
 
-// The angle dialog that the library asks its host for; number and controls are the library's.
+// The angle dialog that the library needs from its host; number and controls are the library's.
 #define IDD_HOST_ANGLE 134
 #define IDC_HOST_ANGLE 1002
 

@@ -76,7 +76,7 @@ bool CHostFrame::OpenFile(const CString& path) {
         document->SetPathName(path, FALSE);
         document->SetModifiedFlag(FALSE);
     } else {
-        // The library has said so and kept what it could read. The name is not taken over, so that saving the
+        // The library has shown a message and kept what it could read. The name is not taken over, so that saving the
         // remains does not overwrite the file by itself.
         const bool some = document->GetDrawableObjs()->GetSize() > 0;
         document->SetPathName(L"", FALSE);
@@ -118,7 +118,7 @@ bool CHostFrame::SaveAs() {
     return true;
 }
 
-// Whether the present drawing may go: it is saved, or the user does not want it.
+// Whether the present drawing may be discarded: it is saved, or the user does not need it.
 bool CHostFrame::MayDiscard() {
     if (!m_view.GetDocument()->IsModified()) {
         return true;
@@ -163,7 +163,7 @@ void CHostFrame::OnFileExit() {
 }
 
 void CHostFrame::OnClose() {
-    m_section.SettleEdit(); // its hooks must not run while the windows go
+    m_section.SettleEdit(); // its hooks must not run while the windows are destroyed
     if (MayDiscard()) {
         m_view.GetManager()->Cancel();
         DestroyWindow();

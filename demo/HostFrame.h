@@ -17,13 +17,13 @@ public:
     ~CHostFrame() override;
 
     BOOL CreateFrame();
-    // Replaces the drawing by that of a file. Says what went wrong, and returns whether all went well.
+    // Replaces the drawing by that of a file. Shows what failed, and returns whether all succeeded.
     bool OpenFile(const CString& path);
     // Shows the parameter pane beside the drawing of its section, and puts the keyboard on its first value.
     void OpenSection();
     // From the program's idle time: status bar, title, focus.
     void UpdateShown();
-    // Counts the messages that are shown to the user: how the frame sees that a load reported a failure.
+    // Counts the messages that are shown to the user: by it the frame detects that a load reported a failure.
     void NoteMessage() { ++m_messages; }
 
 protected:
@@ -88,7 +88,7 @@ private:
     CSectionView m_section;
     CSplitBar m_split;
     std::vector<CDrawable*> m_drawn; // the section's objects in the drawing; the drawing owns them
-    bool m_drawsSection = false;     // the drawing follows the parameters: it is none of a file
+    bool m_drawsSection = false;     // the drawing follows the parameters and is not that of a file
     bool m_showSection = false;
     bool m_inSection = false; // the pane where the keyboard is, or was last
     int m_splitAt = 440;      // left edge of the bar

@@ -36,7 +36,7 @@ bool CHostFrame::MakeSectionPane() {
 
 // ---- Layout
 
-// The only place that knows where the views are.
+// The only place that positions the views.
 void CHostFrame::LayOut() {
     if (m_view.m_hWnd == nullptr) {
         return;
@@ -132,7 +132,7 @@ void CHostFrame::ShowActivePane() {
         m_inSection = inSection;
         Invalidate(FALSE);
     }
-    // An edit box that went with its command takes the focus with it.
+    // When an edit box is destroyed with its command, no window has the focus.
     if (focus == nullptr && ::GetActiveWindow() == m_hWnd) {
         SetFocus();
     }

@@ -103,7 +103,7 @@ bool CHostView::GetCursorPoint(CGePoint2d& point) {
 
 // ---- Keys and mouse
 
-// Keys come here before anybody else sees them, also those of the edit box beside the rubber band: the library shows
+// Keys come here before any other code sees them, also those of the edit box beside the rubber band: the library shows
 // and reads that box, but when a typed distance is meant is the host's business.
 BOOL CHostView::PreTranslateMessage(MSG* message) {
     const bool toEditBox = message->hwnd != m_hWnd && ::IsChild(m_hWnd, message->hwnd);
@@ -177,7 +177,7 @@ void CHostView::OnRButtonDown(UINT nFlags, CPoint point) {
         return;
     }
     CVectorView::OnRButtonDown(nFlags, point);
-    Invalidate(); // some commands leave their previews standing when they are broken off
+    Invalidate(); // some commands leave their previews on the window when they are broken off
 }
 
 void CHostView::OnMButtonDown(UINT nFlags, CPoint point) {

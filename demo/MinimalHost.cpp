@@ -14,8 +14,9 @@ public:
 
 private:
     afx_msg int OnCreate(LPCREATESTRUCT create) {
-        if (CWnd::OnCreate(create) == -1 || !m_View.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(), this, 1))
+        if (CWnd::OnCreate(create) == -1 || !m_View.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(), this, 1)) {
             return -1;
+        }
         const Gdiplus::Color red(255, 255, 0, 0);
         m_View.AddLine(CGePoint2d(0, 0), CGePoint2d(100, 50), red, L"diagonal", L"", 1, 0);
         m_View.DoCommand(L"line"); // the user draws the next one

@@ -9,7 +9,7 @@
 class CTextParm;
 class CVectorView;
 
-// The diagram is not to scale: a unit is about a pixel. Its values live in the view's document only; they are found by
+// The diagram is not to scale: a unit is about a pixel. Its values are in the view's document only; they are found by
 // their names.
 namespace SectionDiagram {
 

@@ -10,7 +10,8 @@
 
 namespace {
 
-// Longer than any value. It also keeps the matching of an expression, which goes deeper with every character, short.
+// Longer than any value. It also keeps the matching of an expression, which recurses deeper with every character,
+// short.
 const int LongestText = 40;
 
 // A real number with its sign, as the keyword asks for.
@@ -115,7 +116,7 @@ void CSectionView::OnPreEditParm(CTextParm* parm, unsigned int&, int&, CString&)
     m_reason.Empty();
     m_result.Empty();
     if (parm->GetParmType() == SectionDiagram::TypeLocked) {
-        ShowResult(parm); // the library will not open a box for it, and tell nobody
+        ShowResult(parm); // the library opens no box for it, and sends no notification
     } else {
         m_current = parm->GetParmName();
     }
@@ -182,7 +183,7 @@ void CSectionView::Walk(CTextParm* from, bool backward) {
     Open(Neighbour(from, backward));
 }
 
-// The library's own walk knows no way back, and it ends at a parameter that refuses.
+// The library's own walk has no backward direction, and it ends at a parameter that refuses.
 void CSectionView::OnEditTabDown(CTextParm* current) {
     if (m_pEditParm != nullptr) {
         BackToBox(); // the text was refused
@@ -224,7 +225,7 @@ void CSectionView::Refuse(const CString& reason) {
 }
 
 int CSectionView::OnAcceptEditData(CTextParm* parm, CString text) {
-    // What stood there before is always good, so that Escape gets out of every edit.
+    // The former text is always accepted, so that Escape ends every edit.
     const CString reason = text == parm->GetText() ? CString() : FindReason(parm, text);
     Refuse(reason);
     return reason.IsEmpty();

@@ -17,7 +17,7 @@ public:
     void SetChanged(std::function<void()> changed) { m_changed = std::move(changed); }
     const WeldedSection& GetSection() const { return m_section; }
     CString GetSectionName();
-    // The keyboard comes in: opens the box over the value that was edited last, or goes on with the one that is open.
+    // The view gets the focus by a key: opens the box over the value that was edited last, or keeps the open one.
     void Enter();
     // Ends an open edit. False when its text is refused: then the box stays open and has the focus.
     bool FinishEdit();
@@ -25,7 +25,7 @@ public:
     void SettleEdit();
     // What to do now, or why the last text was refused; for the status bar.
     CString GetHint();
-    // A click fell on a result: says in the hint what it is.
+    // After a click on a result: the hint tells what it is.
     void ShowResult(CTextParm* parm);
     bool IsRefused() const { return !m_reason.IsEmpty(); }
 

@@ -40,7 +40,7 @@ void CSplitBar::OnMouseMove(UINT, CPoint point) {
     m_moved(at.x);
 }
 
-// Three dots in the middle say that it can be taken.
+// Three dots in the middle show that it can be dragged.
 void CSplitBar::OnPaint() {
     CPaintDC dc(this);
     CRect client;

@@ -27,7 +27,7 @@ trap close_demo EXIT
 
 find_window() { timeout 10 xdotool search --onlyvisible --name 'NRVectorView' 2>/dev/null | tail -n 1; }
 
-# open_demo [FILE]: the program with its window, which lies in left, top_edge, width and height from then on.
+# open_demo [FILE]: the program with its window, whose place is in left, top_edge, width and height after that.
 open_demo() {
     close_demo
     local tries
@@ -51,7 +51,7 @@ open_demo() {
 
 picture_sum() { timeout 30 import -window root -depth 8 rgb:- 2>/dev/null | cksum; }
 
-# Until the screen stands still: the same twice in a row. A blinking caret may keep it from that, so not for long.
+# Until the screen does not change: the same twice in a row. A blinking caret may prevent that, so not for long.
 settle() {
     local tries before='' now
     for ((tries = 0; tries < 8; tries++)); do

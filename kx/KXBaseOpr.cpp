@@ -10,7 +10,7 @@ namespace {
 const size_t FirstCapacity = 1024;
 const size_t FirstSiteCapacity = 64;
 
-// Heap blocks are aligned to 16 bytes: the low bits say nothing, the multiplication spreads the others upwards.
+// Heap blocks are aligned to 16 bytes: the low bits are always 0, the multiplication spreads the others upwards.
 size_t HashAddress(uint64_t address, size_t mask) {
     return static_cast<size_t>(((address >> 4) * 0x9E3779B97F4A7C15ull) >> 32) & mask;
 }
@@ -125,7 +125,7 @@ void CKXMemoryManager::RemoveMemoryInfo(void* p, const char*, int) noexcept {
     size_t hole = FindSlot(p);
     --m_sites[m_entries[hole].site].count;
     --m_count;
-    // Entries behind the hole that would no longer be reached from their own slot move up into it.
+    // Entries after the hole that would no longer be reached from their own slot move up into it.
     for (size_t next = (hole + 1) & mask; m_entries[next].pointer != nullptr; next = (next + 1) & mask) {
         const size_t home = HashPointer(m_entries[next].pointer, mask);
         if (((next - home) & mask) >= ((next - hole) & mask)) {
@@ -192,7 +192,7 @@ bool CKXMemoryManager::GrowSites() {
 }
 
 // Index of the place, or -1 without memory. The literal's address finds it, the text confirms it: another module may
-// have been loaded where the first one lay.
+// have been loaded at the address of the first one.
 int CKXMemoryManager::FindOrAddSite(const char* file, int line) {
     if (static_cast<size_t>(m_siteCount + 1) * 2 > m_siteCapacity && !GrowSites()) {
         return -1;

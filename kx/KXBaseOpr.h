@@ -1,5 +1,5 @@
 // The helper library's basics: the memory registry that traces leaks, and the named stopwatch.
-// Layer 2: kx (stands on afx).
+// Layer 2: kx (uses afx).
 #pragma once
 
 #include <afxwin.h>
@@ -11,7 +11,7 @@
 #define NRKX_API __declspec(dllimport)
 #endif
 
-// The live blocks that were registered at one place of the sources.
+// The blocks in use that were registered at one place of the sources.
 struct CKXMemorySite {
     CString file;
     int line = 0;
@@ -23,26 +23,26 @@ struct CKXMemorySite {
 // counted. One thread, that of the window; no lock.
 class NRKX_API CKXMemoryManager {
 public:
-    // Lives until the process ends, also while other modules are being unloaded.
+    // Exists until the process ends, also while other modules are being unloaded.
     static CKXMemoryManager* Instance();
 
-    // p was allocated at file:line. Null is ignored. A pointer that is listed already was freed behind the registry's
-    // back and handed out anew: the new place replaces the old one.
+    // p was allocated at file:line. Null is ignored. A pointer that is listed already was freed without being
+    // removed and given out anew: the new place replaces the old one.
     void AddMemoryInfo(void* p, const char* file, int line) noexcept;
 
     // p is about to be freed at file:line. Null is ignored, a pointer that is not listed counts as unknown.
     void RemoveMemoryInfo(void* p, const char* file, int line) noexcept;
 
-    // Blocks alive now. Compare two readings to see whether a piece of work leaks.
+    // Blocks in use now. Compare two readings to see whether a piece of work leaks.
     int GetCount() const { return m_count; }
 
-    // Whether p is alive.
+    // Whether p is listed.
     int IsKnown(const void* p) const;
 
     // How often a pointer was removed that was not listed: a deregistration without its registration, or a second one.
     int GetUnknownCount() const { return m_unknown; }
 
-    // The places with live blocks, by file and then by line. Returns how many there are.
+    // The places with blocks in use, by file and then by line. Returns how many there are.
     int GetSites(CArray<CKXMemorySite, CKXMemorySite&>& sites) const;
 
     // The same as text: a head line with the total, then one line "file(line): count" for each place.
@@ -84,7 +84,7 @@ private:
 };
 
 // Stopwatch for the life of a scope: writes "label: n us" with OutputDebugString when it ends, if logging is switched
-// on. Off, which is the default, it costs a test of one flag. The label must outlive the timer.
+// on. Off, which is the default, it costs a test of one flag. The label must exist as long as the timer.
 class NRKX_API CScopeTimer {
 public:
     explicit CScopeTimer(const char* label) : m_narrow(label) {

@@ -1,12 +1,13 @@
 // CKxAlive and CKxAliveToken: whether a window or an object still is the one that it was before a call that ran foreign
 // code (a message, a hook, a notification, a modal box).
-// Layer 2: kx (stands on afx).
+// Layer 2: kx (uses afx).
 #pragma once
 
 class CKxAlive;
 
-// Held by whoever works across such a call, on the stack or as a member. Asked once, right after the call: when IsAlive
-// gives false, nothing of the owner may be touched. Copies ask the same question. Never throws and never allocates.
+// Held by code that works across such a call, on the stack or as a member. Asked once, right after the call: when
+// IsAlive gives false, nothing of the owner may be touched. Copies ask the same question. Never throws and never
+// allocates.
 class CKxAliveToken {
 public:
     explicit CKxAliveToken(const CKxAlive& owner);
@@ -31,7 +32,7 @@ private:
     unsigned long long m_Life;
 };
 
-// A member of the object that may die. All tokens and the owner belong to one thread. The constructor throws what
+// A member of the object that may be freed. All tokens and the owner belong to one thread. The constructor throws what
 // operator new throws.
 class CKxAlive {
 public:

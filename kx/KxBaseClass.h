@@ -1,5 +1,5 @@
 // Comparison of doubles with a tolerance, and splitting of strings.
-// Layer 2: kx (stands on afx).
+// Layer 2: kx (uses afx).
 #pragma once
 
 #include <afxcoll.h>
@@ -18,9 +18,10 @@ namespace KxMfc {
 
 class NRKX_API Fun {
 public:
-    // Puts the pieces of text between the separators into pieces, whose former content goes, and returns their number,
-    // which is always one more than that of the separators found from the left. So neighbouring separators and those
-    // at the ends give empty pieces, an empty text gives one empty piece, and an empty separator gives the text whole.
+    // Puts the pieces of text between the separators into pieces, whose former content is removed, and returns their
+    // number, which is always one more than that of the separators found from the left. So neighbouring separators and
+    // those at the ends give empty pieces, an empty text gives one empty piece, and an empty separator gives the text
+    // whole.
     static int Split(const CString& text, const CString& separator, CStringArray& pieces);
 };
 

@@ -274,7 +274,7 @@ int CSheetGridCtrl::BeginEdit(int row) {
     m_editRow = row;
     PlaceEdit();
     m_edit.ShowWindow(SW_SHOW);
-    // Whoever loses the focus by it may end the edit at once, or destroy the grid.
+    // The control that loses the focus by it may end the edit at once, or destroy the grid.
     m_edit.SetFocus();
     if (!alive.IsAlive() || !IsEditing()) {
         return 0;
@@ -514,7 +514,7 @@ void CSheetGridCtrl::OnVScroll(UINT nSBCode, UINT, CScrollBar*) {
 
 UINT CSheetGridCtrl::OnGetDlgCode() {
     // Tab stays the dialog's way to the next control. Return and Escape are ours: the one begins an edit, the other
-    // must not close the dialog when it was pressed once too often to give up a cell.
+    // must not close the dialog when it is pressed again after it has discarded an edit.
     UINT code = DLGC_WANTARROWS | DLGC_WANTCHARS;
     const MSG* message = GetCurrentMessage();
     if (message != nullptr && message->message == WM_GETDLGCODE &&
@@ -615,7 +615,7 @@ LRESULT CSheetGridCtrl::OnLayoutMessage(WPARAM, LPARAM) {
 }
 
 void CSheetGridCtrl::OnDestroy() {
-    m_editRow = -1; // Nobody is left to take the text.
+    m_editRow = -1; // There is no host left to take the text.
     m_alive.End();
     CWnd::OnDestroy();
 }

@@ -1,5 +1,5 @@
 // A two-column grid of labels and values that keeps no data: it asks its parent for each text and reports each edit.
-// Layer 2: kx (stands on afx).
+// Layer 2: kx (uses afx).
 #pragma once
 
 #include <afxwin.h>
@@ -7,7 +7,7 @@
 #include "KXBaseOpr.h"
 #include "KxAlive.h"
 
-// What travels with WM_NOTIFY to the parent; wParam is the grid's control ID.
+// What the parent gets with WM_NOTIFY; wParam is the grid's control ID.
 struct NMSHEETGRID {
     NMHDR hdr;
     UINT mask;       // SGIF_TEXT when strText is wanted or given
@@ -30,7 +30,7 @@ const UINT SGN_ENDEDIT = static_cast<UINT>(-180); // the edit has ended, committ
 
 class CSheetGridCtrl;
 
-// The edit box that lies over the cell while it is edited. It hands the keys that end an edit to its grid.
+// The edit box that covers the cell while it is edited. It passes the keys that end an edit to its grid.
 class CSheetGridEdit : public CEdit {
     friend class CSheetGridCtrl;
 
@@ -70,7 +70,7 @@ public:
     // The row under a client point, or -1; col gets its column.
     int HitTest(CPoint point, int& col) const;
 
-    // A new number of rows means new contents: a running edit is discarded, and every text is asked for again.
+    // A new number of rows means new contents: a running edit is discarded, and every text is requested again.
     void SetRowCount(int count);
     void SetShowHeader(int show);
     void SetAllowEdit(int allow);

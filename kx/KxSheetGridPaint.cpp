@@ -121,7 +121,7 @@ void CSheetGridCtrl::PaintRow(HDC dc, int row) {
     }
     PutText(dc, GetCellText(row, 0), label, current && focused ? COLOR_HIGHLIGHTTEXT : text);
     if (row == m_editRow) {
-        return; // the edit box lies there
+        return; // the edit box covers it
     }
     PutText(dc, GetCellText(row, 1), value, text);
     if (current && ::GetFocus() == m_hWnd) {

@@ -1,4 +1,4 @@
-// CCenterPoint: what sets it apart from a circle, and the rest of it once more.
+// CCenterPoint: its differences from a circle, and what both have in common.
 
 #include "CenterPoint.h"
 
@@ -286,7 +286,7 @@ TEST(CenterPointDraw, OnlyThePenIsLockedAgainstTheZoom) {
     EXPECT_EQ("SelectObject(pen style=0 width=1 color=0x00302010)", stage.Draw(mark)[2]);
 }
 
-TEST(DesktopCenterPointDraw, AFailedDrawingBearsTheCirclesName) {
+TEST(DesktopCenterPointDraw, AFailedDrawingReportsTheCirclesName) {
     DrawStage stage;
     BoxAnswer answer;
     Mark mark;

@@ -165,7 +165,7 @@ TEST(CombRectDraw, AnyTwoOppositeCornersGiveTheFrame) {
                   stage.Draw(frame)));
 }
 
-TEST(CombRectDraw, AHiddenDeletedOrDraggedFramePaintsAllTheSame) {
+TEST(CombRectDraw, AHiddenDeletedOrDraggedFramePaints) {
     DrawStage stage;
     Frame frame;
     frame.SetIsShow(0);
@@ -211,7 +211,7 @@ TEST(CombRectDraw, CoordinatesThatAreNoNumbersDoNoHarm) {
     EXPECT_EQ(8u, stage.Draw(frame).size());
 }
 
-TEST(DesktopCombRectDraw, AFailedDrawingBearsTheLinesName) {
+TEST(DesktopCombRectDraw, AFailedDrawingReportsTheLinesName) {
     DrawStage stage;
     BoxAnswer answer;
     Frame layer;

@@ -15,7 +15,7 @@ namespace {
 const char* const kQuestion = "是否确认删除选中的对象";
 constexpr int kAngle = 1002;
 
-// Angles have no getter: the text's own rows tell it.
+// Angles have no getter: the text's property rows give them.
 float AngleOf(CText* text) {
     CDrawableProperty rows;
     text->GetProperty(rows);
@@ -61,7 +61,7 @@ TEST(CommandOperationErase, YesUnlinksTheSelectedAndFreesNothing) {
     EXPECT_EQ(d.AllWords(), "line (200,100)-(250,100) normal -1");
     EXPECT_EQ(d.Selected().GetSize(), 0);
     EXPECT_FALSE(d.IsRunning());
-    // Alive and listed, and still in the state of a selected object.
+    // Not freed, still listed, and still in the state of a selected object.
     EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);
     EXPECT_TRUE(CKXMemoryManager::Instance()->IsKnown(gone));
     EXPECT_EQ(Words(gone), "line (100,100)-(150,100) selected -1");

@@ -1,4 +1,4 @@
-// The parameter view's engine: no picking, words all the same, and its one minimal operation.
+// The parameter view's engine: no picking, the words of the base, and its one minimal operation.
 
 #include "CommandOperationManagerViewParm.h"
 #include "MemoryInfo.h"

@@ -16,7 +16,7 @@ namespace {
 
 using State = CCommandOperation::ResultState;
 
-// A tool that notes its events and gives back what it was told to.
+// A tool that records its events and gives the results that it was set to.
 class Probe : public CCommandOperation {
 public:
     Probe(ViewHost& host, std::vector<std::string>& calls) : Probe(host.view, calls) {}
@@ -148,13 +148,13 @@ TEST(CommandOperationManager, FlagsTurnsAndRepeatsReachTheRunningToolAsTheyCame)
         return result;
     };
     const CGePoint2d p(10, 20);
-    m.manager.OnLButtonDown(MK_LBUTTON | MK_SHIFT, p); // 1 + 4, for the press and once more for its pixel.
+    m.manager.OnLButtonDown(MK_LBUTTON | MK_SHIFT, p); // 1 + 4, for the press and for its pixel.
     EXPECT_EQ((Given{5, 5}), take());
     m.manager.OnLButtonUp(MK_SHIFT | MK_CONTROL, p);
     EXPECT_EQ((Given{12}), take());
     m.manager.OnMouseMove(MK_RBUTTON | MK_CONTROL, p);
     EXPECT_EQ((Given{10, 10}), take());
-    m.manager.OnMouseWheel(MK_CONTROL, -240, p); // The turn, and the move behind it.
+    m.manager.OnMouseWheel(MK_CONTROL, -240, p); // The turn, and the move after it.
     EXPECT_EQ((Given{8, -240, 8}), take());
     m.manager.OnRButtonDown(MK_RBUTTON | MK_SHIFT, p);
     EXPECT_EQ((Given{6}), take());
@@ -582,7 +582,7 @@ const Event kEvents[] = {
 TEST(CommandOperationManager, AToolThatIsReplacedInsideAnEventGetsNothingMoreAndEndsNotTheNext) {
     for (const Event& event : kEvents) {
         Managed m;
-        AddLine(m.host, 100, 100, 300, 100); // So that the wheel is told.
+        AddLine(m.host, 100, 100, 300, 100); // So that the wheel reaches the engine.
         Probe* first = m.Install();
         first->answer = State::RS_Done;
         first->during = [&] {
@@ -747,49 +747,6 @@ TEST(CommandOperationManager, AViewFreedWhileAToolIsCancelledFreesTheToolToBeIns
     first->inCancel = [&] { delete view; };
     EXPECT_EQ(0, manager->SetCommand(second, 1));
     EXPECT_EQ((Calls{"Cancel", "deleted", "deleted"}), log);
-}
-
-namespace {
-
-// A host that closes the drawing while a question stands.
-class Closer {
-public:
-    explicit Closer(CVectorView*& view) : m_view(view) {
-        s_current = this;
-        m_hook = ::SetWindowsHookEx(WH_CBT, Hook, nullptr, ::GetCurrentThreadId());
-    }
-    ~Closer() { ::UnhookWindowsHookEx(m_hook); }
-
-private:
-    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam) {
-        if (code == HCBT_ACTIVATE && ::GetDlgItem(reinterpret_cast<HWND>(wParam), 0xffff) != nullptr) {
-            delete s_current->m_view;
-            s_current->m_view = nullptr;
-        }
-        return ::CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-    CVectorView*& m_view;
-    HHOOK m_hook;
-    inline static Closer* s_current = nullptr;
-};
-
-} // namespace
-
-TEST(CommandOperationManager, AViewFreedWhileAQuestionIsOpenIsNotTouchedAgain) {
-    const int before = CKXMemoryManager::Instance()->GetCount();
-    ParentWindow parent;
-    auto* view = new CVectorView;
-    ShowView(*view, parent);
-    CDrawable* line = view->AddLine(CGePoint2d(0, 0), CGePoint2d(1, 1), Gdiplus::Color(255, 255, 255, 255), 1);
-    view->GetDocument()->AddSelected(line);
-    {
-        BoxAnswer yes({IDYES});
-        Closer closer(view); // Called first: the last hook set is.
-        view->DoCommand(L"erase");
-        EXPECT_EQ(1u, yes.Texts().size());
-    }
-    EXPECT_EQ(nullptr, view);
-    EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
 }
 
 TEST(CommandOperationManager, AThrowInTheDefaultClickLeavesNothingAllocated) {

@@ -55,7 +55,7 @@ TEST(CommandOperationOffset, TheSideClickMovesByItsDistanceFromTheLine) {
     d.ClickAt(170, 140);
     EXPECT_EQ(d.TakeResults(), "down 1");
     EXPECT_FALSE(d.IsRunning());
-    // The copy of the former state goes to the very bottom.
+    // The copy of the former state is put at the very bottom.
     EXPECT_EQ(d.AllWords(), "pline (100,100) (200,100) normal -1; line (5,5)-(6,6) normal -1; "
                             "pline (100,140) (200,140) normal -1");
     EXPECT_EQ(d.Object(2), line);
@@ -129,7 +129,7 @@ TEST(CommandOperationOffset, ALineIsDoubledInPlace) {
     EXPECT_EQ(d.Selected().GetSize(), 0);
 }
 
-TEST(CommandOperationOffset, SoIsAPolylineOfThreeVertices) {
+TEST(CommandOperationOffset, APolylineOfThreeVerticesIsDoubledInPlace) {
     ViewDriver d;
     d.AddPolyline({{100, 100}, {200, 100}, {200, 150}});
     d.Start(L"offset");
@@ -139,10 +139,10 @@ TEST(CommandOperationOffset, SoIsAPolylineOfThreeVertices) {
               "pline (100,100) (200,100) (200,150) normal -1; pline (100,100) (200,100) (200,150) normal -1");
 }
 
-TEST(CommandOperationOffset, SoIsABentSegment) {
+TEST(CommandOperationOffset, ABentSegmentIsDoubledInPlace) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
-    line->SetBulge(0, 0.00011); // As good as straight, and an arc all the same.
+    line->SetBulge(0, 0.00011); // Nearly straight, but an arc.
     d.Start(L"offset");
     d.ClickAt(102, 101);
     d.ClickAt(170, 140);
@@ -271,7 +271,7 @@ TEST(CommandOperationOffset, WithoutAMoveATypedDistanceGoesToTheSideOfTheZeroPoi
     ViewDriver d;
     d.AddPolyline({{100, 100}, {200, 100}});
     d.Start(L"offset");
-    d.ClickAt(130, 102); // On the left of the direction; (0, 0) lies on the right.
+    d.ClickAt(130, 102); // On the left of the direction; (0, 0) is on the right.
     d.TypeInEdit(L"25");
     d.Manager().Execute();
     EXPECT_EQ(d.AllWords(), "pline (100,100) (200,100) normal -1; pline (100,75) (200,75) normal -1");
@@ -341,7 +341,7 @@ TEST(CommandOperationOffset, TheSideClickAsksForARepaint) {
     d.AddPolyline({{100, 100}, {200, 100}});
     d.Start(L"offset");
     d.ClickAt(130, 102);
-    d.MoveTo(160, 143); // The edit box goes with the tool.
+    d.MoveTo(160, 143); // The edit box is destroyed with the tool.
     d.TakeFresh();
     EXPECT_FALSE(IsRepaintAskedFor(d.view));
     d.PressAt(170, 140);

@@ -80,7 +80,7 @@ TEST(CommandOperationPLinePoint, FourPixelsAwayIsAHitAndFiveAreNot) {
 TEST(CommandOperationPLinePoint, AnAddedVertexTakesTheBulgeOfItsSegment) {
     ViewDriver d;
     CPLine* line = d.AddPolyline({{100, 100}, {200, 100}});
-    line->SetBulge(0, -1.0); // A half circle: its middle lies 50 to the left of the way.
+    line->SetBulge(0, -1.0); // A half circle: its middle is 50 to the left of the direction.
     d.Start(L"PLine_AddPoint");
     d.Tool()->OnLButtonDown(0, CGePoint2d(150, 150));
     ASSERT_EQ(line->GetVertexCount(), 3);

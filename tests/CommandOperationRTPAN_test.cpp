@@ -101,7 +101,7 @@ TEST(CommandOperationRTPAN, TheRightButtonEndsItAndTheViewStaysWhereItIs) {
     EXPECT_EQ(d.Tran().GetOriginX(), -10.0);
 }
 
-TEST(CommandOperationRTPAN, ItHasTheHandAndKeysDoNothing) {
+TEST(CommandOperationRTPAN, ItHasTheHandCursorAndKeysDoNothing) {
     ViewDriver d;
     d.Start(L"viewmove");
     for (int i = 0; i < 2; ++i) {

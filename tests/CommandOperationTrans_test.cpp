@@ -23,7 +23,7 @@ class TransHandMadeLine : public CLine {
 };
 IMPLEMENT_DYNAMIC(TransHandMadeLine, CLine)
 
-// A host's kind that knows how many of it there are.
+// A host's kind that counts its objects.
 class TransCountedLine : public CLine {
     DECLARE_DYNCREATE(TransCountedLine)
 public:
@@ -206,7 +206,7 @@ TEST(CommandOperationTrans, TheRightButtonBeforeTheBaseRaisesAndTheToolStays) {
     EXPECT_EQ(cause, CArchiveException::endOfFile);
     EXPECT_TRUE(d.IsRunning());
     EXPECT_EQ(Words(line), "line (100,100)-(150,100) selected -1");
-    // The tool goes on from where it was.
+    // The tool continues from where it was.
     d.ClickAt(20, 20);
     BoxAnswer boxes({IDNO});
     d.ClickAt(30, 20);
@@ -316,7 +316,7 @@ TEST(CommandOperationTrans, RotationTurnsTheObjectsToTheDirectionOfTheBand) {
 
 TEST(CommandOperationTrans, DownwardsTheHalfTurnHasElevenDigits) {
     // Straight up the angle is a quarter turn to the last digit, and the start (100, 100) of the line is the centre:
-    // its end lies within rounding above it. Straight down it is -(3.1415926535 - a quarter turn), short of the true
+    // its end is above it within rounding. Straight down it is -(3.1415926535 - a quarter turn), short of the true
     // one by 8.979e-11, which moves the end by 50 times that to the right.
     EXPECT_LT(std::abs(EndAfterRotationTowards(100, 180).x - 100), 1e-13);
     EXPECT_NEAR(EndAfterRotationTowards(100, 20).x - 100, 50 * 8.979e-11, 1e-12);
@@ -511,7 +511,7 @@ TEST(CommandOperationTrans, ARepaintInTheMiddleShowsTheObjectsWhereTheyAreAndLea
     const Picture fresh = d.TakeFresh();
     EXPECT_EQ(fresh.At(97, 140), RGB(0, 0, 255)); // A grip's left edge, at the place of the last move.
     EXPECT_TRUE(IsPreviewDrawn(d));
-    // So the next move inverts the wiped preview once more: a line of ghost stands where it was.
+    // So the next move inverts the wiped preview once more: an extra line appears where it was.
     d.MoveTo(20, 140);
     EXPECT_GT(d.DifferenceFromFresh(), 20);
 }

@@ -245,7 +245,7 @@ public:
 TEST(CommandOperation, TheMarkersShapeTellsTheKindOfTheSnapPoint) {
     // Offsets from the marker's pixel. An end: a square of 7 to each side. A midpoint: a triangle with its base 5
     // below, 7 to each side. A foot: a square of 4 to each side, with ticks up from its upper left corner and right
-    // from its lower right one. The pen is two pixels wide, so what counts as off lies well inside or outside.
+    // from its lower right one. The pen is two pixels wide, so the points that count as off are well inside or outside.
     const struct {
         CGePoint2d mouse;
         CPoint pixel;
@@ -377,7 +377,7 @@ TEST(CommandOperation, ANewToolHasItsInitialValuesAndAHiddenEditBox) {
     EXPECT_EQ(CSize(40, 20), rect.Size());
 }
 
-TEST(CommandOperation, TheEditBoxDiesWithItsTool) {
+TEST(CommandOperation, TheEditBoxIsDestroyedWithItsTool) {
     ViewHost host;
     HWND edit = nullptr;
     {
@@ -494,7 +494,7 @@ TEST(CommandOperation, ATypedDistanceEndsAtItsFirstBadCharacter) {
 
 namespace {
 
-// Breaks the running tool off, or starts another, as soon as the edit box tells of itself by that code.
+// Breaks the running tool off, or starts another, as soon as the edit box sends that notification code.
 class AnsweringView : public CVectorView {
 public:
     WORD code = 0;

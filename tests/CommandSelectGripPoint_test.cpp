@@ -122,7 +122,7 @@ TEST(CommandSelectGripPoint, TheRightButtonRestores) {
     d.ClickAt(200, 100);
     d.MoveTo(250, 150);
     d.MoveTo(150, 50);
-    line->SetEndPoint(CGePoint2d(0, 0)); // A host's change in between goes too.
+    line->SetEndPoint(CGePoint2d(0, 0)); // A host's change in between is undone too.
     d.TakeResults();
     d.RightAt(150, 50);
     EXPECT_EQ(d.TakeResults(), "right 1");
@@ -537,7 +537,7 @@ TEST(CommandSelectGripPoint, AfterARepaintTheNextMoveLeavesAnInvertedOutline) {
     d.TakeFresh();
     EXPECT_TRUE(IsPreviewDrawn(d));
     // The next move inverts the object, wiped already, once more and then draws it: the two cancel out, and where the
-    // preview should stand the plain picture is.
+    // preview should be there is the plain picture.
     d.MoveTo(280, 190);
     const Picture seen = d.Take();
     d.Manager().Cancel();

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-// The class is not exported: everything here goes through a click on a view with no tool running.
+// The class is not exported: everything here is tested by a click on a view with no tool running.
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(CommandSelectObj, OfTwoOverlappingObjectsTheSelectedOneHidesTheOtherFromCli
     ViewHost host;
     CLine* lower = AddLine(host, 100, 100, 300, 100);
     CLine* upper = AddLine(host, 100, 101, 300, 101);
-    host.Click(CPoint(150, 199)); // On the upper one: the lower index wins all the same.
+    host.Click(CPoint(150, 199)); // On the upper one: the object with the lower index is taken.
     EXPECT_EQ(1, host.Document().IsSelected(lower));
     EXPECT_EQ(0, host.Document().IsSelected(upper));
     host.Click(CPoint(150, 199));
@@ -70,7 +70,7 @@ TEST(CommandSelectObj, AnObjectThatIsNotSelectableIsPassedOver) {
     EXPECT_EQ(1, host.Document().IsSelected(free));
 }
 
-TEST(CommandSelectObj, AnUnselectableObjectSelectedByOtherMeansStillShields) {
+TEST(CommandSelectObj, ASelectedObjectThatIsNotSelectableStillHidesTheOneAbove) {
     ViewHost host;
     CLine* fixed = AddLine(host, 100, 100, 300, 100);
     fixed->SetCanBeSelect(0);
@@ -158,7 +158,7 @@ TEST(CommandSelectObj, AClickRepaintsThePropertyDialogsWindow) {
     CRect client;
     ::GetClientRect(dialog, &client);
     ASSERT_FALSE(client.IsRectEmpty());
-    // The first click selects, the second one announces only, and the third says nothing.
+    // The first click selects, the second one announces only, and the third does nothing.
     const CPoint clicks[] = {CPoint(150, 200), CPoint(150, 200), CPoint(390, 10)};
     for (const CPoint& click : clicks) {
         ::RedrawWindow(dialog, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -195,7 +195,7 @@ TEST(CommandWords, ACommandTakesTheSnapModeOfItsManager) {
     Fill(d);
     d.Manager().SetOsnapMode(0);
     d.Start(L"line");
-    d.MoveTo(102, 198); // A polyline's vertex: asked for with bit 1 only.
+    d.MoveTo(102, 198); // A polyline's vertex: searched for with bit 1 only.
     EXPECT_FALSE(d.IsMarkDrawn());
     d.Manager().SetOsnapMode(1);
     d.MoveTo(103, 198);

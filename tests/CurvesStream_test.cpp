@@ -16,7 +16,7 @@
 
 namespace {
 
-// The only object of a drawing, of the kind asked for; null, and a failure, otherwise.
+// The only object of a drawing, of the requested kind; null, and a failure, otherwise.
 template <class Kind>
 Kind* Only(LoneDocument& lone) {
     Kind* object = lone.Objects().GetSize() == 1 ? DYNAMIC_DOWNCAST(Kind, lone.Objects()[0]) : nullptr;
@@ -28,7 +28,7 @@ std::string Name(const char* stem, int schema) {
     return std::string(stem) + "_schema" + std::to_string(schema) + ".nrv";
 }
 
-// What all golden objects have in common. Older schemas don't know selectability.
+// What all golden objects have in common. Older schemas have no selectability.
 void ExpectBase(CDrawable& object, int schema) {
     EXPECT_EQ(-2, object.GetPenColorIndex());
     EXPECT_EQ(0x00302010u, object.GetPenColor());
@@ -127,8 +127,8 @@ TEST(CurvesStream, OutsideReadObjectTheCurrentFormIsExpected) {
     EXPECT_EQ(StoreObject(arc), StoreObject(copy));
 }
 
-TEST(CurvesStream, TheVersionWordsAreReadAndNotAsked) {
-    // Behind the class tag, the schema, the length of the name and the name, 48 bytes of the base, then the kind's
+TEST(CurvesStream, TheVersionWordsAreReadAndNotChecked) {
+    // After the class tag, the schema, the length of the name and the name, 48 bytes of the base, then the kind's
     // word.
     const struct {
         const char* stem;
@@ -179,7 +179,7 @@ TEST(CurvesStream, APolylineReadsWhatItsSchemaHolds) {
         EXPECT_EQ(CString(tags ? L"first" : L""), msg);
         EXPECT_EQ(1, line->GetSLineInfo(2, name, msg));
         EXPECT_EQ(CString(tags ? L"末" : L""), msg);
-        // The reserved number, behind version and count, lock: kept in every form.
+        // The reserved number, after version, count and lock: kept in every form.
         const Bytes stored = lone.Store();
         EXPECT_EQ(77, stored[38 + 6 + 6 + 48 + 12]);
     }
@@ -353,7 +353,7 @@ TEST(CurvesStream, ACountBeyondTheStreamEndsAtItsEndWithATrueCount) {
     line.AddPoint(CGePoint2d(3, 4));
     Bytes bytes = StoreObject(line);
     const int huge = 0x7FFFFFFF;
-    std::memcpy(bytes.data() + 48 + 4, &huge, 4); // The count behind the base block and the version word.
+    std::memcpy(bytes.data() + 48 + 4, &huge, 4); // The count after the base block and the version word.
     CPLine copy;
     EXPECT_EQ(CArchiveException::endOfFile, Restore(copy, bytes));
     EXPECT_EQ(2, copy.GetVertexCount());
@@ -427,7 +427,7 @@ TEST(CurvesStream, MutatedBytesNeverBreakOut) {
     for (int round = 0; round < rounds; ++round) {
         Bytes bytes = goldens[random() % goldens.size()];
         for (unsigned i = random() % 3; i < 3; ++i) {
-            // Behind the version word, which would end in a message.
+            // After the version word, a change of which would end in a message.
             const size_t at = 4 + random() % (bytes.size() - 4);
             if (random() % 2 == 0) {
                 bytes[at] = static_cast<BYTE>(random());

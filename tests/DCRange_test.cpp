@@ -1,5 +1,5 @@
 // Figures that reach far beyond a device: what can be seen of them is where GDI would draw it, whatever their size, and
-// it takes no time to speak of.
+// it takes no noticeable time.
 
 #include "Arc.h"
 #include "CenterPoint.h"
@@ -35,7 +35,7 @@ int InkCount(const std::vector<DWORD>& picture) {
     return static_cast<int>(picture.size() - static_cast<size_t>(std::count(picture.begin(), picture.end(), kWhite)));
 }
 
-// Each inked pixel of one lies on or beside one of the other.
+// Each inked pixel of one is on or beside one of the other.
 void ExpectSamePath(const std::vector<DWORD>& a, const std::vector<DWORD>& b) {
     ASSERT_GT(InkCount(a), 0);
     EXPECT_NEAR(InkCount(a), InkCount(b), 3);
@@ -110,7 +110,7 @@ TEST(DCRange, AFarEllipseIsItsOutlineAndItsFilling) {
     EXPECT_EQ(0x00FFFFFFu, distant.dc.Pixel(70, 50));
 }
 
-TEST(DCRange, AFarLineRunsWhereItsEndsSay) {
+TEST(DCRange, AFarLineRunsBetweenItsEnds) {
     Inked inked;
     inked.dc.MoveTo(-1000000, -1000000);
     inked.dc.LineTo(1000000, 1000000);
@@ -159,7 +159,7 @@ TEST(DCRange, APenIsAtMostSixteenBitsWide) {
     }
 }
 
-TEST(DCRange, ADrawingFullOfHostileCoordinatesIsPaintedInNoTimeToSpeakOf) {
+TEST(DCRange, ADrawingFullOfExtremeCoordinatesIsPaintedQuickly) {
     const double values[] = {33000,
                              1e5,
                              1e6,

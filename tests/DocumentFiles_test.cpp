@@ -62,7 +62,7 @@ public:
     bool fails = true;
 };
 
-// A document whose own fields throw what is no exception of the MFC, behind the drawing.
+// A document whose own fields, stored after the drawing, throw what is no exception of the MFC.
 class NumberThrowingDocument : public CGraphicDocument {
 public:
     int StoreData(CArchive& ar) override {
@@ -75,7 +75,7 @@ public:
     }
 };
 
-// A document that saves in its own way: it writes the file and calls that a failure.
+// A document with a save of its own: it writes the file and reports a failure.
 class HalfSavingDocument : public CGraphicDocument {
 public:
     BOOL OnSaveDocument(LPCTSTR path) override {
@@ -112,7 +112,7 @@ public:
     INT_PTR objectsBefore = -1;
 };
 
-// A document with fields of its own in front of the stream and behind it.
+// A document with fields of its own before the stream and after it.
 class FramedDocument : public CGraphicDocument {
 public:
     int StoreData(CArchive& ar) override {
@@ -368,7 +368,7 @@ TEST(DocumentFiles, AStoreThatThrowsANumberFailsTheSaveToo) {
     EXPECT_TRUE(document.GetPathName().IsEmpty());
 }
 
-TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatStoodThere) {
+TEST(DocumentFiles, AFailedStoreUnderAChosenNameKeepsTheFileThatWasThere) {
     TemporaryPath path;
     path.Write({'g', 'o', 'o', 'd'});
     const int making = FilesInTheMaking();
@@ -667,7 +667,7 @@ TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumen
 
 // ---- Too little memory ---------------------------------------------------------------------------------------------
 
-TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereSaysSo) {
+TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereIsReported) {
     Bytes bytes = ReadTestData("lines_two.nrv");
     ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
         LoneDocument lone;
@@ -688,7 +688,7 @@ TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereSaysSo) {
     });
 }
 
-TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereSaysSo) {
+TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereIsReported) {
     const TemporaryPath path;
     const Bytes bytes = ReadTestData("lines_two.nrv");
     path.Write(bytes);
@@ -702,13 +702,13 @@ TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereSaysSo) {
             refused = refusal.Refused();
         }
         EXPECT_EQ(refused == 0 ? 0u : 1u, boxes.Texts().size());
-        CFile whole; // Nobody has it open any more.
+        CFile whole; // No other code has it open any more.
         EXPECT_TRUE(whole.Open(path, CFile::modeReadWrite | CFile::shareExclusive));
         return refused;
     });
 }
 
-TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereSaysSoAndLeavesTheOldFile) {
+TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereIsReportedAndLeavesTheOldFile) {
     const TemporaryPath path;
     const Bytes old = ReadTestData("empty.nrv");
     const Bytes bytes = ReadTestData("lines_two.nrv");

@@ -34,7 +34,7 @@ void Append(Bytes& bytes, T value) {
     bytes.insert(bytes.end(), raw, raw + sizeof value);
 }
 
-// Where the count of objects stands in the header.
+// The place of the count of objects in the header.
 constexpr size_t kCountAt = 34;
 
 // What the process has taken from the system for itself, in bytes, used or not.
@@ -83,7 +83,7 @@ long long GrowthOfTruncatedLoad(LoneDocument& lone, Bytes bytes) {
 
 constexpr long long kSmallGrowth = 4 << 20;
 
-// A kind of object that counts how many of it are alive, and fails in the middle of being read.
+// A kind of object that counts its objects, and fails in the middle of being read.
 class CCountedDrawable : public CDrawable {
     DECLARE_SERIAL(CCountedDrawable)
 public:
@@ -180,7 +180,7 @@ TEST(DocumentStream, TheHeaderHoldsBackgroundScaleOriginAndScreenHeight) {
     EXPECT_EQ(expected, second.Store());
 }
 
-TEST(DocumentStream, AnExplicitBackgroundGoesRoundBehindTheIndexThatHidesIt) {
+TEST(DocumentStream, AnExplicitBackgroundIsStoredAlsoWhereAnIndexHidesIt) {
     LoneDocument lone;
     lone.document.SetBKColor(0x00112233);
     lone.document.SetBKColorIndex(9);
@@ -213,7 +213,7 @@ TEST(DocumentStream, ANullEntryIsCountedAndNotWritten) {
 TEST(DocumentStream, NetForegroundSelectionCurrentObjectLayersAndScreenWidthAreNotStored) {
     LoneDocument lone;
     CLine* line = lone.document.AddLine(0, 0, 0, 0, 0, 0, 1, 2, 3, 4);
-    line->SetDrawState(CDrawable::Selected); // The object's state is stored; that it stands in a list is not.
+    line->SetDrawState(CDrawable::Selected); // The object's state is stored, its place in the selection list is not.
     lone.tran.SetScreenSize(CSize(1, 300));
     const Bytes before = lone.Store();
     auto* net = new CLine;
@@ -247,7 +247,7 @@ TEST(DocumentStream, SeventyThousandUnitsOfTextTakeTheLongestLengthForm) {
     line->SetParmName(CString(L'x', 70000));
     lone.document.AddDrawAobject(line);
     const Bytes stored = lone.Store();
-    // Header, class record, base block, version and four doubles stand in front of the name.
+    // Header, class record, base block, version and four doubles come before the name.
     const size_t at = 38 + 11 + 48 + 4 + 32;
     const Bytes prefix(stored.begin() + static_cast<std::ptrdiff_t>(at),
                        stored.begin() + static_cast<std::ptrdiff_t>(at + 10));
@@ -300,7 +300,7 @@ TEST(DocumentStream, EverySchemaOfALineReadsBrushDeletionAndState) {
     for (int schema = 0; schema <= 6; ++schema) {
         SCOPED_TRACE(schema);
         Bytes bytes = ReadTestData("line_schema" + std::to_string(schema) + ".nrv");
-        // Behind header and class record; the current form has two words more.
+        // After header and class record; the current form has two words more.
         const size_t base = 38 + 11 + (schema == 5 ? 8 : 0);
         Put<short>(bytes, base + 6, -30000);
         Put<int>(bytes, base + 24, 0x01020304);
@@ -484,7 +484,7 @@ TEST(DocumentStream, LoadingClearsTheModifiedFlag) {
     EXPECT_FALSE(lone.document.IsModified());
 }
 
-TEST(DocumentStream, BytesBehindTheLastObjectAreNotRead) {
+TEST(DocumentStream, BytesAfterTheLastObjectAreNotRead) {
     Bytes bytes = ReadTestData("line_schema5.nrv");
     bytes.insert(bytes.end(), {1, 2, 3, 4, 5});
     LoneDocument lone;
@@ -588,7 +588,7 @@ TEST(DocumentStream, AHugeTextLengthCostsNoMemoryAheadOfItsBytes) {
 }
 
 TEST(DocumentStream, AnObjectThatFailsHalfReadIsFreed) {
-    // The registry knows an object only once it is whole: the objects themselves are counted.
+    // The registry lists an object only when it is whole, so the objects themselves are counted.
     const Bytes stream = CountedStream();
     ASSERT_EQ(0, CCountedDrawable::alive);
     const auto before = CKXMemoryManager::Instance()->GetCount();

@@ -33,7 +33,7 @@ int Registered() {
     return CKXMemoryManager::Instance()->GetCount();
 }
 
-// Hands out a fixed extent, or none.
+// Has a fixed extent, or none.
 class CExtent : public CDrawable {
 public:
     CExtent(double x1, double y1, double x2, double y2, int answer = 1)
@@ -54,7 +54,7 @@ private:
     int m_answer = 0;
 };
 
-// Into the document's third list, which nothing in the library fills and nothing hands out.
+// Into the document's third list, which the library neither fills nor gives to hosts.
 void AddSpare(CGraphicDocument& document) {
     CDrawable* object = NewLine();
     PeekAt(document, SpareObjects()).Add(object);
@@ -64,7 +64,7 @@ void AddSpare(CGraphicDocument& document) {
 
 // ---- Adding and taking out -----------------------------------------------------------------------------------------
 
-TEST(Document, AnObjectStandsInTheDrawingOnce) {
+TEST(Document, AnObjectIsInTheDrawingOnce) {
     LoneDocument lone;
     CLine* line = NewLine();
     lone.document.AddDrawAobject(line);
@@ -275,7 +275,7 @@ TEST(Document, IsSelectedAsksTheListAndNotTheState) {
     EXPECT_EQ(0, lone.document.IsSelected(&line));
 }
 
-TEST(Document, DeselectingAStrangerLeavesItsStateAlone) {
+TEST(Document, DeselectingAnObjectThatIsNotSelectedLeavesItsState) {
     LoneDocument lone;
     CLine line;
     line.SetDrawState(CDrawable::Dragging);
@@ -419,7 +419,7 @@ TEST(Document, WithoutAMappingItLoadsAndStoresAllButTheValuesOfTheView) {
     Bytes stored(static_cast<size_t>(file.GetLength()));
     file.SeekToBegin();
     file.Read(stored.data(), static_cast<UINT>(stored.size()));
-    // Scale, origin and height stand in bytes 10 to 33: here those of a new view.
+    // Scale, origin and height are in bytes 10 to 33: here those of a new view.
     ASSERT_EQ(golden.size(), stored.size());
     EXPECT_TRUE(std::equal(golden.begin(), golden.begin() + 10, stored.begin()));
     EXPECT_TRUE(std::equal(golden.begin() + 34, golden.end(), stored.begin() + 34));

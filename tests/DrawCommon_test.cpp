@@ -1,4 +1,4 @@
-// The arithmetic of bulges: tops, the way back with its turned sign, the thresholds, and the stroke for hosts.
+// The arithmetic of bulges: tops, the computed bulge with its opposite sign, the thresholds, and the stroke for hosts.
 
 #include "DrawCommon.h"
 
@@ -135,7 +135,7 @@ TEST(DrawCommon, StraightSegmentsAreOneStrokeEachOnTruncatedPixels) {
 TEST(DrawCommon, AnArcOverAnUprightChordRunsAnticlockwiseOnEitherSide) {
     RunStage stage;
     // About (50, 50) with 10. On the right: from the lower end, the pixel (50, 60), to the upper one, (50, 40). The
-    // lower end's angle is short of three quarters in its tenth digit; in single precision its x is 50 all the same.
+    // lower end's angle is short of three quarters in its tenth digit; in single precision its x is nevertheless 50.
     EXPECT_EQ(1, stage.Run({CPoint(50, 40), CPoint(50, 60)}, {1.0}));
     EXPECT_TRUE(SameCalls({"Arc(40,40,60,60,50,60,50,40)"}, stage.dc.Calls()));
     EXPECT_EQ(1, stage.Run({CPoint(50, 40), CPoint(50, 60)}, {-1.0}));

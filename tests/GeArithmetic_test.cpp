@@ -11,7 +11,7 @@ namespace {
 struct Meeting {
     Meeting(CGePoint2d p, double r, double a, double b, double c)
         : count(CGeArithmetic::CircleLineIntersection(p, r, a, b, c, q1, q2)) {}
-    // What stood in the results before.
+    // The former contents of the results.
     CGePoint2d q1 = CGePoint2d(1000, 2000);
     CGePoint2d q2 = CGePoint2d(3000, 4000);
     int count;
@@ -58,7 +58,7 @@ TEST(GeArithmetic, ASlantedLineGivesTheUpperPointFirst) {
     EXPECT_POINT(11, 20, moved.q2);
 }
 
-TEST(GeArithmetic, AMissMovesBothResultsByTheCentreAllTheSame) {
+TEST(GeArithmetic, AMissMovesBothResultsByTheCentre) {
     for (const Meeting& m : {Meeting(CGePoint2d(1, 2), 5, 0, 1, -8), Meeting(CGePoint2d(1, 2), 5, 1, 0, -7),
                              Meeting(CGePoint2d(1, 2), 5, 3, 4, -61), Meeting(CGePoint2d(1, 2), 5, 0, 0, 3)}) {
         EXPECT_EQ(0, m.count);

@@ -152,7 +152,7 @@ TEST(GeVector2d, TheAngleRunsFromZeroToTheFullTurnOfTenDigits) {
     EXPECT_EQ(6.283185307, CGeVector2d(1, -1e-300).angle()) << "just below the axis: the constant itself";
 }
 
-TEST(GeVector2d, WhichHalfIsAskedOfTheVectorItselfNotOfItsUnitVector) {
+TEST(GeVector2d, TheHalfIsDecidedByTheVectorItselfNotByItsUnitVector) {
     // The unit vector's y underflows to zero, the vector's own does not.
     EXPECT_EQ(6.283185307, CGeVector2d(1e10, -5e-324).angle());
 }
@@ -244,7 +244,7 @@ TEST(GeMatrix2d, NoLineToMirrorInGivesNoNumberAnywhere) {
 
 namespace {
 
-// How many doubles lie from one to the other; both of one sign.
+// How many doubles there are from one to the other; both of one sign.
 long long Steps(double a, double b) {
     long long x = 0;
     long long y = 0;

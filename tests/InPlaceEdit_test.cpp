@@ -197,7 +197,7 @@ TEST_F(InPlaceEdit, AtAZoomThatPutsTheEdgesOfTheTextBeyondAllPixelsTheEditOpensA
     Three();
     CVectorViewCoordTran& tran = *view.GetVectorViewCoordTran();
     tran.SetScale(1e-9f);
-    // All of the view lies inside the text, whose edges are 10 units off or more: 1e10 pixels.
+    // All of the view is inside the text, whose edges are 10 units off or more: 1e10 pixels.
     tran.SetOriginX(60.0);
     tran.SetOriginY(240.0);
     Click(6, 150);
@@ -418,7 +418,7 @@ TEST_F(InPlaceEdit, ShowEditPlacesTheCaretByItsKey) {
     EXPECT_EQ(MAKELONG(4, 4), box.SendMessage(EM_GETSEL));
     box.ShowEdit(CRect(10, 20, 110, 40), L"12", 0, 1, L"other");
     EXPECT_EQ(L"other", BoxText());
-    // Behind the length of the start text, not of the one shown.
+    // At the length of the start text, not of the one shown.
     EXPECT_EQ(MAKELONG(2, 2), box.SendMessage(EM_GETSEL));
     box.ShowEdit(CRect(10, 20, 110, 40), L"12", 'A', 0, L"other");
     EXPECT_EQ(MAKELONG(0, 2), box.SendMessage(EM_GETSEL));
@@ -465,7 +465,7 @@ TEST_F(InPlaceEdit, ANullFontSelectsTheSystemFont) {
     OpenWith(L"12");
     view.Edit().SetFont(nullptr, FALSE);
     EXPECT_EQ(0, view.Edit().SendMessage(WM_GETFONT));
-    // Growth measures in it all the same.
+    // Growth measures in it nevertheless.
     Type(L"WWWWWWWWWW");
     EXPECT_GT(view.Edit().GetEditRect().Width(), 100);
 }
@@ -485,7 +485,7 @@ TEST_F(InPlaceEdit, AFontIsHandedOnWithARepaintWhateverIsAsked) {
     EXPECT_EQ(Events{"font 1"}, sent.Take());
 }
 
-// In a parent that is no parameter view the box calls nobody; it still gives the focus up.
+// In a parent that is no parameter view the box makes no calls; it still gives the focus up.
 struct LoneBox : InPlaceEdit {
     CInPlaceEdit box;
 
@@ -501,7 +501,7 @@ struct LoneBox : InPlaceEdit {
     }
 };
 
-TEST_F(LoneBox, CallsNobody) {
+TEST_F(LoneBox, MakesNoCalls) {
     Key(VK_TAB);
     EXPECT_TRUE(HasFocus(box));
     Type(L"345");

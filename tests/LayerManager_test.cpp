@@ -216,7 +216,7 @@ TEST(LayerManager, ATableWithoutLayersLoadsEmpty) {
     EXPECT_EQ(nullptr, layers.GetLayerInfo(0));
 }
 
-TEST(LayerManager, ALayerThatStandsTwiceInAStreamIsRefusedAndFreedOnce) {
+TEST(LayerManager, ALayerThatIsTwiceInAStreamIsRefusedAndFreedOnce) {
     CLayerManager layers;
     Bytes bytes = StoreLayers(layers);
     bytes[8] = 2;

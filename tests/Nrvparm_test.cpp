@@ -39,7 +39,7 @@ std::string Slurp(const std::wstring& path) {
     return text;
 }
 
-// A folder that goes with the test.
+// A folder that is removed with the test.
 struct Nrvparm : testing::Test {
     std::wstring folder;
 
@@ -249,7 +249,7 @@ TEST_F(Nrvparm, ACommandLineItDoesNotUnderstandIsTwo) {
     EXPECT_EQ("", run.out);
 }
 
-TEST_F(Nrvparm, BehindTwoDashesEverythingIsAFile) {
+TEST_F(Nrvparm, AfterTwoDashesEverythingIsAFile) {
     CVectorView view;
     AddParm(view, L"A", L"1", 0, 0);
     Save(L"--json", view);

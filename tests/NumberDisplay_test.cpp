@@ -110,7 +110,7 @@ TEST(NumberDisplay, AResultBelowATenThousandthIsZero) {
 }
 
 TEST(NumberDisplay, TheCheckRunsUnderAStopwatchAndBeforeTheDecimalsAreAskedFor) {
-    Display display; // With decimals, as it begins: the check has no say, and runs all the same.
+    Display display; // With decimals, as at the start: the check has no effect, but it runs.
     const DebugOutput output;
     CScopeTimer::Enable(1);
     display.Show(L"12.50");
@@ -183,7 +183,7 @@ TEST(NumberDisplay, ValuesBeyondAllBoundsDoNoHarm) {
     EXPECT_EQ(40, display.GetTextParm_ShowText(large).GetLength());
 }
 
-TEST(NumberDisplay, ADrawingContextWithoutAPainterShowsTheValueAsItStands) {
+TEST(NumberDisplay, ADrawingContextWithoutAPainterShowsTheValueUnchanged) {
     CDrawGeometry alone(nullptr, nullptr);
     CString value(L"12.04");
     EXPECT_EQ(value, alone.GetTextParm_ShowText(value));

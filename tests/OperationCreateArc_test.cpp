@@ -137,7 +137,7 @@ TEST(OperationCreateArc, OverACollinearSpotThePreviewIsTakenOffAndNoneIsDrawn) {
     d.MoveTo(100, 200);
     EXPECT_FALSE(IsObjectDrawn(d));
     EXPECT_EQ(d.Take().Count(kInverted), 0);
-    // The third click ends it all the same, with the values of the last good move.
+    // The third click ends it nevertheless, with the values of the last good move.
     d.ClickAt(100, 200);
     EXPECT_EQ(d.AllWords(), "arc (150,100) r 50 from 0 to 3.14159 normal 137");
 }

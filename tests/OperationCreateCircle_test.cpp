@@ -83,7 +83,7 @@ TEST(OperationCreateCircle, TheRadiusHasSinglePrecision) {
     // The float next to the square root of two, 11863283 / 2^23, and not the double.
     auto* circle = static_cast<CCircle*>(d.Document().GetCurrentObject());
     EXPECT_EQ(circle->Radius(), 11863283.0 / 8388608.0);
-    // Floats of this size are the even numbers: 4243 squared, 18003049, lies between two and becomes 18003048, with 98
+    // Floats of this size are the even numbers: 4243 squared, 18003049, is between two and becomes 18003048, with 98
     // squared 18012652. The float next to that root; of the exact sum, 18012653, it would be 4244.1318359375.
     d.Tool()->OnMouseMove(0, CGePoint2d(98, 4243));
     EXPECT_EQ(circle->Radius(), 4244.13134765625);
@@ -147,7 +147,7 @@ TEST(OperationCreateCircle, BrokenOffAfterTheCentreNothingIsLeftButThePixels) {
     EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
     EXPECT_EQ(d.Count(), 0);
     EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);
-    // No repaint is asked for: band and outline stay as they were.
+    // No repaint is requested: band and outline stay as they were.
     d.Update();
     EXPECT_EQ(d.Take().Difference(seen), 0);
     EXPECT_GT(seen.Count(kInverted), 100);
@@ -195,10 +195,10 @@ TEST(OperationCreateCircle, AfterARepaintTheNextMoveLeavesTheRepaintedOutline) {
     const Picture fresh = d.TakeFresh();
     EXPECT_FALSE(IsObjectDrawn(d));
     EXPECT_FALSE(d.IsBandDrawn());
-    EXPECT_EQ(fresh.At(165, 130), 0u);        // The band is gone,
+    EXPECT_EQ(fresh.At(165, 130), 0u);        // The band is erased,
     EXPECT_EQ(fresh.At(100, 150), kInverted); // the circle comes from the current slot.
     d.MoveTo(150, 130);
-    EXPECT_EQ(d.Take().At(100, 150), kInverted); // Nobody knows of the old outline any more.
+    EXPECT_EQ(d.Take().At(100, 150), kInverted); // The old outline is not erased by any later drawing.
     d.MoveTo(180, 190);                          // Here it is inverted away by the new one.
     EXPECT_EQ(d.Take().At(100, 150), 0u);
 }

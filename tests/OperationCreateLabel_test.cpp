@@ -80,8 +80,8 @@ TEST(OperationCreateLabel, TheLineGoesToTheSideOfTheThirdPoint) {
 }
 
 TEST(OperationCreateLabel, AnUprightMeasureWithTheAnglesOnEitherSideOfZero) {
-    // From the right end (100, 100) the left end lies at 300 degrees, the third point at 30: they differ by 270, whose
-    // sine is -1. The distance is 50, so the line stands 50 beside the measured one, on the side of the point.
+    // From the right end (100, 100) the left end is at 300 degrees, the third point at 30: they differ by 270, whose
+    // sine is -1. The distance is 50, so the line is 50 beside the measured one, on the side of the point.
     ViewDriver d;
     d.Start(L"DrawLabel");
     const double root3 = 1.7320508075688772;
@@ -105,7 +105,7 @@ TEST(OperationCreateLabel, AThirdPointOnTheMeasuredLineLeavesTheDimensionLineOnI
 }
 
 TEST(OperationCreateLabel, AThirdPointOnAnEndOrBeyondLeavesTheDimensionLineOnTheMeasuredOne) {
-    // The second end itself is where the pointer stands right after its click, and where it snaps to.
+    // The second end itself is where the pointer is right after its click, and where it snaps to.
     for (const double x : {200.0, 100.0, 250.0, 60.0}) {
         ViewDriver d;
         d.Start(L"DrawLabel");
@@ -216,7 +216,7 @@ TEST(OperationCreateLabel, ManyMovesOfAWhiteLabelLeaveThePictureOfTheLastOne) {
 }
 
 TEST(OperationCreateLabel, AColouredLabelLeavesInvertedPixelsOnALightWindowUntilTheNextRepaint) {
-    // Green over white comes out black, and green again over that is no way back.
+    // Green over white gives black, and green again over that does not restore the white.
     ViewDriver d;
     d.Document().SetBKColorIndex(137);
     d.TakeFresh();

@@ -107,11 +107,11 @@ TEST(OperationCreateLine, ADozenMovesWithSnapsAndTrackingLeaveThePictureAsItWas)
         d.Move(point);
     }
     d.Send(WM_LBUTTONDOWN, MK_LBUTTON, CPoint(150, 250));
-    // Standing assistant lines stay until the next paint, by design: the last move above stood on none.
+    // Assistant lines that are shown stay until the next paint, by design: the last move above has none.
     for (const CPoint& point : path) {
         d.Move(point);
     }
-    d.Move(CPoint(77, 222)); // On no snap point, so that the marker goes.
+    d.Move(CPoint(77, 222)); // On no snap point, so that the marker is erased.
     d.RightClick(CPoint(77, 222));
     EXPECT_EQ(0, fresh.Difference(d.Take()));
 }

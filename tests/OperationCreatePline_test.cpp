@@ -159,7 +159,7 @@ TEST(OperationCreatePline, TheBandIsDrawnOverTheRepaintThatTheClickAskedFor) {
     EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE));
     PumpMessages();
     EXPECT_TRUE(d.IsBandDrawn());
-    // From pixel (100, 200) to (200, 100); the edit box stands to the left of it.
+    // From pixel (100, 200) to (200, 100); the edit box is to the left of it.
     const Picture seen = d.Take();
     EXPECT_EQ(seen.At(110, 190), kInverted);
     EXPECT_EQ(seen.At(150, 150), kInverted);

@@ -119,7 +119,7 @@ TEST(OperationCreateRectangle, BrokenOffItLeavesTheDiagonalOnTheWindowAndTakesTh
     EXPECT_FALSE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE)) << "it asks for no repaint";
     EXPECT_EQ(d.Count(), 0);
     const Picture seen = d.Take();
-    EXPECT_EQ(seen.At(90, 270), 0u);        // The lower side is gone,
+    EXPECT_EQ(seen.At(90, 270), 0u);        // The lower side is erased,
     EXPECT_EQ(seen.At(70, 245), kInverted); // the diagonal is not: 100 pixels, one a column, without the last.
     EXPECT_EQ(seen.Count(kInverted), 100);
     EXPECT_TRUE(d.IsBandDrawn());

@@ -234,7 +234,7 @@ TEST(DlgSetAngle, WhatIsNoNumberIsRefusedAndTheDialogStays) {
                              [&](HWND refusal) {
                                  EXPECT_NE(::GetDlgItem(refusal, kMessageText), nullptr);
                                  EXPECT_EQ(dialog.m_dAngle, 12.5) << Utf8(text);
-                                 // In this order: the second one is for the dialog once the message is gone.
+                                 // In this order: the second one is for the dialog after the message box.
                                  DialogScript::Answer(IDOK)(refusal);
                                  DialogScript::TypeAndAnswer(kAngle, L"-30", IDOK)(shown);
                              }});

@@ -603,7 +603,7 @@ TEST(DesktopPLineDraw, AFailedDrawingNamesItsStage) {
     layer.SetLineWide(2);
     stage.Draw(layer); // Nothing does.
     layer.SetPenColorIndex(-1);
-    stage.Draw(layer); // Its colour does, and is asked for before the strokes too.
+    stage.Draw(layer); // Its colour does, and is looked up before the strokes too.
     CGePoint2d points[] = {CGePoint2d(10, 10), CGePoint2d(30, 10)};
     CPLine flagless(2, points);
     stage.Draw(flagless);

@@ -1,4 +1,4 @@
-// CPLine: distances, feet and extents, with their two thresholds for straightness and the gaps that stand.
+// CPLine: distances, feet and extents, with their two thresholds for straightness and their deliberate oddities.
 
 #include "PLine.h"
 
@@ -80,7 +80,7 @@ TEST(PLineHit, AnArcIsHitOnItsFullCircle) {
 }
 
 TEST(PLineHit, ABulgeOfTenToTheMinusFourIsAlreadyAnArcHere) {
-    // Half a chord of 1 and a top of 0.0001: a circle of 10000 across, whose far side lies at (1, -10000).
+    // Half a chord of 1 and a top of 0.0001: a circle of 10000 across, whose far side is at (1, -10000).
     CPLine arc;
     FillLine(arc, 0, 0, 2, 0, -0.0001);
     EXPECT_LT(arc.HitTest(CGePoint2d(1, -10000)), 1.0f);
@@ -198,7 +198,7 @@ TEST(PLineHit, UncountedVerticesAreNotHit) {
 
 // ---- Feet and sides ------------------------------------------------------------------------------------------------
 
-TEST(PLineHit, FeetStandOnTheInfiniteLinesOfStraightSegments) {
+TEST(PLineHit, FeetAreOnTheInfiniteLinesOfStraightSegments) {
     CPLine line;
     line.AddPoint(CGePoint2d(0, 0));
     line.AddPoint(CGePoint2d(10, 0), 0.5); // An arc: no foot.

@@ -454,10 +454,10 @@ TEST(PLine, StraightNeighboursOfADraggedVertexStayStraight) {
 TEST(PLine, AnArcBesideADraggedVertexIsRebuiltThroughItsMiddleMovedByTheWholeVector) {
     CPLine line;
     Fill(line, {-1, -1, 0}); // Tops at (5, 5) and (15, 5).
-    MoveGrip(line, 2, 0, 4); // The vertex goes to (10, 4), the tops to (5, 9) and (15, 9).
+    MoveGrip(line, 2, 0, 4); // The vertex moves to (10, 4), the tops to (5, 9) and (15, 9).
     // Before: chord (0, 0)-(10, 4), middle (5, 2), 7 to the top, half a chord sqrt(29); the top is on the left.
     EXPECT_DOUBLE_EQ(-7.0 / std::sqrt(29.0), Bulge(line, 0));
-    // Behind: chord (10, 4)-(20, 0), the same lengths.
+    // After it: chord (10, 4)-(20, 0), the same lengths.
     EXPECT_DOUBLE_EQ(-7.0 / std::sqrt(29.0), Bulge(line, 1));
     EXPECT_EQ(0.0, Bulge(line, 2));
 }
@@ -479,7 +479,7 @@ TEST(PLine, ARepairFlattensABulgeOfTenToTheMinusFourAndKeepsALargerOne) {
 }
 
 TEST(PLine, ATinyPositiveBulgeTurnsItsSignInARepair) {
-    // Its top lies on the left though it is positive; what is stored from a top on the left is negative.
+    // Its top is on the left though it is positive; what is stored from a top on the left is negative.
     CPLine line;
     Fill(line, {0.0005, 0});
     MoveGrip(line, 2, 0, 0);

@@ -1,4 +1,4 @@
-// What a paint does when drawing throws: the messages, and what is put back and drawn all the same.
+// What a paint does when drawing throws: the messages, what is put back, and what is drawn nevertheless.
 
 #include "Document.h"
 #include "Line.h"
@@ -59,7 +59,7 @@ public:
     Throws inGrip = Throws::Nothing;
 };
 
-// The drawing point (x, y) lies on pixel (x, 300 - y).
+// The drawing point (x, y) is on pixel (x, 300 - y).
 struct Painting {
     Painting() {
         tran.SethScreen(300);

@@ -114,7 +114,7 @@ struct PropertyDialog : testing::Test {
         EXPECT_EQ(0, dialog->SendMessage(WM_NOTIFY, 1000, reinterpret_cast<LPARAM>(&ask)));
         return Utf8(ask.strText);
     }
-    // Told as the grid tells.
+    // Sent as the grid sends it.
     LRESULT Tell(UINT code, int row, int col, const wchar_t* text) {
         NMSHEETGRID tell = {};
         tell.hdr.hwndFrom = Grid()->m_hWnd;
@@ -282,7 +282,7 @@ TEST_F(PropertyDialog, AnEditReachesTheObjectAtOnceAndRowsStayChanged) {
     Edit(3, L"7");
     EXPECT_EQ(2, object.given);
     EXPECT_EQ(2, object.changed) << "the first row is handed over once more";
-    // A row that is none hands over all the same.
+    // A row number that no row has gives all rows to the object too.
     Edit(99, L"7");
     EXPECT_EQ(3, object.given);
     EXPECT_EQ(2, object.changed);

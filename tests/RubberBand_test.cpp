@@ -1,4 +1,4 @@
-// The rubber band, tracked grips and assistant lines: shapes, flags, and that inversion leaves nothing behind.
+// The rubber band, tracked grips and assistant lines: shapes, flags, and that inversion leaves no pixels.
 
 #include "CommandOperationManager.h"
 #include "Line.h"
@@ -68,7 +68,7 @@ Picture TakeScreen() {
 const std::string kDottedPen = "SelectObject(pen style=2 width=0 color=0x00FFFFFF)";
 const std::string kPenBack = "SelectObject(pen default)";
 
-// A view of 400 by 300 pixels in which drawing (x, y) lies on pixel (x, 300 - y), with a line across it.
+// A view of 400 by 300 pixels in which drawing (x, y) is on pixel (x, 300 - y), with a line across it.
 struct Band {
     Band() : manager(view.Manager()) {
         view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
@@ -141,7 +141,7 @@ TEST(RubberBand, AVerticalBandRunsDottedToTheEdgeInItsDirection) {
 
 TEST(RubberBand, AnAxisParallelBandHasGapsBetweenItsDots) {
     // 300 pixels from x = 100 to the right edge, 250 from y = 50 down, 100 and 50 to the near edges: between a fifth
-    // and four fifths of them differ, so dots stand, and what lies between them stays as it was.
+    // and four fifths of them differ, so there are dots, and the pixels between them stay as they were.
     Band b;
     b.manager.DrawShirrLine(CPoint(100, 50), CPoint(150, 50), 0);
     EXPECT_LT(60, b.DifferentInRow(50));
@@ -268,7 +268,7 @@ TEST(RubberBand, BeforeARepaintTheBandIsForgottenAndNotInverted) {
 }
 
 TEST(RubberBand, BeforeARepaintTheBandIsForgottenBeforeTheRunningToolTakesItsOwnOff) {
-    // The tool erases its band then; forgotten by that time, it stands until the paint wipes it.
+    // The tool erases its band then; forgotten by that time, it stays on the window until the paint wipes it.
     Band b;
     b.view.DoCommand(L"line");
     b.view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 10));
@@ -361,7 +361,7 @@ TEST(RubberBand, AGripOnThePixelItselfIsTakenWholeAndEndsTheSearch) {
     EXPECT_EQ(8, point.type) << "the kind as well";
 }
 
-TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndGoWithTheBand) {
+TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndAreErasedWithTheBand) {
     Band b;
     b.manager.AddGripPoint(CGePoint2d(200, 250)); // Pixel (200, 50).
     b.manager.AddGripPoint(CGePoint2d(50, 100));  // Pixel (50, 200).
@@ -374,7 +374,7 @@ TEST(RubberBand, AssistantLinesRunFromTrackedGripsThroughTheCursorAndGoWithTheBa
 }
 
 TEST(RubberBand, AssistantLinesGoThroughTheCursorAndNotThroughTheBandsFarEnd) {
-    // The band runs on to (400, 50); the grip stands below the cursor at (150, 50), and its line runs up to the edge.
+    // The band runs on to (400, 50); the grip is below the cursor at (150, 50), and its line runs up to the edge.
     Band b;
     b.manager.AddGripPoint(CGePoint2d(150, 50)); // Pixel (150, 250).
     b.manager.DrawShirrLine(CPoint(100, 50), CPoint(150, 50), 0);

@@ -15,7 +15,7 @@ TEST(Serialable, RoundsToTheNearestPixelWithHalvesUpwards) {
     EXPECT_EQ(7, CSerialable::GetNear(7.0, 0));
 }
 
-TEST(Serialable, RoundingToOneDecimalStaysWholeAndStepsOnlyFrom95) {
+TEST(Serialable, RoundingToOneDecimalGivesWholeNumbersAndRoundsUpFrom95) {
     EXPECT_EQ(3, CSerialable::GetNear(2.96, 1));
     EXPECT_EQ(3, CSerialable::GetNear(2.95, 1));
     EXPECT_EQ(2, CSerialable::GetNear(2.94, 1));

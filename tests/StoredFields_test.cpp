@@ -110,8 +110,8 @@ void ExpectWholeFields(const std::string& layout) {
     }
 }
 
-// A mark with a radius and, since its second version, a weight. `newest` stands for the program's age: a program from
-// before the second version knows only the first.
+// A mark with a radius and, since its second version, a weight. `newest` is the version of the program: a program from
+// before the second version reads only the first.
 class CMark : public CDrawable {
     DECLARE_SERIAL(CMark)
 public:
@@ -202,7 +202,7 @@ TEST(StoredFields, AnObjectWhoseStreamEndsInAFieldHasNoHalfReadNumber) {
 
 // ---- A further field, by the recipe in CONTRIBUTING.md -------------------------------------------------------------
 
-TEST(StoredFields, ANewFieldGoesRoundBehindAHigherVersionWordAndTheSameSchema) {
+TEST(StoredFields, ANewFieldIsStoredAndLoadedWithAHigherVersionWordAndTheSameSchema) {
     const Bytes bytes = MarkStream(2, 2.5, 0.25f);
     // The header, the class record with schema 5 and a name of 5 letters, the base, the version word, both fields.
     ASSERT_EQ(38u + 6 + 5 + 48 + 4 + 8 + 4, bytes.size());

@@ -29,7 +29,7 @@ struct Stage : Scene {
     RecordingDC dc{800, 600};
 };
 
-// What the plain calls say of the sample text in that font, in pixels.
+// The extent of the sample text in that font by the plain calls, in pixels.
 int SampleHeight(int height, int escapement = 0, LPCWSTR face = L"宋体") {
     const HDC dc = ::CreateCompatibleDC(nullptr);
     LOGFONTW description = {};
@@ -199,7 +199,7 @@ TEST(TextDraw, ASelectedTextIsDrawnTheSameWithItsGrips) {
     EXPECT_EQ("SelectStockObject(5)", calls[8]);
     EXPECT_EQ("Rectangle(7,576,14,583)", calls[9]);
     EXPECT_EQ("Rectangle(37,576,44,583)", calls[10]) << "40.9 is pixel 40";
-    // The lower grips stand below by the height that this paint measured: 579.5 and that many pixels.
+    // The lower grips are below by the height that this paint measured: 579.5 and that many pixels.
     const int below = 579 + SampleHeight(20);
     EXPECT_EQ("Rectangle(7," + std::to_string(below - 3) + ",14," + std::to_string(below + 4) + ")", calls[11]);
     EXPECT_EQ("SelectObject(brush default)", calls[13]);
@@ -254,7 +254,7 @@ TEST(TextDraw, EachPaintMeasuresAnewInTheUnitsOfItsZoom) {
     stage.Zoom(0.25f); // 160 pixels, of which each is a quarter unit.
     stage.Draw(text);
     EXPECT_EQ(static_cast<float>(SampleHeight(160)) * 0.25f, text.m_MinCalHeight);
-    // What it says plays no part.
+    // The contents of the text have no effect.
     text.SetText(L"g̃Ä");
     const float before = text.m_MinCalHeight;
     stage.Draw(text);
@@ -343,7 +343,7 @@ TEST(TextDraw, MeasuringDoesNotDisturbTextsThatAreShared) {
     EXPECT_EQ(shared, text.GetText());
 }
 
-TEST(TextDraw, PaintsLeaveNoFontsBehind) {
+TEST(TextDraw, PaintsLeakNoFonts) {
     // Handles run out at about 65,500 a process; without a font the default one would be measured.
     Scene scene;
     Canvas canvas(8, 8);

@@ -258,7 +258,7 @@ TEST(TextFormator, ACopySharesTheTableWithItsSource) {
     EXPECT_EQ(before, Blocks());
 }
 
-TEST(TextFormator, SetupsLeaveNoDeviceContextsAndFontsBehind) {
+TEST(TextFormator, SetupsLeakNoDeviceContextsAndFonts) {
     // Handles run out at about 65,500 a process, and each setup makes one of either kind.
     Device device;
     CString text(L"x");
@@ -662,7 +662,7 @@ TEST(KLineBreaker, BlanksAtTheEndBelongToTheLineAndTheirEndIsTheTexts) {
     EXPECT_EQ(4, end);
 }
 
-// ---- What a failure says -------------------------------------------------------------------------------------------
+// ---- Messages of failures ------------------------------------------------------------------------------------------
 
 TEST(TextFormator, StagesOfAMeasureTellItsValues) {
     using namespace TextSteps;

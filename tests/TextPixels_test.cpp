@@ -1,4 +1,4 @@
-// Where the ink of texts and labels lies on a picture, and what the faces show.
+// Where the ink of texts and labels is on a picture, and what the faces show.
 
 #include "support/BoxAnswer.h"
 #include "support/TextObjects.h"
@@ -234,7 +234,7 @@ TEST(VectorLabelPixels, TheFigureIsAboveTheLineOrBesideIt) {
     label.SetRightLabel(CGePoint2d(100, 100), CGePoint2d(200, 100));
     Canvas canvas;
     label.Draw(&canvas.DC(), &scene.geometry);
-    // The figure "400" begins at the pixel (300, 260), runs downwards, and its cell of 100 lies to the left of that.
+    // The figure "400" begins at the pixel (300, 260), runs downwards, and its cell of 100 is to the left of that.
     int inside = 0;
     int outside = 0;
     for (int y = 0; y < 600; ++y) {

@@ -180,7 +180,7 @@ TEST(Text, BoxAndPointAreTruncatedTowardsZeroAlsoBelowIt) {
     narrow.SetPos(CGePoint2d(-4.5, 0.0));
     narrow.SetTextWide(1.7f);
     narrow.m_MinCalHeight = 8.5f;
-    // Left -2.5 and right -2.8 are both -2: nothing lies between them. The centre is (-2, -3).
+    // Left -2.5 and right -2.8 are both -2: nothing is between them. The centre is (-2, -3).
     EXPECT_FLOAT_EQ(3.0413813f, narrow.HitTest(CGePoint2d(-2.5, 0.0))) << "the root of 9.25";
     OpenText text;
     text.SetPos(CGePoint2d(-10.0, 0.0));

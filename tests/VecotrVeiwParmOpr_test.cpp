@@ -1,4 +1,4 @@
-// The reader of parameter lists: what it lists, what it replaces, and that it leaves nothing behind.
+// The reader of parameter lists: what it lists, what it replaces, and that it leaks nothing.
 
 #include "support/BoxAnswer.h"
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-// Keeps what the library says; a reader runs where nobody could answer a box.
+// Keeps the texts of message boxes; a reader runs where there is no user to answer a box.
 class QuietApp : public CWinApp {
 public:
     int DoMessageBox(LPCTSTR prompt, UINT, UINT) override {

@@ -493,7 +493,7 @@ TEST(VectorLabelDraw, AMetafileHoldsTheRegionAndItsBrush) {
     EXPECT_EQ(RGB(255, 255, 255), found.color);
 }
 
-TEST(VectorLabelDraw, PaintsLeaveNoPensBrushesAndRegionsBehind) {
+TEST(VectorLabelDraw, PaintsLeakNoPensBrushesAndRegions) {
     Scene scene;
     RecordingDC dc(8, 8);
     dc.SetExecution(false);

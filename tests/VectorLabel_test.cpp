@@ -102,7 +102,7 @@ TEST(VectorLabel, TheExtentPassesOverCoordinatesThatAreNoNumbers) {
     EXPECT_EQ(-8.0, min.y);
     EXPECT_EQ(43.0, max.x);
     EXPECT_EQ(13.0, max.y);
-    // Wherever the number stands, and each coordinate for itself.
+    // Wherever the number is, and for each coordinate separately.
     label.SetLeftLabel(CGePoint2d(nan, 7), CGePoint2d(nan, nan));
     label.SetRightLabel(CGePoint2d(nan, nan), CGePoint2d(20, 9));
     EXPECT_EQ(1, label.GetRect(nullptr, min, max));
@@ -136,7 +136,7 @@ TEST(VectorLabel, TheStoredFigureCountsEvenWhenItIsNotShown) {
     label.SetLeftLabel(CGePoint2d(0, 1000), CGePoint2d(0, 1030));
     label.SetRightLabel(CGePoint2d(100, 1000), CGePoint2d(100, 1030));
     ASSERT_EQ(0, label.GetTextShow());
-    // The figure of a new label lies at the origin, 20 wide and without height: from 2 to 20 and from 0 to 2.
+    // The figure of a new label is at the origin, 20 wide and without height: from 2 to 20 and from 0 to 2.
     EXPECT_EQ(0.0f, label.HitTest(CGePoint2d(10, 1)));
 }
 

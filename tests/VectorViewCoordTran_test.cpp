@@ -1,4 +1,5 @@
-// The mapping between drawing points and pixels: the flip of y, single precision where it is told, truncation, zoom.
+// The mapping between drawing points and pixels: the flip of y, single precision where it is required, truncation,
+// zoom.
 
 #include "VectorViewCoordTran.h"
 
@@ -181,7 +182,7 @@ TEST(VectorViewCoordTran, AScaleOfZeroIsTakenAndMakesLengthsInfinite) {
 TEST(VectorViewCoordTran, ZoomingAboutAPixelKeepsTheDrawingPointUnderIt) {
     CVectorViewCoordTran tran;
     tran.SethScreen(200);
-    tran.SetScale(CPoint(100, 50), 0.5f); // Under the pixel lies (100, 150).
+    tran.SetScale(CPoint(100, 50), 0.5f); // Under the pixel is (100, 150).
     EXPECT_EQ(0.5f, tran.GetScale());
     EXPECT_EQ(50.0, tran.GetOriginX()); // 100 - 100 * 0.5
     EXPECT_EQ(75.0, tran.GetOriginY()); // 150 - 150 * 0.5

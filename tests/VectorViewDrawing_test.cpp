@@ -428,7 +428,7 @@ TEST_F(ArcAsking, FourPixelsFromTheArcIsNearEnough) {
     // The arc is measured as its full circle: 54 pixels below the centre.
     EXPECT_EQ(bow, view.GetPLine_IsArc(CPoint(200, 254), segment));
     EXPECT_EQ(0, segment);
-    // With a unit of half a pixel the half pixel can be asked for: 9 units are 4.5 pixels.
+    // With a unit of half a pixel the half pixel can be given: 9 units are 4.5 pixels.
     segment = 77;
     view.GetVectorViewCoordTran()->SetScale(2.0f);
     view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 200));

@@ -1,4 +1,4 @@
-// Clicks in a parameter view: what the parent is told of each kind, the wheel, and the right-click menu.
+// Clicks in a parameter view: the notifications of each kind, the wheel, and the right-click menu.
 
 #include "support/BoxAnswer.h"
 #include "support/ParmHost.h"
@@ -149,7 +149,7 @@ TEST_F(ParmClicks, ACommandStillGetsItsClicks) {
     EXPECT_TRUE(view.GetDocument()->GetDrawableObjs()->GetAt(0)->IsKindOf(RUNTIME_CLASS(CLine)));
 }
 
-TEST_F(ParmClicks, AViewWithoutAParentTellsNobody) {
+TEST_F(ParmClicks, AViewWithoutAParentSendsNoNotification) {
     ParmView lone;
     Events lines;
     lone.log = &lines;
@@ -183,7 +183,7 @@ TEST_F(ParmClicks, AWheelMessageReachesTheParentWhileTheWheelIsDisabled) {
     view.AddLine(CGePoint2d(0, 0), CGePoint2d(400, 200), kColor, 1);
     EXPECT_EQ(0, view.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -240), MAKELPARAM(100, 100)));
     EXPECT_EQ(1.0f, view.GetVectorViewCoordTran()->GetScale());
-    // The window's default hands it up.
+    // The window's default passes it to the parent.
     EXPECT_EQ(std::vector<int>{-240}, parent.wheels);
 }
 

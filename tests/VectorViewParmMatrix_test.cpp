@@ -33,7 +33,8 @@ void Free(CObject* object) {
 
 class Case;
 
-// Tells its case of every hook. The view may be deleted inside `Reached`, so that nothing of it is touched afterwards.
+// Passes every hook on to its case. The view may be deleted inside `Reached`, so that nothing of it is touched
+// afterwards.
 class MatrixView : public CVectorViewParm {
 public:
     explicit MatrixView(Case* owner) : m_pCase(owner) {}
@@ -295,7 +296,7 @@ void OpenFromFile(Case& x) {
     x.view->GetDocument()->OpenDocument(file);
 }
 
-// The caller of SetDocument renews the engine, which knows the document by its address.
+// The caller of SetDocument renews the engine, which keeps the address of the document.
 void ReplaceDocument(Case& x) {
     auto* document = new CGraphicDocument;
     Register(document);

@@ -342,7 +342,7 @@ TEST_F(MisbehavingHost, TheSameParameterOpenedAgainAfterTheStoreStaysOpen) {
         }
     };
     view.DoEndEdit();
-    // The edit that ended is over; the new one hears of its own end only.
+    // The edit that ended calls no more hooks; the new one calls those of its own end only.
     EXPECT_EQ((Events{"accept A 7", "changing A 10>7", "changed A 10>7", "pre A", "query A"}), Take());
     ExpectOpenOn(a, L"7");
 }
@@ -549,7 +549,7 @@ TEST_F(MisbehavingHost, AParameterOutsideTheDrawingIsEditedLikeAnyOther) {
         ExpectOpenOn(&own, own.GetText());
         Type(L"9");
         if (reset) {
-            // It never stood there, so it does not go with the drawing.
+            // It was never in the drawing, so it is not freed with it.
             view.GetDocument()->Reset();
         }
         other.SetFocus();

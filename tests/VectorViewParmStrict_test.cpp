@@ -180,7 +180,7 @@ TEST_F(StrictRefusal, AMessageBoxInTheRefusalAsksOnceAndTheBoxHasTheFocusAfterIt
     }
 }
 
-TEST_F(StrictRefusal, OnceAcceptedTheEditEndsAsEver) {
+TEST_F(StrictRefusal, OnceAcceptedTheEditEndsAsUsual) {
     Refuse();
     Key(VK_TAB);
     ExpectAskedOnceAndKept();

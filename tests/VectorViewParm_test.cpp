@@ -444,7 +444,7 @@ TEST_F(Refusal, KeepsTheBoxOpenAndStoresNothing) {
 TEST_F(Refusal, OnEscapeTheOldTextIsPutIntoTheOpenBoxAndOfferedAgain) {
     Refuse();
     Key(VK_ESCAPE);
-    // Once for the key, once for the focus that goes to the view.
+    // Once for the key, once because the view gets the focus.
     EXPECT_EQ((Events{"accept A 10", "accept A 10"}), Take());
     ExpectOpenOn(a, L"10");
     view.onAccept = nullptr;
@@ -573,7 +573,7 @@ TEST(VectorViewParmAlone, TellsOfAnEditWithoutAWindow) {
     EXPECT_EQ(nullptr, view.Edit().GetTextParm());
 }
 
-// ---- The hooks' say ------------------------------------------------------------------------------------------------
+// ---- The hooks ---------------------------------------------------------------------------------------------------
 
 TEST_F(VectorViewParm, WhatOnEditChangingLeavesIsStored) {
     EditA();

@@ -42,7 +42,7 @@ TEST(WeldedSection, ThreePlatesWithoutWelds) {
 
 TEST(WeldedSection, WeldsAddFourTrianglesWithTheirOwnMoments) {
     // Legs of 6: each 18 in area, 6^4 / 36 = 36 about its own axis, its centre 2 from both legs.
-    // Web 376 high, 8 thick: the centres lie 188 - 2 = 186 above the axis and 4 + 2 = 6 beside it.
+    // Web 376 high, 8 thick: the centres are 188 - 2 = 186 above the axis and 4 + 2 = 6 beside it.
     // A  = 4800 + 3008 + 72
     // Ix = (200 x 64000000 - 192 x 53157376) / 12 + 4 (36 + 18 x 34596) = 216148650.667 + 2491056
     // Iy = (24 x 8000000 + 376 x 512) / 12 + 4 (36 + 18 x 36) = 16016042.667 + 2736
@@ -76,7 +76,7 @@ TEST(WeldedSection, FlangesThatFillTheHeightAreRefused) {
     EXPECT_EQ(nullptr, Section(400, 200, 8, 199, 0, 6000).FindFault());
 }
 
-TEST(WeldedSection, WeldsMustHaveRoomOnFlangeAndWeb) {
+TEST(WeldedSection, WeldsMustFitOnFlangeAndWeb) {
     // (200 - 8) / 2 = 96 on the flange; a web 20 high takes two legs of 10.
     EXPECT_TRUE(Says(Section(400, 200, 8, 12, 96.5, 6000), L"超出翼缘"));
     EXPECT_EQ(nullptr, Section(400, 200, 8, 12, 96, 6000).FindFault());

@@ -12,7 +12,7 @@ namespace {
 
 typedef std::vector<BYTE> Bytes;
 
-// A point with one version word; it notes the schemas that it was told.
+// A point with one version word; it records the schemas that it was given.
 class CDot : public CObject {
     DECLARE_SERIAL(CDot)
 public:
@@ -21,11 +21,12 @@ public:
     void Serialize(CArchive& ar) override {
         CObject::Serialize(ar);
         seen.push_back(ar.GetObjectSchema());
-        EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu); // it is told once
-        if (ar.IsStoring())
+        EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu); // it is given once
+        if (ar.IsStoring()) {
             ar << value;
-        else
+        } else {
             ar >> value;
+        }
     }
     int value;
     static int alive;
@@ -40,14 +41,16 @@ class CLink : public CObject {
     DECLARE_SERIAL(CLink)
 public:
     ~CLink() override {
-        if (owns)
+        if (owns) {
             delete next;
+        }
     }
     void Serialize(CArchive& ar) override {
-        if (ar.IsStoring())
+        if (ar.IsStoring()) {
             ar << next;
-        else
+        } else {
             ar >> next;
+        }
         schemaAfter = ar.GetObjectSchema();
     }
     CObject* next = NULL;
@@ -94,8 +97,9 @@ void Append(Bytes& bytes, const Bytes& more) {
 
 Bytes Joined(std::initializer_list<Bytes> parts) {
     Bytes bytes;
-    for (const Bytes& part : parts)
+    for (const Bytes& part : parts) {
         Append(bytes, part);
+    }
     return bytes;
 }
 
@@ -141,8 +145,9 @@ int Cause(const Bytes& bytes, int objects, const CRuntimeClass* wanted = NULL) {
             for (int i = 0; i < objects; ++i) {
                 CObject* ob = ar.ReadObject(wanted);
                 for (const auto& known : read) {
-                    if (known.get() == ob)
+                    if (known.get() == ob) {
                         ob = NULL; // a back-reference
+                    }
                 }
                 read.emplace_back(ob);
             }
@@ -242,8 +247,9 @@ TEST(AfxArchiveObjects, AnotherSchemaIsRefusedUnlessTheClassIsVersionable) {
     EXPECT_EQ(Cause(Record("CFixed", 3), 1), -1);
     EXPECT_EQ(Cause(Record("CFixed", 2), 1), CArchiveException::badSchema);
     EXPECT_EQ(Cause(Record("CFixed", 4), 1), CArchiveException::badSchema);
-    for (int schema : {0, 1, 4, 6, 0xFFFE, 0xFFFF})
+    for (int schema : {0, 1, 4, 6, 0xFFFE, 0xFFFF}) {
         EXPECT_EQ(Cause(Joined({Record("CDot", schema), {0, 0, 0, 0}}), 1), -1);
+    }
 }
 
 TEST(AfxArchiveObjects, UnknownAndUnfitClassesAreRefused) {
@@ -278,14 +284,14 @@ TEST(AfxArchiveObjects, NumbersThatWereNeverGivenOutAreRefused) {
     EXPECT_EQ(Cause(Joined({dot, {0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0x7F}}), 2), CArchiveException::badIndex);
     EXPECT_EQ(Cause(Joined({dot, {0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0xFF}}), 2), CArchiveException::badIndex);
     EXPECT_EQ(Cause({0xFF, 0x7F, 0, 0, 0, 0}, 1), -1); // number 0 is the null object in this form too
-    // A known object of another kind than asked for.
+    // A known object of another kind than requested.
     Load(Joined({dot, {2, 0}}), [](CArchive& ar) {
         std::unique_ptr<CObject> first(ar.ReadObject(NULL));
         EXPECT_EQ(ArchiveCause([&] { ar.ReadObject(RUNTIME_CLASS(CFixed)); }), CArchiveException::badClass);
     });
 }
 
-TEST(AfxArchiveObjects, EveryPrefixOfAStreamEndsInAnExceptionAndLeavesNothingBehind) {
+TEST(AfxArchiveObjects, EveryPrefixOfAStreamEndsInAnExceptionAndLeaksNothing) {
     CDot a(1), b(2);
     CLink link;
     link.next = &b;
@@ -320,7 +326,7 @@ TEST(AfxArchiveObjects, AnObjectThatFailsToLoadIsFreedAndItsNumberIsVoid) {
         EXPECT_EQ(CDot::alive, 0);
         EXPECT_EQ(ar.GetObjectSchema(), 0xFFFFFFFFu);
     });
-    // Its class is 1 and it was to be 2: a later reference to 2 must not hand the freed object out.
+    // Its class is 1 and it was to be 2: a later reference to 2 must not give the freed object.
     CMemFile file;
     const Bytes start = Joined({Record("CBreaking", 1), {2, 0}});
     file.Write(start.data(), static_cast<UINT>(start.size()));
@@ -383,8 +389,9 @@ TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
 
 TEST(AfxArchiveObjects, ObjectsAreNestedAsDeepWhenStoringAsWhenLoading) {
     std::vector<CLink> links(1001);
-    for (size_t i = 0; i + 1 < links.size(); ++i)
+    for (size_t i = 0; i + 1 < links.size(); ++i) {
         links[i].next = &links[i + 1];
+    }
     CMemFile file;
     CArchive ar(&file, CArchive::store | CArchive::bNoFlushOnDelete);
     EXPECT_EQ(ArchiveCause([&] { ar.WriteObject(&links[0]); }), CArchiveException::genericException);
@@ -410,8 +417,9 @@ TEST(AfxArchiveObjects, NumbersFrom7FFFOnAreWrittenInThirtyTwoBits) {
     CDot dot(6), dot2(7);
     const Bytes bytes = Stored([&](CArchive& ar) {
         ar.WriteObject(&first);
-        for (int i = 3; i <= 0x7FFD; ++i)
+        for (int i = 3; i <= 0x7FFD; ++i) {
             ar.MapObject(&filler);
+        }
         ar.WriteObject(&last); // object 0x7FFE, the last that a short tag can name
         ar.WriteObject(&high); // object 0x7FFF; class 1 is still short
         ar.WriteObject(&dot);  // class 0x8000, object 0x8001
@@ -431,8 +439,9 @@ TEST(AfxArchiveObjects, NumbersFrom7FFFOnAreWrittenInThirtyTwoBits) {
                              {0xFF, 0x7F, 0x01, 0x80, 0x00, 0x00}}));
     Load(bytes, [&](CArchive& ar) {
         std::unique_ptr<CObject> firstBack(ar.ReadObject(NULL));
-        for (int i = 3; i <= 0x7FFD; ++i)
+        for (int i = 3; i <= 0x7FFD; ++i) {
             ar.MapObject(&filler);
+        }
         std::unique_ptr<CObject> lastBack(ar.ReadObject(NULL));
         std::unique_ptr<CObject> highBack(ar.ReadObject(NULL));
         std::unique_ptr<CObject> dotBack(ar.ReadObject(NULL));
@@ -523,8 +532,9 @@ TEST(AfxArchiveObjects, RandomDamageNeverDoesMoreThanRaise) {
             seed = seed * 1664525 + 1013904223;
             bytes[(seed >> 8) % bytes.size()] = static_cast<BYTE>(seed >> 24);
         }
-        if (Cause(bytes, 4) != -1)
+        if (Cause(bytes, 4) != -1) {
             ++failures;
+        }
         ASSERT_EQ(CDot::alive, 2) << round;
     }
     EXPECT_GT(failures, 1000);

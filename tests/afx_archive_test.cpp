@@ -20,8 +20,9 @@ Bytes Stored(F code, int buffer = 4096) {
     ar.Close();
     Bytes bytes(static_cast<size_t>(file.GetLength()));
     file.SeekToBegin();
-    if (!bytes.empty())
+    if (!bytes.empty()) {
         file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+    }
     return bytes;
 }
 
@@ -55,8 +56,9 @@ public:
     UINT Read(void* lpBuf, UINT nCount) override { return CMemFile::Read(lpBuf, nCount < most ? nCount : most); }
     void Write(const void* lpBuf, UINT nCount) override {
         ++writes;
-        if (full)
+        if (full) {
             AfxThrowFileException(CFileException::diskFull);
+        }
         CMemFile::Write(lpBuf, nCount);
     }
 };
@@ -199,8 +201,9 @@ TEST(AfxArchive, ABlockThatIsNotReadWholeStaysAsItWas) {
     Load({2, 0, 1, 1, 1, 1, 2, 2}, [](CArchive& ar) {
         CDWordArray array;
         EXPECT_EQ(ArchiveCause([&] { array.Serialize(ar); }), CArchiveException::endOfFile);
-        for (INT_PTR i = 0; i < array.GetSize(); ++i)
+        for (INT_PTR i = 0; i < array.GetSize(); ++i) {
             EXPECT_TRUE(array[i] == 0 || array[i] == 0x01010101) << array[i];
+        }
     });
     Load({5, 0}, [](CArchive& ar) {
         UINT schema = 77;
@@ -258,8 +261,9 @@ TEST(AfxArchive, BuffersOfEverySizeGiveTheSameBytes) {
                     BYTE block[333];
                     const UINT n = static_cast<UINT>(i % 334);
                     ASSERT_EQ(ar.Read(block, n), n);
-                    for (UINT k = 0; k < n; ++k)
+                    for (UINT k = 0; k < n; ++k) {
                         ASSERT_EQ(block[k], static_cast<BYTE>(i));
+                    }
                 }
                 char c;
                 ASSERT_EQ(ar.Read(&c, 1), 0u);
@@ -282,8 +286,9 @@ TEST(AfxArchive, AGivenBufferIsUsedAndLeftToItsOwner) {
 
 TEST(AfxArchive, AFileThatGivesLittleAtATimeIsReadToItsEnd) {
     FaultyFile file;
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         static_cast<CMemFile&>(file).CMemFile::Write(&i, 4);
+    }
     file.SeekToBegin();
     file.most = 3;
     CArchive ar(&file, CArchive::load, 128);
@@ -342,7 +347,7 @@ TEST(AfxArchive, AFullDiskComesOutOfTheDestructorOnceAndIsNotRetried) {
               }),
               CFileException::diskFull);
     EXPECT_EQ(file.writes, 1);
-    // Under way already, the first exception wins and the program goes on.
+    // Under way already, the first exception is kept and the program continues.
     EXPECT_EQ(FileCause([&] {
                   CArchive ar(&file, CArchive::store);
                   ar << 1;
@@ -352,8 +357,9 @@ TEST(AfxArchive, AFullDiskComesOutOfTheDestructorOnceAndIsNotRetried) {
     EXPECT_EQ(file.writes, 2);
     EXPECT_EQ(FileCause([&] {
                   CArchive ar(&file, CArchive::store, 128);
-                  for (int i = 0; i < 1000; ++i)
+                  for (int i = 0; i < 1000; ++i) {
                       ar << i;
+                  }
               }),
               CFileException::diskFull);
     EXPECT_EQ(file.writes, 3);
@@ -391,15 +397,16 @@ TEST(AfxArchive, CountsEscapeToWiderForms) {
     for (const auto& row : rows) {
         EXPECT_EQ(Stored([&](CArchive& ar) { ar.WriteCount(row.count); }), row.bytes);
         Load(row.bytes, [&](CArchive& ar) { EXPECT_EQ(ar.ReadCount(), row.count); });
-        for (size_t cut = 0; cut < row.bytes.size(); ++cut)
+        for (size_t cut = 0; cut < row.bytes.size(); ++cut) {
             Load(Bytes(row.bytes.begin(), row.bytes.begin() + static_cast<ptrdiff_t>(cut)),
                  [](CArchive& ar) { EXPECT_EQ(ArchiveCause([&] { ar.ReadCount(); }), CArchiveException::endOfFile); });
+        }
     }
 }
 
 // ---- text ----------------------------------------------------------------------------------------------------------
 
-TEST(AfxArchive, TextLengthsTakeOneThreeOrSevenBytesBehindTheWideMark) {
+TEST(AfxArchive, TextLengthsTakeOneThreeOrSevenBytesAfterTheWideMark) {
     const struct {
         UINT_PTR length;
         Bytes bytes;
@@ -451,8 +458,9 @@ TEST(AfxArchive, TextsOfEveryLengthClassComeBack) {
     for (int length : {0, 1, 254, 255, 256, 2047, 2048, 4096, 65533, 65534, 65535, 65536, 200000}) {
         CString text;
         wchar_t* p = text.GetBufferSetLength(length);
-        for (int i = 0; i < length; ++i)
+        for (int i = 0; i < length; ++i) {
             p[i] = static_cast<wchar_t>(0x4E00 + i % 0x5000);
+        }
         const Bytes bytes = Stored([&](CArchive& ar) { ar << text << 77; });
         Load(bytes, [&](CArchive& ar) {
             CString back;
@@ -533,8 +541,9 @@ TEST(AfxArchive, ArraysAreACountAndTheirElements) {
     CUIntArray numbers;
     EXPECT_TRUE(Throws<CNotSupportedException>([&] { Stored([&](CArchive& ar) { numbers.Serialize(ar); }); }));
     CDWordArray many;
-    for (DWORD i = 0; i < 100000; ++i)
+    for (DWORD i = 0; i < 100000; ++i) {
         many.Add(i * 7);
+    }
     Load(Stored([&](CArchive& ar) { many.Serialize(ar); }), [](CArchive& ar) {
         CDWordArray back;
         back.Serialize(ar);

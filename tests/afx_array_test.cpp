@@ -24,15 +24,17 @@ typedef CArray<int, int> IntArray;
 
 IntArray& Fill(IntArray& array, std::initializer_list<int> values) {
     array.RemoveAll();
-    for (int value : values)
+    for (int value : values) {
         array.Add(value);
+    }
     return array;
 }
 
 std::string Text(const IntArray& array) {
     std::string text;
-    for (INT_PTR i = 0; i < array.GetSize(); ++i)
+    for (INT_PTR i = 0; i < array.GetSize(); ++i) {
         text += (i ? "," : "") + std::to_string(array[i]);
+    }
     return text;
 }
 
@@ -74,10 +76,12 @@ TEST(AfxArray, EveryAccessOutsideTheIndicesRaisesTheInvalidArgumentException) {
 
 TEST(AfxArray, AddGivesTheIndexAndKeepsEverythingWhileItGrows) {
     IntArray a;
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 100000; ++i) {
         ASSERT_EQ(a.Add(i * 3), i);
-    for (int i = 0; i < 100000; ++i)
+    }
+    for (int i = 0; i < 100000; ++i) {
         ASSERT_EQ(a[i], i * 3);
+    }
 }
 
 TEST(AfxArray, AddMovesItsElementsOnlyNowAndThen) {
@@ -94,13 +98,14 @@ TEST(AfxArray, AddMovesItsElementsOnlyNowAndThen) {
     EXPECT_LT(moves, 60); // growing by half: 1.5 to the 34th is a million
 }
 
-TEST(AfxArray, AGivenGrowByIsTheLeastRoomThatIsMade) {
+TEST(AfxArray, AGivenGrowByIsTheLeastGrowth) {
     IntArray a;
     a.SetSize(0, 500);
     a.Add(1);
     const int* data = a.GetData();
-    for (int i = 1; i < 500; ++i)
+    for (int i = 1; i < 500; ++i) {
         a.Add(i);
+    }
     EXPECT_EQ(a.GetData(), data);
 }
 
@@ -171,7 +176,7 @@ TEST(AfxArray, RemovesAppendsAndCopies) {
     EXPECT_EQ(b.GetSize(), 0);
 }
 
-TEST(AfxArray, FreeExtraGivesRoomBackAndKeepsTheElements) {
+TEST(AfxArray, FreeExtraFreesUnusedMemoryAndKeepsTheElements) {
     IntArray a;
     Fill(a, {1, 2, 3, 4, 5});
     a.FreeExtra();
@@ -183,10 +188,12 @@ TEST(AfxArray, FreeExtraGivesRoomBackAndKeepsTheElements) {
 TEST(AfxArray, AnElementMayBeAddedFromTheArrayItself) {
     CStringArray a;
     a.Add(L"first text");
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         a.Add(a[0]);
-    for (INT_PTR i = 0; i < a.GetSize(); ++i)
+    }
+    for (INT_PTR i = 0; i < a.GetSize(); ++i) {
         ASSERT_EQ(a[i], L"first text");
+    }
     a.SetAtGrow(500, a[0]);
     EXPECT_EQ(a[500], L"first text");
     EXPECT_EQ(a[499], L"");
@@ -195,8 +202,9 @@ TEST(AfxArray, AnElementMayBeAddedFromTheArrayItself) {
 TEST(AfxArray, ConstructsAndDestroysEachElementOnce) {
     {
         CArray<Counted> a;
-        for (int i = 0; i < 50; ++i)
+        for (int i = 0; i < 50; ++i) {
             a.Add(Counted(i));
+        }
         a.InsertAt(10, Counted(99), 5);
         EXPECT_EQ(Counted::alive, 55);
         a.RemoveAt(0, 20);

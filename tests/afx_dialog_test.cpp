@@ -14,7 +14,7 @@
 
 namespace {
 
-// A dialog that does what the test says as soon as its loop runs.
+// A dialog that runs the test's script as soon as its loop runs.
 class Asking : public CDialog {
 public:
     explicit Asking(UINT id = 500) : CDialog(id) {}
@@ -45,13 +45,15 @@ protected:
         SendDlgItemMessage(1007, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"b"));
         CDialog::OnInitDialog();
         PostMessage(WM_APP);
-        if (m_onInit)
+        if (m_onInit) {
             m_onInit(*this);
+        }
         return TRUE;
     }
     afx_msg LRESULT OnScript(WPARAM, LPARAM) {
-        if (m_script)
+        if (m_script) {
             m_script(*this);
+        }
         return 0;
     }
     afx_msg void OnChange() { ++m_changes; }
@@ -115,7 +117,7 @@ TEST(DesktopAfxDialog, OkTakesTheValuesAndCancelDoesNot) {
     EXPECT_EQ(Utf8(other.m_text), "old");
 }
 
-TEST(DesktopAfxDialog, ARefusedValueIsToldAndTheDialogStays) {
+TEST(DesktopAfxDialog, ARefusedValueIsReportedAndTheDialogStays) {
     Asking dialog;
     BoxAnswer boxes({IDOK});
     std::vector<std::string> wrong = {"abc", "", "12x", "101", "99999999999"};
@@ -261,7 +263,7 @@ TEST(DesktopAfxDialog, EscapeCancelsThroughTheMessageLoop) {
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
 }
 
-TEST(DesktopAfxDialog, TheOwnerTakesNoInputWhileTheDialogStands) {
+TEST(DesktopAfxDialog, TheOwnerTakesNoInputWhileTheDialogIsShown) {
     CWnd owner;
     ASSERT_TRUE(
         owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP | WS_VISIBLE, CRect(100, 100, 500, 400), nullptr, 0));
@@ -315,12 +317,12 @@ public:
 
 } // namespace
 
-TEST(DesktopAfxDialog, ADialogThatGoesWithItsOwnerGivesAbort) {
+TEST(DesktopAfxDialog, ADialogDestroyedWithItsOwnerGivesAbort) {
     CWnd owner;
     ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
     OwnedBy dialog(&owner);
     dialog.m_script = [&](Asking&) { owner.DestroyWindow(); };
-    // A way out for a loop that would not notice: the timer has no window.
+    // Ends a loop that does not end by itself: the timer has no window.
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { ::PostQuitMessage(9); });
     EXPECT_EQ(dialog.DoModal(), IDABORT);
     ::KillTimer(nullptr, timer);
@@ -334,7 +336,7 @@ TEST(DesktopAfxDialog, ADialogThatGoesWithItsOwnerGivesAbort) {
     EXPECT_EQ(dialog.DoModal(), 4);
 }
 
-TEST(DesktopAfxDialog, ADialogWhoseOwnerGoesBeforeItShowsWasNotMade) {
+TEST(DesktopAfxDialog, ADialogWhoseOwnerIsDestroyedBeforeItShowsIsNotMade) {
     CWnd owner;
     ASSERT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP, CRect(100, 100, 500, 400), nullptr, 0));
     OwnedBy dialog(&owner);
@@ -462,7 +464,7 @@ TEST(DesktopAfxMenu, ALoadedMenuHasItsItems) {
     EXPECT_FALSE(::IsMenu(handle));
 }
 
-TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsToldAndStopsThere) {
+TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsReportedAndStopsThere) {
     class Throwing : public CFileDialog {
     public:
         Throwing() : CFileDialog(TRUE, nullptr, nullptr, OFN_HIDEREADONLY, L"All|*.*||") {}
@@ -483,8 +485,9 @@ TEST(DesktopAfxFileDialog, WhateverItsHookThrowsIsToldAndStopsThere) {
         HWND window = nullptr;
         while ((window = ::FindWindowEx(nullptr, window, L"#32770", nullptr)) != nullptr) {
             if (::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() &&
-                ::GetDlgItem(window, 0x47c) != nullptr)
+                ::GetDlgItem(window, 0x47c) != nullptr) {
                 ::PostMessage(window, WM_COMMAND, IDCANCEL, 0);
+            }
         }
     });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
@@ -503,7 +506,7 @@ TEST(DesktopAfxFileDialog, TheChosenNameComesBackInParts) {
     CFileDialog dialog(TRUE, nullptr, nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, L"All|*.*||", nullptr, 0, TRUE);
     EXPECT_EQ(dialog.m_ofn.Flags & (OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT), 6u);
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR, DWORD) {
-        // The name box of the dialog that stands, and its button.
+        // The name box of the dialog that is shown, and its button.
         HWND window = nullptr;
         while ((window = ::FindWindowEx(nullptr, window, L"#32770", nullptr)) != nullptr) {
             if (::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() &&

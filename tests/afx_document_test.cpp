@@ -10,7 +10,7 @@
 
 namespace {
 
-// Holds bytes; can be told to fail half-way.
+// Holds bytes; can be set to fail half-way.
 class Bytes : public CDocument {
 public:
     enum Failure { None, Throw, SwallowAndAbort, SwallowAndClose, User, BreakFile, Number, NoMemory };
@@ -26,8 +26,9 @@ public:
         if (ar.IsLoading()) {
             char byte = 0;
             m_bytes.clear();
-            while (ar.Read(&byte, 1) == 1)
+            while (ar.Read(&byte, 1) == 1) {
                 m_bytes += byte;
+            }
         } else {
             ar.Write(m_bytes.data(), static_cast<UINT>(m_bytes.size()));
         }
@@ -76,11 +77,13 @@ protected:
         std::vector<CString> names;
         WIN32_FIND_DATA found = {};
         const HANDLE search = ::FindFirstFile(m_folder + L"\\*", &found);
-        if (search == INVALID_HANDLE_VALUE)
+        if (search == INVALID_HANDLE_VALUE) {
             return names;
+        }
         do {
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
                 names.push_back(found.cFileName);
+            }
         } while (::FindNextFile(search, &found));
         ::FindClose(search);
         return names;
@@ -96,7 +99,7 @@ protected:
         return bytes;
     }
 
-    // Whether nobody has the file open.
+    // Whether no handle to the file is open.
     bool IsFree() const {
         CFile file;
         return file.Open(m_path, CFile::modeReadWrite | CFile::shareExclusive) != FALSE;
@@ -141,7 +144,7 @@ TEST_F(DesktopAfxDocument, WhatIsSavedIsLoadedAgain) {
     EXPECT_EQ(Names().size(), 1u);
 }
 
-TEST_F(DesktopAfxDocument, ASaveThatThrowsLeavesTheOldFileAndSaysWhy) {
+TEST_F(DesktopAfxDocument, ASaveThatThrowsLeavesTheOldFileAndShowsWhy) {
     Put("good");
     Bytes document;
     document.m_bytes = std::string(20000, 'x');
@@ -153,7 +156,7 @@ TEST_F(DesktopAfxDocument, ASaveThatThrowsLeavesTheOldFileAndSaysWhy) {
     EXPECT_EQ(Get(), "good");
     EXPECT_EQ(Names().size(), 1u) << "no temporary file may stay";
     EXPECT_TRUE(document.IsModified());
-    document.m_failure = Bytes::User; // has told the user already
+    document.m_failure = Bytes::User; // has informed the user already
     EXPECT_FALSE(document.OnSaveDocument(m_path));
     EXPECT_EQ(boxes.Texts().size(), 1u);
 }

@@ -1,4 +1,4 @@
-// What objects say of themselves: AssertValid, Dump and the dump context. Layer 14: tests.
+// The checks and dumps of objects: AssertValid, Dump and the dump context. Layer 14: tests.
 #include <afx.h>
 
 #include <gtest/gtest.h>
@@ -19,8 +19,9 @@ public:
     void Dump(CDumpContext& dc) const override {
         CObject::Dump(dc);
         dc << L"count = " << m_count << L"\n";
-        if (dc.GetDepth() > 0)
+        if (dc.GetDepth() > 0) {
             dc << m_inner;
+        }
     }
 };
 IMPLEMENT_DYNAMIC(CHolder, CObject)
@@ -47,7 +48,7 @@ std::string Address(const void* p) {
 
 } // namespace
 
-TEST(AfxDump, AnObjectSaysItsClassAndAddress) {
+TEST(AfxDump, AnObjectDumpsItsClassAndAddress) {
     CHolder holder;
     const std::string own = "a CHolder at $" + Address(&holder) + "\ncount = 3\n";
     EXPECT_EQ(Dumped(holder, 0), own);

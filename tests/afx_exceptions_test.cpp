@@ -1,4 +1,4 @@
-// The exception family: who throws what, texts, causes, the catching macros. Layer 14: tests.
+// The exception family: which function throws which, texts, causes, the catching macros. Layer 14: tests.
 #include "support/AfxCaught.h"
 #include "support/UiLanguage.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Tells when it is deleted.
+// Records when it is deleted.
 class CWatchedException : public CException {
     DECLARE_DYNAMIC(CWatchedException)
 public:
@@ -34,8 +34,9 @@ TEST(AfxExceptions, EachThrowFunctionThrowsItsOwnKind) {
     EXPECT_TRUE(Throws<CFileException>([] { AfxThrowFileException(CFileException::diskFull); }));
     EXPECT_TRUE(Throws<COleException>([] { AfxThrowOleException(E_FAIL); }));
     // Thrown again and again, since the fixed ones are not on the heap.
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(Throws<CMemoryException>([] { AfxThrowMemoryException(); }));
+    }
 }
 
 TEST(AfxExceptions, CarryCauseErrorNumberAndFileName) {
@@ -93,7 +94,7 @@ TEST(AfxExceptions, SystemErrorsBecomeCauses) {
     EXPECT_EQ(FileCause([] { CFileException::ThrowOsError(ERROR_DISK_FULL); }), CFileException::diskFull);
 }
 
-TEST(AfxExceptions, TextsAreCutToTheGivenRoom) {
+TEST(AfxExceptions, TextsAreCutToTheGivenSize) {
     const UiLanguage english(UiLanguage::kEnglish);
     wchar_t text[8] = L"unused!";
     UINT help = 7;
@@ -104,8 +105,9 @@ TEST(AfxExceptions, TextsAreCutToTheGivenRoom) {
     EXPECT_FALSE(CMemoryException(FALSE).GetErrorMessage(NULL, 4));
     EXPECT_FALSE(CUserException(FALSE).GetErrorMessage(text, 8));
     EXPECT_STREQ(text, L"");
-    for (int cause = CArchiveException::genericException; cause <= CArchiveException::badSchema; ++cause)
+    for (int cause = CArchiveException::genericException; cause <= CArchiveException::badSchema; ++cause) {
         EXPECT_FALSE(Message(CArchiveException(cause)).empty());
+    }
     EXPECT_EQ(Message(CFileException(999)), Message(CFileException(CFileException::genericException)));
 }
 
@@ -127,7 +129,7 @@ TEST(AfxExceptions, TextsFollowTheLanguageOfTheInterface) {
     EXPECT_EQ(Message(CFileException(-1)), Message(CFileException(CFileException::genericException)));
 }
 
-// clang-format off: it doesn't know these macros
+// clang-format off: it can't format these macros
 TEST(AfxExceptions, CatchMacrosDeleteWhatTheyCaught) {
     int deleted = 0;
     int handled = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A path of a file that is not there; gone again after the test.
+// A path of a file that does not exist; the file is deleted after the test.
 class TemporaryPath {
 public:
     TemporaryPath() {
@@ -137,7 +137,7 @@ TEST(AfxFile, TheReadOnlyMarkIsSetAndTakenOff) {
     CFile::SetStatus(path, status);
     ASSERT_TRUE(CFile::GetStatus(path, status));
     EXPECT_EQ(status.m_attribute & CFile::readOnly, CFile::readOnly);
-    // Some systems let a privileged user write it all the same; CFile agrees with the system it is on.
+    // Some systems let a privileged user write it nevertheless; CFile behaves like the system.
     HANDLE h = CreateFileW(path, GENERIC_WRITE, 0, NULL, OPEN_EXISTING, 0, NULL);
     const bool refused = h == INVALID_HANDLE_VALUE;
     CloseHandle(h);
@@ -218,8 +218,9 @@ TEST(AfxFile, NamesAreTakenFromThePath) {
 TEST(AfxMemFile, GrowsAsItIsWritten) {
     CMemFile file(16);
     EXPECT_EQ(file.GetLength(), 0u);
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         file.Write(&i, sizeof(i));
+    }
     EXPECT_EQ(file.GetLength(), 4000u);
     EXPECT_EQ(file.GetPosition(), 4000u);
     file.SeekToBegin();

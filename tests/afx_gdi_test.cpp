@@ -33,7 +33,7 @@ TEST(AfxGdi, TheOldObjectStaysValidOverThousandsOfSelections) {
     EXPECT_NE(initial->GetLogPen(&log), 0);
 }
 
-TEST(AfxGdi, ATemporaryObjectNeverStandsForAHandleOfAnotherKind) {
+TEST(AfxGdi, ATemporaryObjectIsNeverUsedForAHandleOfAnotherKind) {
     const HGDIOBJ pen = ::CreatePen(PS_SOLID, 1, 0);
     const CPen* temporary = CPen::FromHandle(static_cast<HPEN>(pen));
     EXPECT_EQ(CGdiObject::FromHandle(pen), temporary);
@@ -54,12 +54,14 @@ TEST(AfxGdi, OfTwoObjectsOnOneHandleTheLaterOneAnswersAsLongAsItStays) {
         for (const bool otherBehind : {false, true}) {
             first.Attach(handle);
             CPen between;
-            if (otherBetween)
+            if (otherBetween) {
                 between.CreatePen(PS_SOLID, 1, RGB(1, 2, 3));
+            }
             second.Attach(handle);
             CPen behind;
-            if (otherBehind)
+            if (otherBehind) {
                 behind.CreatePen(PS_SOLID, 1, RGB(3, 2, 1));
+            }
             EXPECT_EQ(CPen::FromHandle(handle), &second);
             EXPECT_EQ(first.Detach(), handle);
             EXPECT_EQ(CPen::FromHandle(handle), &second) << "the earlier one takes only itself away";
@@ -151,8 +153,9 @@ TEST(AfxGdi, ConstructorsOfPensAndBrushesThrowWhenGdiRefuses) {
     std::vector<HGDIOBJ> taken;
     for (int i = 0; i < 70000; ++i) {
         const HGDIOBJ pen = ::CreatePen(PS_SOLID, 1, 1);
-        if (pen == nullptr)
+        if (pen == nullptr) {
             break;
+        }
         taken.push_back(pen);
     }
     int pens = 0, brushes = 0;
@@ -169,8 +172,9 @@ TEST(AfxGdi, ConstructorsOfPensAndBrushesThrowWhenGdiRefuses) {
         e->Delete();
     }
     const size_t count = taken.size();
-    for (HGDIOBJ pen : taken)
+    for (HGDIOBJ pen : taken) {
         ::DeleteObject(pen);
+    }
     ASSERT_LT(count, 70000u) << "the handles did not run out";
     EXPECT_EQ(pens, 1);
     EXPECT_EQ(brushes, 1);

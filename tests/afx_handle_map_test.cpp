@@ -31,21 +31,23 @@ void DeleteAll(HandleMap<Counted>& map) {
 TEST(AfxHandleMap, FindsEachOfManyThatComeAndGo) {
     HandleMap<Counted> map;
     std::vector<Counted> objects(1000);
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         map.Set(Handle(i + 1), &objects[static_cast<size_t>(i)]);
-    // Every third goes, in an order that jumps about.
+    }
+    // Every third is removed, in an irregular order.
     std::set<int> gone;
     for (int i = 0; i < 1000; i += 3) {
         const int out = i * 7 % 1000;
         map.Remove(Handle(out + 1), &objects[static_cast<size_t>(out)]);
         gone.insert(out);
     }
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         EXPECT_EQ(map.Permanent(Handle(i + 1)), gone.count(i) != 0 ? nullptr : &objects[static_cast<size_t>(i)]) << i;
+    }
     EXPECT_EQ(map.Find(Handle(5000)), nullptr);
 }
 
-TEST(AfxHandleMap, TheNewestLeavesNothingBehindAndUncoversTheOneBefore) {
+TEST(AfxHandleMap, TheNewestLeavesNoEntryAndUncoversTheOneBefore) {
     HandleMap<Counted> map;
     Counted first, second, other;
     map.Set(Handle(1), &first);
@@ -78,8 +80,9 @@ TEST(AfxHandleMap, TemporaryObjectsGoTogetherAndEachOnce) {
     {
         HandleMap<Counted> map;
         Counted owner;
-        for (int i = 1; i <= 200; ++i)
+        for (int i = 1; i <= 200; ++i) {
             map.SetTemporary(Handle(i), std::make_unique<Counted>());
+        }
         map.SetTemporary(Handle(1), std::make_unique<Counted>()); // another kind of object on that handle now
         map.Set(Handle(2), &owner);                               // covered by an owner
         Counted next;
@@ -109,11 +112,13 @@ TEST(AfxHandleMap, AnEarlierOwnerIsFoundAgainWhateverWasAttachedInBetween) {
             Counted first, second, third, other, another;
             map.Set(Handle(1), &first);
             map.Set(Handle(1), &second);
-            if (otherBetween)
+            if (otherBetween) {
                 map.Set(Handle(2), &other);
+            }
             map.Set(Handle(1), &third);
-            if (otherAfter)
+            if (otherAfter) {
                 map.Set(Handle(3), &another);
+            }
             EXPECT_EQ(map.Permanent(Handle(1)), &third);
             map.Remove(Handle(1), &third);
             EXPECT_EQ(map.Permanent(Handle(1)), &second);
@@ -138,7 +143,7 @@ TEST(AfxHandleMap, ACoveredOwnerThatLeavesIsNotFoundAgain) {
     EXPECT_EQ(map.Permanent(Handle(1)), &first);
 }
 
-TEST(AfxHandleMap, ObjectsOfDeadHandlesAreUsedAgainAndNeverFreed) {
+TEST(AfxHandleMap, ObjectsOfFreedHandlesAreUsedAgainAndNeverFreed) {
     ASSERT_EQ(Counted::alive, 0);
     {
         HandleMap<Counted> map;
@@ -162,7 +167,7 @@ TEST(AfxHandleMap, ObjectsOfDeadHandlesAreUsedAgainAndNeverFreed) {
         EXPECT_EQ(map.GetTemporaryCount(), 63u);
         EXPECT_EQ(map.SetTemporary(Handle(70), std::move(spare)), made[10]);
         EXPECT_EQ(map.TakeSpare(isDead, any), nullptr);
-        // One whose handle has got an owner is alive until it is dead itself.
+        // One whose handle has got an owner is kept until the handle is freed.
         Counted owner, next;
         map.Set(Handle(1), &owner);
         map.Set(Handle(80), &next);

@@ -41,8 +41,9 @@ TEST(AfxModule, TheLayersStringsFollowTheLanguageOfTheInterface) {
     EXPECT_EQ(textIn(UiLanguage::kEnglish, AFX_IDP_FAILED_DISK_FULL), "The disk is full; '%1' could not be written.");
     EXPECT_EQ(textIn(UiLanguage::kChinese, AFX_IDP_FAILED_DISK_FULL), "磁盘已满，无法写入“%1”。");
     for (const WORD other : {WORD{SUBLANG_CHINESE_TRADITIONAL}, WORD{SUBLANG_CHINESE_HONGKONG},
-                             WORD{SUBLANG_CHINESE_SINGAPORE}, WORD{SUBLANG_CHINESE_MACAU}})
+                             WORD{SUBLANG_CHINESE_SINGAPORE}, WORD{SUBLANG_CHINESE_MACAU}}) {
         EXPECT_EQ(textIn(MAKELANGID(LANG_CHINESE, other), AFX_IDP_PARSE_INT), "请输入一个整数。") << other;
+    }
     EXPECT_EQ(textIn(MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH), AFX_IDP_PARSE_INT), "Please enter a whole number.");
     EXPECT_EQ(textIn(UiLanguage::kEnglish, 700), "程序的字串") << "the program has its string in one language";
     // Each string of one language has its counterpart in the other, and it differs in all but the placeholders.
@@ -59,12 +60,14 @@ TEST(AfxModule, TheLayersStringsFollowTheLanguageOfTheInterface) {
             chinese.LoadString(layer, id);
         }
         EXPECT_EQ(english.IsEmpty(), chinese.IsEmpty()) << id;
-        if (english.IsEmpty())
+        if (english.IsEmpty()) {
             continue;
+        }
         ++strings;
         EXPECT_NE(Utf8(english), Utf8(chinese)) << id;
-        for (const wchar_t* place : {L"%1", L"%2"})
+        for (const wchar_t* place : {L"%1", L"%2"}) {
             EXPECT_EQ(english.Find(place) >= 0, chinese.Find(place) >= 0) << id;
+        }
     }
     EXPECT_EQ(strings, 58);
 }
@@ -76,17 +79,19 @@ TEST(AfxModule, LibrariesComeAndGoWhileAnotherThreadLooksForAResource) {
         while (!over) {
             AFX_EXTENSION_MODULE module = {};
             AfxInitExtensionModule(module, program);
-            for (int i = 0; i < 8; ++i)
+            for (int i = 0; i < 8; ++i) {
                 new CDynLinkLibrary(module);
+            }
             AfxTermExtensionModule(module);
         }
     });
     const ULONGLONG end = ::GetTickCount64() + 1500;
-    while (::GetTickCount64() < end)
+    while (::GetTickCount64() < end) {
         for (int i = 0; i < 100; ++i) {
             EXPECT_EQ(AfxFindStringResourceHandle(12345), nullptr);
             EXPECT_EQ(AfxFindResourceHandle(MAKEINTRESOURCE(9999), RT_DIALOG), program);
         }
+    }
     over = true;
     other.join();
 }
@@ -132,14 +137,14 @@ TEST(AfxModule, AManagedStateLastsForItsBlock) {
     EXPECT_EQ(AfxGetStaticModuleState(), AfxGetAppModuleState()) << "the program's own state is the application's";
 }
 
-TEST(AfxModule, WithoutAnApplicationTheProgramStandsIn) {
+TEST(AfxModule, WithoutAnApplicationTheProgramIsUsed) {
     EXPECT_EQ(AfxGetApp(), nullptr);
     EXPECT_EQ(AfxGetMainWnd(), nullptr);
     EXPECT_EQ(AfxGetInstanceHandle(), ::GetModuleHandle(nullptr));
     EXPECT_EQ(Utf8(AfxGetAppName()), "afx_win_tests");
 }
 
-TEST(DesktopAfxApp, TheLoopRunsUntilTheMainWindowGoes) {
+TEST(DesktopAfxApp, TheLoopRunsUntilTheMainWindowIsDestroyed) {
     class App : public CWinApp {
     public:
         App() : CWinApp(L"名字") {}
@@ -220,7 +225,7 @@ TEST(DesktopAfxApp, EscapeAndTheCloseButtonPressCancelOrALoneOk) {
     }
 }
 
-TEST(DesktopAfxApp, ABoxOfAQuittingThreadSaysYesToNothing) {
+TEST(DesktopAfxApp, ABoxOfAQuittingThreadNeverAnswersYes) {
     const struct {
         UINT type;
         int answer;
@@ -240,7 +245,7 @@ TEST(DesktopAfxApp, ABoxOfAQuittingThreadSaysYesToNothing) {
     }
 }
 
-TEST(DesktopAfxApp, ABoxWhoseOwnerIsDestroyedSaysYesToNothing) {
+TEST(DesktopAfxApp, ABoxWhoseOwnerIsDestroyedNeverAnswersYes) {
     const struct {
         UINT type;
         int answer;
@@ -260,8 +265,9 @@ TEST(DesktopAfxApp, ABoxUnderABoxIsWatchedToo) {
     int inner = 0;
     OnBox boxes([&](HWND window) {
         const bool outer = boxes.Seen() == 1;
-        if (outer)
+        if (outer) {
             inner = AfxMessageBox(L"inner", MB_YESNO);
+        }
         OnBox::TryToLeave(window, outer ? IDYES : IDNO);
     });
     EXPECT_EQ(AfxMessageBox(L"outer", MB_YESNO), IDYES);

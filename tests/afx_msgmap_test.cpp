@@ -27,7 +27,7 @@ long long Id(const CWnd* window) {
 class Probe : public CWnd {
 public:
     std::string m_line;
-    bool m_on = false; // before and after the test the window lives as any other
+    bool m_on = false; // before and after the test the window's life is not recorded
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
@@ -425,9 +425,10 @@ TEST_F(DesktopAfxMessageMap, PaintingRowsHandTheirParametersOver) {
     Expect("erase " + P(dc.m_hDC), 45, WM_ERASEBKGND, W(dc.m_hDC));
     const UINT messages[] = {WM_CTLCOLORMSGBOX, WM_CTLCOLOREDIT,      WM_CTLCOLORLISTBOX, WM_CTLCOLORBTN,
                              WM_CTLCOLORDLG,    WM_CTLCOLORSCROLLBAR, WM_CTLCOLORSTATIC};
-    for (UINT kind = 0; kind < 7; ++kind)
+    for (UINT kind = 0; kind < 7; ++kind) {
         Expect("ctlcolor " + P(dc.m_hDC) + " 9 " + std::to_string(kind), 46, messages[kind], W(dc.m_hDC),
                L(m_bar.m_hWnd));
+    }
     DRAWITEMSTRUCT draw = {};
     Expect("drawitem 9 " + P(&draw), TRUE, WM_DRAWITEM, 9, L(&draw));
     MEASUREITEMSTRUCT measure = {};
@@ -453,8 +454,9 @@ TEST_F(DesktopAfxMessageMap, MouseRowsHandTheirParametersOver) {
                 {WM_MBUTTONUP, "MButtonUp"},         {WM_MBUTTONDBLCLK, "MButtonDblClk"},
                 {WM_NCMOUSEMOVE, "NcMouseMove"},     {WM_NCLBUTTONDOWN, "NcLButtonDown"},
                 {WM_NCLBUTTONUP, "NcLButtonUp"},     {WM_NCLBUTTONDBLCLK, "NcLButtonDblClk"}};
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         Expect(std::string(row.name) + " 9 -5 300", 0, row.message, MK_LBUTTON | MK_CONTROL, MAKELPARAM(-5, 300));
+    }
     Expect("wheel 8 -120 -1 2", 48, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, -120), MAKELPARAM(-1, 2));
     Expect("leave", 0, WM_MOUSELEAVE);
     Expect("setcursor 9 1 512", 49, WM_SETCURSOR, W(m_bar.m_hWnd), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
@@ -477,8 +479,9 @@ TEST_F(DesktopAfxMessageMap, KeyTimerScrollAndMenuRowsHandTheirParametersOver) {
                 {WM_SYSKEYUP, "SysKeyUp"},
                 {WM_SYSCHAR, "SysChar"},
                 {WM_SYSDEADCHAR, "SysDeadChar"}};
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         Expect(std::string(row.name) + " 65 2 49182", 0, row.message, 'A', static_cast<LPARAM>(0xC01E0002u));
+    }
     Expect("dlgcode", DLGC_WANTALLKEYS, WM_GETDLGCODE);
     Expect("syscommand 61472 5", 0, WM_SYSCOMMAND, SC_MINIMIZE, 5);
     Expect("timer 4294967297", 0, WM_TIMER, 4294967297u);
@@ -652,6 +655,6 @@ TEST_F(DesktopAfxCommands, UpdateHandlersSetTheStateOfMenuItems) {
     menu.GetMenuString(0, text, MF_BYPOSITION);
     EXPECT_EQ(Utf8(text), "text");
     EXPECT_EQ(menu.GetMenuState(10, MF_BYCOMMAND) & (MF_CHECKED | MF_GRAYED), static_cast<UINT>(MF_CHECKED));
-    // Nobody answers the second.
+    // The second has no handler.
     EXPECT_NE(menu.GetMenuState(12, MF_BYCOMMAND) & MF_GRAYED, 0u);
 }

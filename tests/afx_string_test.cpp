@@ -76,18 +76,21 @@ TEST(AfxString, CopiesShareTheirTextUntilOneChanges) {
 TEST(AfxString, CopiesMayBeMadeAndDroppedOnManyThreads) {
     CString shared(L"shared text");
     std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
+    for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&shared] {
             for (int i = 0; i < 20000; ++i) {
                 CString mine(shared);
                 CString empty;
                 CString other(empty);
-                if (i % 100 == 0)
+                if (i % 100 == 0) {
                     mine += L"x";
+                }
             }
         });
-    for (std::thread& thread : threads)
+    }
+    for (std::thread& thread : threads) {
         thread.join();
+    }
     EXPECT_EQ(W(shared), L"shared text");
     // No reference is left over: the only owner changes the text in place.
     const wchar_t* before = shared.GetString();
@@ -208,8 +211,9 @@ TEST(AfxString, AppendsAlsoPartsOfItself) {
     s += "x";
     EXPECT_EQ(W(s), L"bbcc!?x");
     CString longText;
-    for (int i = 0; i < 10000; ++i)
+    for (int i = 0; i < 10000; ++i) {
         longText += L'x';
+    }
     EXPECT_EQ(W(longText), std::wstring(10000, L'x'));
 }
 
@@ -345,10 +349,11 @@ TEST(AfxString, LendsItsBuffer) {
     p[2] = p[3] = L'x';
     EXPECT_EQ(W(s), L"01xx");
     EXPECT_EQ(p[4], 0);
-    // Even when the user overwrites the whole room, ReleaseBuffer looks no further than the buffer goes.
+    // Even when the user overwrites the whole buffer, ReleaseBuffer does not read beyond its end.
     p = s.GetBuffer(4);
-    for (int i = 0; i < s.GetAllocLength(); ++i)
+    for (int i = 0; i < s.GetAllocLength(); ++i) {
         p[i] = L'y';
+    }
     s.ReleaseBuffer();
     EXPECT_EQ(s.GetLength(), s.GetAllocLength());
     CString t;

@@ -45,15 +45,18 @@ protected:
         CWnd::OnDestroy();
     }
     afx_msg void OnPaint() {
-        if (m_throwInPaint)
+        if (m_throwInPaint) {
             AfxThrowResourceException();
+        }
         Default();
     }
     afx_msg void OnBad() {
-        if (m_throwStandard)
+        if (m_throwStandard) {
             throw std::bad_alloc();
-        if (m_throwInCommand)
+        }
+        if (m_throwInCommand) {
             AfxThrowNotSupportedException();
+        }
     }
     afx_msg LRESULT OnAsk(WPARAM w, LPARAM l) {
         // The current message is the outer one again after a nested message.
@@ -113,7 +116,7 @@ TEST(DesktopAfxWnd, TheDefaultClassHasNoDeviceContextOfItsOwnAndReportsDoubleCli
     EXPECT_NE(style & CS_DBLCLKS, 0u);
 }
 
-TEST(DesktopAfxWnd, AModeSetInOneContextIsGoneInTheNext) {
+TEST(DesktopAfxWnd, AModeSetInOneContextIsNotSetInTheNext) {
     Frame frame;
     Child child;
     ASSERT_TRUE(child.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, kPlace, &frame, 1));
@@ -240,7 +243,7 @@ TEST(DesktopAfxWnd, AThrowingPaintDoesNotAskForPaintAgain) {
     EXPECT_FALSE(child.GetUpdateRect(nullptr));
 }
 
-TEST(DesktopAfxWnd, PlaceValuesStandForNoWindow) {
+TEST(DesktopAfxWnd, PlaceValuesAreNoWindows) {
     EXPECT_EQ(CWnd::wndTop.m_hWnd, HWND_TOP);
     EXPECT_EQ(CWnd::wndNoTopMost.m_hWnd, HWND_NOTOPMOST);
     Frame frame;
@@ -258,8 +261,9 @@ TEST(DesktopAfxWnd, PreTranslateMessageIsAskedFromTheChildUpward) {
         char m_name = '?';
         bool m_use = false;
         BOOL PreTranslateMessage(MSG* message) override {
-            if (message->message == WM_APP + 9)
+            if (message->message == WM_APP + 9) {
                 order += m_name;
+            }
             return m_use && message->message == WM_APP + 9;
         }
     };
@@ -271,14 +275,16 @@ TEST(DesktopAfxWnd, PreTranslateMessageIsAskedFromTheChildUpward) {
     ASSERT_TRUE(inner.Create(nullptr, L"", WS_CHILD, kPlace, &outer, 2));
     inner.PostMessage(WM_APP + 9);
     MSG next;
-    while (::PeekMessage(&next, nullptr, 0, 0, PM_NOREMOVE))
+    while (::PeekMessage(&next, nullptr, 0, 0, PM_NOREMOVE)) {
         ASSERT_TRUE(AfxPumpMessage());
+    }
     EXPECT_EQ(order, "io");
     order.clear();
     inner.m_use = true;
     inner.PostMessage(WM_APP + 9);
-    while (::PeekMessage(&next, nullptr, 0, 0, PM_NOREMOVE))
+    while (::PeekMessage(&next, nullptr, 0, 0, PM_NOREMOVE)) {
         ASSERT_TRUE(AfxPumpMessage());
+    }
     EXPECT_EQ(order, "i");
 }
 
@@ -291,7 +297,7 @@ TEST(DesktopAfxWnd, ARegisteredClassNameIsTheSameForTheSameStyle) {
 
 // --- what handlers throw ------------------------------------------------------------------------------------------
 
-TEST(DesktopAfxWnd, AnythingThrownByAHandlerIsToldAndStopsThere) {
+TEST(DesktopAfxWnd, AnythingThrownByAHandlerIsReportedAndStopsThere) {
     class Throwing : public CWnd {
     public:
         int m_what = 0;
@@ -299,10 +305,12 @@ TEST(DesktopAfxWnd, AnythingThrownByAHandlerIsToldAndStopsThere) {
     protected:
         LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
             if (message == WM_APP + 9) {
-                if (m_what == 0)
+                if (m_what == 0) {
                     throw 5;
-                if (m_what == 1)
+                }
+                if (m_what == 1) {
                     throw std::runtime_error("x");
+                }
                 AfxThrowUserException();
             }
             return CWnd::WindowProc(message, wParam, lParam);
@@ -338,7 +346,7 @@ TEST(DesktopAfxWnd, WhateverTheReportItselfThrowsStopsThereToo) {
     EXPECT_EQ(app.m_boxes, 1);
 }
 
-TEST(DesktopAfxWnd, WhateverIsThrownWhileAWindowIsBeingMadeIsToldAndStopsThere) {
+TEST(DesktopAfxWnd, WhateverIsThrownWhileAWindowIsBeingMadeIsReportedAndStopsThere) {
     class Throwing : public CWnd {
     protected:
         void PreSubclassWindow() override { throw std::runtime_error("x"); }
@@ -384,8 +392,9 @@ TEST(DesktopAfxWnd, AMessageToTheDescendantsThatThrowsDestroysNone) {
     ASSERT_NE(bare, nullptr);
     ::SetWindowLongPtr(bare, GWLP_WNDPROC,
                        reinterpret_cast<LONG_PTR>(+[](HWND window, UINT message, WPARAM w, LPARAM l) -> LRESULT {
-                           if (message == WM_APP + 7)
+                           if (message == WM_APP + 7) {
                                throw 5;
+                           }
                            return ::DefWindowProc(window, message, w, l);
                        }));
     EXPECT_THROW(frame.SendMessageToDescendants(WM_APP + 7), int);
@@ -422,8 +431,9 @@ TEST(DesktopAfxWnd, AMessageFreesNoTemporaryGdiObjectThatItsSenderHolds) {
         ASSERT_EQ(CGdiObject::FromHandle(pens[i]), held[i]);
         ASSERT_EQ(held[i]->m_hObject, pens[i]);
     }
-    for (HGDIOBJ pen : pens)
+    for (HGDIOBJ pen : pens) {
         ::DeleteObject(pen);
+    }
     CGdiObject::DeleteTempMap();
 }
 
@@ -442,8 +452,9 @@ TEST(DesktopAfxWnd, AHostThatIsNeverIdleGathersNoTemporaryGdiObjects) {
             EXPECT_EQ(object->m_hObject, handles.back());
             objects.insert(object);
         }
-        for (HGDIOBJ handle : handles)
+        for (HGDIOBJ handle : handles) {
             ::DeleteObject(handle);
+        }
     }
     EXPECT_LE(objects.size(), 200u);
     CGdiObject::DeleteTempMap();

@@ -1,4 +1,4 @@
-// Seeded random walks over all commands, 200,000 events in four parts: no fault, nothing left behind but what is meant
+// Seeded random walks over all commands, 200,000 events in four parts: no fault, no leaks except what is required
 // to stay, and a drawing that saves and loads to the same bytes.
 
 #include "MemoryInfo.h"
@@ -285,19 +285,19 @@ void WalkAndCheck(unsigned seed) {
 }
 
 // A suite each, so that each has a time limit of its own.
-TEST(CommandWalk1, LeavesNothingBehindAndADrawingThatIsStoredWhole) {
+TEST(CommandWalk1, LeaksNothingAndLeavesADrawingThatIsStoredWhole) {
     WalkAndCheck(20240607);
 }
 
-TEST(CommandWalk2, LeavesNothingBehindAndADrawingThatIsStoredWhole) {
+TEST(CommandWalk2, LeaksNothingAndLeavesADrawingThatIsStoredWhole) {
     WalkAndCheck(1);
 }
 
-TEST(CommandWalk3, LeavesNothingBehindAndADrawingThatIsStoredWhole) {
+TEST(CommandWalk3, LeaksNothingAndLeavesADrawingThatIsStoredWhole) {
     WalkAndCheck(77);
 }
 
-TEST(CommandWalk4, LeavesNothingBehindAndADrawingThatIsStoredWhole) {
+TEST(CommandWalk4, LeaksNothingAndLeavesADrawingThatIsStoredWhole) {
     WalkAndCheck(987654321);
 }
 

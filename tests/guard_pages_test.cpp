@@ -29,7 +29,7 @@ struct alignas(64) Wide {
 
 } // namespace
 
-TEST(GuardPages, TheByteBehindAnArrayIsInaccessibleWhateverItsLength) {
+TEST(GuardPages, TheByteAfterAnArrayIsInaccessibleWhateverItsLength) {
     for (std::size_t size : {1u, 2u, 3u, 7u, 8u, 13u, 16u, 24u, 4095u, 4096u, 4097u, 100001u}) {
         char* const block = Opaque(new char[size]);
         EXPECT_TRUE(IsReadable(block + size - 1)) << size;
@@ -38,7 +38,7 @@ TEST(GuardPages, TheByteBehindAnArrayIsInaccessibleWhateverItsLength) {
     }
 }
 
-TEST(GuardPages, TheByteBehindASingleObjectOfWholeEightBytesIsInaccessible) {
+TEST(GuardPages, TheByteAfterASingleObjectOfWholeEightBytesIsInaccessible) {
     double* const block = Opaque(new double(1));
     EXPECT_FALSE(IsReadable(block + 1));
     delete block;
@@ -72,8 +72,9 @@ TEST(GuardPages, AlignmentIsKept) {
 
 TEST(GuardPages, AHundredThousandLiveBlocksStillFit) {
     std::vector<int*> blocks;
-    for (int i = 0; i < 100000; i++)
+    for (int i = 0; i < 100000; i++) {
         blocks.push_back(new int(i));
+    }
     long long sum = 0;
     for (int* block : blocks) {
         sum += *block;

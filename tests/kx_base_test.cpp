@@ -20,7 +20,7 @@ CKXMemoryManager* Registry() {
     return CKXMemoryManager::Instance();
 }
 
-// A pointer that nothing stands behind: the registry never looks inside a block.
+// A pointer to no block: the registry never reads the memory of a block.
 void* Fake(uintptr_t number) {
     return reinterpret_cast<void*>(0x7000000000ull + number * 16);
 }
@@ -174,7 +174,7 @@ TEST(KxMemoryManager, ManyBlocksComeAndGoInAnyOrder) {
 
 // ---- Stopwatch
 
-TEST(KxScopeTimer, SaysNothingWhileSwitchedOff) {
+TEST(KxScopeTimer, WritesNothingWhileSwitchedOff) {
     const DebugOutput output;
     ASSERT_FALSE(CScopeTimer::IsEnabled());
     { const CScopeTimer timer("quiet"); }
@@ -276,7 +276,7 @@ TEST(KxCompareDbl, InfinitiesCompareAsSuch) {
     EXPECT_EQ(-1, kxcommon::CompareDbl(-inf, inf));
 }
 
-TEST(KxCompareDbl, NotANumberStandsBehindEveryNumber) {
+TEST(KxCompareDbl, NotANumberIsAfterEveryNumber) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();
     EXPECT_EQ(0, kxcommon::CompareDbl(nan, nan));
@@ -353,7 +353,7 @@ TEST(KxAlive, ATokenOutlivesItsOwnerAndAnswersFalse) {
     EXPECT_FALSE(copy.IsAlive());
 }
 
-TEST(KxAlive, ATokenOfTheNextLifeKnowsNothingOfTheFormer) {
+TEST(KxAlive, ATokenTakenAfterTheEndIsAliveUntilTheNextEnd) {
     CKxAlive owner;
     const CKxAliveToken former(owner);
     owner.End();

@@ -1,4 +1,4 @@
-// Tests of the two-column grid on real windows: what it asks, what it tells, and in which order.
+// Tests of the two-column grid on real windows: its requests, its notifications, and their order.
 #include <KxSheetGrid.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Tests of the library's resources as they lie in its DLL: cursors, icons, dialog templates, menus.
+// Tests of the library's resources as they are in its DLL: cursors, icons, dialog templates, menus.
 #include <windows.h>
 
 #include <gtest/gtest.h>

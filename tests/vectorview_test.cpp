@@ -32,7 +32,7 @@ std::string PointText(const CGePoint2d& p) {
     return Text("(%g,%g;%d)", p.x, p.y, p.type);
 }
 
-// An engine that writes down what the view tells it.
+// An engine that records the view's calls.
 class RecordingManager : public CCommandOperationManager {
 public:
     using CCommandOperationManager::CCommandOperationManager;
@@ -160,7 +160,7 @@ TEST(VectorView, AReleaseGoesToTheEngineThenToTheDefault) {
     EXPECT_EQ((Calls{"LButtonUp 8 (11,21;1)", "Default 514"}), r.Send(WM_LBUTTONUP, MK_CONTROL, MAKELPARAM(11, 21)));
 }
 
-TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
+TEST(VectorView, ALeftDoubleClickIsNotPassedToTheEngine) {
     Recorded r;
     HINSTANCE before = AfxGetResourceHandle();
     EXPECT_EQ((Calls{"Default 515"}), r.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1)));
@@ -170,7 +170,7 @@ TEST(VectorView, ALeftDoubleClickIsNotToldToTheEngine) {
 }
 
 TEST(VectorView, OfADoubleClickTheEngineGetsTheFirstPressAndBothReleases) {
-    // The window class asks for double clicks, so the second press comes as one, and goes to nobody.
+    // The window class asks for double clicks, so the second press comes as one, and is not passed on.
     Recorded r;
     EXPECT_NE(0u, ::GetClassLongPtr(r.view.m_hWnd, GCL_STYLE) & CS_DBLCLKS);
     const LPARAM at = MAKELPARAM(10, 20);
@@ -385,7 +385,7 @@ TEST(VectorView, AFailureBeforeThePaintHasBegunIsShownOnceAndNotBoxUponBox) {
     Recorded r;
     int failures = 0;
     r.view.Engine().inPreRedraw = [&] {
-        // A window that goes on being invalid would fail below its own box for ever.
+        // A window that stays invalid would fail again and again under its own message box.
         if (++failures <= 5) {
             throw 1;
         }
@@ -526,7 +526,7 @@ TEST(VectorView, AnyDeltaCountsOnceAndZeroIsForward) {
     EXPECT_NEAR(0.768, r.view.GetVectorViewCoordTran()->GetScale(), 1e-6);
 }
 
-TEST(VectorView, AnEmptyDrawingDoesNotZoomAndTheEngineIsNotTold) {
+TEST(VectorView, AnEmptyDrawingDoesNotZoomAndTheEngineGetsNoWheel) {
     Recorded r;
     ::ValidateRect(r.view.m_hWnd, nullptr);
     EXPECT_EQ((Calls{"Default 522"}), r.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0));
@@ -653,7 +653,7 @@ TEST(VectorView, TheEngineIsFreedBeforeTheDocument) {
 
 namespace {
 
-// What a view does when it goes, in order.
+// What a view does when it is destroyed, in order.
 struct LastWords {
     static Calls s_order;
     static HWND s_dialog;

@@ -47,7 +47,7 @@ of it is printed, and so are the other files); 2 for a command line that is not 
 
 constexpr char kVersion[] = "nrvparm 1.0.0\n";
 
-// What the library would say in message boxes is kept for the standard error instead.
+// The texts of the library's message boxes are kept for the standard error instead.
 class CParmApp : public CWinApp {
 public:
     int DoMessageBox(LPCTSTR prompt, UINT, UINT) override {
@@ -94,7 +94,7 @@ bool IsLowSurrogate(wchar_t c) {
     return c >= 0xDC00 && c < 0xE000;
 }
 
-// Hands each character of the text, as its number, to `take`; half a surrogate pair becomes U+FFFD.
+// Gives each character of the text, as its number, to `take`; half a surrogate pair becomes U+FFFD.
 template <class Take>
 void ForEachCharacter(const CString& text, Take take) {
     for (int i = 0; i < text.GetLength(); ++i) {
@@ -161,7 +161,7 @@ void AppendJson(std::string& out, const CString& text) {
 
 void AppendJson(std::string& out, double number) {
     if (!std::isfinite(number)) {
-        out += "null"; // JSON has no word for it.
+        out += "null"; // JSON has no representation for it.
         return;
     }
     char digits[32];

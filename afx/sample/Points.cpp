@@ -16,8 +16,9 @@ struct CPointsDocument : CDocument {
 class CPointsWindow : public CWnd {
 public:
     CPointsWindow() {
-        if (::GetFileAttributes(kFile) != INVALID_FILE_ATTRIBUTES)
+        if (::GetFileAttributes(kFile) != INVALID_FILE_ATTRIBUTES) {
             m_Document.OnOpenDocument(kFile);
+        }
         const HBRUSH background = ::GetSysColorBrush(COLOR_WINDOW);
         CreateEx(0, AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_CROSS), background), L"Points",
                  WS_OVERLAPPEDWINDOW, 60, 60, 480, 360, nullptr, nullptr);

@@ -8,8 +8,7 @@ import sys
 import common
 
 # Larger than that, and still to be split.
-TO_SPLIT = {"afx/afxdc_.h", "afx/afxmsg_.h", "afx/afxtempl.h", "afx/afxwnd_.h", "afx/atltypes.h", "afx/cstringt.h",
-            "Source/CommandOperation.h"}
+TO_SPLIT = {"afx/afxdc_.h"}
 FOLDERS = ("afx", "kx", "Source", "demo", "tools", "bench", "tests", "tests/support")
 
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <vector>
 
-// A font of pixels, 8 by 8, without outlines, under the name "NR Bitmap" while it lives.
+// A font of pixels, 8 by 8, without outlines, under the name "NR Bitmap" while it exists.
 class BitmapFont {
 public:
     BitmapFont() {

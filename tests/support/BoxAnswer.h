@@ -1,4 +1,4 @@
-// Answers message boxes while it lives, and keeps their texts. For tests on a thread with a display.
+// Answers message boxes while it exists, and keeps their texts. For tests on a thread with a display.
 // Layer 14: tests.
 #pragma once
 

@@ -13,7 +13,7 @@ class CCommandOperation;
 class CCommandOperationManager;
 
 // A view on the heap in a parent window, 400 by 300 pixels at scale 1, with a small drawing: two lines, a polyline of
-// two vertices and a closed one of four. The drawing point (x, y) lies on pixel (x, 300 - y).
+// two vertices and a closed one of four. The drawing point (x, y) is on pixel (x, 300 - y).
 class CallHost {
 public:
     virtual ~CallHost();

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <initializer_list>
 
-// Grip indices as the grip command hands them over.
+// Grip indices as the grip command passes them.
 struct Indices : CIndexArray {
     Indices(std::initializer_list<int> values) {
         for (int value : values) {

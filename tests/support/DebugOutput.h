@@ -5,7 +5,7 @@
 
 #include <string>
 
-// Everything that goes to the debugger while it lives.
+// Everything that is written to the debugger while it exists.
 class DebugOutput {
 public:
     DebugOutput() {

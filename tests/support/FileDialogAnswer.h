@@ -1,4 +1,4 @@
-// Answers the file dialogs that open on this thread while it lives: with a path, or by cancelling. The interface is
+// Answers the file dialogs that open on this thread while it exists: with a path, or by cancelling. The interface is
 // Chinese for that time.
 // Layer 14: tests.
 #pragma once

@@ -25,7 +25,7 @@ struct Header {
 };
 
 constexpr std::size_t kPage = 4096;
-// Nearly all blocks fit one page. Those live in slots, a page with an inaccessible one behind it, which are cut from
+// Nearly all blocks fit one page. Those are in slots, a page with an inaccessible one after it, which are cut from
 // slabs and never given back: taking and freeing one is a change of protection each, where pages of its own would
 // cost the system four changes of its map.
 constexpr std::size_t kSlot = 2 * kPage;
@@ -67,8 +67,9 @@ Shared* GetShared() {
     // No function-local static: its guard could allocate before the runtime is up. Two threads at once map it twice,
     // which is harmless.
     static Shared* shared;
-    if (!shared)
+    if (!shared) {
         shared = OpenShared();
+    }
     return shared;
 }
 
@@ -88,15 +89,18 @@ constexpr std::size_t RoundUp(std::size_t n, std::size_t to) {
 }
 
 // How exactly the block can end at the page. An object's size is a multiple of its alignment, so an array may end
-// exactly there. A single allocation may be a head with a tail of another type behind it, so it keeps 8 at least; the
+// exactly there. A single allocation may be a head with a tail of another type after it, so it keeps 8 at least; the
 // bytes between its end and the page are canaries.
 std::size_t Alignment(std::size_t size, Form form, std::size_t wanted) {
-    if (wanted)
+    if (wanted) {
         return wanted;
-    if (size % 16 == 0)
+    }
+    if (size % 16 == 0) {
         return 16;
-    if (size % 8 == 0 || form == Form::Single)
+    }
+    if (size % 8 == 0 || form == Form::Single) {
         return 8;
+    }
     return size % 4 == 0 ? 4 : size % 2 == 0 ? 2 : 1;
 }
 
@@ -114,8 +118,9 @@ void* Fill(unsigned char* block, void* base, std::size_t size, std::size_t tail,
 class QueueLock {
 public:
     explicit QueueLock(Shared& shared) : m_shared(shared) {
-        while (InterlockedExchange(&m_shared.lock, 1) != 0)
+        while (InterlockedExchange(&m_shared.lock, 1) != 0) {
             Sleep(0);
+        }
     }
     ~QueueLock() { InterlockedExchange(&m_shared.lock, 0); }
     QueueLock(const QueueLock&) = delete;
@@ -138,13 +143,15 @@ unsigned char* TakeSlot(Shared& shared) {
             VirtualAlloc(nullptr, kSlotsInSlab * kSlot, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
         if (slab) {
             // To the front: what was freed waits its time.
-            for (LONG i = kSlotsInSlab; i-- > 0;)
+            for (LONG i = kSlotsInSlab; i-- > 0;) {
                 shared.queue[--shared.head % kQueue] = slab + static_cast<std::size_t>(i) * kSlot;
+            }
             shared.slots += kSlotsInSlab;
         }
     }
-    if (shared.tail - shared.head <= static_cast<ULONG>(kQuarantine))
+    if (shared.tail - shared.head <= static_cast<ULONG>(kQuarantine)) {
         return nullptr;
+    }
     return static_cast<unsigned char*>(shared.queue[shared.head++ % kQueue]);
 }
 
@@ -154,8 +161,9 @@ unsigned char* TakeGuarded(Shared& shared, std::size_t pages, Place& place) {
     if (pages == kPage) {
         unsigned char* const slot = TakeSlot(shared);
         place = Place::Slot;
-        if (!slot || VirtualProtect(slot, kPage, PAGE_READWRITE, &before))
+        if (!slot || VirtualProtect(slot, kPage, PAGE_READWRITE, &before)) {
             return slot;
+        }
         PutSlot(shared, slot);
         return nullptr;
     }
@@ -163,10 +171,12 @@ unsigned char* TakeGuarded(Shared& shared, std::size_t pages, Place& place) {
     if (InterlockedIncrement(&shared.livePages) <= kMaxPages) {
         auto* const base =
             static_cast<unsigned char*>(VirtualAlloc(nullptr, pages + kPage, MEM_RESERVE, PAGE_NOACCESS));
-        if (base && VirtualAlloc(base, pages, MEM_COMMIT, PAGE_READWRITE))
+        if (base && VirtualAlloc(base, pages, MEM_COMMIT, PAGE_READWRITE)) {
             return base;
-        if (base)
+        }
+        if (base) {
             VirtualFree(base, 0, MEM_RELEASE);
+        }
     }
     InterlockedDecrement(&shared.livePages);
     return nullptr;
@@ -174,43 +184,51 @@ unsigned char* TakeGuarded(Shared& shared, std::size_t pages, Place& place) {
 
 void* Allocate(std::size_t size, Form form, std::size_t wanted) {
     const std::size_t align = Alignment(size, form, wanted);
-    if (size > static_cast<std::size_t>(PTRDIFF_MAX) - 4 * kPage - align)
+    if (size > static_cast<std::size_t>(PTRDIFF_MAX) - 4 * kPage - align) {
         return nullptr;
+    }
     Shared* const shared = GetShared();
     if (align <= kPage && shared) {
         const std::size_t body = RoundUp(size, align);
         const std::size_t pages = RoundUp(body + sizeof(Header), kPage);
         Place place = Place::Pages;
-        if (unsigned char* const base = TakeGuarded(*shared, pages, place))
+        if (unsigned char* const base = TakeGuarded(*shared, pages, place)) {
             return Fill(base + pages - body, base, size, body - size, form, place);
+        }
     }
     const std::size_t front = RoundUp(sizeof(Header), 16) + align;
     auto* const base = static_cast<unsigned char*>(HeapAlloc(GetProcessHeap(), 0, front + size + kHeapTail));
-    if (!base)
+    if (!base) {
         return nullptr;
+    }
     const auto first = reinterpret_cast<std::uintptr_t>(base) + sizeof(Header);
     auto* const block = base + (RoundUp(first, align < 16 ? 16 : align) - reinterpret_cast<std::uintptr_t>(base));
     return Fill(block, base, size, kHeapTail, form, Place::Heap);
 }
 
 void Release(void* pointer, Form form) {
-    if (!pointer)
+    if (!pointer) {
         return;
+    }
     auto* const block = static_cast<unsigned char*>(pointer);
     unsigned char* const at = block - sizeof(Header);
     Header h;
     std::memcpy(&h, at, sizeof h); // a block freed before faults here
-    if (h.check != Check(h, at))
+    if (h.check != Check(h, at)) {
         Fail("freed what was never allocated, or something wrote before the block", pointer);
-    if (h.form != form)
+    }
+    if (h.form != form) {
         Fail("new and delete of different form (array and single)", pointer);
+    }
 
     const auto end = reinterpret_cast<std::uintptr_t>(block + h.size);
     const std::uintptr_t page = RoundUp(end, kPage);
     const std::size_t tail = h.place != Place::Heap ? page - end : kHeapTail;
-    for (std::size_t i = 0; i < tail; i++)
-        if (block[h.size + i] != kCanary)
+    for (std::size_t i = 0; i < tail; i++) {
+        if (block[h.size + i] != kCanary) {
             Fail("something wrote behind the block", pointer);
+        }
+    }
 
     if (h.place == Place::Heap) {
         std::memset(block, kCanary, h.size);
@@ -228,8 +246,10 @@ void Release(void* pointer, Form form) {
     VirtualFree(h.base, page - reinterpret_cast<std::uintptr_t>(h.base), MEM_DECOMMIT);
     InterlockedDecrement(&shared.livePages);
     const auto place = static_cast<ULONG>(InterlockedIncrement(reinterpret_cast<volatile LONG*>(&shared.nextFreed)));
-    if (void* const old = InterlockedExchangePointer(&shared.quarantine[place % std::size(shared.quarantine)], h.base))
+    if (void* const old =
+            InterlockedExchangePointer(&shared.quarantine[place % std::size(shared.quarantine)], h.base)) {
         VirtualFree(old, 0, MEM_RELEASE);
+    }
 }
 
 bool IsRefused() {
@@ -240,11 +260,13 @@ bool IsRefused() {
 
 void* Make(std::size_t size, Form form, std::size_t wanted) {
     for (;;) {
-        if (void* const block = IsRefused() ? nullptr : Allocate(size, form, wanted))
+        if (void* const block = IsRefused() ? nullptr : Allocate(size, form, wanted)) {
             return block;
+        }
         const std::new_handler handler = std::get_new_handler();
-        if (!handler)
+        if (!handler) {
             throw std::bad_alloc();
+        }
         handler();
     }
 }
@@ -264,8 +286,9 @@ std::size_t Wanted(std::align_val_t align) {
 } // namespace
 
 void SetGuardPagesRefusal(bool (*isRefused)()) {
-    if (Shared* const shared = GetShared())
+    if (Shared* const shared = GetShared()) {
         shared->isRefused = isRefused;
+    }
 }
 
 void* operator new(std::size_t size) {

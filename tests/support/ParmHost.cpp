@@ -70,7 +70,7 @@ LRESULT ParmView::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void ParmView::OnPreEditParm(CTextParm* parm, unsigned int& n, int& m, CString& text) {
     Log("pre", parm);
-    // What a hook writes here goes no further.
+    // What a hook writes here has no effect.
     n = 100;
     m = 100;
     text = L"ignored";
@@ -106,7 +106,7 @@ void ParmView::OnEndEdit(CTextParm* parm) {
 }
 
 void ParmView::OnEditTabDown(CTextParm* current) {
-    // The parameter may have gone with the edit that has just ended.
+    // The parameter may have been freed with the edit that has just ended.
     if (log != nullptr) {
         log->push_back("tab");
     }
@@ -143,7 +143,7 @@ void ParmViewFixture::TearDown() {
     if (parent.m_hWnd != nullptr) {
         parent.DestroyWindow();
     }
-    // What the windows left behind must not reach the next test.
+    // Messages that the windows left must not reach the next test.
     MSG msg;
     while (::PeekMessage(&msg, nullptr, 0, 0, PM_REMOVE)) {
     }

@@ -75,7 +75,7 @@ protected:
 
     // A parameter 20 units high in a box 100 wide, its top left corner at (x, y) in client pixels.
     CTextParm* AddParm(const wchar_t* name, const wchar_t* text, int x, int y);
-    // Paints, so that texts know their height.
+    // Paints, so that texts have their height.
     void Paint();
     // Messages are posted as the system posts them, then everything that waits is handled.
     void Click(int x, int y);

@@ -31,45 +31,52 @@ std::string Real(float value) {
 }
 
 std::string Text(LPCTSTR text, int count) {
-    if (text == nullptr)
+    if (text == nullptr) {
         return "null";
+    }
     std::string utf8;
     const int size = ::WideCharToMultiByte(CP_UTF8, 0, text, count, nullptr, 0, nullptr, nullptr);
     if (size > 0 && count != 0) {
         utf8.resize(static_cast<size_t>(size));
         ::WideCharToMultiByte(CP_UTF8, 0, text, count, utf8.data(), size, nullptr, nullptr);
-        if (count < 0)
+        if (count < 0) {
             utf8.pop_back(); // the zero that a measured text brings with it
+        }
     }
     return '"' + utf8 + '"';
 }
 
 std::string Rect(LPCRECT rect) {
-    if (rect == nullptr)
+    if (rect == nullptr) {
         return "null";
+    }
     return Form("[%ld,%ld,%ld,%ld]", rect->left, rect->top, rect->right, rect->bottom);
 }
 
 std::string Points(const POINT* points, int count) {
     std::string text = "[";
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         text += Form("%s%ld,%ld", i == 0 ? "" : " ", points[i].x, points[i].y);
+    }
     return text + "]";
 }
 
 std::string PolyPoints(const POINT* points, const int* counts, int count) {
     std::string text;
-    for (int i = 0; i < count; points += counts[i++])
+    for (int i = 0; i < count; points += counts[i++]) {
         text += Points(points, counts[i]);
+    }
     return text;
 }
 
 std::string Numbers(const int* numbers, int count) {
-    if (numbers == nullptr)
+    if (numbers == nullptr) {
         return "null";
+    }
     std::string text = "[";
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         text += (i == 0 ? "" : " ") + std::to_string(numbers[i]);
+    }
     return text + "]";
 }
 
@@ -84,16 +91,19 @@ std::string Transform(const XFORM* form) {
 void RecordingDC::Record(const char* name, const std::vector<std::string>& arguments) const {
     std::string line = name;
     line += '(';
-    for (size_t i = 0; i < arguments.size(); ++i)
+    for (size_t i = 0; i < arguments.size(); ++i) {
         line += (i == 0 ? "" : ",") + arguments[i];
+    }
     m_calls.push_back(line + ')');
 }
 
 std::string RecordingDC::Describe(const CPen* pen) const {
-    if (pen == nullptr || pen->m_hObject == nullptr)
+    if (pen == nullptr || pen->m_hObject == nullptr) {
         return "pen null";
-    if (pen->m_hObject == m_defaults[0])
+    }
+    if (pen->m_hObject == m_defaults[0]) {
         return "pen default";
+    }
     if (pen->GetObjectType() == OBJ_EXTPEN) {
         std::vector<BYTE> room(static_cast<size_t>(pen->GetObject(0, nullptr)));
         pen->GetObject(static_cast<int>(room.size()), room.data());
@@ -101,51 +111,63 @@ std::string RecordingDC::Describe(const CPen* pen) const {
         return Form("pen extended style=0x%lX width=%lu color=0x%08lX", ext.elpPenStyle, ext.elpWidth, ext.elpColor);
     }
     LOGPEN log = {};
-    if (pen->GetLogPen(&log) == 0)
+    if (pen->GetLogPen(&log) == 0) {
         return "pen dead";
+    }
     return Form("pen style=%u width=%ld color=0x%08lX", log.lopnStyle, log.lopnWidth.x, log.lopnColor);
 }
 
 std::string RecordingDC::Describe(const CBrush* brush) const {
-    if (brush == nullptr || brush->m_hObject == nullptr)
+    if (brush == nullptr || brush->m_hObject == nullptr) {
         return "brush null";
-    if (brush->m_hObject == m_defaults[1])
+    }
+    if (brush->m_hObject == m_defaults[1]) {
         return "brush default";
+    }
     LOGBRUSH log = {};
-    if (brush->GetObject(sizeof(log), &log) == 0)
+    if (brush->GetObject(sizeof(log), &log) == 0) {
         return "brush dead";
-    if (log.lbStyle == BS_HATCHED)
+    }
+    if (log.lbStyle == BS_HATCHED) {
         return Form("brush hatch=%llu color=0x%08lX", static_cast<unsigned long long>(log.lbHatch), log.lbColor);
+    }
     return Form("brush style=%u color=0x%08lX", log.lbStyle, log.lbColor);
 }
 
 std::string RecordingDC::Describe(const CFont* font) const {
-    if (font == nullptr || font->m_hObject == nullptr)
+    if (font == nullptr || font->m_hObject == nullptr) {
         return "font null";
-    if (font->m_hObject == m_defaults[2])
+    }
+    if (font->m_hObject == m_defaults[2]) {
         return "font default";
+    }
     LOGFONT log = {};
-    if (font->GetObject(sizeof(log), &log) == 0)
+    if (font->GetObject(sizeof(log), &log) == 0) {
         return "font dead";
+    }
     return Form("font height=%ld width=%ld escapement=%ld weight=%ld italic=%d face=", log.lfHeight, log.lfWidth,
                 log.lfEscapement, log.lfWeight, log.lfItalic) +
            Text(log.lfFaceName, -1);
 }
 
 std::string RecordingDC::Describe(const CBitmap* bitmap) const {
-    if (bitmap == nullptr || bitmap->m_hObject == nullptr)
+    if (bitmap == nullptr || bitmap->m_hObject == nullptr) {
         return "bitmap null";
-    if (bitmap->m_hObject == m_defaults[3])
+    }
+    if (bitmap->m_hObject == m_defaults[3]) {
         return "bitmap default";
+    }
     BITMAP log = {};
-    if (bitmap->GetObject(sizeof(log), &log) == 0)
+    if (bitmap->GetObject(sizeof(log), &log) == 0) {
         return "bitmap dead";
+    }
     return Form("bitmap %ldx%ld", log.bmWidth, log.bmHeight);
 }
 
 std::string RecordingDC::Describe(const CRgn* region) const {
-    if (region == nullptr || region->m_hObject == nullptr)
+    if (region == nullptr || region->m_hObject == nullptr) {
         return "region null";
+    }
     RECT box = {};
     region->GetRgnBox(&box);
     return "region " + Rect(&box);
@@ -161,20 +183,24 @@ RecordingDC::RecordingDC(int width, int height, COLORREF background) : m_width(w
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* bits = nullptr;
-    if (!CreateCompatibleDC(nullptr))
+    if (!CreateCompatibleDC(nullptr)) {
         throw std::runtime_error("no memory device context");
+    }
     m_bitmap = ::CreateDIBSection(m_hDC, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    if (m_bitmap == nullptr)
+    if (m_bitmap == nullptr) {
         throw std::runtime_error("no bitmap");
+    }
     m_bits = static_cast<DWORD*>(bits);
     const DWORD pixel = static_cast<DWORD>(GetRValue(background)) << 16 |
                         static_cast<DWORD>(GetGValue(background)) << 8 | GetBValue(background);
-    for (int i = 0; i < width * height; ++i)
+    for (int i = 0; i < width * height; ++i) {
         m_bits[i] = pixel;
+    }
     ::SelectObject(m_hDC, m_bitmap);
     const UINT kinds[] = {OBJ_PEN, OBJ_BRUSH, OBJ_FONT, OBJ_BITMAP};
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         m_defaults[i] = ::GetCurrentObject(m_hDC, kinds[i]);
+    }
 }
 
 RecordingDC::~RecordingDC() {
@@ -191,8 +217,9 @@ void RecordingDC::SetClip(const RECT& box) {
 }
 
 COLORREF RecordingDC::Pixel(int x, int y) const {
-    if (x < 0 || y < 0 || x >= m_width || y >= m_height)
+    if (x < 0 || y < 0 || x >= m_width || y >= m_height) {
         return CLR_INVALID;
+    }
     ::GdiFlush();
     const DWORD pixel = m_bits[y * m_width + x];
     return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
@@ -201,20 +228,23 @@ COLORREF RecordingDC::Pixel(int x, int y) const {
 std::vector<DWORD> RecordingDC::Pixels() const {
     ::GdiFlush();
     std::vector<DWORD> pixels(m_bits, m_bits + m_width * m_height);
-    for (DWORD& pixel : pixels)
-        pixel &= 0xFFFFFF; // the fourth byte is nobody's
+    for (DWORD& pixel : pixels) {
+        pixel &= 0xFFFFFF; // the fourth byte is unused
+    }
     return pixels;
 }
 
 int RecordingDC::GetClipBox(LPRECT lpRect) const {
-    if (m_recordQueries)
+    if (m_recordQueries) {
         Record("GetClipBox", {});
+    }
     return CDC::GetClipBox(lpRect);
 }
 
 int RecordingDC::GetROP2() const {
-    if (m_recordQueries)
+    if (m_recordQueries) {
         Record("GetROP2", {});
+    }
     return CDC::GetROP2();
 }
 
@@ -457,26 +487,30 @@ BOOL RecordingDC::PolyPolygon(const POINT* lpPoints, const int* lpPolyCounts, in
 
 void RecordingDC::FillRect(LPCRECT lpRect, CBrush* pBrush) {
     Record("FillRect", {Rect(lpRect), Describe(pBrush)});
-    if (m_execute)
+    if (m_execute) {
         CDC::FillRect(lpRect, pBrush);
+    }
 }
 
 void RecordingDC::FrameRect(LPCRECT lpRect, CBrush* pBrush) {
     Record("FrameRect", {Rect(lpRect), Describe(pBrush)});
-    if (m_execute)
+    if (m_execute) {
         CDC::FrameRect(lpRect, pBrush);
+    }
 }
 
 void RecordingDC::InvertRect(LPCRECT lpRect) {
     Record("InvertRect", {Rect(lpRect)});
-    if (m_execute)
+    if (m_execute) {
         CDC::InvertRect(lpRect);
+    }
 }
 
 void RecordingDC::FillSolidRect(LPCRECT lpRect, COLORREF clr) {
     Record("FillSolidRect", {Rect(lpRect), Hex(clr)});
-    if (m_execute)
+    if (m_execute) {
         CDC::FillSolidRect(lpRect, clr);
+    }
 }
 
 BOOL RecordingDC::FillRgn(CRgn* pRgn, CBrush* pBrush) {
@@ -501,8 +535,9 @@ BOOL RecordingDC::PaintRgn(CRgn* pRgn) {
 
 void RecordingDC::DrawFocusRect(LPCRECT lpRect) {
     Record("DrawFocusRect", {Rect(lpRect)});
-    if (m_execute)
+    if (m_execute) {
         CDC::DrawFocusRect(lpRect);
+    }
 }
 
 BOOL RecordingDC::DrawIcon(int x, int y, HICON hIcon) {
@@ -645,24 +680,31 @@ int RecordingDC::AbortDoc() {
 // --- comparing ---------------------------------------------------------------------------------------------------
 
 testing::AssertionResult SameCalls(const std::vector<std::string>& expected, const std::vector<std::string>& actual) {
-    if (expected == actual)
+    if (expected == actual) {
         return testing::AssertionSuccess();
+    }
     const size_t shorter = expected.size() < actual.size() ? expected.size() : actual.size();
     size_t head = 0, tail = 0;
-    while (head < shorter && expected[head] == actual[head])
+    while (head < shorter && expected[head] == actual[head]) {
         ++head;
-    while (tail < shorter - head && expected[expected.size() - 1 - tail] == actual[actual.size() - 1 - tail])
+    }
+    while (tail < shorter - head && expected[expected.size() - 1 - tail] == actual[actual.size() - 1 - tail]) {
         ++tail;
+    }
     auto failure = testing::AssertionFailure();
     failure << "calls differ from line " << head + 1 << " (" << expected.size() << " expected, " << actual.size()
             << " made):\n";
-    for (size_t i = head > 3 ? head - 3 : 0; i < head; ++i)
+    for (size_t i = head > 3 ? head - 3 : 0; i < head; ++i) {
         failure << "  " << expected[i] << "\n";
-    for (size_t i = head; i < expected.size() - tail; ++i)
+    }
+    for (size_t i = head; i < expected.size() - tail; ++i) {
         failure << "- " << expected[i] << "\n";
-    for (size_t i = head; i < actual.size() - tail; ++i)
+    }
+    for (size_t i = head; i < actual.size() - tail; ++i) {
         failure << "+ " << actual[i] << "\n";
-    for (size_t i = expected.size() - tail; i < expected.size() && i < expected.size() - tail + 3; ++i)
+    }
+    for (size_t i = expected.size() - tail; i < expected.size() && i < expected.size() - tail + 3; ++i) {
         failure << "  " << expected[i] << "\n";
+    }
     return failure;
 }

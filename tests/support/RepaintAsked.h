@@ -4,7 +4,7 @@
 
 #include <afxwin.h>
 
-// The whole client area: a child or a message box that went has uncovered only a part of it.
+// The whole client area: a child or a message box that was closed has uncovered only a part of it.
 inline bool IsRepaintAskedFor(const CWnd& wnd) {
     CRect client;
     CRect asked;

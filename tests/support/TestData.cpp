@@ -13,7 +13,7 @@ Bytes ReadTestData(const std::string& name) {
 }
 
 int LoneDocument::Load(const Bytes& bytes) {
-    // A block of its own, so that the guarded build sees a read behind its end.
+    // A block of its own, so that the guarded build sees a read after its end.
     std::unique_ptr<BYTE[]> block(new BYTE[bytes.size()]);
     std::copy(bytes.begin(), bytes.end(), block.get());
     return document.OpenDocument(block.get(), static_cast<unsigned int>(bytes.size()));

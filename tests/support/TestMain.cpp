@@ -18,24 +18,28 @@ bool g_testing = false;
 // Prints module and offset, so that `x86_64-w64-mingw32-addr2line -e <module> <offset + image base>` finds the line.
 LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
     static bool again = false;
-    if (again) // a fault in here
+    if (again) { // a fault in here
         TerminateProcess(GetCurrentProcess(), kExitFault);
+    }
     again = true;
     const EXCEPTION_RECORD& record = *fault->ExceptionRecord;
     HMODULE module = nullptr;
     char path[MAX_PATH] = "?";
     if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                           static_cast<const char*>(record.ExceptionAddress), &module))
+                           static_cast<const char*>(record.ExceptionAddress), &module)) {
         GetModuleFileNameA(module, path, MAX_PATH);
+    }
     const auto offset = reinterpret_cast<ULONG_PTR>(record.ExceptionAddress) - reinterpret_cast<ULONG_PTR>(module);
     const testing::TestInfo* const test = g_testing ? testing::UnitTest::GetInstance()->current_test_info() : nullptr;
     std::fprintf(stderr, "FAULT %08lx at %p (%s+0x%llx)", record.ExceptionCode, record.ExceptionAddress, path,
                  static_cast<unsigned long long>(offset));
-    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2)
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2) {
         std::fprintf(stderr, ", %s %p", record.ExceptionInformation[0] == 1 ? "writing" : "reading",
                      reinterpret_cast<void*>(record.ExceptionInformation[1]));
-    if (test)
+    }
+    if (test) {
         std::fprintf(stderr, ", in %s.%s", test->test_suite_name(), test->name());
+    }
     std::fprintf(stderr, "\n");
     std::fflush(nullptr);
     TerminateProcess(GetCurrentProcess(), kExitFault);

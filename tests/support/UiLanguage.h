@@ -1,10 +1,10 @@
-// The language of the user interface, for as long as it lives. Layer 14: tests.
+// The language of the user interface, for as long as it exists. Layer 14: tests.
 #pragma once
 
 #include <windows.h>
 
-// Windows takes string resources by the thread's interface language; Wine knows one interface language a prefix, and
-// goes by the thread's locale.
+// Windows takes string resources by the thread's interface language; Wine has one interface language a prefix, and
+// uses the thread's locale.
 class UiLanguage {
 public:
     explicit UiLanguage(LANGID language) : m_language(::GetThreadUILanguage()), m_locale(::GetThreadLocale()) {

@@ -27,7 +27,7 @@ public:
 
     void Execute() override { m_Inner->Execute(); }
     void Cancel() override {
-        PeekAt(*m_Inner, ToolAlive()).End(); // As the engine does it with a tool that it knows.
+        PeekAt(*m_Inner, ToolAlive()).End(); // As the engine does it with a tool of its own.
         m_Inner->Cancel();
     }
     ResultState OnLButtonDown(unsigned int f, CGePoint2d p) override {
@@ -151,7 +151,7 @@ void ViewDriver::MiddleDrag(double x1, double y1, double x2, double y2) {
     Send(WM_MBUTTONUP, 0, to);
 }
 
-// ---- What stands ---------------------------------------------------------------------------------------------------
+// ---- The state -----------------------------------------------------------------------------------------------------
 
 CCommandOperationManager& ViewDriver::Manager() {
     return *static_cast<CCommandOperationManager*>(view.GetCommandOperationManager());

@@ -1,4 +1,4 @@
-// Drives the commands of a view by pixel events and tells what stands after each: results, document, band, marker.
+// Drives the commands of a view by pixel events and tells the state after each: results, document, band, marker.
 // Layer 14: tests.
 #pragma once
 
@@ -15,7 +15,7 @@
 // Wraps the running tool and writes down what each of its handlers gave back.
 class SpyTool;
 
-// A view of 400 by 300 pixels at scale 1 with an empty drawing: the drawing point (x, y) lies on pixel (x, 300 - y).
+// A view of 400 by 300 pixels at scale 1 with an empty drawing: the drawing point (x, y) is on pixel (x, 300 - y).
 // The points that the events take are drawing points, for readable figures, and are sent as their pixels.
 class ViewDriver : public ViewHost {
 public:
@@ -36,7 +36,7 @@ public:
     // The pan with the middle button: pressed at one point and moved to the other.
     void MiddleDrag(double x1, double y1, double x2, double y2);
 
-    // ---- What stands ----
+    // ---- The state ----
 
     CCommandOperationManager& Manager();
     // The running tool itself, not its watcher; null when none runs.
@@ -117,7 +117,7 @@ private:
 
     std::vector<Step> m_steps;
     Step m_further;
-    std::vector<HWND> m_standing; // Handles are used again once a dialog is gone.
+    std::vector<HWND> m_standing; // Handles are used again after a dialog is destroyed.
     size_t m_count = 0;
     HHOOK m_hook;
     static DialogScript* s_current;

@@ -36,7 +36,7 @@ public:
 void ShowView(CVectorView& view, ParentWindow& parent);
 
 // A view in a window, ready to work with: scale 1, client height known to the mapping, so that the drawing point (x, y)
-// lies on pixel (x, 300 - y).
+// is on pixel (x, 300 - y).
 struct ViewHost {
     explicit ViewHost(CSize client = CSize(400, 300));
 
@@ -49,7 +49,7 @@ struct ViewHost {
     void Click(CPoint pixel);
     void RightClick(CPoint pixel) { Send(WM_RBUTTONDOWN, MK_RBUTTON, pixel); }
     void Key(UINT key);
-    // Repaints what was asked for.
+    // Repaints what is invalid.
     void Update();
     Picture Take() { return TakePicture(view); }
     // What a fresh paint of the whole window shows.

@@ -1,5 +1,5 @@
 // Holds the desktop of a Wine prefix open with one hidden window, so that each test process need not set it up again.
-// Ends on WM_CLOSE to its window, which stands under the class name below, or with the prefix's server.
+// Ends on WM_CLOSE to its window, which has the class name below, or with the prefix's server.
 // Layer 14: tests (Win32 only).
 
 #include <windows.h>
@@ -24,8 +24,9 @@ int main() {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = kClassName;
     if (!RegisterClassW(&windowClass) || !CreateWindowExW(0, kClassName, L"", WS_OVERLAPPEDWINDOW, 0, 0, 10, 10,
-                                                          nullptr, nullptr, windowClass.hInstance, nullptr))
+                                                          nullptr, nullptr, windowClass.hInstance, nullptr)) {
         return 1;
+    }
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
