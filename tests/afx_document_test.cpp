@@ -1,6 +1,7 @@
 // The MFC layer's documents: path, title and flag; loading; saving that never loses a good file.
 // Layer 14: tests.
 #include "support/BoxAnswer.h"
+#include "support/UiLanguage.h"
 
 #include <afxwin.h>
 
@@ -59,6 +60,8 @@ public:
 
 class DesktopAfxDocument : public testing::Test {
 protected:
+    const UiLanguage m_language{UiLanguage::kChinese}; // Of the messages.
+
     void SetUp() override {
         TCHAR temp[MAX_PATH] = {};
         ::GetTempPath(MAX_PATH, temp);
