@@ -53,7 +53,7 @@ TEST(CommandOperationManagerViewParm, TheIdleCursorIsTheOrdinaryOne) {
     ParmHost h;
     ::SetCursor(nullptr);
     EXPECT_EQ(h.Engine().OnDefaultSetCursor(&h.view, HTCLIENT, WM_MOUSEMOVE), CCommandOperation::RS_Done);
-    EXPECT_EQ(::GetCursor(), ::LoadCursor(::GetModuleHandle(L"NRVectorView.dll"), MAKEINTRESOURCE(131)));
+    EXPECT_EQ(::GetCursor(), ::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(131)));
 }
 
 TEST(CommandOperationManagerViewParm, WordsWorkAsInTheBase) {

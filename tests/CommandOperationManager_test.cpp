@@ -493,7 +493,7 @@ TEST(CommandOperationManager, AMoveWithoutTheMiddleButtonAsksForNoRepaint) {
 
 TEST(CommandOperationManager, TheCursorIsTheToolsOrTheDefault) {
     Managed m;
-    HCURSOR own = ::LoadCursor(::GetModuleHandle(L"NRVectorView.dll"), MAKEINTRESOURCE(131));
+    HCURSOR own = ::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(131));
     HCURSOR other = ::LoadCursor(nullptr, IDC_WAIT);
     ASSERT_NE(nullptr, own);
     ASSERT_NE(own, other);

@@ -63,7 +63,7 @@ TEST(CommandWords, EachWordMakesItsToolAndTheManagerSaysWhetherItWasInstalled) {
         ViewDriver d;
         BoxAnswer boxes({IDNO});
         const HINSTANCE before = AfxGetResourceHandle();
-        AfxSetResourceHandle(::GetModuleHandle(L"NRVectorView.dll")); // No angle dialog there: it asks nothing.
+        AfxSetResourceHandle(VectorViewModule()); // No angle dialog there: it asks nothing.
         EXPECT_EQ(d.Manager().DoCommand(row.word), IsInstalled(row) ? 1 : 0) << Utf8(row.word);
         AfxSetResourceHandle(before);
         EXPECT_EQ(d.ToolName(), row.tool) << Utf8(row.word);
