@@ -389,19 +389,19 @@ UINT ButtonsOf(UINT type) {
     }
 }
 
-// Withholds from the box each command that is none of its buttons, and stores the one that is.
+// Withholds Escape and the close button from a box that has no button for them, and stores the button that was pressed.
 LRESULT CALLBACK BoxProc(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR data) {
     auto* watch = reinterpret_cast<AfxBoxWatch*>(data);
-    const UINT cancel = watch->buttons == Bit(IDOK) ? Bit(IDOK) : Bit(IDCANCEL); // Escape presses a lone OK
-    if (message == WM_CLOSE && (watch->buttons & cancel) == 0) {
+    const int cancel = watch->buttons == Bit(IDOK) ? IDOK : IDCANCEL; // Escape presses a lone OK
+    const bool isCancel = message == WM_CLOSE || (message == WM_COMMAND && LOWORD(wParam) == IDCANCEL);
+    if (isCancel && (watch->buttons & Bit(cancel)) == 0) {
         return 0;
     }
-    if (message == WM_COMMAND && LOWORD(wParam) <= IDCONTINUE && LOWORD(wParam) != IDHELP) {
-        const UINT pressed = LOWORD(wParam) == IDCANCEL ? cancel : Bit(LOWORD(wParam));
-        if ((watch->buttons & pressed) == 0) {
-            return 0;
+    if (message == WM_COMMAND && LOWORD(wParam) <= IDCONTINUE) {
+        const int pressed = isCancel ? cancel : static_cast<int>(LOWORD(wParam));
+        if ((watch->buttons & Bit(pressed)) != 0) {
+            watch->answer = pressed;
         }
-        watch->answer = pressed == Bit(IDOK) ? IDOK : LOWORD(wParam);
     }
     if (message == WM_NCDESTROY) {
         ::RemoveWindowSubclass(box, BoxProc, id);
