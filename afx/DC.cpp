@@ -1,5 +1,6 @@
 // Device contexts: attaching, selected objects, modes, mapping and clipping.
 // Layer 1: afx.
+#include "DCRange.h"
 #include "HandleMap.h"
 
 IMPLEMENT_DYNCREATE(CDC, CObject)
@@ -52,6 +53,7 @@ CWnd* CDC::GetWindow() const {
 BOOL CDC::Attach(HDC hDC) {
     if (!AfxAttach(AfxState().contexts, this, m_hDC, hDC))
         return FALSE;
+    m_bMaybeWide = m_bMaybeLarge = true;
     SetAttribDC(hDC);
     return TRUE;
 }
@@ -72,6 +74,7 @@ void CDC::SetAttribDC(HDC hDC) {
 
 void CDC::SetOutputDC(HDC hDC) {
     m_hDC = hDC;
+    m_bMaybeWide = m_bMaybeLarge = true;
 }
 
 void CDC::ReleaseAttribDC() {
@@ -106,6 +109,7 @@ int CDC::SaveDC() {
 }
 
 BOOL CDC::RestoreDC(int nSavedDC) {
+    m_bMaybeWide = m_bMaybeLarge = true;
     if (m_hDC == m_hAttribDC || m_hAttribDC == nullptr)
         return ::RestoreDC(m_hDC, nSavedDC);
     // The two count their saved states apart: only -1, the latest, means the same to both.
@@ -118,6 +122,7 @@ BOOL CDC::RestoreDC(int nSavedDC) {
 // --- selected objects --------------------------------------------------------------------------------------------
 
 CGdiObject* CDC::SelectStockObject(int nIndex) {
+    m_bMaybeLarge = true;
     const HGDIOBJ stock = ::GetStockObject(nIndex);
     const HGDIOBJ old = OnBoth<HGDIOBJ>(m_hDC, m_hAttribDC, nullptr, [&](HDC dc) { return ::SelectObject(dc, stock); });
     return CGdiObject::FromHandle(old);
@@ -125,6 +130,7 @@ CGdiObject* CDC::SelectStockObject(int nIndex) {
 
 CPen* CDC::SelectObject(CPen* pPen) {
     const HGDIOBJ pen = AfxHandleOf(pPen);
+    m_bMaybeWide = pen == nullptr || pen != AfxLatestNarrowPen();
     if (m_hDC == m_hAttribDC)
         return CPen::FromHandle(static_cast<HPEN>(::SelectObject(m_hDC, pen)));
     return CPen::FromHandle(static_cast<HPEN>(
@@ -139,6 +145,7 @@ CBrush* CDC::SelectObject(CBrush* pBrush) {
 
 CFont* CDC::SelectObject(CFont* pFont) {
     const HGDIOBJ font = AfxHandleOf(pFont);
+    m_bMaybeLarge = true;
     return CFont::FromHandle(static_cast<HFONT>(
         OnBoth<HGDIOBJ>(m_hDC, m_hAttribDC, nullptr, [&](HDC dc) { return ::SelectObject(dc, font); })));
 }
