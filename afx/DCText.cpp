@@ -11,9 +11,10 @@
 namespace {
 
 constexpr double kDegreesToRadians = 3.14159265358979323846 / 180;
-constexpr double kLargestFont = 65535; // in device units for an em; GDI takes a larger one for the smallest
-constexpr double kWidestFont = 65535;  // an average width beyond which GDI's own sums overflow
-constexpr double kFurthest = 1e15;     // device units; beyond, no row of a device is exact
+constexpr double kLargestFont = 65535;  // in device units for an em; GDI takes a larger one for the smallest
+constexpr double kWidestFont = 65535;   // an average width beyond which GDI's own sums overflow
+constexpr double kLargestFitted = 8000; // for an em; outlines have 16 bits, and no pixel of more is seen to be fitted
+constexpr double kFurthest = 1e15;      // device units; beyond, no row of a device is exact
 
 double Round(double value) {
     return std::floor(value + 0.5);
@@ -28,26 +29,16 @@ double AverageWidth(HDC dc) {
     return ::GetTextMetricsW(dc, &metrics) ? std::fabs(static_cast<double>(metrics.tmAveCharWidth)) : 0.0;
 }
 
-// The font at the size of its design, upright, in a context of its own. One unit of it is one unit of the design.
+// The font upright in a context of its own, where a logical unit is a unit of the font: at first one of its design.
 class DesignFont {
 public:
-    DesignFont(HDC dc, LOGFONTW font) : m_dc(::CreateCompatibleDC(dc)) {
-        if (m_dc == nullptr || !Read(dc) || Metrics().otmEMSquare == 0) {
-            return;
+    DesignFont(HDC dc, const LOGFONTW& font) : m_dc(::CreateCompatibleDC(dc)), m_logical(font) {
+        if (m_dc != nullptr && Read(dc)) {
+            m_ready = Make(static_cast<int>(Metrics().otmEMSquare));
         }
-        font.lfHeight = -static_cast<LONG>(Metrics().otmEMSquare);
-        font.lfWidth = font.lfEscapement = font.lfOrientation = 0;
-        m_font = ::CreateFontIndirectW(&font);
-        m_old = m_font != nullptr ? ::SelectObject(m_dc, m_font) : nullptr;
-        m_ready = m_old != nullptr && Read(m_dc);
     }
     ~DesignFont() {
-        if (m_old != nullptr) {
-            ::SelectObject(m_dc, m_old);
-        }
-        if (m_font != nullptr) {
-            ::DeleteObject(m_font);
-        }
+        Free();
         if (m_dc != nullptr) {
             ::DeleteDC(m_dc);
         }
@@ -55,12 +46,36 @@ public:
     DesignFont(const DesignFont&) = delete;
     DesignFont& operator=(const DesignFont&) = delete;
 
+    // With an em of that many units, which are the device's pixels: the outlines are then fitted to them as the device
+    // fits its own characters.
+    void Fit(int em) { m_ready = m_isFitted = Make(em); }
     bool IsReady() const { return m_ready; }
+    bool IsFitted() const { return m_isFitted; }
+    int Em() const { return m_em; }
     HDC Context() const { return m_dc; }
     const OUTLINETEXTMETRICW& Metrics() const { return *reinterpret_cast<const OUTLINETEXTMETRICW*>(m_metrics.data()); }
     const TEXTMETRICW& Sizes() const { return Metrics().otmTextMetrics; }
 
 private:
+    bool Make(int em) {
+        Free();
+        m_em = em;
+        m_logical.lfHeight = -em;
+        m_logical.lfWidth = m_logical.lfEscapement = m_logical.lfOrientation = 0;
+        m_font = em > 0 ? ::CreateFontIndirectW(&m_logical) : nullptr;
+        m_old = m_font != nullptr ? ::SelectObject(m_dc, m_font) : nullptr;
+        return m_old != nullptr && Read(m_dc);
+    }
+    void Free() {
+        if (m_old != nullptr) {
+            ::SelectObject(m_dc, m_old);
+        }
+        if (m_font != nullptr) {
+            ::DeleteObject(m_font);
+        }
+        m_old = nullptr;
+        m_font = nullptr;
+    }
     // With the names that follow the record.
     bool Read(HDC dc) {
         const UINT size = ::GetOutlineTextMetricsW(dc, 0, nullptr);
@@ -70,16 +85,19 @@ private:
     }
 
     HDC m_dc;
+    LOGFONTW m_logical;
+    int m_em = 0;
     HFONT m_font = nullptr;
     HGDIOBJ m_old = nullptr;
     std::vector<BYTE> m_metrics;
     bool m_ready = false;
+    bool m_isFitted = false;
 };
 
 // Where each character of a text goes, in device units.
 class Layout {
 public:
-    Layout(HDC dc, const AfxDeviceMap& map, const LOGFONTW& font, const DesignFont& design)
+    Layout(HDC dc, const AfxDeviceMap& map, const LOGFONTW& font, DesignFont& design)
         : m_dc(dc), m_map(map), m_design(design) {
         const double turn = static_cast<double>(font.lfEscapement % 3600) / 10 * kDegreesToRadians;
         // In the compatible mode a text is upright on the device and turned there, and its sizes are whole pixels; in
@@ -134,11 +152,12 @@ public:
 
     // The start of the base line, from the point that the text was given.
     void Align(const AfxPoint& reference, UINT align) {
-        double back = 0;
+        AfxPoint back = {};
+        const AfxPoint whole = Cut({m_along.x * Width(), m_along.y * Width()});
         if ((align & TA_CENTER) == TA_CENTER) {
-            back = Width() / 2;
+            back = Cut({whole.x / 2, whole.y / 2});
         } else if ((align & TA_RIGHT) == TA_RIGHT) {
-            back = Width();
+            back = whole;
         }
         double down = Ascent();
         if ((align & TA_BASELINE) == TA_BASELINE) {
@@ -146,14 +165,18 @@ public:
         } else if ((align & TA_BOTTOM) == TA_BOTTOM) {
             down = -Descent();
         }
-        m_base = reference;
-        m_base = Whole(Off(-back, down));
+        m_base = {Whole(reference.x) - back.x, Whole(reference.y) - back.y};
+        m_base = Cut(Off(0, down));
     }
 
     double Width() const { return m_starts.back(); }
     double Ascent() const { return Whole(m_design.Sizes().tmAscent * m_tall); }
     double Descent() const { return Whole(m_design.Sizes().tmDescent * m_tall); }
-    AfxPoint Origin(UINT i) const { return Whole(Off(m_starts[i], m_sinks[i])); }
+    AfxPoint Origin(UINT i) const {
+        const AfxPoint p = Off(m_starts[i], m_sinks[i]);
+        const AfxPoint way = Cut({p.x - m_base.x, p.y - m_base.y});
+        return {m_base.x + way.x, m_base.y + way.y};
+    }
     // The point `along` the line and `down` from its base, in the units of widths and heights.
     AfxPoint Off(double along, double down) const {
         return {m_base.x + m_along.x * along + m_down.x * down, m_base.y + m_along.y * along + m_down.y * down};
@@ -170,32 +193,38 @@ public:
 
 private:
     void SetSizes(const LOGFONTW& font) {
-        const TEXTMETRICW& sizes = m_design.Sizes();
-        const double em = m_design.Metrics().otmEMSquare;
-        const double line = std::max<LONG>(1, sizes.tmAscent + sizes.tmDescent);
+        const double line = std::max<LONG>(1, m_design.Sizes().tmAscent + m_design.Sizes().tmDescent);
         TEXTMETRICW own = {};
         ::GetTextMetricsW(m_dc, &own);
         // A height of the line counts as it is asked for, one of the characters (negative) as that of the em.
         double height = std::fabs(static_cast<double>(font.lfHeight)) * m_unitY;
         if (font.lfHeight >= 0) {
-            height = (font.lfHeight > 0 ? height : own.tmHeight * m_unitY) * em / line;
+            const double asked = Whole(font.lfHeight > 0 ? height : own.tmHeight * m_unitY);
+            const double em = m_design.Em();
+            height = Whole(asked * em / line);
+            // An em whose line comes out higher than asked is too large.
+            height -= Whole(height * line / em) > asked ? 1 : 0;
         }
         height = std::max(1.0, Whole(height));
-        m_tall = m_wide = height / em;
+        if (!m_map.advanced && height <= kLargestFitted) {
+            m_design.Fit(static_cast<int>(height));
+        }
+        m_tall = m_wide = height / m_design.Em();
         const double asked = std::fabs(static_cast<double>(font.lfWidth));
         const bool isReal = height <= kLargestFont;
         // GDI doesn't take every width, and says so by the width of the font that it made.
         if (font.lfWidth != 0 && (!isReal || std::fabs(static_cast<double>(own.tmAveCharWidth)) == asked)) {
-            m_wide *= asked * m_unitX / std::max(1.0, Whole(sizes.tmAveCharWidth * m_tall));
+            m_wide *= asked * m_unitX / std::max(1.0, Whole(m_design.Sizes().tmAveCharWidth * m_tall));
         }
         m_isMeasured = isReal && asked <= kWidestFont && m_unitX == 1 && !m_map.advanced;
     }
     double Whole(double value) const { return m_map.advanced ? value : Round(value); }
-    AfxPoint Whole(const AfxPoint& p) const { return {Whole(p.x), Whole(p.y)}; }
+    // Positions off the reference point lose their fractions.
+    AfxPoint Cut(const AfxPoint& p) const { return m_map.advanced ? p : AfxPoint{std::trunc(p.x), std::trunc(p.y)}; }
 
     HDC m_dc;
     const AfxDeviceMap& m_map;
-    const DesignFont& m_design;
+    DesignFont& m_design;
     AfxPoint m_along = {}; // device units of one unit along the line
     AfxPoint m_down = {};  // and of one down from it
     double m_unitX = 1;    // such units in a logical unit
@@ -296,9 +325,10 @@ void AddContours(AfxFill& fill, const std::vector<BYTE>& data, size_t size, cons
 
 void AddCharacters(AfxFill& fill, const RECT& clip, const DesignFont& design, const Layout& layout, LPCWSTR text,
                    UINT count, UINT options) {
-    const UINT format = GGO_NATIVE | GGO_UNHINTED | ((options & ETO_GLYPH_INDEX) != 0 ? GGO_GLYPH_INDEX : 0u);
+    const UINT format = GGO_NATIVE | (design.IsFitted() ? 0u : GGO_UNHINTED) |
+                        ((options & ETO_GLYPH_INDEX) != 0 ? GGO_GLYPH_INDEX : 0u);
     const MAT2 same = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
-    const double em = design.Metrics().otmEMSquare;
+    const double em = design.Em();
     std::vector<BYTE> data;
     for (UINT i = 0; i < count; ++i) {
         const AfxPoint origin = layout.Origin(i);
@@ -341,7 +371,7 @@ bool AfxIsTextFar(HDC dc) {
 BOOL AfxTextOutFar(HDC dc, int x, int y, UINT options, LPCRECT rect, LPCWSTR text, UINT count, const int* widths) {
     LOGFONTW font = {};
     SelectedFont(dc, font);
-    const DesignFont design(dc, font);
+    DesignFont design(dc, font);
     if (!design.IsReady()) {
         return FALSE;
     }
@@ -358,6 +388,9 @@ BOOL AfxTextOutFar(HDC dc, int x, int y, UINT options, LPCRECT rect, LPCWSTR tex
         ::GetCurrentPositionEx(dc, &start);
     }
     Layout layout(dc, map, font, design);
+    if (!design.IsReady()) {
+        return FALSE;
+    }
     layout.Place(text, count, options, widths);
     const AfxPoint reference = map.Of(start.x, start.y);
     layout.Align(reference, align);

@@ -122,8 +122,12 @@ TEST(DCSpace, AFigureThatTheDeviceShowsIsTheOneOfGdiUnderEveryMapping) {
     }
 }
 
-TEST(DCSpace, AFigureFarOnTheDeviceRunsWhereGdiWouldDrawIt) {
-    const Mapping mappings[] = {{"window origin", [](HDC dc) { ::SetWindowOrgEx(dc, -30, 7, nullptr); }},
+TEST(DCSpace, AFigureFarOnTheDeviceRunsWhereGdiDrawsIt) {
+    const Mapping mappings[] = {{"window origin",
+                                 [](HDC dc) {
+                                     Scale(dc, 1, 100);
+                                     ::SetViewportOrgEx(dc, 30, -7, nullptr);
+                                 }},
                                 {"many pixels a unit", [](HDC dc) { Scale(dc, 1, 100); }},
                                 {"many pixels a unit, upside down",
                                  [](HDC dc) {
@@ -131,10 +135,12 @@ TEST(DCSpace, AFigureFarOnTheDeviceRunsWhereGdiWouldDrawIt) {
                                      ::SetViewportExtEx(dc, 100, -100, nullptr);
                                      ::SetViewportOrgEx(dc, 0, 150, nullptr);
                                  }},
-                                {"turned", [](HDC dc) { World(dc, 90, 30, -30, 90, 20, 10); }},
-                                {"turned and mirrored", [](HDC dc) { World(dc, 90, 30, 30, -90, 20, 120); }}};
+                                {"many pixels a unit, clockwise", [](HDC dc) {
+                                     Scale(dc, 1, 100);
+                                     ::SetArcDirection(dc, AD_CLOCKWISE);
+                                 }}};
     for (const Mapping& mapping : mappings) {
-        for (int figure = 0; figure < 3; ++figure) {
+        for (int figure = 0; figure < 4; ++figure) {
             Picture layer;
             Picture bare;
             for (Picture* picture : {&layer, &bare}) {
@@ -142,28 +148,83 @@ TEST(DCSpace, AFigureFarOnTheDeviceRunsWhereGdiWouldDrawIt) {
                 picture->dc.SelectStockObject(NULL_BRUSH);
                 mapping.set(picture->dc.m_hDC);
             }
-            const bool isUnit = mapping.set != nullptr && &mapping == &mappings[0];
-            const int reach = isUnit ? 40000 : 400; // 40,000 pixels either way
-            const int offset = isUnit ? 50 : 1;
+            // Coordinates of 400 are 40,000 pixels away.
             switch (figure) {
             case 0:
-                layer.dc.MoveTo(-reach, -reach);
-                layer.dc.LineTo(reach, reach + offset);
-                ::MoveToEx(bare.dc.m_hDC, -reach, -reach, nullptr);
-                ::LineTo(bare.dc.m_hDC, reach, reach + offset);
+                layer.dc.MoveTo(-400, -400);
+                layer.dc.LineTo(400, 401);
+                ::MoveToEx(bare.dc.m_hDC, -400, -400, nullptr);
+                ::LineTo(bare.dc.m_hDC, 400, 401);
                 break;
             case 1:
-                layer.dc.Arc(offset, -reach, 2 * reach, reach, reach, -2 * reach, 0, 3 * reach);
-                ::Arc(bare.dc.m_hDC, offset, -reach, 2 * reach, reach, reach, -2 * reach, 0, 3 * reach);
+                layer.dc.Arc(1, -400, 800, 400, 400, -800, 0, 1200);
+                ::Arc(bare.dc.m_hDC, 1, -400, 800, 400, 400, -800, 0, 1200);
+                break;
+            case 2:
+                layer.dc.Arc(1, -400, 800, 400, 0, 1200, 400, -800);
+                ::Arc(bare.dc.m_hDC, 1, -400, 800, 400, 0, 1200, 400, -800);
                 break;
             default:
-                layer.dc.Ellipse(-2 * reach, offset - 2 * reach, 2 * reach, offset);
-                ::Ellipse(bare.dc.m_hDC, -2 * reach, offset - 2 * reach, 2 * reach, offset);
+                layer.dc.Ellipse(-800, -799, 800, 1);
+                ::Ellipse(bare.dc.m_hDC, -800, -799, 800, 1);
                 break;
             }
             EXPECT_NEAR(bare.Inked(), layer.Inked(), 4) << mapping.name << " " << figure;
             EXPECT_EQ(0, FarFromEachOther(layer, bare)) << mapping.name << " " << figure;
         }
+    }
+}
+
+TEST(DCSpace, AFarFigureIsTurnedAndMirroredByTheWorldTransform) {
+    for (const float sign : {1.0f, -1.0f}) {
+        // x' = 90 x - 30 sign y + 20, y' = 30 x + 90 sign y + 10
+        const auto set = [sign](HDC dc) { World(dc, 90, 30, -30 * sign, 90 * sign, 20, 10); };
+        for (int figure = 0; figure < 3; ++figure) {
+            Picture layer;
+            Picture chords;
+            layer.Ink(PS_SOLID, 0);
+            chords.Ink(PS_SOLID, 0);
+            layer.dc.SelectStockObject(NULL_BRUSH);
+            set(layer.dc.m_hDC);
+            // A circle of radius 400 around (400, 0): all of it, its half above the line through the centre, and the
+            // half below it. Anticlockwise in logical units with y downwards.
+            double from = 0;
+            double to = 2 * 3.14159265358979;
+            if (figure == 0) {
+                layer.dc.Ellipse(0, -400, 800, 400);
+            } else if (figure == 1) {
+                layer.dc.Arc(0, -400, 800, 400, 1400, -1000, -600, 1000);
+                from = to / 8;
+                to = from + to / 2;
+            } else {
+                layer.dc.Arc(0, -400, 800, 400, -600, 1000, 1400, -1000);
+                from = to * 5 / 8;
+                to = from + to / 2;
+            }
+            for (int i = 0; i <= 20000; ++i) {
+                const double t = from + (to - from) * i / 20000;
+                const double x = 400 + 400 * std::cos(t);
+                const double y = -400 * std::sin(t) * static_cast<double>(sign);
+                const int px = static_cast<int>(std::lround(90 * x - 30 * y + 20));
+                const int py = static_cast<int>(std::lround(30 * x + 90 * y + 10));
+                i == 0 ? ::MoveToEx(chords.dc.m_hDC, px, py, nullptr) : ::LineTo(chords.dc.m_hDC, px, py);
+            }
+            // The first half alone passes through the picture. Where it leaves it a neighbour may be outside.
+            EXPECT_EQ(figure == 2, chords.Inked() == 0) << figure;
+            EXPECT_NEAR(chords.Inked(), layer.Inked(), 8) << sign << " " << figure;
+            EXPECT_LE(FarFromEachOther(layer, chords), 2) << sign << " " << figure;
+        }
+        Picture line;
+        Picture bare;
+        for (Picture* picture : {&line, &bare}) {
+            picture->Ink(PS_SOLID, 0);
+            set(picture->dc.m_hDC);
+        }
+        line.dc.MoveTo(-400, -400);
+        line.dc.LineTo(400, 401);
+        ::MoveToEx(bare.dc.m_hDC, -400, -400, nullptr);
+        ::LineTo(bare.dc.m_hDC, 400, 401);
+        EXPECT_EQ(0, FarFromEachOther(line, bare)) << sign;
     }
 }
 

@@ -1,4 +1,4 @@
-// Pictures of the same drawing, once through the layer and once by bare GDI, and how far they differ. Layer 14: tests.
+// Pictures of the same drawing, once through the layer and once by bare GDI, and how far they differ.
 #pragma once
 
 #include "support/RecordingDC.h"
