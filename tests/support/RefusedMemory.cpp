@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 
 #ifdef NR_GUARDED
 #include "GuardPages.h"
