@@ -413,8 +413,12 @@ int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT n
     if (watch.answer != 0) {
         return watch.answer;
     }
-    if (watch.box == nullptr && result > 0 && result <= IDCONTINUE && (buttons & Bit(result)) != 0) {
-        return result; // a box that could not be watched
+    // Ended by EndDialog, or a box that could not be watched. A box that ends with the program gives IDOK under Wine,
+    // whatever its buttons are.
+    MSG quit = {};
+    const bool isOurs = result > 0 && result <= IDCONTINUE && (buttons & Bit(result)) != 0;
+    if (isOurs && (result != IDOK || !::PeekMessage(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE))) {
+        return result;
     }
     for (const int harmless : {IDCANCEL, IDNO, IDABORT}) {
         if ((buttons & Bit(harmless)) != 0) {

@@ -8,7 +8,7 @@
 //
 // Each module links this source (cmake/NrTargets.cmake), and a module's own definition is taken before a library's: so
 // code calls std::sin as ever. What the static runtime already takes from the system needs no line here: tan, asin,
-// acos and atan. The variants for float and long double aren't replaced; nothing here uses them.
+// acos and atan. The other variants for float and long double are not replaced; nothing here uses them.
 
 // The slots in the module's table of imports, by the linker's names for them.
 extern "C" {
@@ -34,6 +34,21 @@ double cos(double x) {
 void sincos(double x, double* sine, double* cosine) {
     *sine = __imp_sin(x);
     *cosine = __imp_cos(x);
+}
+
+// The static runtime has these two in one piece with its sincos, so they are here as well. Only inline functions of the
+// standard library that are compiled for their addresses call them.
+void sincosf(float x, float* sine, float* cosine) {
+    *sine = static_cast<float>(__imp_sin(static_cast<double>(x)));
+    *cosine = static_cast<float>(__imp_cos(static_cast<double>(x)));
+}
+
+long double sinl(long double x);
+long double cosl(long double x);
+
+void sincosl(long double x, long double* sine, long double* cosine) {
+    *sine = sinl(x);
+    *cosine = cosl(x);
 }
 
 double atan2(double y, double x) {

@@ -13,8 +13,6 @@
 #include <algorithm>
 #include <cstdio>
 
-
-
 namespace {
 
 // A tool of the host's own.
@@ -332,10 +330,11 @@ void RunCallMatrix(const char* title, const std::vector<CallState>& states, cons
             const int before = CKXMemoryManager::Instance()->GetCount();
             const size_t first = cells++ % events.size();
             auto host = make();
+            bool isRectangle = false;
             {
                 DialogScript dialogs({}, [&](HWND dialog) { AnswerDialog(*host, dialog); });
                 state.enter(*host);
-                const bool isRectangle =
+                isRectangle =
                     host->Tool() != nullptr &&
                     std::string(host->Tool()->GetRuntimeClass()->m_lpszClassName) == "COperationCreateRectangle";
                 if (state.trigger) {

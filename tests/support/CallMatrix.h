@@ -37,7 +37,7 @@ public:
     void RunInside();
 
     // What only a derived view may do.
-    virtual void ReplaceDocument(CGraphicDocument* document, int external) = 0;
+    virtual void ReplaceDocument(CGraphicDocument* document, int isExternal) = 0;
     virtual void ReplaceEngine() = 0;
     virtual void GivePropertyDialog() = 0;
 
@@ -58,8 +58,8 @@ class CallHostOf : public CallHost {
 public:
     CallHostOf() { Show(new Open(*this)); }
 
-    void ReplaceDocument(CGraphicDocument* document, int external) override {
-        static_cast<Open*>(view)->m_Graphic.SetDocument(document, external);
+    void ReplaceDocument(CGraphicDocument* document, int isExternal) override {
+        static_cast<Open*>(view)->m_Graphic.SetDocument(document, isExternal);
     }
     void ReplaceEngine() override {
         NoteWhatStays();
