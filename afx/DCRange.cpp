@@ -255,6 +255,9 @@ void Fill(const Target& target, const EllipseShape& e) {
     const double lean = (e.a.x * e.a.y + e.b.x * e.b.y) / height;
     const double top = std::max({static_cast<double>(clip.top), e.centre.y - height, box.top});
     const double bottom = std::min({static_cast<double>(clip.bottom), e.centre.y + height + 1, box.bottom});
+    if (top >= bottom) {
+        return;
+    }
     for (int y = static_cast<int>(top); y < bottom; ++y) {
         const double h = (y - e.centre.y) / height;
         const double middle = e.centre.x + lean * h;
