@@ -353,9 +353,16 @@ void AddCharacters(AfxFill& fill, const RECT& clip, const DesignFont& design, co
 } // namespace
 
 bool AfxIsTextFar(HDC dc) {
-    const DWORD type = ::GetObjectType(dc);
     LOGFONTW font = {};
-    if (type == OBJ_METADC || type == OBJ_ENHMETADC || !SelectedFont(dc, font)) {
+    if (!SelectedFont(dc, font)) {
+        return false;
+    }
+    const auto isUsual = [](LONG size) { return size >= -kAfxTallestText && size <= kAfxTallestText; };
+    if (isUsual(font.lfHeight) && isUsual(font.lfWidth) && AfxIsPlainMapping(dc)) {
+        return false;
+    }
+    const DWORD type = ::GetObjectType(dc);
+    if (type == OBJ_METADC || type == OBJ_ENHMETADC) {
         return false;
     }
     const AfxDeviceMap map(dc);
