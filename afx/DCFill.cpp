@@ -37,7 +37,7 @@ private:
 AfxFill::AfxFill(const RECT& clip) : m_clip(clip) {
     m_clip.right = std::max(m_clip.left, m_clip.right);
     m_clip.bottom = std::max(m_clip.top, m_clip.bottom);
-    m_rows.resize(static_cast<size_t>(m_clip.bottom - m_clip.top));
+    m_latest.assign(static_cast<size_t>(m_clip.bottom - m_clip.top), kNoSpan);
 }
 
 int AfxFill::RowFrom(double y) const {
@@ -54,9 +54,10 @@ void AfxFill::AddSpan(int y, double left, double right) {
     if (span.left >= span.right) {
         return;
     }
-    std::vector<Span>& row = m_rows[static_cast<size_t>(y - m_clip.top)];
-    if (row.empty() || row.back().left > span.left || row.back().right < span.right) {
-        row.push_back(span);
+    Span& latest = m_latest[static_cast<size_t>(y - m_clip.top)];
+    if (latest.left > span.left || latest.right < span.right) {
+        latest = span;
+        m_spans.push_back({y, span});
     }
 }
 
@@ -111,10 +112,9 @@ void AfxFill::AddLine(const AfxPoint& a, const AfxPoint& b) {
     if (first >= last) {
         return;
     }
-    m_crossings.resize(m_rows.size());
     const double slope = (lower.x - upper.x) / (lower.y - upper.y);
     for (int y = first; y < last; ++y) {
-        m_crossings[static_cast<size_t>(y - m_clip.top)].push_back({upper.x + slope * (y - upper.y), down ? 1 : -1});
+        m_crossings.push_back({y, upper.x + slope * (y - upper.y), down ? 1 : -1});
     }
 }
 
@@ -147,22 +147,21 @@ void AfxFill::AddCurve(const AfxPoint& a, const AfxPoint& b, const AfxPoint& c, 
 }
 
 void AfxFill::EndOutline() {
-    for (size_t row = 0; row < m_crossings.size(); ++row) {
-        std::vector<Crossing>& crossings = m_crossings[row];
-        std::sort(crossings.begin(), crossings.end(), [](const Crossing& p, const Crossing& q) { return p.x < q.x; });
-        int winding = 0;
-        double left = 0;
-        for (const Crossing& crossing : crossings) {
-            if (winding == 0) {
-                left = crossing.x;
-            }
-            winding += crossing.way;
-            if (winding == 0) {
-                AddSpan(static_cast<int>(m_clip.top) + static_cast<int>(row), left, crossing.x);
-            }
+    std::sort(m_crossings.begin(), m_crossings.end(),
+              [](const Crossing& p, const Crossing& q) { return p.y != q.y ? p.y < q.y : p.x < q.x; });
+    // The outline is closed: after the last crossing of each row the number is 0 again.
+    int winding = 0;
+    double left = 0;
+    for (const Crossing& crossing : m_crossings) {
+        if (winding == 0) {
+            left = crossing.x;
         }
-        crossings.clear();
+        winding += crossing.way;
+        if (winding == 0) {
+            AddSpan(crossing.y, left, crossing.x);
+        }
     }
+    m_crossings.clear();
 }
 
 // --- painting ----------------------------------------------------------------------------------------------------
@@ -177,19 +176,19 @@ BOOL AfxFill::Paint(HDC dc, COLORREF color, DWORD operation) {
             done = ::PatBlt(dc, span.left, blockTop, span.right - span.left, bottom - blockTop, operation) && done;
         }
     };
+    std::sort(m_spans.begin(), m_spans.end(),
+              [](const RowSpan& p, const RowSpan& q) { return p.y != q.y ? p.y < q.y : p.span.left < q.span.left; });
     std::vector<Span> merged;
+    auto next = m_spans.begin();
     for (int y = static_cast<int>(m_clip.top); y < m_clip.bottom; ++y) {
-        std::vector<Span>& row = m_rows[static_cast<size_t>(y - m_clip.top)];
-        std::sort(row.begin(), row.end(), [](const Span& p, const Span& q) { return p.left < q.left; });
         merged.clear();
-        for (const Span& span : row) {
-            if (!merged.empty() && span.left <= merged.back().right) {
-                merged.back().right = std::max(merged.back().right, span.right);
+        for (; next != m_spans.end() && next->y == y; ++next) {
+            if (!merged.empty() && next->span.left <= merged.back().right) {
+                merged.back().right = std::max(merged.back().right, next->span.right);
             } else {
-                merged.push_back(span);
+                merged.push_back(next->span);
             }
         }
-        row.clear();
         if (merged == block) {
             continue;
         }
@@ -198,6 +197,8 @@ BOOL AfxFill::Paint(HDC dc, COLORREF color, DWORD operation) {
         blockTop = y;
     }
     flush(static_cast<int>(m_clip.bottom));
+    m_spans.clear();
+    std::fill(m_latest.begin(), m_latest.end(), kNoSpan);
     return done;
 }
 

@@ -5,7 +5,7 @@
 
 #include "DCSpace.h"
 
-#include <utility>
+#include <climits>
 #include <vector>
 
 // A set of pixels within a rectangle, in device units. A pixel belongs to a figure when its own point (x, y), whole
@@ -31,18 +31,25 @@ private:
         bool operator==(const Span& other) const { return left == other.left && right == other.right; }
         int left, right;
     };
+    struct RowSpan {
+        int y;
+        Span span;
+    };
     struct Crossing {
+        int y;
         double x;
         int way; // 1 downwards, -1 upwards
     };
+    static constexpr Span kNoSpan = {INT_MAX, INT_MIN};
     void AddSpan(int y, double left, double right);
     // The first row at or below y, within the rectangle's rows and one beyond.
     int RowFrom(double y) const;
     void AddCurve(const AfxPoint& a, const AfxPoint& b, const AfxPoint& c, const AfxPoint& d, int depth);
 
     RECT m_clip;
-    std::vector<std::vector<Span>> m_rows;
-    std::vector<std::vector<Crossing>> m_crossings;
+    std::vector<Span> m_latest; // of each row, so that a stroke's chords don't add the same pixels again and again
+    std::vector<RowSpan> m_spans;
+    std::vector<Crossing> m_crossings;
 };
 
 // The blit that does with the brush what the context's mode does with a pen.
