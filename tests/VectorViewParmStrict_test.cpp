@@ -207,10 +207,8 @@ TEST_F(StrictRefusal, AnEditThatAHookOpensIsNotTakenForARefusedOne) {
     };
     Key(VK_TAB);
     // As without the switch: the walk goes on from A, and ends the edit of C.
-    EXPECT_EQ(storedA +
-                  Events{"pre C", "query C", "tab", "accept C 30", "changing C 30>30", "changed C 30>30", "end C"} +
-                  openB,
-              Take());
+    const Events storedC = {"pre C", "query C", "tab", "accept C 30", "changing C 30>30", "changed C 30>30", "end C"};
+    EXPECT_EQ(storedA + storedC + openB, Take());
     ExpectOpenOn(b, L"20");
 }
 

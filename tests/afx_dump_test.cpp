@@ -6,8 +6,6 @@
 #include <sstream>
 #include <string>
 
-namespace {
-
 class CHolder : public CObject {
     DECLARE_DYNAMIC(CHolder)
 public:
@@ -26,6 +24,8 @@ public:
     }
 };
 IMPLEMENT_DYNAMIC(CHolder, CObject)
+
+namespace {
 
 std::string Dumped(const CObject& object, int depth) {
     CMemFile file;

@@ -1,5 +1,6 @@
 // Every public call of view, document and engine in every state of every command: no fault, nothing left allocated.
 
+#include "CommandOperationManager.h"
 #include "Document.h"
 #include "support/BoxAnswer.h"
 #include "support/CallMatrix.h"
