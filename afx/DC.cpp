@@ -1,5 +1,6 @@
 // Device contexts: attaching, selected objects, modes, mapping and clipping.
 // Layer 1: afx.
+#include "DCRange.h"
 #include "HandleMap.h"
 
 IMPLEMENT_DYNCREATE(CDC, CObject)
@@ -10,10 +11,12 @@ namespace {
 template <class Result, class Set>
 Result OnBoth(HDC output, HDC attributes, Result none, Set set) {
     Result result = none;
-    if (output != nullptr && output != attributes)
+    if (output != nullptr && output != attributes) {
         result = set(output);
-    if (attributes != nullptr)
+    }
+    if (attributes != nullptr) {
         result = set(attributes);
+    }
     return result;
 }
 
@@ -26,16 +29,19 @@ CPoint ToPoint(const POINT& point) {
 // --- making and attaching ----------------------------------------------------------------------------------------
 
 CDC::~CDC() {
-    if (m_hDC != nullptr)
+    if (m_hDC != nullptr) {
         ::DeleteDC(Detach());
+    }
 }
 
 CDC* PASCAL CDC::FromHandle(HDC hDC) {
-    if (hDC == nullptr)
+    if (hDC == nullptr) {
         return nullptr;
+    }
     HandleMap<CDC>& map = AfxState().contexts;
-    if (auto* entry = map.Find(hDC))
+    if (auto* entry = map.Find(hDC)) {
         return entry->object;
+    }
     CDC* object = map.SetTemporary(hDC, std::make_unique<CDC>());
     object->m_hDC = object->m_hAttribDC = hDC;
     return object;
@@ -50,17 +56,21 @@ CWnd* CDC::GetWindow() const {
 }
 
 BOOL CDC::Attach(HDC hDC) {
-    if (!AfxAttach(AfxState().contexts, this, m_hDC, hDC))
+    if (!AfxAttach(AfxState().contexts, this, m_hDC, hDC)) {
         return FALSE;
+    }
+    m_bMaybeWide = m_bMaybeLarge = true;
     SetAttribDC(hDC);
     return TRUE;
 }
 
 HDC CDC::Detach() {
     const HDC dc = m_hDC;
-    if (dc != nullptr)
-        if (AfxThreadState* state = AfxStateIfAny())
+    if (dc != nullptr) {
+        if (AfxThreadState* state = AfxStateIfAny()) {
             state->contexts.Remove(dc, this);
+        }
+    }
     ReleaseAttribDC();
     m_hDC = nullptr;
     return dc;
@@ -72,6 +82,7 @@ void CDC::SetAttribDC(HDC hDC) {
 
 void CDC::SetOutputDC(HDC hDC) {
     m_hDC = hDC;
+    m_bMaybeWide = m_bMaybeLarge = true;
 }
 
 void CDC::ReleaseAttribDC() {
@@ -95,8 +106,9 @@ BOOL CDC::CreateCompatibleDC(CDC* pDC) {
 }
 
 BOOL CDC::DeleteDC() {
-    if (m_hDC == nullptr)
+    if (m_hDC == nullptr) {
         return FALSE;
+    }
     return ::DeleteDC(Detach());
 }
 
@@ -106,18 +118,22 @@ int CDC::SaveDC() {
 }
 
 BOOL CDC::RestoreDC(int nSavedDC) {
-    if (m_hDC == m_hAttribDC || m_hAttribDC == nullptr)
+    m_bMaybeWide = m_bMaybeLarge = true;
+    if (m_hDC == m_hAttribDC || m_hAttribDC == nullptr) {
         return ::RestoreDC(m_hDC, nSavedDC);
+    }
     // The two count their saved states apart: only -1, the latest, means the same to both.
     BOOL done = TRUE;
-    if (m_hDC != nullptr)
+    if (m_hDC != nullptr) {
         done = ::RestoreDC(m_hDC, -1);
+    }
     return ::RestoreDC(m_hAttribDC, nSavedDC) && done;
 }
 
 // --- selected objects --------------------------------------------------------------------------------------------
 
 CGdiObject* CDC::SelectStockObject(int nIndex) {
+    m_bMaybeLarge = true;
     const HGDIOBJ stock = ::GetStockObject(nIndex);
     const HGDIOBJ old = OnBoth<HGDIOBJ>(m_hDC, m_hAttribDC, nullptr, [&](HDC dc) { return ::SelectObject(dc, stock); });
     return CGdiObject::FromHandle(old);
@@ -125,8 +141,10 @@ CGdiObject* CDC::SelectStockObject(int nIndex) {
 
 CPen* CDC::SelectObject(CPen* pPen) {
     const HGDIOBJ pen = AfxHandleOf(pPen);
-    if (m_hDC == m_hAttribDC)
+    m_bMaybeWide = pen == nullptr || pen != AfxLatestNarrowPen();
+    if (m_hDC == m_hAttribDC) {
         return CPen::FromHandle(static_cast<HPEN>(::SelectObject(m_hDC, pen)));
+    }
     return CPen::FromHandle(static_cast<HPEN>(
         OnBoth<HGDIOBJ>(m_hDC, m_hAttribDC, nullptr, [&](HDC dc) { return ::SelectObject(dc, pen); })));
 }
@@ -139,6 +157,7 @@ CBrush* CDC::SelectObject(CBrush* pBrush) {
 
 CFont* CDC::SelectObject(CFont* pFont) {
     const HGDIOBJ font = AfxHandleOf(pFont);
+    m_bMaybeLarge = true;
     return CFont::FromHandle(static_cast<HFONT>(
         OnBoth<HGDIOBJ>(m_hDC, m_hAttribDC, nullptr, [&](HDC dc) { return ::SelectObject(dc, font); })));
 }
@@ -155,16 +174,21 @@ int CDC::SelectObject(CRgn* pRgn) {
 }
 
 CGdiObject* CDC::SelectObject(CGdiObject* pObject) {
-    if (pObject == nullptr)
+    if (pObject == nullptr) {
         return nullptr;
-    if (auto* pen = dynamic_cast<CPen*>(pObject))
+    }
+    if (auto* pen = dynamic_cast<CPen*>(pObject)) {
         return SelectObject(pen);
-    if (auto* brush = dynamic_cast<CBrush*>(pObject))
+    }
+    if (auto* brush = dynamic_cast<CBrush*>(pObject)) {
         return SelectObject(brush);
-    if (auto* font = dynamic_cast<CFont*>(pObject))
+    }
+    if (auto* font = dynamic_cast<CFont*>(pObject)) {
         return SelectObject(font);
-    if (auto* bitmap = dynamic_cast<CBitmap*>(pObject))
+    }
+    if (auto* bitmap = dynamic_cast<CBitmap*>(pObject)) {
         return SelectObject(bitmap);
+    }
     const HGDIOBJ handle = pObject->m_hObject;
     return CGdiObject::FromHandle(
         OnBoth<HGDIOBJ>(m_hDC, m_hAttribDC, nullptr, [&](HDC dc) { return ::SelectObject(dc, handle); }));

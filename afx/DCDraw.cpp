@@ -1,34 +1,53 @@
 // Device contexts: lines, figures, filling, pixels, text, paths and printing.
 // Layer 1: afx.
 #include "DCRange.h"
+#include "DCText.h"
 #include "HandleMap.h"
 
 // --- lines -------------------------------------------------------------------------------------------------------
 
 CPoint CDC::MoveTo(int x, int y) {
     m_bFar = AfxIsFar(x) || AfxIsFar(y);
+    if (!AfxIsPlainMapping(m_hDC)) {
+        AfxNoteMove(m_hDC, x, y);
+    }
     POINT old = {};
-    if (m_hDC != nullptr && m_hDC != m_hAttribDC)
+    if (m_hDC != nullptr && m_hDC != m_hAttribDC) {
         ::MoveToEx(m_hDC, x, y, &old);
-    if (m_hAttribDC != nullptr)
+    }
+    if (m_hAttribDC != nullptr) {
         ::MoveToEx(m_hAttribDC, x, y, &old);
+    }
     return CPoint(static_cast<int>(old.x), static_cast<int>(old.y));
+}
+
+bool CDC::IsStrokeNear() {
+    if (!AfxIsPlainMapping(m_hDC)) {
+        return false;
+    }
+    // Looked at once: other pens come through SelectObject.
+    if (m_bMaybeWide) {
+        m_bMaybeWide = AfxIsPenWide(m_hDC);
+    }
+    return !m_bMaybeWide;
 }
 
 BOOL CDC::LineTo(int x, int y) {
     // The attribute context keeps the current position too.
-    if (m_hAttribDC != nullptr && m_hDC != m_hAttribDC)
+    if (m_hAttribDC != nullptr && m_hDC != m_hAttribDC) {
         ::MoveToEx(m_hAttribDC, x, y, nullptr);
+    }
     const bool toFar = AfxIsFar(x) || AfxIsFar(y);
     const bool reaches = m_bFar || toFar;
     m_bFar = toFar;
-    return reaches ? AfxLineToFar(m_hDC, x, y) : ::LineTo(m_hDC, x, y);
+    return !reaches && IsStrokeNear() ? ::LineTo(m_hDC, x, y) : AfxLineToFar(m_hDC, x, y);
 }
 
 BOOL CDC::Arc(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4) {
-    if (AfxIsFar(x1) || AfxIsFar(y1) || AfxIsFar(x2) || AfxIsFar(y2))
-        return AfxArcFar(m_hDC, x1, y1, x2, y2, x3, y3, x4, y4);
-    return ::Arc(m_hDC, x1, y1, x2, y2, x3, y3, x4, y4);
+    if (!AfxIsFar(x1) && !AfxIsFar(y1) && !AfxIsFar(x2) && !AfxIsFar(y2) && IsStrokeNear()) {
+        return ::Arc(m_hDC, x1, y1, x2, y2, x3, y3, x4, y4);
+    }
+    return AfxArcFar(m_hDC, x1, y1, x2, y2, x3, y3, x4, y4);
 }
 
 BOOL CDC::Arc(LPCRECT lpRect, POINT ptStart, POINT ptEnd) {
@@ -84,9 +103,10 @@ BOOL CDC::RoundRect(LPCRECT lpRect, POINT point) {
 }
 
 BOOL CDC::Ellipse(int x1, int y1, int x2, int y2) {
-    if (AfxIsFar(x1) || AfxIsFar(y1) || AfxIsFar(x2) || AfxIsFar(y2))
-        return AfxEllipseFar(m_hDC, x1, y1, x2, y2);
-    return ::Ellipse(m_hDC, x1, y1, x2, y2);
+    if (!AfxIsFar(x1) && !AfxIsFar(y1) && !AfxIsFar(x2) && !AfxIsFar(y2) && IsStrokeNear()) {
+        return ::Ellipse(m_hDC, x1, y1, x2, y2);
+    }
+    return AfxEllipseFar(m_hDC, x1, y1, x2, y2);
 }
 
 BOOL CDC::Ellipse(LPCRECT lpRect) {
@@ -126,8 +146,9 @@ void CDC::InvertRect(LPCRECT lpRect) {
 
 void CDC::FillSolidRect(LPCRECT lpRect, COLORREF clr) {
     ::SetBkColor(m_hDC, clr);
-    if (m_hAttribDC != nullptr && m_hAttribDC != m_hDC)
+    if (m_hAttribDC != nullptr && m_hAttribDC != m_hDC) {
         ::SetBkColor(m_hAttribDC, clr);
+    }
     ::ExtTextOut(m_hDC, 0, 0, ETO_OPAQUE, lpRect, nullptr, 0, nullptr);
 }
 
@@ -219,7 +240,21 @@ COLORREF CDC::GetPixel(int x, int y) const {
 
 // --- text --------------------------------------------------------------------------------------------------------
 
+bool CDC::IsTextFar() {
+    if (!AfxIsPlainMapping(m_hDC)) {
+        return AfxIsTextFar(m_hDC);
+    }
+    // Looked at once: other fonts come through SelectObject.
+    if (m_bMaybeLarge) {
+        m_bMaybeLarge = AfxIsTextFar(m_hDC);
+    }
+    return m_bMaybeLarge;
+}
+
 BOOL CDC::TextOut(int x, int y, LPCTSTR lpszString, int nCount) {
+    if (nCount > 0 && IsTextFar()) {
+        return AfxTextOutFar(m_hDC, x, y, 0, nullptr, lpszString, static_cast<UINT>(nCount), nullptr);
+    }
     return ::TextOut(m_hDC, x, y, lpszString, nCount);
 }
 
@@ -229,6 +264,9 @@ BOOL CDC::TextOut(int x, int y, const CString& str) {
 
 BOOL CDC::ExtTextOut(int x, int y, UINT nOptions, LPCRECT lpRect, LPCTSTR lpszString, UINT nCount,
                      const int* lpDxWidths) {
+    if (nCount > 0 && IsTextFar()) {
+        return AfxTextOutFar(m_hDC, x, y, nOptions, lpRect, lpszString, nCount, lpDxWidths);
+    }
     return ::ExtTextOut(m_hDC, x, y, nOptions, lpRect, lpszString, nCount, lpDxWidths);
 }
 

@@ -8,28 +8,33 @@ IMPLEMENT_DYNAMIC(CPaintDC, CDC)
 IMPLEMENT_DYNAMIC(CMetaFileDC, CDC)
 
 CClientDC::CClientDC(CWnd* pWnd) : m_hWnd(AfxHandleOf(pWnd)) {
-    if (!Attach(::GetDC(m_hWnd)))
+    if (!Attach(::GetDC(m_hWnd))) {
         AfxThrowResourceException();
+    }
 }
 
 CClientDC::~CClientDC() {
-    if (m_hDC != nullptr)
+    if (m_hDC != nullptr) {
         ::ReleaseDC(m_hWnd, Detach());
+    }
 }
 
 CWindowDC::CWindowDC(CWnd* pWnd) : m_hWnd(AfxHandleOf(pWnd)) {
-    if (!Attach(::GetWindowDC(m_hWnd)))
+    if (!Attach(::GetWindowDC(m_hWnd))) {
         AfxThrowResourceException();
+    }
 }
 
 CWindowDC::~CWindowDC() {
-    if (m_hDC != nullptr)
+    if (m_hDC != nullptr) {
         ::ReleaseDC(m_hWnd, Detach());
+    }
 }
 
 CPaintDC::CPaintDC(CWnd* pWnd) : m_ps(), m_hWnd(AfxHandleOf(pWnd)) {
-    if (!Attach(::BeginPaint(m_hWnd, &m_ps)))
+    if (!Attach(::BeginPaint(m_hWnd, &m_ps))) {
         AfxThrowResourceException();
+    }
 }
 
 CPaintDC::~CPaintDC() {
@@ -41,10 +46,11 @@ CPaintDC::~CPaintDC() {
 CMetaFileDC::~CMetaFileDC() {
     // A metafile that nobody closed is thrown away.
     if (m_hDC != nullptr) {
-        if (::GetObjectType(m_hDC) == OBJ_ENHMETADC)
+        if (::GetObjectType(m_hDC) == OBJ_ENHMETADC) {
             ::DeleteEnhMetaFile(CloseEnhanced());
-        else
+        } else {
             ::DeleteMetaFile(Close());
+        }
     }
 }
 

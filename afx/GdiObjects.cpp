@@ -149,7 +149,7 @@ BOOL CGdiObject::UnrealizeObject() {
 // --- CPen --------------------------------------------------------------------------------------------------------
 
 CPen::CPen(int nPenStyle, int nWidth, COLORREF crColor) {
-    if (!Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor))) {
+    if (!CreatePen(nPenStyle, nWidth, crColor)) {
         AfxThrowResourceException();
     }
 }
@@ -165,7 +165,14 @@ CPen* PASCAL CPen::FromHandle(HPEN hPen) {
 }
 
 BOOL CPen::CreatePen(int nPenStyle, int nWidth, COLORREF crColor) {
-    return Attach(::CreatePen(nPenStyle, AfxPenWidth(nWidth), crColor));
+    const int width = AfxPenWidth(nWidth);
+    if (!Attach(::CreatePen(nPenStyle, width, crColor))) {
+        return FALSE;
+    }
+    if (std::abs(width) <= kAfxWidestPen) {
+        AfxNoteNarrowPen(m_hObject);
+    }
+    return TRUE;
 }
 
 BOOL CPen::CreatePen(int nPenStyle, int nWidth, const LOGBRUSH* pLogBrush, int nStyleCount, const DWORD* lpStyle) {

@@ -209,7 +209,12 @@ public:
     virtual int AbortDoc();
 
 private:
-    bool m_bFar = false; // the current position lies beyond 16 bits
+    bool IsStrokeNear(); // near logical coordinates are near on the device, for the pen too
+    bool IsTextFar();    // the selected font is larger than the device draws well
+
+    bool m_bFar = false;       // the current position lies beyond 16 bits
+    bool m_bMaybeWide = true;  // the selected pen may be wider than GDI draws well
+    bool m_bMaybeLarge = true; // and the font larger
 };
 
 // The client area of a window for as long as the object lives. Throws when Windows gives no context.

@@ -1,0 +1,16 @@
+// Texts larger than the device draws well, drawn from the outlines of their characters. Known to device contexts only.
+// Layer 1: afx.
+#pragma once
+
+#include "DCSpace.h"
+
+// Taller or wider characters, in device units, are drawn from their outlines: GDI makes a bitmap of each, seen or not.
+constexpr int kAfxTallestText = 1000;
+
+// Whether a text in the selected font is one for AfxTextOutFar. Metafiles, paths and fonts without outlines keep GDI's
+// own text, and printers do up to 16 bits.
+bool AfxIsTextFar(HDC dc);
+
+// As ::ExtTextOut. The characters stand where GDI puts them, each for itself in the order of the text; only what is
+// within the clip box is computed, and the edges are not smoothed.
+BOOL AfxTextOutFar(HDC dc, int x, int y, UINT options, LPCRECT rect, LPCWSTR text, UINT count, const int* widths);
