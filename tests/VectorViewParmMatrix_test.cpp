@@ -542,6 +542,8 @@ struct VectorViewParmMatrix : testing::Test {
             // The last line before a fault names the case.
             std::fprintf(stderr, "%s\n", name.c_str());
         }
+        // One for each case: a later box may have the handle of an earlier one, and would not be answered again.
+        BoxAnswer boxes;
         const int alive = CKXMemoryManager::Instance()->GetCount();
         const int unknown = CKXMemoryManager::Instance()->GetUnknownCount();
         std::set<std::string> moments;
@@ -561,7 +563,6 @@ struct VectorViewParmMatrix : testing::Test {
     // Every call at every moment that the actions reach; in the guarded build, which is several times slower, a third
     // of the calls at each moment, and at the next moment another third.
     void RunAll(const Host& host, const std::vector<const Action*>& actions) {
-        BoxAnswer boxes;
         int cases = 0;
         int places = 0;
         for (const Action* action : actions) {
