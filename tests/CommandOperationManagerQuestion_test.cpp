@@ -35,18 +35,22 @@ private:
 } // namespace
 
 TEST(CommandOperationManagerQuestion, AViewFreedWhileAQuestionIsOpenIsNotTouchedAgain) {
-    const int before = CKXMemoryManager::Instance()->GetCount();
-    ParentWindow parent;
-    auto* view = new CVectorView;
-    ShowView(*view, parent);
-    CDrawable* line = view->AddLine(CGePoint2d(0, 0), CGePoint2d(1, 1), Gdiplus::Color(255, 255, 255, 255), 1);
-    view->GetDocument()->AddSelected(line);
-    {
-        BoxAnswer yes({IDYES});
-        Closer closer(view); // Called first: the last hook set is.
-        view->DoCommand(L"erase");
-        EXPECT_EQ(1u, yes.Texts().size());
+    // Twice: the first view also makes what the library allocates once for the whole process.
+    int before = 0;
+    for (int round = 0; round < 2; ++round) {
+        before = CKXMemoryManager::Instance()->GetCount();
+        ParentWindow parent;
+        auto* view = new CVectorView;
+        ShowView(*view, parent);
+        CDrawable* line = view->AddLine(CGePoint2d(0, 0), CGePoint2d(1, 1), Gdiplus::Color(255, 255, 255, 255), 1);
+        view->GetDocument()->AddSelected(line);
+        {
+            BoxAnswer yes({IDYES});
+            Closer closer(view); // Called first: the last hook set is.
+            view->DoCommand(L"erase");
+            EXPECT_EQ(1u, yes.Texts().size());
+        }
+        EXPECT_EQ(nullptr, view);
     }
-    EXPECT_EQ(nullptr, view);
     EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
 }
