@@ -665,8 +665,10 @@ TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumen
     EXPECT_EQ(3, loaded.Objects().GetSize());
 }
 
-// ---- Too little memory ---------------------------------------------------------------------------------------------
+// ---- Too little memory, in the guarded build, whose allocator can refuse it
+// --------------------------------------------
 
+#ifdef NR_GUARDED
 TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereIsReported) {
     Bytes bytes = ReadTestData("lines_two.nrv");
     ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
@@ -756,3 +758,4 @@ TEST(DocumentFiles, AStoreToMemoryThatIsRefusedMemoryAnywhereLetsTheFailureThrou
         return refused;
     });
 }
+#endif

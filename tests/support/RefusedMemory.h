@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-// One at a time. Refused are requests of operator new, malloc and realloc in nrafx.dll and NRVectorView.dll; the test's
-// own go on. An exception that is thrown takes its memory in the same way, and has a reserve when it is refused.
+// One at a time, and in the guarded build alone: its allocator is asked. Refused are requests of operator new in all
+// modules; the memory of a thrown exception is not among them.
 class RefusedMemory {
 public:
     enum Extent { One, AllFromThere };
