@@ -37,6 +37,13 @@ function(nr_finish target)
   endif()
 endfunction()
 
+# nr_precompile(target [headers...]): the target's sources read cmake/precompiled.h, and these headers, already compiled.
+function(nr_precompile target)
+  target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/precompiled.h ${ARGN})
+  # Without this option the compiler cache can keep nothing that was compiled so.
+  target_compile_options(${target} PRIVATE -fpch-preprocess)
+endfunction()
+
 # nr_dll(name sources...): a DLL with its import library under lib/.
 function(nr_dll name)
   add_library(${name} SHARED ${ARGN})

@@ -25,6 +25,7 @@ add_library(nr_test_support STATIC ${support})
 target_link_libraries(nr_test_support PRIVATE nr_flags gtest)
 target_include_directories(nr_test_support PRIVATE ${CMAKE_SOURCE_DIR}/Source ${CMAKE_SOURCE_DIR}/tests)
 target_compile_options(nr_test_support PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
+nr_precompile(nr_test_support <gtest/gtest.h>)
 
 # nr_add_tests(name [WINDOWS] patterns... [LIBRARIES targets...])
 #   WINDOWS    its suites need the display, the focus or the pointer: they run one at a time. In any other program the
@@ -48,6 +49,10 @@ function(nr_add_tests name)
   # The DLLs are what ships and is optimised fully; the tests' own code need not be, and builds faster.
   target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
   target_link_libraries(${name} PRIVATE nr_test_main nr_test_support gtest ${arg_LIBRARIES})
+  if(arg_LIBRARIES)
+    target_compile_options(${name} PRIVATE -fpch-preprocess)
+    target_precompile_headers(${name} REUSE_FROM nr_test_support)
+  endif()
 
   set(NR_TEST_NAME ${name})
   set(NR_TEST_WINDOWS ${arg_WINDOWS})

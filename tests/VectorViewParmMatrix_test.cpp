@@ -2,6 +2,7 @@
 // nothing leaked, and a view that still works.
 
 #include "support/BoxAnswer.h"
+#include "support/FaultNote.h"
 
 #include <CommandOperationManager.h>
 #include <KXBaseOpr.h>
@@ -539,10 +540,7 @@ struct VectorViewParmMatrix : testing::Test {
         const std::string name =
             std::string(host.name) + "; " + action.name + "; in " + at + ": " + (call != nullptr ? call->name : "-");
         SCOPED_TRACE(name);
-        if (::GetEnvironmentVariable(L"NR_TRACE", nullptr, 0) != 0) {
-            // The last line before a fault names the case.
-            std::fprintf(stderr, "%s\n", name.c_str());
-        }
+        NoteForFault(name);
         // One for each case: a later box may have the handle of an earlier one, and would not be answered again.
         BoxAnswer boxes;
         const int alive = CKXMemoryManager::Instance()->GetCount();
@@ -576,6 +574,7 @@ struct VectorViewParmMatrix : testing::Test {
                 ASSERT_FALSE(HasFailure());
             }
         }
+        NoteForFault("");
         std::printf("%s: %d calls at %d moments of %d actions: %d cases\n", host.name, static_cast<int>(kCalls.size()),
                     places, static_cast<int>(actions.size()), cases);
     }

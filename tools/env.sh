@@ -50,7 +50,8 @@ step() {
 build() {
     local preset=$1 folder=$env_build/$1
     shift
-    export CCACHE_DIR=${CCACHE_DIR:-$env_build/ccache} CCACHE_MAXSIZE=${CCACHE_MAXSIZE:-1G}
+    export CCACHE_DIR=${CCACHE_DIR:-$env_build/ccache} CCACHE_MAXSIZE=${CCACHE_MAXSIZE:-2G}
+    export CCACHE_SLOPPINESS=pch_defines,time_macros # or it keeps nothing that reads a precompiled header
     mkdir -p "$folder"
     if [ ! -e "$folder/build.ninja" ]; then
         step 300 cmake -S "$env_top" --preset "$preset" >"$folder/configure.log" 2>&1 ||

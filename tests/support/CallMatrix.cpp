@@ -5,6 +5,7 @@
 #include "MemoryInfo.h"
 #include "OperationCreateObjAb.h"
 #include "PLine.h"
+#include "support/FaultNote.h"
 #include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
@@ -332,9 +333,9 @@ void RunCallMatrix(const char* title, const std::vector<CallState>& states, cons
     }
     for (const CallState& state : states) {
         for (size_t column = 0; column < calls.size(); ++column) {
-            // For the trace of a fault, which ends the program.
-            SCOPED_TRACE(state.name + " / " + calls[column].name);
-            std::fprintf(stderr, "%s / %s\n", state.name.c_str(), calls[column].name.c_str());
+            const std::string cell = state.name + " / " + calls[column].name;
+            SCOPED_TRACE(cell);
+            NoteForFault(cell);
             const int before = CKXMemoryManager::Instance()->GetCount();
             const size_t first = cells++ % events.size();
             auto host = make();
@@ -379,5 +380,6 @@ void RunCallMatrix(const char* title, const std::vector<CallState>& states, cons
             EXPECT_TRUE(left == 0 || (isRectangle && left == 4) || (isToldDone && left == 1)) << left;
         }
     }
+    NoteForFault("");
     std::printf("%s: %zu states x %zu calls, %zu cells\n", title, states.size(), calls.size(), cells);
 }

@@ -1,6 +1,8 @@
 // main() of every test program: a run of no test fails, and a fault ends the process with its address and no dialog.
 // Layer 14: tests.
 
+#include "FaultNote.h"
+
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -38,7 +40,7 @@ LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
                      reinterpret_cast<void*>(record.ExceptionInformation[1]));
     }
     if (test) {
-        std::fprintf(stderr, ", in %s.%s", test->test_suite_name(), test->name());
+        std::fprintf(stderr, ", in %s.%s %s", test->test_suite_name(), test->name(), g_faultNote);
     }
     std::fprintf(stderr, "\n");
     std::fflush(nullptr);
