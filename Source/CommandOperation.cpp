@@ -360,6 +360,9 @@ int CCommandOperation::TypedDistance() {
 }
 
 void CCommandOperation::InvertSnapMark(CDC* dc) {
+    if (m_pGraphic == nullptr) {
+        return; // A tool of a host's that was made without a painter.
+    }
     CPoint pixel;
     m_pCoordTran->DPToLP(m_SnapMark, pixel);
     m_pGraphic->DrawROPNOTGrip(dc, pixel, m_SnapMark.type);
