@@ -2,6 +2,7 @@
 
 #include "GdiScope.h"
 #include "LayerManager.h"
+#include "SegmentDistance.h"
 
 #include <cmath>
 
@@ -15,22 +16,6 @@ constexpr COLORREF kGripBlue = 0xFF0000; // 0x00BBGGRR
 // Versions of the attribute block: 5 has neither visibility nor selectability, 7 has both, any other has visibility.
 constexpr int kVersionPlain = 5;
 constexpr int kVersionCurrent = 7;
-
-// Whether the two vectors point apart. The sign of the product of unit vectors decides; `byUnits` computes it, with two
-// roots. The plain product has the same sign wherever it is clearly not 0, and no rounding of a root can change that.
-template <class ByUnits>
-bool IsBehind(const CGeVector2d& u, const CGeVector2d& v, ByUnits byUnits) {
-    constexpr double kClearly = 1e-9; // Of the sum of the magnitudes: far above any rounding.
-    const double product = u.x * v.x + u.y * v.y;
-    const double sizeU = std::fabs(u.x) + std::fabs(u.y);
-    const double sizeV = std::fabs(v.x) + std::fabs(v.y);
-    // Beyond these sizes a square in a length may not be a normal number.
-    const bool ordinary = sizeU > 1e-100 && sizeU < 1e100 && sizeV > 1e-100 && sizeV < 1e100;
-    if (ordinary && std::fabs(product) > kClearly * sizeU * sizeV) {
-        return product < 0.0;
-    }
-    return byUnits();
-}
 
 // Compatibility 32: a layer that names its colour by index shows red and blue exchanged.
 // A layer that has its colour by index shows that entry of the table with red and blue exchanged: GetColor exchanges
@@ -73,16 +58,7 @@ int CDrawable::GetClosetPt(CGePoint2d, CGePointArray&) {
 }
 
 float CDrawable::DistanceLine(CGePoint2d a, CGePoint2d b, CGePoint2d p) {
-    const CGeVector2d ap = p - a;
-    const CGeVector2d ab = b - a;
-    if (IsBehind(ap, ab, [&] { return ap.normal().dotProduct(ab.normal()) < 0.0; })) {
-        return static_cast<float>(ap.length());
-    }
-    const CGeVector2d bp = p - b;
-    if (IsBehind(bp, ab.negate(), [&] { return bp.normal().dotProduct(a - b) < 0.0; })) {
-        return static_cast<float>(bp.length());
-    }
-    return static_cast<float>(ab.perpVector().dotProduct(ap) / ab.length());
+    return SegmentDistance(a.x, a.y, b.x, b.y, p);
 }
 
 CGePoint2d CDrawable::PerpendicularFoot(CGePoint2d a, CGePoint2d b, CGePoint2d p) {

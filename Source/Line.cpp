@@ -2,6 +2,7 @@
 
 #include "DrawStrokes.h"
 #include "ObjectSchema.h"
+#include "SegmentDistance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,7 +39,7 @@ float CLine::HitTest(CGePoint2d p) {
     if (m_IsShow == 0) {
         return 100.0f;
     }
-    return std::fabs(DistanceLine(GetStartPoint(), GetEndPoint(), p));
+    return std::fabs(SegmentDistance(m_X1, m_Y1, m_X2, m_Y2, p));
 }
 
 // Compatibility 9: a perpendicular is dropped on the infinite line.
@@ -121,16 +122,14 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         float y2 = 0.0f;
         tran->DPToLP(m_X1, m_Y1, &x1, &y1);
         tran->DPToLP(m_X2, m_Y2, &x2, &y2);
-        const CPoint from(ThroughFloat(PixelOf(x1)), ThroughFloat(PixelOf(y1)));
-        const CPoint to(ThroughFloat(PixelOf(x2)), ThroughFloat(PixelOf(y2)));
         stage = L"1";
-        if (IsOutOfSight(pDC, pGeom, CPixelBox::Around(from.x, from.y, to.x, to.y), look.width)) {
+        if (IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), look.width)) {
             pDC->SetBkMode(TRANSPARENT);
             return false;
         }
         StrokeOutline(pDC, m_DrawState, look, R2_NOT, [&] {
-            pDC->MoveTo(from);
-            pDC->LineTo(to);
+            pDC->MoveTo(ThroughFloat(PixelOf(x1)), ThroughFloat(PixelOf(y1)));
+            pDC->LineTo(ThroughFloat(PixelOf(x2)), ThroughFloat(PixelOf(y2)));
         });
         return true;
     });

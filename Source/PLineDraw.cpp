@@ -5,7 +5,6 @@
 #include "Arc.h"
 #include "DrawStrokes.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -24,7 +23,6 @@ constexpr double kTouching = 1e-5;
 // bulge beyond the other limit is nearly a whole circle, whose ends the rounding might not tell apart.
 constexpr double kSurelyRound = 1e-6;
 constexpr double kSteepest = 1e3;
-constexpr float kFitsInt = 2e9f; // Pixels.
 
 void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& min, CGePoint2d& max) {
     if (boxMin.x < min.x) {
@@ -295,9 +293,7 @@ bool CPLine::IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) c
     const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
     tran.DPToLP(min.x, min.y, &x1, &y1);
     tran.DPToLP(max.x, max.y, &x2, &y2);
-    // A coordinate that fits no int is drawn as INT_MIN.
-    const bool fits = std::max({std::fabs(x1), std::fabs(y1), std::fabs(x2), std::fabs(y2)}) < kFitsInt;
-    return fits && !std::isnan(sum) && IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), penWidth);
+    return !std::isnan(sum) && IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), penWidth);
 }
 
 // Each segment is a stroke of its own with its own pen: a dash pattern begins anew at each vertex, and a segment may

@@ -8,18 +8,22 @@
 
 class CDrawable;
 
-// A box of pixels, in numbers that can't overflow.
+// A box of pixels, with fractions.
 struct CPixelBox {
-    // Around two corners in any order.
+    // Around two corners in any order. A not-a-number becomes one of the edges.
     static CPixelBox Around(double x1, double y1, double x2, double y2) {
-        return {std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)};
+        return {x1 < x2 ? x1 : x2, y1 < y2 ? y1 : y2, x1 < x2 ? x2 : x1, y1 < y2 ? y2 : y1};
     }
-
     void Add(double x, double y) {
         left = std::min(left, x);
         top = std::min(top, y);
         right = std::max(right, x);
         bottom = std::max(bottom, y);
+    }
+    // Where not, an edge is drawn as INT_MIN.
+    bool FitsInt() const {
+        constexpr double kMost = 2e9;
+        return left > -kMost && top > -kMost && right < kMost && bottom < kMost;
     }
 
     double left, top, right, bottom;
@@ -41,13 +45,14 @@ public:
     // the width of the pen, lie in `box`. False for an object that another one draws, which may have shifted the
     // context.
     bool IsOutOfSight(const CDC* pDC, const CDrawable* object, const CPixelBox& box, double penWidth) const {
-        // A round end adds half the width; the rest is for the roundings of a device.
+        // A round end adds half the width; the rest is for the roundings of coordinates and devices.
         const double margin = (penWidth < 0.0 ? -penWidth : penWidth) + kRounding;
         return object == m_Object && pDC == m_pDC &&
                (box.right + margin < static_cast<double>(m_Seen.left) ||
                 box.left - margin > static_cast<double>(m_Seen.right) ||
                 box.bottom + margin < static_cast<double>(m_Seen.top) ||
-                box.top - margin > static_cast<double>(m_Seen.bottom));
+                box.top - margin > static_cast<double>(m_Seen.bottom)) &&
+               box.FitsInt();
     }
 
 private:

@@ -1,5 +1,6 @@
 // Measures the library beside the limits of the same work, in one process: nrvv_bench [--objects N]... [--json FILE]
-// [--only paint|data|edit|start]. Exit code 2 when the pictures differ, 1 when the command line or the file is bad.
+// [--only TEXT].... Exit code 2 when the pictures differ, 1 when the command line or the file is bad.
+// TEXT: a part of a row's name; only such rows are measured.
 // Layer 13: bench.
 #include "Rows.h"
 
@@ -13,15 +14,10 @@ namespace {
 
 CWinApp theApp;
 
-bool IsWanted(const std::vector<std::wstring>& only, const wchar_t* name) {
-    return only.empty() || std::find(only.begin(), only.end(), name) != only.end();
-}
-
 } // namespace
 
 int wmain(int count, wchar_t** arguments) {
     std::vector<int> sizes;
-    std::vector<std::wstring> only;
     const wchar_t* json = nullptr;
     for (int i = 1; i < count; ++i) {
         const std::wstring option = arguments[i];
@@ -34,7 +30,7 @@ int wmain(int count, wchar_t** arguments) {
         } else if (option == L"--json") {
             json = arguments[++i];
         } else if (option == L"--only") {
-            only.push_back(arguments[++i]);
+            bench::OnlyRowsWith(CStringA(arguments[++i]).GetString());
         } else {
             std::fwprintf(stderr, L"nrvv_bench: %ls is no option\n", arguments[i]);
             return 1;
@@ -47,19 +43,11 @@ int wmain(int count, wchar_t** arguments) {
     std::vector<bench::Row> rows;
     bool same = true;
     for (const int size : sizes) {
-        if (IsWanted(only, L"paint")) {
-            same = bench::PaintRows(rows, size) && same;
-        }
-        if (IsWanted(only, L"data")) {
-            bench::DataRows(rows, size);
-        }
-        if (IsWanted(only, L"edit")) {
-            bench::EditRows(rows, size);
-        }
+        same = bench::PaintRows(rows, size) && same;
+        bench::DataRows(rows, size);
+        bench::EditRows(rows, size);
     }
-    if (IsWanted(only, L"start")) {
-        bench::StartRows(rows);
-    }
+    bench::StartRows(rows);
     bench::Print(rows);
     if (json != nullptr && !bench::WriteJson(rows, json)) {
         std::fwprintf(stderr, L"nrvv_bench: %ls can't be written\n", json);

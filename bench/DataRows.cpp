@@ -41,6 +41,9 @@ double Rate(int objects, double milliseconds) {
 } // namespace
 
 void DataRows(std::vector<Row>& rows, int objects) {
+    if (!IsWanted("load, S1") && !IsWanted("save, S1") && !IsWanted("first extents of new texts")) {
+        return;
+    }
     const int rounds = objects > 100000 ? 3 : 9;
     CVectorViewCoordTran tran;
     CVectorGraphic graphic;

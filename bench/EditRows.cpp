@@ -72,7 +72,10 @@ double BareScan(CGraphicDocument& document) {
 
 void EditRows(std::vector<Row>& rows, int objects) {
     const bool known = objects == 100000;
-    {
+    const char* preview = "drag preview of polylines, a move";
+    const char* move = "S3, mouse move in a command, nothing to snap to";
+    const char* press = "S1, the press of a click that hits nothing";
+    if (IsWanted(preview)) {
         BenchView view;
         const int moved = objects / 100;
         Fill(*view.GetDocument(), Scene::Polylines, moved);
@@ -85,34 +88,31 @@ void EditRows(std::vector<Row>& rows, int objects) {
         Send(view, WM_MOUSEMOVE, 90, 90);
         Send(view, WM_LBUTTONDOWN, 90, 90);
         Send(view, WM_LBUTTONUP, 90, 90);
-        rows.push_back(
-            {"drag preview of polylines, a move", moved, MoveTime(view), 0.0, 0.0, known ? 8.0 : 0.0, false});
+        rows.push_back({preview, moved, MoveTime(view), 0.0, 0.0, known ? 8.0 : 0.0, false});
         static_cast<CCommandOperationManager*>(view.GetCommandOperationManager())->Cancel();
     }
-    {
+    if (IsWanted(move)) {
         BenchView view;
         Fill(*view.GetDocument(), Scene::Mixed, objects);
         view.Repaint();
+        view.GetVectorViewCoordTran()->SetOriginX(-5000);
         view.DoCommand(L"line");
         Send(view, WM_MOUSEMOVE, 90, 90);
         const double limit = BareScan(*view.GetDocument());
-        rows.push_back({"S3, mouse move in a command", objects, MoveTime(view), limit, 0.0, known ? 8.0 : 0.0, false});
+        rows.push_back({move, objects, MoveTime(view), limit, 0.0, known ? 8.0 : 0.0, false});
         static_cast<CCommandOperationManager*>(view.GetCommandOperationManager())->Cancel();
     }
-    {
+    if (IsWanted(press)) {
         BenchView view;
         Fill(*view.GetDocument(), Scene::Lines, objects);
         // At a place where nothing is hit, so that the walk reaches the end.
         view.GetVectorViewCoordTran()->SetOriginX(-5000);
         std::vector<double> walks;
         for (int i = 0; i < 15; ++i) {
-            walks.push_back(Time([&] {
-                Send(view, WM_LBUTTONDOWN, 30 * i, 100);
-                Send(view, WM_LBUTTONUP, 30 * i, 100);
-            }));
+            walks.push_back(Time([&] { Send(view, WM_LBUTTONDOWN, 30 * i, 100); }));
+            Send(view, WM_LBUTTONUP, 30 * i, 100);
         }
-        rows.push_back({"S1, a click that hits nothing", objects, Median(walks), BareScan(*view.GetDocument()),
-                        known ? 1.5 : 0.0, 0.0, false});
+        rows.push_back({press, objects, Median(walks), BareScan(*view.GetDocument()), known ? 1.5 : 0.0, 0.0, false});
     }
 }
 

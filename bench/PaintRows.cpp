@@ -12,6 +12,10 @@ int RoundsFor(int objects) {
 }
 
 bool PaintRow(std::vector<Row>& rows, BenchView& view, Scene scene, int objects, bool part) {
+    const std::string name = std::string(NameOf(scene)) + (part ? ", window repaint, 1 % seen" : ", window repaint");
+    if (!IsWanted(name)) {
+        return true;
+    }
     const BareDrawing bare(view.Graphic());
     view.SetBare(nullptr, part);
     view.Repaint();

@@ -1,10 +1,16 @@
 #include "Report.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace bench {
 
 namespace {
+
+std::vector<std::string>& Wanted() {
+    static std::vector<std::string> texts;
+    return texts;
+}
 
 double RatioOf(const Row& row) {
     if (row.limit <= 0.0 || row.library <= 0.0) {
@@ -20,6 +26,16 @@ bool IsMet(const Row& row) {
 }
 
 } // namespace
+
+void OnlyRowsWith(const char* text) {
+    Wanted().push_back(text);
+}
+
+bool IsWanted(const std::string& name) {
+    const std::vector<std::string>& texts = Wanted();
+    return texts.empty() || std::any_of(texts.begin(), texts.end(),
+                                        [&](const std::string& text) { return name.find(text) != std::string::npos; });
+}
 
 void Print(const std::vector<Row>& rows) {
     std::printf("%-46s %9s %9s %11s %11s  %s\n", "", "objects", "ratio", "library", "limit", "to reach");

@@ -17,6 +17,10 @@ struct Row {
     bool isRate;        // million objects a second: more is better
 };
 
+// Which rows are measured: at first all, then those with one of the texts in their names.
+void OnlyRowsWith(const char* text);
+bool IsWanted(const std::string& name);
+
 void Print(const std::vector<Row>& rows);
 // In UTF-8. False when the file can't be written.
 bool WriteJson(const std::vector<Row>& rows, const wchar_t* path);
