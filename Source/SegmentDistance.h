@@ -6,9 +6,9 @@
 
 #include <cmath>
 
-// Whether the two vectors point apart: the sign of the product of the unit vector of u and, with `unitV`, that of v. The
-// plain product has the same sign wherever it is clearly not 0, which no rounding of a root can change; only elsewhere
-// are the roots drawn.
+// Whether the two vectors point apart: the sign of the product of the unit vector of u and, with `unitV`, that of v.
+// The plain product has the same sign wherever it is clearly not 0, which no rounding of a root can change; only
+// elsewhere are the roots drawn.
 inline bool PointApart(const CGeVector2d& u, const CGeVector2d& v, bool unitV) {
     constexpr double kClearly = 1e-9; // Of the product of the sizes: far above any rounding.
     const double product = u.x * v.x + u.y * v.y;

@@ -1,3 +1,4 @@
+// Loading and saving a drawing, and the first extents of texts. Layer 13: bench.
 #include "BenchTools.h"
 #include "Document.h"
 #include "Rows.h"
