@@ -33,6 +33,8 @@ public:
     int GetTextShow() const { return m_TextShow; }
     // 1 keeps the line width in pixels at every zoom; anything else lets it scale.
     int GetLockMode() const { return m_LockMode; }
+    // The figure, as the last paint that showed it placed it.
+    CText* GetLabelText() { return &m_LabelText; }
 
     // ---- Editing ----
 
