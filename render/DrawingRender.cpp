@@ -149,6 +149,22 @@ void CDrawingRender::RestoreStates() {
     m_pDocument->AddCurrentObject(m_pCurrent);
 }
 
+RenderStatus CDrawingRender::Status() const {
+    return m_Status;
+}
+
+CSize CDrawingRender::Size() const {
+    return m_Size;
+}
+
+const CVectorViewCoordTran& CDrawingRender::Mapping() const {
+    return m_Tran;
+}
+
+int CDrawingRender::LeftOut() const {
+    return m_LeftOut;
+}
+
 // ---- Where the picture lies ----------------------------------------------------------------------------------------
 
 RenderStatus CDrawingRender::Arrange() {

@@ -13,10 +13,10 @@
 //   the objects' data with the attributes that the painter resolves, and has no pixels in its geometry.
 // - Selected objects are painted as unselected ones, without grips, unless `grips` asks for them. Any other state is
 //   shown as a view shows it.
-// - The document is as before afterwards: mapping, current object, states and measured text heights are put back. Only
-// the
-//   figures of labels lie where this picture placed them, which is where every paint does.
-struct NRVECTORVIEW_API CRenderOptions {
+// - The document is as before afterwards: mapping, current object, states and measured text heights are put back. A
+// label
+//   that shows its figure has placed it, as every paint does.
+struct CRenderOptions {
     enum Place {
         Fit,     // The whole drawing (or what is selected, with `selectedOnly`) with a margin, as CVectorView::ZoomAll.
         Window,  // The rectangle from windowMin to windowMax in drawing units, centred where the proportions differ.
@@ -73,10 +73,10 @@ public:
     CDrawingRender& operator=(const CDrawingRender&) = delete;
 
     // Done, or BadOptions: then the functions below give that too.
-    RenderStatus Status() const { return m_Status; }
+    RenderStatus Status() const;
     // In pixels.
-    CSize Size() const { return m_Size; }
-    const CVectorViewCoordTran& Mapping() const { return m_Tran; }
+    CSize Size() const;
+    const CVectorViewCoordTran& Mapping() const;
 
     // Onto a context of the caller's, whose unit is the pixel, with the top left corner at its origin. No background
     // where the options say transparent. What lies outside the picture is not clipped.
@@ -95,7 +95,7 @@ public:
     // UTF-8 bytes. Objects with a coordinate that is no finite number, objects of a kind that the library does not
     // know, dragged objects, and objects that fail to draw are left out: LeftOut counts them after the call.
     RenderStatus Svg(CByteArray& file);
-    int LeftOut() const { return m_LeftOut; }
+    int LeftOut() const;
 
 private:
     RenderStatus Arrange();

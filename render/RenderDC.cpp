@@ -62,8 +62,12 @@ CPen* CRenderDC::SelectObject(CPen* pen) {
     const int width = m_Options.lineWidthScale == 1.0 ? static_cast<int>(given.lopnWidth.x)
                                                       : StrokeWidth(m_Options, static_cast<int>(given.lopnWidth.x));
     CPen own;
-    if (IsDashed(given.lopnStyle) && given.lopnWidth.x <= 1 && width > 1) {
-        // GDI draws a plain pen of more than one pixel without its pattern.
+    // GDI draws a plain pen of more than one pixel without its pattern: such a line stays solid when it gets thin, and
+    // a patterned one is widened as a pen of the other sort.
+    if (IsDashed(given.lopnStyle) && std::abs(given.lopnWidth.x) > 1) {
+        given.lopnStyle = PS_SOLID;
+    }
+    if (IsDashed(given.lopnStyle) && width > 1) {
         const LOGBRUSH brush = {BS_SOLID, color, 0};
         own.Attach(::ExtCreatePen(PS_GEOMETRIC | PS_ENDCAP_FLAT | given.lopnStyle, width, &brush, 0, nullptr));
     } else {

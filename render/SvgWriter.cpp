@@ -161,7 +161,8 @@ void CSvgWriter::EndLayer() {
 }
 
 CSvgWriter::WriteKind CSvgWriter::KindOf(CDrawable* object) {
-    // A class of a host is written as the kind of the library that it derives from; a derived kind stands before its base.
+    // A class of a host is written as the kind of the library that it derives from; a derived kind stands before its
+    // base.
     static const struct {
         const CRuntimeClass* kind;
         WriteKind write;
@@ -498,15 +499,15 @@ void CSvgWriter::Run(CText* text, const CString& shown, double ratio, bool box) 
     if (Truncate(m_pTran->DToL(height)) < 1) {
         height = m_pTran->GetScale(); // A text too small for a pixel is shown one pixel high.
     }
-    const int turn = Truncate(text->*TextAccess::Angle()) % 360;
+    const int tenths = WrapMultiply(Truncate(text->*TextAccess::Angle()), 10) % 3600; // As the font has it.
     CString drawn = name.Left(LF_FACESIZE - 1);
     Put(box ? "<g" : "<text");
     Put(" transform=\"translate(");
     Point(text->GetPos());
     Put(")");
-    if (turn != 0) {
+    if (tenths != 0) {
         Put(" rotate(");
-        SvgText::AppendInteger(m_Text, -turn);
+        Put(-tenths / 10.0);
         Put(")");
     }
     if (ratio != 0.0) {

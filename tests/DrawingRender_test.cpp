@@ -527,7 +527,7 @@ TEST(DesktopDrawingRender, APictureIsTheViewPixelByPixel) {
     ViewHost host;
     CVectorView& view = host.view;
     view.AddLine(CGePoint2d(10, 10), CGePoint2d(390, 170), Gdiplus::Color(255, 200, 0), 0);
-    view.AddCenterPoint(CGePoint2d(300, 80), Gdiplus::Color(0, 255, 0), 0);
+    view.AddCenterPoint(CGePoint2d(300, 80), L"", L"", Gdiplus::Color(0, 255, 0), 0);
     view.AddText(CGePoint2d(40, 200), L"截面 W 310", 30, Gdiplus::Color(255, 255, 255), 0);
     auto* circle = new CCircle(Gdiplus::PointF(200, 150), 77, 1);
     view.GetDocument()->AddDrawAobject(circle);

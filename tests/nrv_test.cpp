@@ -329,7 +329,6 @@ TEST_F(Nrv, SetChangesParametersAndNothingElse) {
     // The same texts again give the same bytes, in place as well.
     run = Start(L"set b.nrv B=1 -o b.nrv");
     EXPECT_EQ(0u, run.code) << run.err;
-    view.GetDocument()->GetDrawableObjs()->GetAt(0);
     for (const int i : {0, 2}) {
         static_cast<CTextParm*>(view.GetDocument()->GetDrawableObjs()->GetAt(i))->SetText(L"32=0");
     }

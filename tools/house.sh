@@ -4,7 +4,7 @@
 HOUSE_TOP=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 HOUSE_BUILD=$HOUSE_TOP/build
 HOUSE_WINE=/usr/lib/wine/wine64
-HOUSE_PACKAGES=(wine wine64 xvfb xauth x11-utils xdotool imagemagick fonts-wqy-microhei
+HOUSE_PACKAGES=(wine wine64 xvfb xauth x11-utils xdotool imagemagick fonts-wqy-microhei librsvg2-bin
     g++-mingw-w64-x86-64-posix cmake ninja-build ccache libgtest-dev googletest clang-format python3)
 
 house_say() { printf '== %s\n' "$*"; }

@@ -14,6 +14,12 @@
 #include <cwchar>
 #include <cwctype>
 
+// The C runtime leaves arguments as they are: in the name of an output a star has a meaning of its own.
+extern "C" {
+extern int _dowildcard;
+int _dowildcard = 0;
+}
+
 namespace {
 
 constexpr char kHelp[] = R"(Usage: nrv info|list|params|check [--json] [-j N] FILE...
@@ -29,7 +35,7 @@ constexpr char kHelp[] = R"(Usage: nrv info|list|params|check [--json] [-j N] FI
   render  a picture of each file; with several files OUT holds a *, for which each file's name is put
   check   says whether each file is whole and how much of it is lost
 
-A FILE of "-" is the standard input, an OUT of "-" the standard output. Output is UTF-8. On plain lines with more than
+A FILE of "-" is the standard input, an OUT of "-" the standard output; a FILE with * or ? stands for what it finds. Output is UTF-8. On plain lines with more than
 one FILE the file's name and a tab come first; within a field a tab is written \t, a line feed \n, a carriage return \r,
 any other control character \xNN, and a backslash \\.
 
@@ -75,6 +81,24 @@ int Usage(const CString& problem) {
     NrvText::Complain(CString(), problem);
     std::fputs("Try \"nrv --help\".\n", stderr);
     return kNrvBadUsage;
+}
+
+// What the pattern finds, in the order of the system; a name without a star or a question mark, and a pattern that
+// finds nothing, stays as it is.
+void AppendFiles(std::vector<CString>& files, const CString& pattern) {
+    WIN32_FIND_DATAW found = {};
+    const HANDLE find = pattern.FindOneOf(L"*?") >= 0 ? ::FindFirstFileW(pattern, &found) : INVALID_HANDLE_VALUE;
+    if (find == INVALID_HANDLE_VALUE) {
+        files.push_back(pattern);
+        return;
+    }
+    const CString folder = pattern.Left(std::max(pattern.ReverseFind(L'/'), pattern.ReverseFind(L'\\')) + 1);
+    do {
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            files.push_back(folder + found.cFileName);
+        }
+    } while (::FindNextFileW(find, &found));
+    ::FindClose(find);
 }
 
 // All of the text as a number.
@@ -196,7 +220,7 @@ void Parse(const std::vector<CString>& arguments, NrvOptions& options, CString& 
             if (set && !options.files.empty() && equals > 0) {
                 options.values.emplace_back(argument.Left(equals), argument.Mid(equals + 1));
             } else {
-                options.files.push_back(argument);
+                AppendFiles(options.files, argument);
             }
             continue;
         } else if (argument == L"--") {

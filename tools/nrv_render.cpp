@@ -4,6 +4,8 @@
 
 #include "nrv_text.h"
 
+#include <algorithm>
+
 namespace {
 
 CString StatusText(RenderStatus status) {

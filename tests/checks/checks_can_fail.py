@@ -19,12 +19,17 @@ MAP = """# The map
 | Room | Is |
 |---|---|
 | low | first |
+| painter | in between |
 | high | second |
 
 | Unit | Room | Also includes | Purpose |
 |---|---|---|---|
 | `Low` | low | | Stands low. |
 | `High` | high | | Stands high. |
+## `render/`: pictures
+| Unit | Purpose |
+|---|---|
+| `Shot` | Paints. |
 ## `demo/`: a host
 | Unit | Purpose |
 |---|---|
@@ -43,6 +48,8 @@ SOUND = {
     "Source/Low.cpp": '#include "Low.h"\n',
     "Source/High.h": UNIT.format(layer="high", rest='#include "Low.h"\nclass NRVECTORVIEW_API High {};\n'),
     "Source/High.cpp": '#include "High.h"\n',
+    "render/CMakeLists.txt": "Shot.cpp\n",
+    "render/Shot.cpp": UNIT.format(layer="render", rest='#include "Low.h"\n'),
     "demo/CMakeLists.txt": "main.cpp\n",
     "demo/main.cpp": UNIT.format(layer="demo", rest='#include "High.h"\n'),
 }
@@ -62,6 +69,7 @@ BROKEN = [
     ("layers.py", "afx/ground.h", '#include "../Source/Low.h"\n', "stands below afx/"),
     ("layers.py", "Source/Low.h", '#include "Low.h"\n', "in a circle"),
     ("layers.py", "Source/High.h", "class High {};\n", "no public header"),
+    ("layers.py", "render/Shot.cpp", '#include "High.h"\n', "stands below the painter"),
     ("layers.py", "ARCHITECTURE.md", MAP.replace("| low | | ", "| low | `High` | "), "needs no leave"),
     ("sources.py", "Source/CMakeLists.txt", "Low.cpp # High.cpp\n", "High.cpp: stands in no"),
     ("sources.py", "Source/CMakeLists.txt", "Low.cpp TooHigh.cpp\n", "High.cpp: stands in no"),

@@ -3,6 +3,7 @@
 
 - A folder includes itself and the folders above it. demo/ includes of Source/ only the public headers: those with an
   exported class, what these include, and the numbers of the resources.
+- render/ includes of Source/ nothing below the painter's room.
 - In a folder with rooms, a file includes its own room and lower ones. A source (never a header) may include what its
   row lists under "Also includes"; an entry that it doesn't need is reported too.
 - No header includes itself by way of others.
@@ -52,6 +53,13 @@ def public_headers(root, index):
     return public
 
 
+def below_painter(source, header):
+    """Whether a header of Source/ stands in a room below the painter's."""
+    row = source.rows.get(os.path.splitext(header)[0])
+    rooms = source.rooms
+    return bool(row and "painter" in rooms and row.room in rooms and rooms.index(row.room) > rooms.index("painter"))
+
+
 def circles(graph):
     """Headers that reach themselves."""
     state = {}
@@ -97,6 +105,8 @@ def problems_of(root):
                     yield f"{where}, which stands below {name}/"
                 elif name == "demo" and target[0] == "Source" and target[1] not in public:
                     yield f"{where}, which is no public header"
+                elif name == "render" and target[0] == "Source" and below_painter(folders["Source"], target[1]):
+                    yield f"{where}, which stands below the painter"
                 elif target[0] == name and folder.rooms and row:
                     other = folder.rows.get(os.path.splitext(target[1])[0])
                     if other is None or row.room not in folder.rooms or other.room not in folder.rooms:

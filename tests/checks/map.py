@@ -10,7 +10,7 @@ import sys
 
 import house
 
-FOLDERS = ("afx", "kx", "Source", "demo", "tools", "bench")
+FOLDERS = ("afx", "kx", "Source", "render", "demo", "tools", "bench")
 SENTENCE = re.compile(r"(?<=\.) .*")
 LAYER = re.compile(r"\bLayer: ([^.;(]+)")
 

@@ -6,7 +6,7 @@ import sys
 
 import house
 
-FOLDERS = ("afx", "kx", "Source", "demo", "tools", "bench", "tests", "tests/support")
+FOLDERS = ("afx", "kx", "Source", "render", "demo", "tools", "bench", "tests", "tests/support")
 LARGE = 900
 
 
