@@ -162,11 +162,10 @@ def draw_svg(paths):
 
 # ---- the comparisons -----------------------------------------------------------------------------------------------
 
-def both(out, names, *options):
-    """PNG and drawn SVG of the drawings, as paths."""
-    files = [os.path.join(out, name + ".nrv") for name in names]
+def both(out, pattern, names, *options):
+    """PNG and drawn SVG of the drawings of those names, which are all that the pattern finds, as paths."""
     for form in ("png", "svg"):
-        nrv("render", *files, "-o", os.path.join(out, "*." + form), "--black", *options)
+        nrv("render", os.path.join(out, pattern), "-o", os.path.join(out, "*." + form), "--black", *options)
     return ([os.path.join(out, name + ".png") for name in names],
             draw_svg([os.path.join(out, name + ".svg") for name in names]))
 
@@ -183,7 +182,7 @@ def random_drawings(out):
     for seed, name in enumerate(names):
         with open(os.path.join(out, name + ".nrv"), "wb") as file:
             file.write(random_drawing(seed))
-    pngs, svgs = both(out, names, "--size", f"{WIDTH}x{HEIGHT}", "--window", f"0,0,{WIDTH},{HEIGHT}")
+    pngs, svgs = both(out, "random*.nrv", names, "--size", f"{WIDTH}x{HEIGHT}", "--window", f"0,0,{WIDTH},{HEIGHT}")
     bad, total = [], 0
     for name, painted, drawn in zip(names, pixels_of(pngs, WIDTH, HEIGHT), pixels_of(svgs, WIDTH, HEIGHT)):
         missing, added, ink = far_ink(painted, drawn, WIDTH)
@@ -201,7 +200,7 @@ def samples(out):
         with open(os.path.join(folder, name + ".nrv"), "rb") as source, open(os.path.join(out, name + ".nrv"), "wb") as file:
             file.write(source.read())
         width, height = 1000, 700
-        pngs, svgs = both(out, [name], "--size", f"{width}x{height}")
+        pngs, svgs = both(out, name + ".nrv", [name], "--size", f"{width}x{height}")
         with open(os.path.join(out, name + ".svg"), encoding="utf-8") as file:
             svg = file.read()
         # Texts are in other fonts there: they are compared by their boxes. Without them:
@@ -257,7 +256,7 @@ def texts(out):
             names.append(name)
             with open(os.path.join(out, name + ".nrv"), "wb") as file:
                 file.write(text_drawing(words, dice.uniform(10, 24), angle))
-    pngs, svgs = both(out, names, "--size", f"{WIDTH}x{HEIGHT}", "--window", f"0,0,{WIDTH},{HEIGHT}")
+    pngs, svgs = both(out, "text??.nrv", names, "--size", f"{WIDTH}x{HEIGHT}", "--window", f"0,0,{WIDTH},{HEIGHT}")
     bad, least = [], 1.0
     for name, painted, drawn in zip(names, pixels_of(pngs, WIDTH, HEIGHT), pixels_of(svgs, WIDTH, HEIGHT)):
         boxes = [box_of(bits(grey, WIDTH, 128)) for grey in (painted, drawn)]
