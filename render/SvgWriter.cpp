@@ -114,7 +114,9 @@ const std::string& CSvgWriter::Write(COLORREF background) {
         }
         WriteList(m_pDocument->GetDrawableObjs(), "layer");
     }
-    Put("</g>\n</svg>\n");
+    Put("</g>\n");
+    WriteStyles();
+    Put("</svg>\n");
     return m_Text;
 }
 
@@ -242,27 +244,63 @@ void CSvgWriter::Stroke(const Pen& pen, double stretch) {
     if (pen.style == PS_NULL) {
         return;
     }
-    // A pixel in the unit of the stroke's lengths.
-    const double pixel = pen.fixed ? 1.0 : static_cast<double>(m_pTran->GetScale());
+    const double pixel = m_pTran->GetScale(); // In drawing units.
     Put(" stroke=\"");
     SvgText::AppendColor(m_Text, pen.color);
     Put("\"");
     Put(" stroke-width", pen.pixels * pixel);
-    if (pen.fixed) {
-        Put(" vector-effect=\"non-scaling-stroke\"");
-    }
     if (IsDashed(pen.style)) {
-        const double* part = pen.stepped ? kStepped[pen.style - PS_DASH] : kWide[pen.style - PS_DASH];
-        const double unit = pen.stepped ? pixel * stretch : pixel * pen.pixels;
+        const double* pattern = pen.stepped ? kStepped[pen.style - PS_DASH] : kWide[pen.style - PS_DASH];
         Put(" stroke-dasharray=\"");
-        for (bool first = true; *part != 0; ++part, first = false) {
-            Put(first ? "" : " ");
-            Put(*part * unit);
-        }
+        PutPattern(pattern, pen.stepped ? pixel * stretch : pixel * pen.pixels);
         Put("\"");
     } else if (pen.pixels > 1) {
         Put(" stroke-linecap=\"round\"");
     }
+    if (pen.fixed) {
+        const int style = IsDashed(pen.style) ? pen.style : PS_SOLID;
+        m_Fixed.emplace(pen.pixels, style);
+        Put(" class=\"");
+        PutClass(pen.pixels, style);
+        Put("\"");
+    }
+}
+
+void CSvgWriter::PutPattern(const double* part, double unit) {
+    for (bool first = true; *part != 0; ++part, first = false) {
+        Put(first ? "" : " ");
+        Put(*part * unit);
+    }
+}
+
+void CSvgWriter::PutClass(int pixels, int style) {
+    Put("px");
+    SvgText::AppendInteger(m_Text, pixels);
+    Put("s");
+    SvgText::AppendInteger(m_Text, style);
+}
+
+// The lengths of fixed strokes in pixels, for programs that can keep them so; others take the attributes in drawing
+// units, which are the same at the size that was asked for.
+void CSvgWriter::WriteStyles() {
+    if (m_Fixed.empty()) {
+        return;
+    }
+    Put("<style>@supports (vector-effect: non-scaling-stroke) {\n");
+    for (const auto& [pixels, style] : m_Fixed) {
+        Put(".");
+        PutClass(pixels, style);
+        Put(" { vector-effect: non-scaling-stroke; stroke-width: ");
+        SvgText::AppendInteger(m_Text, pixels);
+        Put("px;");
+        if (style != PS_SOLID) {
+            Put(" stroke-dasharray: ");
+            PutPattern(pixels == 1 ? kStepped[style - PS_DASH] : kWide[style - PS_DASH], pixels);
+            Put(";");
+        }
+        Put(" }\n");
+    }
+    Put("}</style>\n");
 }
 
 void CSvgWriter::EndPath(const Pen& pen) {

@@ -5,6 +5,7 @@
 #include "DrawingRender.h"
 
 #include <map>
+#include <set>
 #include <string>
 
 class CCircle;
@@ -60,6 +61,9 @@ private:
 
     Pen PenOf(CDrawable* object, bool locked, float floorWidth = 1.0f);
     void Stroke(const Pen& pen, double stretch = 1.0);
+    void PutPattern(const double* part, double unit);
+    void PutClass(int pixels, int style);
+    void WriteStyles();
     void WriteStraight(const Pen& pen, const CGePoint2d& a, const CGePoint2d& b, bool thereAndBack);
     void ArcTo(double radius, bool large, bool clockwise, const CGePoint2d& end);
     // Attributes of the stroke of a path whose data stand open, and its end.
@@ -83,7 +87,8 @@ private:
     CSize m_Size;
     CDC m_Measure; // For measuring, and for labels to place their figures.
     std::map<std::wstring, Face> m_Faces;
-    std::map<int, int> m_GroupCount; // By layer.
+    std::map<int, int> m_GroupCount;       // By layer.
+    std::set<std::pair<int, int>> m_Fixed; // Widths in pixels and styles of the strokes that keep them.
     std::string m_Text;
     int m_Layer = -1;
     bool m_InLayer = false;

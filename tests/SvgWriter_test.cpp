@@ -50,7 +50,7 @@ struct SvgWriter : testing::Test {
     std::string Objects() {
         const std::string whole = Whole();
         const size_t begin = whole.find("</title>\n");
-        const size_t end = whole.rfind("</g>\n</g>\n</svg>\n");
+        const size_t end = whole.rfind("</g>\n</g>\n");
         return begin == std::string::npos || end == std::string::npos ? whole
                                                                       : whole.substr(begin + 9, end - begin - 9);
     }
@@ -61,7 +61,7 @@ struct SvgWriter : testing::Test {
     int leftOut = 0;
 };
 
-const std::string kHair = " stroke=\"#ff8000\" stroke-width=\"1\" vector-effect=\"non-scaling-stroke\"";
+const std::string kHair = " stroke=\"#ff8000\" stroke-width=\"2\" class=\"px1s0\"";
 
 TEST_F(SvgWriter, AFileHasItsSizeItsWindowAndItsBackground) {
     Line(1, 2, 3, 4);
@@ -75,7 +75,8 @@ TEST_F(SvgWriter, AFileHasItsSizeItsWindowAndItsBackground) {
               "<path d=\"M1 -2L3 -4\"" +
                   kHair +
                   "/>\n"
-                  "</g>\n</g>\n</svg>\n",
+                  "</g>\n</g>\n<style>@supports (vector-effect: non-scaling-stroke) {\n"
+                  ".px1s0 { vector-effect: non-scaling-stroke; stroke-width: 1px; }\n}</style>\n</svg>\n",
               Whole());
     options.transparent = true;
     EXPECT_EQ(std::string::npos, Whole().find("<rect"));
@@ -94,19 +95,19 @@ TEST_F(SvgWriter, WidthsFollowTheDrawingOrStayPixels) {
     CLine* locked = Line(0, 0, 1, 1);
     locked->SetLineWide(7);
     locked->SetLockMode(1);
-    EXPECT_EQ("<path d=\"M0 0L1 -1\" stroke=\"#ff8000\" stroke-width=\"7\" vector-effect=\"non-scaling-stroke\" "
-              "stroke-linecap=\"round\"/>\n",
+    EXPECT_EQ("<path d=\"M0 0L1 -1\" stroke=\"#ff8000\" stroke-width=\"14\" stroke-linecap=\"round\" "
+              "class=\"px7s0\"/>\n",
               Objects());
     options.lineWidthScale = 2.0;
-    EXPECT_NE(std::string::npos, Objects().find("stroke-width=\"14\""));
+    EXPECT_NE(std::string::npos, Objects().find("stroke-width=\"28\""));
 }
 
 TEST_F(SvgWriter, DashesAreAsLongAsGdiStepsThem) {
     Line(0, 0, 100, 0)->SetLineType(PS_DASHDOT);
     Line(0, 0, 30, 40)->SetLineType(PS_DOT); // A step of one pixel along y is 50 / 40 of it along the line.
     const std::string text = Objects();
-    EXPECT_NE(std::string::npos, text.find("stroke-dasharray=\"9 6 3 6\"")) << text;
-    EXPECT_NE(std::string::npos, text.find("stroke-dasharray=\"3.75 3.75\"")) << text;
+    EXPECT_NE(std::string::npos, text.find("stroke-dasharray=\"18 12 6 12\"")) << text;
+    EXPECT_NE(std::string::npos, text.find("stroke-dasharray=\"7.5 7.5\"")) << text;
 }
 
 TEST_F(SvgWriter, AWideLineIsSolidAsGdiDrawsIt) {
@@ -155,11 +156,10 @@ TEST_F(SvgWriter, ASegmentsOwnColourBeginsAPath) {
     }
     line->SetSLPenColor(1, RGB(0, 0, 255));
     const std::string text = Objects();
-    EXPECT_EQ(
-        "<path d=\"M0 0L1 0\"" + kHair + "/>\n" +
-            "<path d=\"M1 0L2 0\" stroke=\"#0000ff\" stroke-width=\"1\" vector-effect=\"non-scaling-stroke\"/>\n" +
-            "<path d=\"M2 0L3 0\"" + kHair + "/>\n",
-        text);
+    EXPECT_EQ("<path d=\"M0 0L1 0\"" + kHair + "/>\n" +
+                  "<path d=\"M1 0L2 0\" stroke=\"#0000ff\" stroke-width=\"2\" class=\"px1s0\"/>\n" +
+                  "<path d=\"M2 0L3 0\"" + kHair + "/>\n",
+              text);
 }
 
 TEST_F(SvgWriter, ACentreMarkIsACrossWithACircleOfHalfItsSize) {
