@@ -1,6 +1,5 @@
-// CObjectStream: some objects of a drawing as a stream of their own, and objects back from one: what a clipboard carries
-// from one program to another.
-// Layer 6: document.
+// CObjectStream: some objects of a drawing as a stream of their own, and objects back from one: what a clipboard
+// carries from one program to another. Layer 6: document.
 #pragma once
 
 #include "Document.h"

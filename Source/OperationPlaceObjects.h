@@ -1,5 +1,5 @@
-// COperationPlaceObjects: puts objects that come as a stream, such as from the clipboard, into the drawing by one click.
-// Layer 9: command operations.
+// COperationPlaceObjects: puts objects that come as a stream, such as from the clipboard, into the drawing by one
+// click. Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -17,6 +17,10 @@ constexpr int kLargestSide = 32767;
 constexpr double kLargestArea = 134217728.0; // Pixels; half a gigabyte as a bitmap.
 constexpr int kLeastMargin = 10;             // Pixels, in percent's form.
 constexpr double kWidestScale = 1000.0;
+constexpr int kWidestLeast = 1000;
+constexpr double kMillimetresPerInch = 25.4;
+constexpr double kThinLine = 0.25; // Millimetres.
+constexpr int kPaperMargin = 2;    // Percent, beside what the printer leaves free.
 constexpr DWORD kOpaque = 0xFF000000;
 
 // The height that a text keeps from its last paint. It decides extents and hits, so a picture leaves it as it was.
@@ -104,6 +108,17 @@ DWORD Unblend(DWORD onBlack, DWORD onWhite) {
 
 } // namespace
 
+CRenderOptions CDrawingRender::PaperOptions(CSize dots, double dotsPerInch, double n) {
+    CRenderOptions options;
+    options.size = dots;
+    options.keepSize = true;
+    options.scale = n * kMillimetresPerInch / dotsPerInch;
+    options.margin = kPaperMargin;
+    options.colors = CRenderOptions::BlackOnWhite;
+    options.leastLineWidth = std::clamp(Truncate(kThinLine / kMillimetresPerInch * dotsPerInch + 0.5), 1, kWidestLeast);
+    return options;
+}
+
 CDrawingRender::CDrawingRender(CGraphicDocument* document, const CRenderOptions& options)
     : m_pDocument(document), m_Options(options), m_pOldTran(document->GetVectorViewCoordTran()),
       m_pCurrent(document->GetCurrentObject()) {
@@ -168,8 +183,9 @@ int CDrawingRender::LeftOut() const {
 RenderStatus CDrawingRender::Arrange() {
     const CRenderOptions& o = m_Options;
     m_Size = o.size;
-    if (!(o.lineWidthScale > 0.0) || o.lineWidthScale > kWidestScale || !(o.scale >= 0.0) || !std::isfinite(o.scale) ||
-        o.margin < 0 || (!o.marginInPixels && o.margin >= 100) || o.size.cx < 0 || o.size.cy < 0) {
+    if (!(o.lineWidthScale > 0.0) || o.lineWidthScale > kWidestScale || o.leastLineWidth < 1 ||
+        o.leastLineWidth > kWidestLeast || !(o.scale >= 0.0) || !std::isfinite(o.scale) || o.margin < 0 ||
+        (!o.marginInPixels && o.margin >= 100) || o.size.cx < 0 || o.size.cy < 0) {
         return RenderStatus::BadOptions;
     }
     switch (o.place) {
@@ -256,7 +272,7 @@ bool CDrawingRender::MakeSize(const CGePoint2d& min, const CGePoint2d& max, int 
     double height = m_Size.cy;
     const double rangeX = std::max(0.0, max.x - min.x);
     const double rangeY = std::max(0.0, max.y - min.y);
-    if (m_Options.scale > 0.0) {
+    if (m_Options.scale > 0.0 && !m_Options.keepSize) {
         const double part = 1.0 - marginPercent * 0.01;
         width = std::max(1.0, std::ceil(rangeX / m_Options.scale / part)) + marginPixels;
         height = std::max(1.0, std::ceil(rangeY / m_Options.scale / part)) + marginPixels;
@@ -304,7 +320,7 @@ bool CDrawingRender::BoxOf(CGePoint2d& min, CGePoint2d& max) {
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 bool CDrawingRender::IsPlain() const {
-    return m_Options.colors == CRenderOptions::Stored && m_Options.lineWidthScale == 1.0;
+    return m_Options.colors == CRenderOptions::Stored && !CRenderDC::ChangesWidths(m_Options);
 }
 
 COLORREF CDrawingRender::Background() {

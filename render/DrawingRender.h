@@ -14,8 +14,7 @@
 // - Selected objects are painted as unselected ones, without grips, unless `grips` asks for them. Any other state is
 //   shown as a view shows it.
 // - The document is as before afterwards: mapping, current object, states and measured text heights are put back. A
-// label
-//   that shows its figure has placed it, as every paint does.
+//   label that shows its figure has placed it, as every paint does.
 struct CRenderOptions {
     enum Place {
         Fit,     // The whole drawing (or what is selected, with `selectedOnly`) with a margin, as CVectorView::ZoomAll.
@@ -29,10 +28,12 @@ struct CRenderOptions {
     };
 
     // Pixels, 1 to 32767 each and at most 2^27 together. 0 in one of them: from the other by the proportion of what is
-    // shown. With a scale above 0 the size is not looked at.
+    // shown. With a scale above 0 the size is not looked at, unless `keepSize` is set.
     CSize size = CSize(1024, 768);
     // Drawing units per pixel; above 0 the size of the picture follows from what is shown. Not for AsStored.
     double scale = 0.0;
+    // With a scale: the size is as given, as that of a sheet of paper, and what is shown is in its middle.
+    bool keepSize = false;
 
     Place place = Fit;
     // Of Fit alone. In percent of the picture (10 pixels at least), both sides together; or in pixels.
@@ -49,6 +50,8 @@ struct CRenderOptions {
     // Multiplies the painter's pen widths, which are whole pixels; the results are 1 pixel at least. A dash pattern
     // grows with its line.
     double lineWidthScale = 1.0;
+    // In pixels, 1 to 1000: thinner lines are widened to it. For paper, where one dot is hardly seen.
+    int leastLineWidth = 1;
 
     bool selectedOnly = false; // The document's selected list; then without net.
     bool includeNet = true;
@@ -71,6 +74,10 @@ public:
     ~CDrawingRender();
     CDrawingRender(const CDrawingRender&) = delete;
     CDrawingRender& operator=(const CDrawingRender&) = delete;
+
+    // For a sheet of paper whose printable area has so many dots: black on white, thin lines a quarter of a millimetre
+    // wide. `n` 0 fits the drawing; otherwise it is shown as 1:n in the middle, a drawing unit being a millimetre.
+    static CRenderOptions PaperOptions(CSize dots, double dotsPerInch, double n);
 
     // Done, or BadOptions: then the functions below give that too.
     RenderStatus Status() const;

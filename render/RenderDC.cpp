@@ -36,17 +36,21 @@ COLORREF CRenderDC::StrokeColor(const CRenderOptions& options, COLORREF color) {
     return options.colors == CRenderOptions::Stored ? color : RGB(0, 0, 0);
 }
 
+bool CRenderDC::ChangesWidths(const CRenderOptions& options) {
+    return options.lineWidthScale != 1.0 || options.leastLineWidth > 1;
+}
+
 int CRenderDC::StrokeWidth(const CRenderOptions& options, int width) {
     // GDI takes the magnitude, and 0 as 1.
     const double given = std::max(1.0, std::fabs(static_cast<double>(width)));
-    return std::max(1, Truncate(std::min(given * options.lineWidthScale + 0.5, 32767.0)));
+    return std::max(options.leastLineWidth, Truncate(std::min(given * options.lineWidthScale + 0.5, 32767.0)));
 }
 
 CPen* CRenderDC::SelectObject(CPen* pen) {
     LOGPEN given = {};
     CPen* old = m_pPen;
     if (pen == m_pFirstPen || pen == nullptr || pen->GetLogPen(&given) == 0 ||
-        (m_Options.colors == CRenderOptions::Stored && m_Options.lineWidthScale == 1.0)) {
+        (m_Options.colors == CRenderOptions::Stored && !ChangesWidths(m_Options))) {
         CPen* before = CDC::SelectObject(pen);
         m_OwnPen.DeleteObject();
         if (m_pFirstPen == nullptr) {
@@ -57,8 +61,8 @@ CPen* CRenderDC::SelectObject(CPen* pen) {
         return old;
     }
     const COLORREF color = StrokeColor(m_Options, given.lopnColor);
-    const int width = m_Options.lineWidthScale == 1.0 ? static_cast<int>(given.lopnWidth.x)
-                                                      : StrokeWidth(m_Options, static_cast<int>(given.lopnWidth.x));
+    const int asked = static_cast<int>(given.lopnWidth.x);
+    const int width = ChangesWidths(m_Options) ? StrokeWidth(m_Options, asked) : asked;
     CPen own;
     // GDI draws a plain pen of more than one pixel without its pattern: such a line stays solid when it gets thin, and
     // a patterned one is widened as a pen of the other sort.

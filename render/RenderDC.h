@@ -21,7 +21,8 @@ public:
     COLORREF SetBkColor(COLORREF color) override;
 
     static COLORREF StrokeColor(const CRenderOptions& options, COLORREF color);
-    // A pen's width in pixels after the options' scale.
+    static bool ChangesWidths(const CRenderOptions& options);
+    // A pen's width in pixels after the options' scale, and at least their least.
     static int StrokeWidth(const CRenderOptions& options, int width);
 
 private:

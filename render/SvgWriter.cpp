@@ -476,15 +476,20 @@ bool CSvgWriter::WriteCombRect(CDrawable* object) {
     pen.style = (frame->*DrawableAccess::Type())(&m_Geometry);
     pen.pixels = CRenderDC::StrokeWidth(m_Options, 1);
     pen.stepped = pen.pixels == 1;
-    Put("<path d=\"M");
-    Point(a);
-    Put("L");
-    Point(CGePoint2d(b.x, a.y));
-    Put("L");
-    Point(b);
-    Put("L");
-    Point(CGePoint2d(a.x, b.y));
-    Put("Z");
+    // A pattern begins anew on each side, as GDI draws it.
+    const CGePoint2d corners[] = {a, CGePoint2d(b.x, a.y), b, CGePoint2d(a.x, b.y), a};
+    for (int side = 0; side < 4; ++side) {
+        if (side == 0 || IsDashed(pen.style)) {
+            Put(side == 0 ? "<path d=\"M" : "M");
+            Point(corners[side]);
+        }
+        if (side < 3 || IsDashed(pen.style)) {
+            Put("L");
+            Point(corners[side + 1]);
+        } else {
+            Put("Z");
+        }
+    }
     EndPath(pen);
     return true;
 }

@@ -199,8 +199,8 @@ TEST_F(Nrv, ABadFileIsNamedAndTheOthersArePrinted) {
     const Outcome run = Start(L"params missing.nrv two.nrv short.nrv empty.nrv good.nrv");
     EXPECT_EQ("good.nrv\tA\t1\n", run.out);
     EXPECT_EQ(0u, run.err.find("nrv: missing.nrv: cannot open: "));
-    EXPECT_NE(std::string::npos, run.err.find("\nnrv: two.nrv: not a drawing of a known version\n"));
-    EXPECT_NE(std::string::npos, run.err.find("\nnrv: short.nrv: not a drawing of a known version\n"));
+    EXPECT_NE(std::string::npos, run.err.find("\nnrv: two.nrv: not a drawing of a known version (byte 0)\n"));
+    EXPECT_NE(std::string::npos, run.err.find("\nnrv: short.nrv: not a drawing of a known version (byte 0)\n"));
     EXPECT_NE(std::string::npos, run.err.find("\nnrv: empty.nrv: not a drawing: the file is empty\n"));
     EXPECT_EQ(1u, run.code);
 }
@@ -455,7 +455,7 @@ TEST_F(Nrv, ACommandLineItDoesNotUnderstandIsTwo) {
     EXPECT_EQ("", run.out);
 }
 
-TEST_F(Nrv, BehindTwoDashesEverythingIsAFile) {
+TEST_F(Nrv, AfterTwoDashesEverythingIsAFile) {
     CVectorView view;
     AddParm(view, L"A", L"1", 0, 0);
     Save(L"--json", view);

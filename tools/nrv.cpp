@@ -35,9 +35,9 @@ constexpr char kHelp[] = R"(Usage: nrv info|list|params|check [--json] [-j N] FI
   render  a picture of each file; with several files OUT holds a *, for which each file's name is put
   check   says whether each file is whole and how much of it is lost
 
-A FILE of "-" is the standard input, an OUT of "-" the standard output; a FILE with * or ? stands for what it finds. Output is UTF-8. On plain lines with more than
-one FILE the file's name and a tab come first; within a field a tab is written \t, a line feed \n, a carriage return \r,
-any other control character \xNN, and a backslash \\.
+A FILE of "-" is the standard input, an OUT of "-" the standard output; a FILE with * or ? stands for what it finds.
+Output is UTF-8. On plain lines with more than one FILE the file's name and a tab come first; within a field a tab is
+written \t, a line feed \n, a carriage return \r, any other control character \xNN, and a backslash \\.
 
   --json     one JSON array with an object on each line; of params: file, name, text, type, expression, description,
              position; of list: properties as [key, label, value]
@@ -51,7 +51,8 @@ Options of render:
   -o OUT             where to; its extension says which form
   --format FORM      png, emf or svg, where the extension doesn't say it
   --size WxH         pixels; 0 for one of them takes it from the drawing's proportion (default 1024x768)
-  --scale UNITS      drawing units per pixel, in place of a size
+  --scale UNITS      drawing units per pixel; the picture is as large as the drawing then, or with --size as well, the
+                     drawing is in the middle of a picture of that size
   --margin N|N%      around the drawing (default 15%)
   --window X1,Y1,X2,Y2
                      this rectangle of the drawing, in drawing units, in place of all of it
@@ -60,6 +61,7 @@ Options of render:
   --black            black on white
   --mono             the same in two colours, without smoothing
   --line-width F     times the width of every line
+  --least-width N    pixels that every line is wide at least
   --hide-decimals    numbers of parameters as a parameter view shows them
 
 Exit status of check: 0 when every file is whole, 1 when a part of one is lost, 2 when one is unreadable. Of the others:
@@ -153,6 +155,7 @@ bool TakePictureOption(NrvOptions& options, const CString& name, const CString& 
             return false;
         }
         picture.size.SetSize(static_cast<int>(numbers[0]), static_cast<int>(numbers[1]));
+        picture.keepSize = numbers[0] > 0 && numbers[1] > 0;
         return true;
     }
     if (name == L"--scale") {
@@ -160,6 +163,9 @@ bool TakePictureOption(NrvOptions& options, const CString& name, const CString& 
     }
     if (name == L"--line-width") {
         return NumberOf(value, picture.lineWidthScale) && picture.lineWidthScale > 0.0;
+    }
+    if (name == L"--least-width") {
+        return WholeOf(value, 1, 1000, picture.leastLineWidth);
     }
     if (name == L"--margin") {
         picture.marginInPixels = value.Right(1) != L"%";
@@ -200,8 +206,8 @@ bool TakePictureFlag(NrvOptions& options, const CString& name) {
 }
 
 bool HasValue(const CString& name, bool render) {
-    static const LPCTSTR kNames[] = {L"--size",   L"--scale",      L"--line-width", L"--margin",
-                                     L"--window", L"--background", L"--format"};
+    static const LPCTSTR kNames[] = {L"--size",   L"--scale",  L"--line-width", L"--least-width",
+                                     L"--margin", L"--window", L"--background", L"--format"};
     return render &&
            std::any_of(std::begin(kNames), std::end(kNames), [&name](LPCTSTR known) { return name == known; });
 }

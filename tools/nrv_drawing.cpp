@@ -128,7 +128,7 @@ CNrvDrawing::State CNrvDrawing::Load(const CString& file) {
         std::memcpy(&version, m_Bytes.data(), sizeof(version));
     }
     if (version != kDocumentVersion) {
-        m_Reason = L"not a drawing of a known version";
+        m_Reason = L"not a drawing of a known version (byte 0)";
         return m_State;
     }
     if (m_Bytes.size() < kHeaderBytes) {

@@ -15,7 +15,7 @@ CLASS = re.compile(r"^class\s+NRVECTORVIEW_API\s+(\w+)[^;{]*\{", re.M)
 # What hosts embed and fill a drawing with: a header that lost its mark would otherwise not be missed.
 EXPORTED = """CVectorView CVectorViewParm CVectorGraphic CGraphicDocument CGePoint2d CGeVector2d CGeMatrix2d CVectorViewCoordTran
 CDrawable CLine CPLine CCircle CArc CCenterPoint CCombRect CText CTextParm CKXVectorLabel CDraw_Common CTextFormator
-CGraphColorInfo CDrawingRender CVecotrVeiwParmOpr CCommand CCommandOperation CCommandOperationManager COperationCreateObjAb""".split()
+CGraphColorInfo CDrawingRender CDrawingClipboard CObjectStream COperationPlaceObjects CVecotrVeiwParmOpr CCommand CCommandOperation CCommandOperationManager COperationCreateObjAb""".split()
 
 
 def without_comments(text):
