@@ -27,6 +27,7 @@
 #include "DrawCommon.h"
 #include "Line.h"
 #include "OperationCreateObjAb.h"
+#include "OperationPlaceObjects.h"
 #include "PLine.h"
 #include "Text.h"
 #include "TextFormator.h"

@@ -7,9 +7,8 @@
 
 namespace {
 
-bool IsDashed(UINT style) {
-    return style >= PS_DASH && style <= PS_DASHDOTDOT;
-}
+constexpr int kMostLengths = 6;
+constexpr double kPatterns[4][kMostLengths + 1] = {{18, 6, 0}, {3, 3, 0}, {9, 6, 3, 6, 0}, {9, 3, 3, 3, 3, 3, 0}};
 
 } // namespace
 
@@ -34,6 +33,10 @@ void CRenderDC::Wrap(CDC* dc) {
 
 COLORREF CRenderDC::StrokeColor(const CRenderOptions& options, COLORREF color) {
     return options.colors == CRenderOptions::Stored ? color : RGB(0, 0, 0);
+}
+
+const double* CRenderDC::Pattern(int style) {
+    return style >= PS_DASH && style <= PS_DASHDOTDOT ? kPatterns[style - PS_DASH] : nullptr;
 }
 
 bool CRenderDC::ChangesWidths(const CRenderOptions& options) {
@@ -66,13 +69,19 @@ CPen* CRenderDC::SelectObject(CPen* pen) {
     CPen own;
     // GDI draws a plain pen of more than one pixel without its pattern: such a line stays solid when it gets thin, and
     // a patterned one is widened as a pen of the other sort.
-    if (IsDashed(given.lopnStyle) && std::abs(given.lopnWidth.x) > 1) {
+    const double* pattern = Pattern(static_cast<int>(given.lopnStyle));
+    if (pattern != nullptr && std::abs(given.lopnWidth.x) > 1) {
         given.lopnStyle = PS_SOLID;
-    }
-    if (IsDashed(given.lopnStyle) && width > 1) {
+    } else if (pattern != nullptr && width > 1) {
+        DWORD lengths[kMostLengths] = {};
+        DWORD count = 0;
+        for (; pattern[count] != 0; ++count) {
+            lengths[count] = static_cast<DWORD>(Truncate(pattern[count] * width));
+        }
         const LOGBRUSH brush = {BS_SOLID, color, 0};
-        own.Attach(::ExtCreatePen(PS_GEOMETRIC | PS_ENDCAP_FLAT | given.lopnStyle, width, &brush, 0, nullptr));
-    } else {
+        own.Attach(::ExtCreatePen(PS_GEOMETRIC | PS_ENDCAP_FLAT | PS_USERSTYLE, width, &brush, count, lengths));
+    }
+    if (own.m_hObject == nullptr) {
         own.CreatePen(static_cast<int>(given.lopnStyle), width, color);
     }
     CPen* before = CDC::SelectObject(&own);

@@ -21,6 +21,9 @@ public:
     COLORREF SetBkColor(COLORREF color) override;
 
     static COLORREF StrokeColor(const CRenderOptions& options, COLORREF color);
+    // Lengths of ink and gap of a style from PS_DASH to PS_DASHDOTDOT, in widths of the line, ended by 0: those that
+    // GDI gives to pens of one pixel, and here to wider ones as well. Null for any other style.
+    static const double* Pattern(int style);
     static bool ChangesWidths(const CRenderOptions& options);
     // A pen's width in pixels after the options' scale, and at least their least.
     static int StrokeWidth(const CRenderOptions& options, int width);

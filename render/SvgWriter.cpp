@@ -22,11 +22,6 @@ constexpr double kTurn = 6.283185307179586;
 constexpr int kMeasured = 1000; // Pixels of the cell in which a face is measured.
 constexpr double kTickOvershoot = 2.5;
 
-// Lengths of ink and gap, by pen style from PS_DASH on, that GDI gives to pens of one pixel, in pixels, and to wider
-// ones, in widths. Ended by 0.
-constexpr double kStepped[4][7] = {{18, 6, 0}, {3, 3, 0}, {9, 6, 3, 6, 0}, {9, 3, 3, 3, 3, 3, 0}};
-constexpr double kWide[4][7] = {{3, 1, 0}, {1, 1, 0}, {3, 1, 1, 1, 0}, {3, 1, 1, 1, 1, 1, 0}};
-
 // What a Draw of the library reads of its own object, and no accessor gives.
 struct DrawableAccess : CDrawable {
     static auto Color() { return &DrawableAccess::InnerGetPenColor; }
@@ -50,7 +45,7 @@ struct LabelAccess : CKXVectorLabel {
 };
 
 bool IsDashed(int style) {
-    return style >= PS_DASH && style <= PS_DASHDOTDOT;
+    return CRenderDC::Pattern(style) != nullptr;
 }
 
 bool IsHidden(CDrawable* object) {
@@ -248,9 +243,8 @@ void CSvgWriter::Stroke(const Pen& pen, double stretch) {
     Put("\"");
     Put(" stroke-width", pen.pixels * pixel);
     if (IsDashed(pen.style)) {
-        const double* pattern = pen.stepped ? kStepped[pen.style - PS_DASH] : kWide[pen.style - PS_DASH];
         Put(" stroke-dasharray=\"");
-        PutPattern(pattern, pen.stepped ? pixel * stretch : pixel * pen.pixels);
+        PutPattern(pen.style, pen.stepped ? pixel * stretch : pixel * pen.pixels);
         Put("\"");
     } else if (pen.pixels > 1) {
         Put(" stroke-linecap=\"round\"");
@@ -264,7 +258,8 @@ void CSvgWriter::Stroke(const Pen& pen, double stretch) {
     }
 }
 
-void CSvgWriter::PutPattern(const double* part, double unit) {
+void CSvgWriter::PutPattern(int style, double unit) {
+    const double* part = CRenderDC::Pattern(style);
     for (bool first = true; *part != 0; ++part, first = false) {
         Put(first ? "" : " ");
         Put(*part * unit);
@@ -293,7 +288,7 @@ void CSvgWriter::WriteStyles() {
         Put("px;");
         if (style != PS_SOLID) {
             Put(" stroke-dasharray: ");
-            PutPattern(pixels == 1 ? kStepped[style - PS_DASH] : kWide[style - PS_DASH], pixels);
+            PutPattern(style, pixels);
             Put(";");
         }
         Put(" }\n");

@@ -61,7 +61,7 @@ private:
 
     Pen PenOf(CDrawable* object, bool locked, float floorWidth = 1.0f);
     void Stroke(const Pen& pen, double stretch = 1.0);
-    void PutPattern(const double* part, double unit);
+    void PutPattern(int style, double unit);
     void PutClass(int pixels, int style);
     void WriteStyles();
     void WriteStraight(const Pen& pen, const CGePoint2d& a, const CGePoint2d& b, bool thereAndBack);

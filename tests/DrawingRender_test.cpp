@@ -336,8 +336,8 @@ TEST(DrawingRender, ADashedLineStaysDashedWhenWidened) {
     for (int x = 0; x < 100; ++x) {
         gaps += shot.At(x, 50) == kBlack;
     }
-    // Dots and gaps of one width each.
-    EXPECT_NEAR(50, gaps, 8);
+    // Dots and gaps of three widths each: four times 12 and 12, and 4 of the next dot.
+    EXPECT_NEAR(48, gaps, 2);
 }
 
 TEST(DrawingRender, ShowsTheNetUnlessToldNotTo) {

@@ -110,6 +110,13 @@ TEST_F(SvgWriter, DashesAreAsLongAsGdiStepsThem) {
     EXPECT_NE(std::string::npos, text.find("stroke-dasharray=\"7.5 7.5\"")) << text;
 }
 
+TEST_F(SvgWriter, AWidenedPatternGrowsWithItsLine) {
+    Line(0, 0, 100, 0)->SetLineType(PS_DASHDOT);
+    options.lineWidthScale = 2.0; // 2 pixels, 4 units: lengths of 9, 6, 3 and 6 widths.
+    const std::string text = Objects();
+    EXPECT_NE(std::string::npos, text.find("stroke-width=\"4\" stroke-dasharray=\"36 24 12 24\"")) << text;
+}
+
 TEST_F(SvgWriter, AWideLineIsSolidAsGdiDrawsIt) {
     CLine* line = Line(0, 0, 100, 0);
     line->SetLineType(PS_DASH);

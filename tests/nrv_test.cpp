@@ -274,6 +274,7 @@ TEST_F(Nrv, InfoTellsKindsLayersExtentsAndSchemas) {
     CVectorView view;
     view.AddLine(CGePoint2d(-1, 2), CGePoint2d(30.5, 4), Gdiplus::Color(0xFFFFFFFF), 0);
     view.AddLine(CGePoint2d(0, 0), CGePoint2d(1, 1), Gdiplus::Color(0xFFFFFFFF), 0)->SetLayer(3);
+    view.GetVectorViewCoordTran()->SetScale(1.3f);
     Save(L"a.nrv", view);
     Outcome run = Start(L"info a.nrv");
     EXPECT_EQ(0u, run.code);
@@ -282,6 +283,7 @@ TEST_F(Nrv, InfoTellsKindsLayersExtentsAndSchemas) {
     EXPECT_NE(std::string::npos, run.out.find("\n  layers      0: 1, 3: 1\n"));
     EXPECT_NE(std::string::npos, run.out.find("\n  extents     (-1, 0) to (30.5, 4)\n"));
     EXPECT_NE(std::string::npos, run.out.find("\n  background  #000000\n"));
+    EXPECT_NE(std::string::npos, run.out.find("\n  view        1.3 units per pixel, ")) << run.out;
     run = Start(L"info --json a.nrv");
     EXPECT_NE(std::string::npos,
               run.out.find(R"("kinds": {"CLine": {"count": 2, "schema": 5}}, "layers": {"0": 1, "3": 1}, )"

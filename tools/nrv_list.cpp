@@ -28,10 +28,6 @@ int Loaded(CNrvDrawing& drawing, const CString& file) {
     return kNrvFailed;
 }
 
-void AppendPlainNumber(std::string& out, double number) {
-    AppendNumber(out, number);
-}
-
 const char* StateWord(CNrvDrawing::State state) {
     return state == CNrvDrawing::Whole ? "whole" : state == CNrvDrawing::Damaged ? "damaged" : "unreadable";
 }
@@ -153,7 +149,11 @@ void AppendInfoJson(std::string& row, CNrvDrawing& drawing, const CString& file,
     NrvText::AppendColor(row, drawing.Document()->GetBKColor());
     row += '"';
     Member(row, "scale");
-    AppendJson(row, view.GetScale());
+    if (std::isfinite(view.GetScale())) {
+        AppendNumber(row, view.GetScale());
+    } else {
+        row += "null";
+    }
     Member(row, "origin");
     row += '[';
     AppendJson(row, view.GetOriginX());
@@ -197,7 +197,7 @@ void AppendInfoPlain(std::string& row, CNrvDrawing& drawing, const CString& file
         const char* const before[] = {"(", ", ", ") to (", ", "};
         for (int i = 0; i < 4; ++i) {
             row += before[i];
-            AppendPlainNumber(row, numbers[i]);
+            AppendNumber(row, numbers[i]);
         }
         row += ')';
     } else {
@@ -206,11 +206,11 @@ void AppendInfoPlain(std::string& row, CNrvDrawing& drawing, const CString& file
     row += "\n  background  ";
     NrvText::AppendColor(row, drawing.Document()->GetBKColor());
     row += "\n  view        ";
-    AppendPlainNumber(row, view.GetScale());
+    AppendNumber(row, view.GetScale());
     row += " units per pixel, origin (";
-    AppendPlainNumber(row, view.GetOriginX());
+    AppendNumber(row, view.GetOriginX());
     row += ", ";
-    AppendPlainNumber(row, view.GetOriginY());
+    AppendNumber(row, view.GetOriginY());
     row += "), height " + std::to_string(view.GethScreen()) + "\n";
 }
 

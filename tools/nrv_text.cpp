@@ -104,6 +104,12 @@ void NrvText::AppendNumber(std::string& out, double number) {
     out.append(digits, end.ptr);
 }
 
+void NrvText::AppendNumber(std::string& out, float number) {
+    char digits[32];
+    const auto end = std::to_chars(digits, digits + sizeof(digits), number);
+    out.append(digits, end.ptr);
+}
+
 void NrvText::AppendJson(std::string& out, double number) {
     if (std::isfinite(number)) {
         AppendNumber(out, number);

@@ -18,6 +18,7 @@ void AppendJson(std::string& out, double number);
 void AppendCsv(std::string& out, const CString& text);
 // The shortest form that reads back as the same number; "nan" and "inf" for what is none.
 void AppendNumber(std::string& out, double number);
+void AppendNumber(std::string& out, float number);
 // "#rrggbb" of a COLORREF.
 void AppendColor(std::string& out, COLORREF color);
 

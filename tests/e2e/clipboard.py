@@ -46,12 +46,12 @@ def preview(demo, out):
     dialog = demo.dialog(before)
     sheet = demo.settled()
     sheet.save(os.path.join(out, "preview.png"))
-    # Black ink on white paper, which the black view around it has not; at 1:10 a sixth of the ink or less.
+    # Black ink on white paper, which the black view around it has not; at 1:10 a third of the ink or less.
     paper = demo.width // 2 - 100, demo.height // 2 - 100, 200, 230
     fitted = sheet.part(*paper)
     host.expect(fitted.count(host.WHITE) > 40000 and fitted.count(host.BLACK) > 150, "no black line on white paper")
     demo.type("1:10")
-    host.wait_for("a smaller picture", lambda: demo.grab().part(*paper).count(host.BLACK) < fitted.count(host.BLACK) / 6)
+    host.wait_for("a smaller picture", lambda: demo.grab().part(*paper).count(host.BLACK) < fitted.count(host.BLACK) / 3)
     host.expect(demo.settled().part(*paper).count(host.BLACK) > 10, "no picture at 1:10")
     demo.key("Escape")
     demo.gone(dialog)
