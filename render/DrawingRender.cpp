@@ -455,9 +455,9 @@ RenderStatus CDrawingRender::Svg(CByteArray& file) {
         return m_Status;
     }
     CSvgWriter writer(m_pDocument, m_Options, m_Graphic, m_Size);
-    const std::string& text = writer.Write(Background());
+    const CSvgBuffer& text = writer.Write(Background());
     m_LeftOut = writer.LeftOut();
-    file.SetSize(static_cast<INT_PTR>(text.size()));
-    std::memcpy(file.GetData(), text.data(), text.size());
+    file.SetSize(static_cast<INT_PTR>(text.Size()));
+    std::memcpy(file.GetData(), text.Data(), text.Size());
     return RenderStatus::Done;
 }

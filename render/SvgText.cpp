@@ -7,7 +7,7 @@ namespace {
 
 constexpr unsigned kReplacement = 0xFFFD;
 
-void AppendUtf8(std::string& out, unsigned code) {
+void AppendUtf8(CSvgBuffer& out, unsigned code) {
     if (code < 0x80) {
         out += static_cast<char>(code);
     } else if (code < 0x800) {
@@ -42,7 +42,7 @@ unsigned CharacterAt(const CString& text, int& i) {
     return c < 0x20 || c == 0x7F || c >= 0xFFFE ? kReplacement : c;
 }
 
-void AppendCharacter(std::string& out, unsigned c) {
+void AppendCharacter(CSvgBuffer& out, unsigned c) {
     switch (c) {
     case '&':
         out += "&amp;";
@@ -63,23 +63,23 @@ void AppendCharacter(std::string& out, unsigned c) {
 
 } // namespace
 
-bool SvgText::AppendNumber(std::string& out, double number) {
+bool SvgText::AppendNumber(CSvgBuffer& out, double number) {
     if (!std::isfinite(number)) {
         return false;
     }
     char digits[32];
     const auto end = std::to_chars(digits, digits + sizeof(digits), number + 0.0); // No "-0".
-    out.append(digits, end.ptr);
+    out.Append(digits, end.ptr);
     return true;
 }
 
-void SvgText::AppendInteger(std::string& out, long long number) {
+void SvgText::AppendInteger(CSvgBuffer& out, long long number) {
     char digits[24];
     const auto end = std::to_chars(digits, digits + sizeof(digits), number);
-    out.append(digits, end.ptr);
+    out.Append(digits, end.ptr);
 }
 
-void SvgText::AppendColor(std::string& out, COLORREF color) {
+void SvgText::AppendColor(CSvgBuffer& out, COLORREF color) {
     out += '#';
     const BYTE parts[] = {GetRValue(color), GetGValue(color), GetBValue(color)};
     for (const BYTE part : parts) {
@@ -88,13 +88,13 @@ void SvgText::AppendColor(std::string& out, COLORREF color) {
     }
 }
 
-void SvgText::AppendText(std::string& out, const CString& text) {
+void SvgText::AppendText(CSvgBuffer& out, const CString& text) {
     for (int i = 0; i < text.GetLength(); ++i) {
         AppendCharacter(out, CharacterAt(text, i));
     }
 }
 
-void SvgText::AppendFamily(std::string& out, const CString& name) {
+void SvgText::AppendFamily(CSvgBuffer& out, const CString& name) {
     out += '\'';
     for (int i = 0; i < name.GetLength(); ++i) {
         const unsigned c = CharacterAt(name, i);

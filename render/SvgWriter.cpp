@@ -7,7 +7,6 @@
 #include "Line.h"
 #include "PLine.h"
 #include "RenderDC.h"
-#include "SvgText.h"
 #include "TextFont.h"
 #include "TextParm.h"
 #include "Truncate.h"
@@ -73,12 +72,12 @@ CSvgWriter::CSvgWriter(CGraphicDocument* document, const CRenderOptions& options
 
 // ---- The file ------------------------------------------------------------------------------------------------------
 
-const std::string& CSvgWriter::Write(COLORREF background) {
+const CSvgBuffer& CSvgWriter::Write(COLORREF background) {
     const double scale = m_pTran->GetScale();
     const double box[4] = {m_pTran->GetOriginX(), -(m_pTran->GetOriginY() + scale * m_pTran->GethScreen()),
                            scale * m_Size.cx, scale * m_Size.cy};
     const bool sound = std::all_of(box, box + 4, [](double value) { return std::isfinite(value); });
-    m_Text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
+    m_Text += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
     SvgText::AppendInteger(m_Text, m_Size.cx);
     Put("\" height=\"");
     SvgText::AppendInteger(m_Text, m_Size.cy);
@@ -179,7 +178,7 @@ CSvgWriter::WriteKind CSvgWriter::KindOf(CDrawable* object) {
 }
 
 void CSvgWriter::WriteObject(CDrawable* object) {
-    const size_t begun = m_Text.size();
+    const size_t begun = m_Text.Size();
     const WriteKind write = KindOf(object);
     bool shown = false;
     m_Broken = false;
@@ -189,7 +188,7 @@ void CSvgWriter::WriteObject(CDrawable* object) {
         e->Delete();
     }
     if (!shown || m_Broken) {
-        m_Text.resize(begun);
+        m_Text.CutTo(begun);
         ++m_LeftOut;
     }
 }
@@ -492,7 +491,7 @@ bool CSvgWriter::WriteCombRect(CDrawable* object) {
 // ---- Texts ---------------------------------------------------------------------------------------------------------
 
 const CSvgWriter::Face& CSvgWriter::FaceOf(const CString& name) {
-    const auto found = m_Faces.find(static_cast<LPCTSTR>(name));
+    const auto found = m_Faces.find(name);
     if (found != m_Faces.end()) {
         return found->second;
     }
@@ -510,7 +509,7 @@ const CSvgWriter::Face& CSvgWriter::FaceOf(const CString& name) {
         }
         m_Measure.SelectObject(old);
     }
-    return m_Faces.emplace(static_cast<LPCTSTR>(name), face).first->second;
+    return m_Faces.emplace(name, face).first->second;
 }
 
 double CSvgWriter::WidthOf(const CString& face, const CString& text) {

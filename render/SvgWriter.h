@@ -3,10 +3,10 @@
 #pragma once
 
 #include "DrawingRender.h"
+#include "SvgText.h"
 
 #include <map>
 #include <set>
-#include <string>
 
 class CCircle;
 class CText;
@@ -21,7 +21,7 @@ public:
     // All borrowed. `graphic` shows the document and has the picture's mapping.
     CSvgWriter(CGraphicDocument* document, const CRenderOptions& options, CVectorGraphic& graphic, CSize size);
 
-    const std::string& Write(COLORREF background);
+    const CSvgBuffer& Write(COLORREF background);
     int LeftOut() const { return m_LeftOut; }
 
 private:
@@ -37,6 +37,9 @@ private:
         double ascent = 0.8;
         double em = 1.0;
         double average = 0.5;
+    };
+    struct Before {
+        bool operator()(const CString& a, const CString& b) const { return a.Compare(b) < 0; }
     };
     using WriteKind = bool (CSvgWriter::*)(CDrawable*);
     // The one table of kinds: how each is written. Null for a class that is no kind of the library's.
@@ -85,11 +88,11 @@ private:
     CVectorViewCoordTran* m_pTran;
     CDrawGeometry m_Geometry;
     CSize m_Size;
-    CDC m_Measure; // For measuring, and for labels to place their figures.
-    std::map<std::wstring, Face> m_Faces;
-    std::map<int, int> m_GroupCount;       // By layer.
-    std::set<std::pair<int, int>> m_Fixed; // Widths in pixels and styles of the strokes that keep them.
-    std::string m_Text;
+    CDC m_Measure;                           // For measuring, and for labels to place their figures.
+    std::map<CString, Face, Before> m_Faces; // By name.
+    std::map<int, int> m_GroupCount;         // By layer.
+    std::set<std::pair<int, int>> m_Fixed;   // Widths in pixels and styles of the strokes that keep them.
+    CSvgBuffer m_Text;
     int m_Layer = -1;
     bool m_InLayer = false;
     bool m_Broken = false;
