@@ -247,8 +247,15 @@ void CArc::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         }
         stage = L"1";
         const PenLook look = ResolvePen(pGeom, m_LockMode != 0, kThinnestPen);
-        const CArcPixels arc(*pGeom->GetVectorViewCoordTran(), m_CircleX, m_CircleY, m_Radius, m_StartAngle,
-                             m_EndAngle);
+        const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
+        float px = 0.0f;
+        float py = 0.0f;
+        tran.DPToLP(m_CircleX, m_CircleY, &px, &py);
+        if (IsOutOfSight(pDC, pGeom, RoundBox(px, py, tran.DToL(m_Radius)), look.width)) {
+            pDC->SetBkMode(TRANSPARENT);
+            return false;
+        }
+        const CArcPixels arc(tran, m_CircleX, m_CircleY, m_Radius, m_StartAngle, m_EndAngle);
         stage = L"2";
         const auto truncated = [](float coordinate) { return Truncate(coordinate); };
         if (m_DrawState == Selected || m_DrawState == Normal) {

@@ -121,6 +121,11 @@ void CCenterPoint::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         tran->DPToLP(m_CircleX, m_CircleY, &px, &py);
         const float pr = tran->DToL(m_Radius);
         stage = L"1";
+        if (IsOutOfSight(pDC, pGeom, RoundBox(px, py, pr), look.width) &&
+            IsOutOfSight(pDC, pGeom, RoundBox(px, py, pr / 2), look.width)) {
+            pDC->SetBkMode(TRANSPARENT);
+            return false;
+        }
         StrokeRound(pDC, m_DrawState, look, NULL_BRUSH, [&] {
             const float half = pr / 2;
             pDC->MoveTo(Truncate(px), Truncate(py - pr));

@@ -128,6 +128,10 @@ void CCircle::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         tran->DPToLP(m_CircleX, m_CircleY, &px, &py);
         const float pr = tran->DToL(m_Radius);
         stage = L"1";
+        if (IsOutOfSight(pDC, pGeom, RoundBox(px, py, pr), look.width)) {
+            pDC->SetBkMode(TRANSPARENT);
+            return false;
+        }
         StrokeRound(pDC, m_DrawState, look, m_Fill != 0 ? kStockFilled : NULL_BRUSH,
                     [&] { pDC->Ellipse(Truncate(px - pr), Truncate(py - pr), Truncate(px + pr), Truncate(py + pr)); });
         return true;

@@ -1,6 +1,6 @@
 #include "CommandOperation.h"
 
-#include "Document.h"
+#include "FetchAhead.h"
 #include "OperationHost.h"
 #include "VectorGraphic.h"
 #include "resource.h"
@@ -169,6 +169,7 @@ int CCommandOperation::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
     const int aperture = ApertureUnits(kSnapAperture);
     CGePointArray grips;
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        FetchAhead(objects, i);
         CDrawable* object = objects[i];
         ClearScratch(grips);
         object->getGripPoints(grips, m_OsnapMode);
@@ -270,6 +271,7 @@ bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const 
 CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const {
     const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        FetchAhead(objects, i);
         CDrawable* object = objects.GetAt(i);
         // The hit test comes first, for all kinds: polylines remember the segment that it found.
         if (IsHit(object, point) && object->IsKindOf(kind)) {
@@ -360,6 +362,9 @@ int CCommandOperation::TypedDistance() {
 }
 
 void CCommandOperation::InvertSnapMark(CDC* dc) {
+    if (m_pGraphic == nullptr) {
+        return; // A tool of a host's that was made without a painter.
+    }
     CPoint pixel;
     m_pCoordTran->DPToLP(m_SnapMark, pixel);
     m_pGraphic->DrawROPNOTGrip(dc, pixel, m_SnapMark.type);

@@ -1,7 +1,9 @@
 #include "Document.h"
 
+#include "FetchAhead.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "TextMeasures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -60,6 +62,7 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
     if (m_DrawableObjs.IsEmpty()) {
         return 0;
     }
+    const CTextWalk walk;
     if (!ExtentOf(*m_DrawableObjs[0], m_pCoordTran, min, max)) {
         // The maximum starts from a tiny positive number and not from a large negative one. So the
         // extent of a drawing that is wholly below or left of the origin, and whose first object has none, reaches to
@@ -68,6 +71,7 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
         max.SetPoint(1e-20, 1e-20);
     }
     for (INT_PTR i = 1; i < m_DrawableObjs.GetSize(); ++i) {
+        FetchAhead(m_DrawableObjs, i);
         CGePoint2d low;
         CGePoint2d high;
         if (ExtentOf(*m_DrawableObjs[i], m_pCoordTran, low, high)) {

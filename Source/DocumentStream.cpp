@@ -7,8 +7,9 @@
 #include <afxdlgs.h>
 #include <afxres.h>
 
+#include <cstdint>
 #include <memory>
-#include <unordered_set>
+#include <vector>
 
 namespace {
 
@@ -22,6 +23,41 @@ constexpr UINT kTitleOpen = 0xF000;
 constexpr UINT kTitleSave = 0xF001;
 constexpr UINT kFilterAllFiles = 0xF002;
 constexpr UINT kTitleSaveCopy = 0xF004;
+
+// A set of addresses: open addressing, half full at most. Addresses that follow each other on the heap have places that
+// follow each other.
+class CAddressSet {
+public:
+    CAddressSet() : m_Places(1024) {}
+    bool Has(const void* address) const { return m_Places[PlaceOf(address)] != nullptr; }
+    void Add(const void* address) {
+        if (++m_Count * 2 > m_Places.size()) {
+            std::vector<const void*> old(m_Places.size() * 2);
+            old.swap(m_Places);
+            for (const void* each : old) {
+                if (each != nullptr) {
+                    m_Places[PlaceOf(each)] = each;
+                }
+            }
+        }
+        m_Places[PlaceOf(address)] = address;
+    }
+
+private:
+    // The place of the address, or the empty one where it belongs.
+    size_t PlaceOf(const void* address) const {
+        const auto number = reinterpret_cast<std::uint64_t>(address);
+        size_t place = static_cast<size_t>((((number >> 12) * 0x9E3779B97F4A7C15u) >> 32) + (number >> 4) % 256);
+        while (m_Places[place & (m_Places.size() - 1)] != nullptr &&
+               m_Places[place & (m_Places.size() - 1)] != address) {
+            ++place;
+        }
+        return place & (m_Places.size() - 1);
+    }
+
+    std::vector<const void*> m_Places; // A power of two of them.
+    size_t m_Count = 0;
+};
 
 void ShowFailure() {
     AfxMessageBox(L"CGraphicDocument::Serialize错误");
@@ -90,19 +126,19 @@ int CGraphicDocument::ReadData(CArchive& ar) {
     mapping.SethScreen(height);
     int count = 0;
     ar >> count;
-    std::unordered_set<const CObject*> seen;
+    CAddressSet seen;
     for (int i = 0; i < count; ++i) {
         // No class is required beyond being a drawable: anything else could never be drawn or freed as one.
         auto* obj = static_cast<CDrawable*>(ar.ReadObject(RUNTIME_CLASS(CDrawable)));
         if (obj == nullptr) {
             continue;
         }
-        if (seen.count(obj) != 0) {
+        if (seen.Has(obj)) {
             // A reference back to an object that is in the list already: drawings have none.
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
         std::unique_ptr<CDrawable> owned(obj);
-        seen.insert(obj);
+        seen.Add(obj);
         m_DrawableObjs.Add(obj);
         KX_ADD_MEMORY(owned.release());
     }

@@ -5,6 +5,7 @@
 #include "VectorViewApi.h"
 
 class CLayerManager;
+class CPaintPass;
 class CVectorGraphic;
 class CVectorViewCoordTran;
 
@@ -22,7 +23,12 @@ public:
     // when there is no painter.
     CString GetTextParm_ShowText(CString& s);
 
+    // The paint of the painter's own window that is running; null otherwise. Not for hosts.
+    CPaintPass* GetPass() const { return m_pPass; }
+    void SetPass(CPaintPass* pass) { m_pPass = pass; }
+
 private:
+    CPaintPass* m_pPass = nullptr;
     CVectorGraphic* m_pVectorGraphic;
     CLayerManager* m_pLayerManager;
 };

@@ -14,6 +14,11 @@ inline int PixelOf(float coordinate) {
     return CSerialable::GetNear(static_cast<double>(coordinate), 0);
 }
 
+// The box of a circle in the whole pixels that the context gets: a corner that fits no int is INT_MIN there, too.
+inline CPixelBox RoundBox(float x, float y, float radius) {
+    return CPixelBox::Around(Truncate(x - radius), Truncate(y - radius), Truncate(x + radius), Truncate(y + radius));
+}
+
 // A circular arc in pixels with fractions: the box of its circle and its two ends. Angles are taken with y upwards and
 // pixels run downwards, so that the context's own direction, anticlockwise as seen on the screen, is the arc's.
 class CArcPixels {

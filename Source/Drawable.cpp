@@ -16,6 +16,22 @@ constexpr COLORREF kGripBlue = 0xFF0000; // 0x00BBGGRR
 constexpr int kVersionPlain = 5;
 constexpr int kVersionCurrent = 7;
 
+// Whether the two vectors point apart. The sign of the product of unit vectors decides; `byUnits` computes it, with two
+// roots. The plain product has the same sign wherever it is clearly not 0, and no rounding of a root can change that.
+template <class ByUnits>
+bool IsBehind(const CGeVector2d& u, const CGeVector2d& v, ByUnits byUnits) {
+    constexpr double kClearly = 1e-9; // Of the sum of the magnitudes: far above any rounding.
+    const double product = u.x * v.x + u.y * v.y;
+    const double sizeU = std::fabs(u.x) + std::fabs(u.y);
+    const double sizeV = std::fabs(v.x) + std::fabs(v.y);
+    // Beyond these sizes a square in a length may not be a normal number.
+    const bool ordinary = sizeU > 1e-100 && sizeU < 1e100 && sizeV > 1e-100 && sizeV < 1e100;
+    if (ordinary && std::fabs(product) > kClearly * sizeU * sizeV) {
+        return product < 0.0;
+    }
+    return byUnits();
+}
+
 // Compatibility 32: a layer that names its colour by index shows red and blue exchanged.
 // A layer that has its colour by index shows that entry of the table with red and blue exchanged: GetColor exchanges
 // them once, and it is done once more here. The white of the default layer looks the same either way.
@@ -59,11 +75,11 @@ int CDrawable::GetClosetPt(CGePoint2d, CGePointArray&) {
 float CDrawable::DistanceLine(CGePoint2d a, CGePoint2d b, CGePoint2d p) {
     const CGeVector2d ap = p - a;
     const CGeVector2d ab = b - a;
-    if (ap.normal().dotProduct(ab.normal()) < 0.0) {
+    if (IsBehind(ap, ab, [&] { return ap.normal().dotProduct(ab.normal()) < 0.0; })) {
         return static_cast<float>(ap.length());
     }
     const CGeVector2d bp = p - b;
-    if (bp.normal().dotProduct(a - b) < 0.0) {
+    if (IsBehind(bp, ab.negate(), [&] { return bp.normal().dotProduct(a - b) < 0.0; })) {
         return static_cast<float>(bp.length());
     }
     return static_cast<float>(ab.perpVector().dotProduct(ap) / ab.length());

@@ -6,6 +6,7 @@
 #include "DrawableProperty.h"
 #include "Geometry2d.h"
 #include "GraphInfo.h"
+#include "PaintPass.h"
 #include "Serialable.h"
 #include "VectorViewCoordTran.h"
 
@@ -128,6 +129,14 @@ protected:
         }
     }
     bool IsToBeDrawn() const { return m_IsShow != 0 && m_IsDelete == 0; }
+
+    // Whether this object, drawn into the context, changes no pixel that is kept: only in the paint of a view's own
+    // window, and in the state Normal, which shows no grips. Draw then makes no stroke, and leaves behind for the next
+    // object what it always leaves.
+    bool IsOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const CPixelBox& box, double penWidth) const {
+        const CPaintPass* pass = pGeom->GetPass();
+        return pass != nullptr && m_DrawState == Normal && pass->IsOutOfSight(pDC, this, box, penWidth);
+    }
 
     // The attributes of this moment, by-layer values looked up. Draw asks these and nothing else.
     DWORD InnerGetPenColor(CDrawGeometry* pGeom);

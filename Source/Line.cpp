@@ -121,10 +121,16 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         float y2 = 0.0f;
         tran->DPToLP(m_X1, m_Y1, &x1, &y1);
         tran->DPToLP(m_X2, m_Y2, &x2, &y2);
+        const CPoint from(ThroughFloat(PixelOf(x1)), ThroughFloat(PixelOf(y1)));
+        const CPoint to(ThroughFloat(PixelOf(x2)), ThroughFloat(PixelOf(y2)));
         stage = L"1";
+        if (IsOutOfSight(pDC, pGeom, CPixelBox::Around(from.x, from.y, to.x, to.y), look.width)) {
+            pDC->SetBkMode(TRANSPARENT);
+            return false;
+        }
         StrokeOutline(pDC, m_DrawState, look, R2_NOT, [&] {
-            pDC->MoveTo(ThroughFloat(PixelOf(x1)), ThroughFloat(PixelOf(y1)));
-            pDC->LineTo(ThroughFloat(PixelOf(x2)), ThroughFloat(PixelOf(y2)));
+            pDC->MoveTo(from);
+            pDC->LineTo(to);
         });
         return true;
     });

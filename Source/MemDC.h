@@ -14,6 +14,9 @@ public:
     CMemDC(const CMemDC&) = delete;
     CMemDC& operator=(const CMemDC&) = delete;
 
+    // What the bitmap shows, in pixels of the target; empty for a printer.
+    const CRect& GetRect() const { return m_Rect; }
+
 private:
     CBitmap m_Bitmap; // As large as the clip box, and at least one pixel wide and high.
     CBitmap* m_pOldBitmap = nullptr;

@@ -105,6 +105,7 @@ protected:
     int DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBulgeArray& bulges, int penStyle);
 
 private:
+    bool IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) const;
     void AppendVertex(CGePoint2d p, double bulge, CString name, CString msg);
     void RemoveAllVertices();
     void StoreVertices(CArchive& ar);

@@ -5,6 +5,7 @@
 #include "Arc.h"
 #include "DrawStrokes.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -18,6 +19,12 @@ constexpr float kNotHit = 1000.0f;
 
 // Points at most this far from each other, in drawing units, count as one in GetClosestDistance.
 constexpr double kTouching = 1e-5;
+
+// An arc whose height is this part of its coordinates at least has a circle, whatever its arithmetic rounds; one with a
+// bulge beyond the other limit is nearly a whole circle, whose ends the rounding might not tell apart.
+constexpr double kSurelyRound = 1e-6;
+constexpr double kSteepest = 1e3;
+constexpr float kFitsInt = 2e9f; // Pixels.
 
 void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& min, CGePoint2d& max) {
     if (boxMin.x < min.x) {
@@ -233,6 +240,9 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         }
         // The strokes look up width and colour again. Looked up here, a layer that fails is reported as stage 0.
         const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
+        if (IsPathOutOfSight(pDC, pGeom, look.width)) {
+            return false;
+        }
         CGePointArray points;
         if (m_isClosed != 0) {
             // Memory for the first vertex at the end, without which the whole copy would be moved a second time.
@@ -247,6 +257,47 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         DrawPolyLine(pDC, pGeom, points, m_BulgeList, look.style);
         return true;
     });
+}
+
+// By the vertices and, for each arc, a square around its whole circle. Not where drawing would fail: a list that is too
+// short, and an arc without a circle, have consequences for what is drawn after them.
+bool CPLine::IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) const {
+    const INT_PTR count = m_PointList.GetSize();
+    if (pGeom->GetPass() == nullptr || m_SegPenFlagList.GetSize() < count || m_SegPenColorList.GetSize() < count) {
+        return false;
+    }
+    const CGePoint2d* points = m_PointList.GetData();
+    CGePoint2d min = points[0];
+    CGePoint2d max = points[0];
+    double sum = 0.0; // Not-a-number where a coordinate is.
+    for (INT_PTR i = 0; i < count; ++i) {
+        sum += points[i].x + points[i].y;
+        MergeBox(points[i], points[i], min, max);
+        const double bulge = i < m_BulgeList.GetSize() ? CDraw_Common::GetAbs(m_BulgeList[i]) : 0.0;
+        if (bulge < kStraightDrawn || (i + 1 == count && m_isClosed == 0)) {
+            continue;
+        }
+        const CGePoint2d& start = points[i];
+        const CGePoint2d& end = points[i + 1 < count ? i + 1 : 0];
+        const double chord = std::fabs(end.x - start.x) + std::fabs(end.y - start.y); // At least its length.
+        const double place = std::fabs(start.x) + std::fabs(start.y) + std::fabs(end.x) + std::fabs(end.y);
+        if (!(chord * bulge > kSurelyRound * (1.0 + place)) || !(bulge < kSteepest)) {
+            return false;
+        }
+        const double diameter = chord * (1.0 + bulge * bulge) / (2.0 * bulge);
+        MergeBox(CGePoint2d(start.x - diameter, start.y - diameter), CGePoint2d(start.x + diameter, start.y + diameter),
+                 min, max);
+    }
+    float x1 = 0.0f;
+    float y1 = 0.0f;
+    float x2 = 0.0f;
+    float y2 = 0.0f;
+    const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
+    tran.DPToLP(min.x, min.y, &x1, &y1);
+    tran.DPToLP(max.x, max.y, &x2, &y2);
+    // A coordinate that fits no int is drawn as INT_MIN.
+    const bool fits = std::max({std::fabs(x1), std::fabs(y1), std::fabs(x2), std::fabs(y2)}) < kFitsInt;
+    return fits && !std::isnan(sum) && IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), penWidth);
 }
 
 // Each segment is a stroke of its own with its own pen: a dash pattern begins anew at each vertex, and a segment may

@@ -3,9 +3,11 @@
 #include "GdiScope.h"
 #include "ObjectSchema.h"
 #include "TextFont.h"
-#include "TextFormator.h"
+#include "TextMeasures.h"
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 IMPLEMENT_SERIAL(CText, CDrawable, VERSIONABLE_SCHEMA | 5)
 
@@ -14,36 +16,20 @@ namespace {
 constexpr int kVersionCurrent = 6;
 constexpr float kHiddenDistance = 1000.0f; // Not the 100.0 of the base.
 
-// The height of a line is measured with this text, whatever the text of the object.
-constexpr WCHAR kSample[] = L"ABCabc";
-constexpr int kSampleLength = 6;
-
 // The angle as a clockwise turn in radians, for the grips and the formator.
 double ClockwiseTurn(float degrees) {
     return kFullTurn - static_cast<double>(degrees) * kHalfTurn / 180.0;
 }
 
-float MeasuredHeight(CDC* pDC, CVectorViewCoordTran* tran) {
-    const CSize size = pDC->GetTextExtent(kSample, kSampleLength);
-    return static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
+// Null where each text measures for itself.
+CTextMeasures* MeasuresOf(const CDC* pDC, const CDrawGeometry* pGeom) {
+    CPaintPass* pass = pGeom->GetPass();
+    return pass != nullptr && pass->GetDC() == pDC ? &pass->GetTexts() : nullptr;
 }
 
-// The device context of the screen, released by the destructor.
-class ScreenDC {
-public:
-    ScreenDC() : m_hDC(::GetDC(nullptr)) { m_DC.Attach(m_hDC); }
-    ~ScreenDC() {
-        m_DC.Detach();
-        ::ReleaseDC(nullptr, m_hDC);
-    }
-    ScreenDC(const ScreenDC&) = delete;
-    ScreenDC& operator=(const ScreenDC&) = delete;
-    CDC* Get() { return &m_DC; }
-
-private:
-    HDC m_hDC;
-    CDC m_DC;
-};
+float InUnits(int height, CVectorViewCoordTran* tran) {
+    return static_cast<float>(tran->LToD(static_cast<float>(height)));
+}
 
 } // namespace
 
@@ -170,6 +156,11 @@ void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         stage = L"2";
         const int height = std::max(PixelHeight(tran), 1);
         const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
+        CTextMeasures* measures = MeasuresOf(pDC, pGeom);
+        if (IsLineOutOfSight(pDC, pGeom, description, m_Text)) {
+            m_MinCalHeight = InUnits(measures->LineHeight(description), tran);
+            return false;
+        }
         CFont font;
         font.Attach(::CreateFontIndirectW(&description));
         CScopedFont selected(pDC, &font);
@@ -178,15 +169,11 @@ void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         int y = 0;
         tran->DPToLP(m_StartX, m_StartY, &x, &y);
         stage = L"3";
-        // The measures of the formator are not used. A font without outlines, for which it has none, is drawn like any
-        // other.
-        CTextFormator formator;
-        formator.m_Rotation = ClockwiseTurn(m_Angle);
-        formator.Setup(pDC->m_hDC, font, static_cast<float>(height), m_Text);
         stage = L"31";
         pDC->TextOut(x, y, m_Text, m_Text.GetLength());
         stage = L"33";
-        m_MinCalHeight = GetMinCalHeight(pDC, tran);
+        m_MinCalHeight =
+            measures != nullptr ? InUnits(measures->LineHeight(description), tran) : GetMinCalHeight(pDC, tran);
         stage = L"35";
         selected.Restore();
         stage = L"36";
@@ -225,18 +212,44 @@ int CText::Escapement() {
 
 float CText::GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran) {
     if (pDC != nullptr) {
-        return MeasuredHeight(pDC, tran);
+        return InUnits(CTextMeasures::MeasureLine(pDC->m_hAttribDC), tran);
     }
-    ScreenDC screen;
     const int height = PixelHeight(tran);
     if (height < 1) {
         return m_TextHeight;
     }
     const LOGFONTW description = TextFont::Describe(height, 0, Escapement(), m_fontFaceName);
-    CFont font;
-    font.Attach(::CreateFontIndirectW(&description));
-    CScopedFont selected(screen.Get(), &font);
-    return MeasuredHeight(screen.Get(), tran);
+    if (CTextMeasures* walk = CTextWalk::Measures()) {
+        return InUnits(walk->LineHeight(description), tran);
+    }
+    CTextMeasures alone(nullptr);
+    return InUnits(alone.LineHeight(description), tran);
+}
+
+// The line is drawn from its upper left corner. Around it a cell's height is left for what reaches out of the cells.
+bool CText::IsLineOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const LOGFONTW& font, const CString& line) {
+    CTextMeasures* measures = MeasuresOf(pDC, pGeom);
+    if (measures == nullptr) {
+        return false;
+    }
+    const std::optional<double> length = measures->LongestLine(font, line, line.GetLength());
+    if (!length) {
+        return false;
+    }
+    int x = 0;
+    int y = 0;
+    pGeom->GetVectorViewCoordTran()->DPToLP(m_StartX, m_StartY, &x, &y);
+    const double cell = std::fabs(static_cast<double>(font.lfHeight));
+    const double turn = static_cast<double>(font.lfEscapement) / 10.0 * kHalfTurn / 180.0;
+    const double alongX = std::cos(turn);
+    const double alongY = -std::sin(turn);
+    CPixelBox box = CPixelBox::Around(x, y, x, y);
+    for (const double along : {-cell, *length + cell}) {
+        for (const double down : {-cell, 2.0 * cell}) {
+            box.Add(x + along * alongX - down * alongY, y + along * alongY + down * alongX);
+        }
+    }
+    return IsOutOfSight(pDC, pGeom, box, 0.0);
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

@@ -68,6 +68,8 @@ protected:
     int PixelWidth(int height);
     // In tenths of a degree, without the fraction of a degree.
     int Escapement();
+    // IsOutOfSight of the line, drawn in that font.
+    bool IsLineOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const LOGFONTW& font, const CString& line);
     // HitTest of a box of that width.
     float HitBox(CGePoint2d p, float wide);
 

@@ -84,6 +84,10 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         stage = L"3";
         const int height = std::max(PixelHeight(tran), 1);
         const LOGFONTW description = TextFont::Describe(height, PixelWidth(height), Escapement(), m_fontFaceName);
+        const CString shown = pGeom->GetTextParm_ShowText(m_Text);
+        if (m_MinCalHeight > 0.0f && IsLineOutOfSight(pDC, pGeom, description, shown)) {
+            return false;
+        }
         CFont font;
         font.Attach(::CreateFontIndirectW(&description));
         CScopedFont selected(pDC, &font);
@@ -91,7 +95,6 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         int x = 0;
         int y = 0;
         tran->DPToLP(m_StartX, m_StartY, &x, &y);
-        const CString shown = pGeom->GetTextParm_ShowText(m_Text);
         pDC->TextOut(x, y, shown, shown.GetLength());
         stage = L"4";
         if (m_MinCalHeight <= 0.0f) {

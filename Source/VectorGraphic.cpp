@@ -1,23 +1,36 @@
 #include "VectorGraphic.h"
 
 #include "Document.h"
+#include "FetchAhead.h"
 #include "GdiScope.h"
+#include "MemDC.h"
 #include "MemoryInfo.h"
+
+#include <optional>
+#include <typeinfo>
 
 namespace {
 
-constexpr INT_PTR kFetchDistance = 3; // In objects; drawing so many takes about as long as one access to the memory.
-
-// Asks for the memory of an object that is drawn soon. Objects are scattered over the heap, and a paint waits longer
-// for their memory than it computes. This is only a hint to the processor; it reads nothing and can't fail.
-void FetchAhead(const CDrawableArray& list, INT_PTR index) {
-    if (index < list.GetSize()) {
-        const auto* object = reinterpret_cast<const char*>(list.GetAt(index));
-        for (size_t offset = 0; offset < sizeof(CDrawable) + 64; offset += 64) {
-            __builtin_prefetch(object + offset);
+// Gives the objects a pass where the picture is that of a view's window, and takes it away again. A context of a class
+// that is derived from the view's buffer may look on, and gets every call.
+class CPassScope {
+public:
+    CPassScope(CDrawGeometry& geometry, CDC* pDC) : m_Geometry(geometry), m_pOuter(geometry.GetPass()) {
+        const auto* buffer = dynamic_cast<const CMemDC*>(pDC);
+        if (buffer != nullptr && typeid(*pDC) == typeid(CMemDC) && !pDC->IsPrinting()) {
+            m_Pass.emplace(pDC, buffer->GetRect());
         }
+        geometry.SetPass(m_Pass ? &*m_Pass : nullptr);
     }
-}
+    ~CPassScope() { m_Geometry.SetPass(m_pOuter); }
+    CPassScope(const CPassScope&) = delete;
+    CPassScope& operator=(const CPassScope&) = delete;
+
+private:
+    CDrawGeometry& m_Geometry;
+    CPaintPass* const m_pOuter;
+    std::optional<CPaintPass> m_Pass;
+};
 
 } // namespace
 
@@ -56,11 +69,18 @@ void CVectorGraphic::SetVectorViewCoordTran(CVectorViewCoordTran* tran) {
 
 void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
     CDrawable* drawing = nullptr; // The object that is being drawn, for the message.
+    CPaintPass* pass = nullptr;
+    const auto draw = [&](CDrawable* object) {
+        drawing = object;
+        if (pass != nullptr) {
+            pass->Enter(object);
+        }
+        object->Draw(pDC, m_pDrawGeometry);
+    };
     const auto drawAll = [&](CDrawableArray* list) {
         for (INT_PTR i = 0; i < list->GetSize(); ++i) {
-            FetchAhead(*list, i + kFetchDistance);
-            drawing = list->GetAt(i);
-            drawing->Draw(pDC, m_pDrawGeometry);
+            FetchAhead(*list, i);
+            draw(list->GetAt(i));
         }
     };
     const auto report = [&] {
@@ -77,11 +97,12 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
             pDC->PatBlt(clip.left, clip.top, clip.Width(), clip.Height(), PATCOPY);
             selected.Restore();
         }
+        const CPassScope own(*m_pDrawGeometry, pDC);
+        pass = m_pDrawGeometry->GetPass();
         drawAll(m_pDocument->GetNetDrawableObjs());
         drawAll(m_pDocument->GetDrawableObjs());
         if (CDrawable* current = m_pDocument->GetCurrentObject()) {
-            drawing = current;
-            current->Draw(pDC, m_pDrawGeometry);
+            draw(current);
         }
     } catch (CException* e) {
         e->Delete();

@@ -28,7 +28,9 @@ private:
 
 size_t ArchiveStoreMap::Place(const void* pKey) const {
     const size_t nMask = m_slots.size() - 1;
-    size_t i = static_cast<size_t>((reinterpret_cast<ULONGLONG>(pKey) >> 3) * 0x9E3779B97F4A7C15ULL >> 20) & nMask;
+    // Objects of one page have places near each other: they are mostly stored in the order of their addresses.
+    const ULONGLONG nKey = reinterpret_cast<ULONGLONG>(pKey);
+    size_t i = static_cast<size_t>(((nKey >> 12) * 0x9E3779B97F4A7C15ULL >> 32) + ((nKey >> 4) & 0xFF)) & nMask;
     while (m_slots[i].pKey != NULL && m_slots[i].pKey != pKey) {
         i = (i + 1) & nMask;
     }

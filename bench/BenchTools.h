@@ -1,11 +1,10 @@
-// What the benchmarks share: a clock, a bitmap to paint on, medians, and one way to print what was measured.
+// What the rows of the benchmark share: a clock, medians of interleaved rounds, and pictures to compare.
 // Layer 14: bench.
 #pragma once
 
 #include <afxwin.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <vector>
 
 namespace bench {
@@ -29,64 +28,34 @@ double Time(Code code) {
 }
 
 inline double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
+    if (values.empty()) {
+        return 0.0;
+    }
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
     return values[values.size() / 2];
 }
 
-// A memory context with a 32-bit bitmap.
-class Picture {
-public:
-    Picture(int width, int height) : m_pixels(static_cast<size_t>(width) * static_cast<size_t>(height)) {
-        m_dc.CreateCompatibleDC(nullptr);
-        BITMAPINFO info = {};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = -height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        m_bitmap = ::CreateDIBSection(m_dc.m_hDC, &info, DIB_RGB_COLORS, &m_bits, nullptr, 0);
-        m_old = ::SelectObject(m_dc.m_hDC, m_bitmap);
-    }
-    ~Picture() {
-        ::SelectObject(m_dc.m_hDC, m_old);
-        ::DeleteObject(m_bitmap);
-    }
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
-
-    CDC& DC() { return m_dc; }
-    std::vector<DWORD> Pixels() const {
-        const auto* bits = static_cast<const DWORD*>(m_bits);
-        return std::vector<DWORD>(bits, bits + m_pixels);
-    }
-    void Clear() { std::fill_n(static_cast<DWORD*>(m_bits), m_pixels, 0xFFFFFFu); }
-
-private:
-    size_t m_pixels;
-    CDC m_dc;
-    HBITMAP m_bitmap = nullptr;
-    HGDIOBJ m_old = nullptr;
-    void* m_bits = nullptr;
-};
-
-// Two loops over the same work, measured in turn in one run after a warm-up round. The least of each counts: whatever
-// else the machine does only adds.
+// Milliseconds of the library and of the limit for the same work.
 struct Comparison {
     double library = 0.0;
-    double bare = 0.0;
-    double Ratio() const { return library / bare; }
+    double limit = 0.0;
 };
 
-template <class Library, class Bare>
-Comparison Compare(int rounds, Library library, Bare bare) {
+// In turn, after a round that is not counted.
+template <class Library, class Limit>
+Comparison Compare(int rounds, Library library, Limit limit) {
+    std::vector<double> libraryTimes;
+    std::vector<double> limitTimes;
     library();
-    bare();
-    Comparison least = {Time(library), Time(bare)};
-    for (int i = 1; i < rounds; ++i) {
-        least.bare = std::min(least.bare, Time(bare));
-        least.library = std::min(least.library, Time(library));
+    limit();
+    for (int i = 0; i < rounds; ++i) {
+        libraryTimes.push_back(Time(library));
+        limitTimes.push_back(Time(limit));
     }
-    return least;
+    return {Median(libraryTimes), Median(limitTimes)};
 }
+
+// The pixels of a context's upper left part, row by row.
+std::vector<DWORD> Pixels(HDC dc, int width, int height);
 
 } // namespace bench

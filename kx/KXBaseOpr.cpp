@@ -10,9 +10,10 @@ namespace {
 const size_t FirstCapacity = 1024;
 const size_t FirstSiteCapacity = 64;
 
-// Heap blocks are aligned to 16 bytes: the low bits are always 0, the multiplication spreads the others upwards.
+// Heap blocks are aligned to 16 bytes. Those of one page have slots near each other, which the processor's cache likes:
+// objects are mostly made and freed in the order of their addresses. The multiplication spreads the pages.
 size_t HashAddress(uint64_t address, size_t mask) {
-    return static_cast<size_t>(((address >> 4) * 0x9E3779B97F4A7C15ull) >> 32) & mask;
+    return static_cast<size_t>((((address >> 12) * 0x9E3779B97F4A7C15ull) >> 32) + ((address >> 4) & 0xFF)) & mask;
 }
 
 size_t HashPointer(const void* p, size_t mask) {

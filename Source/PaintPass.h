@@ -1,0 +1,60 @@
+// CPaintPass: one paint of a view's own window, which need not stroke what its buffer can't show.
+// Layer 5: drawables.
+#pragma once
+
+#include "TextMeasures.h"
+
+#include <algorithm>
+
+class CDrawable;
+
+// A box of pixels, in numbers that can't overflow.
+struct CPixelBox {
+    // Around two corners in any order.
+    static CPixelBox Around(double x1, double y1, double x2, double y2) {
+        return {std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)};
+    }
+
+    void Add(double x, double y) {
+        left = std::min(left, x);
+        top = std::min(top, y);
+        right = std::max(right, x);
+        bottom = std::max(bottom, y);
+    }
+
+    double left, top, right, bottom;
+};
+
+// The painter makes one and gives it to its CDrawGeometry for as long as the paint takes. Contexts of hosts, printers
+// and metafiles have none: whoever looks on sees every call.
+class CPaintPass {
+public:
+    // `seen`: the pixels that the context keeps, in its logical coordinates.
+    CPaintPass(const CDC* pDC, const CRect& seen) : m_pDC(pDC), m_Seen(seen), m_Texts(pDC->m_hDC) {}
+
+    CTextMeasures& GetTexts() { return m_Texts; }
+    const CDC* GetDC() const { return m_pDC; }
+
+    // The object of the drawing that is drawn next.
+    void Enter(const CDrawable* object) { m_Object = object; }
+    // Whether the object, drawn into the context, leaves no pixel of the buffer changed: its strokes and texts, without
+    // the width of the pen, lie in `box`. False for an object that another one draws, which may have shifted the
+    // context.
+    bool IsOutOfSight(const CDC* pDC, const CDrawable* object, const CPixelBox& box, double penWidth) const {
+        // A round end adds half the width; the rest is for the roundings of a device.
+        const double margin = (penWidth < 0.0 ? -penWidth : penWidth) + kRounding;
+        return object == m_Object && pDC == m_pDC &&
+               (box.right + margin < static_cast<double>(m_Seen.left) ||
+                box.left - margin > static_cast<double>(m_Seen.right) ||
+                box.bottom + margin < static_cast<double>(m_Seen.top) ||
+                box.top - margin > static_cast<double>(m_Seen.bottom));
+    }
+
+private:
+    static constexpr double kRounding = 4.0; // Pixels.
+
+    const CDC* m_pDC;
+    const CRect m_Seen;
+    const CDrawable* m_Object = nullptr;
+    CTextMeasures m_Texts;
+};
