@@ -1,5 +1,5 @@
 // CCommand: the root of the command engine's classes. It has no data of its own.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "VectorViewApi.h"

@@ -1,5 +1,5 @@
 // CCommandOperation: the base of every interactive tool and of the manager that runs them.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "Command.h"

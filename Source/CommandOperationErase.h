@@ -1,5 +1,5 @@
 // CCommandOperationErase: takes the selected objects out of the drawing, after a question. Acts at once.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

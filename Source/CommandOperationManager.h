@@ -1,5 +1,5 @@
 // CCommandOperationManager: routes a view's events to the running tool, and does the default where none runs.
-// Layer 9: manager.
+// Layer 10: manager.
 #pragma once
 
 #include "CommandOperation.h"

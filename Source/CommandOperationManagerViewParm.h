@@ -1,5 +1,5 @@
 // The engine of the parameter view, which picks nothing, and its one minimal operation.
-// Layer 9: manager.
+// Layer 10: manager.
 #pragma once
 
 #include "CommandOperationManager.h"

@@ -1,5 +1,5 @@
 // CCommandOperationOffset: moves a two-vertex polyline sideways and leaves a copy where it was.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

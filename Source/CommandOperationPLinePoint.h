@@ -1,5 +1,5 @@
 // The commands that add vertices to polylines and remove them, a click each, until the right button.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,5 @@
 // CCommandOperationRTPAN: pans the view with the left button until the right one.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,5 @@
 // CCommandOperationRotateText: gives the selected texts an angle that is entered in a dialog. Acts at once.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,5 @@
 // The transforming commands: translation, rotation, mirroring and copy of what was selected when the word came.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

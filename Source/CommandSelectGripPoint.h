@@ -1,5 +1,5 @@
 // CCommandSelectGripPoint: moves one grip of one selected object, by click, move and click, or by a typed distance.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

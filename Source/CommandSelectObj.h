@@ -1,5 +1,5 @@
 // CCommandSelectObj: the pick of the default click. It exists for one call and is never the running tool.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,6 +1,6 @@
 // The table of commands: which tool a word makes, how the manager runs it, and what a host shows of it. A new command
 // is one row here.
-// Layer 9: manager.
+// Layer 10: manager.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,5 @@
 // CDialog_DrawAbleProperty: a modeless window with a grid that shows one object's rows and writes every edit back.
-// Layer 10: views and dialogs.
+// Layer 11: views and dialogs.
 #pragma once
 
 #include "DrawableProperty.h"

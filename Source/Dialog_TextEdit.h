@@ -1,5 +1,5 @@
 // CDialog_TextEdit: the modal dialog that asks for the content of a new text.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include <afxwin.h>

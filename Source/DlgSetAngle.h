@@ -1,5 +1,5 @@
 // CDlgSetAngle: the modal dialog that asks for an angle.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include <afxwin.h>

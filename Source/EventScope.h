@@ -1,5 +1,5 @@
 // CEventScope: while an event of an engine runs, the tools that end in it stay allocated.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,5 @@
 // CInPlaceEdit: the single-line edit box that a parameter view lays over the parameter being edited.
-// Layer 10: views and dialogs.
+// Layer 11: views and dialogs.
 #pragma once
 
 #include "VectorViewApi.h"

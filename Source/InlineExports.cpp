@@ -1,5 +1,5 @@
 // Compiled so that the inline operations of the public headers are in the DLL's table as well: a host that takes
-// their address, or looks them up by name, finds them. Layer 10: views and dialogs.
+// their address, or looks them up by name, finds them. Layer 11: views and dialogs.
 
 // Every inline function of every header is kept, so those that call into system libraries stay outside: of GDI+ only
 // the plain values are wanted.
@@ -27,6 +27,7 @@
 #include "DrawCommon.h"
 #include "Line.h"
 #include "OperationCreateObjAb.h"
+#include "OperationPlaceObjects.h"
 #include "PLine.h"
 #include "Text.h"
 #include "TextFormator.h"

@@ -1,5 +1,5 @@
 // The library as a module: what happens when it is attached to a process and detached again.
-// Layer 10: views and dialogs.
+// Layer 11: views and dialogs.
 
 #include "GraphInfo.h"
 #include "VecotrVeiwParmOpr.h"

@@ -1,5 +1,5 @@
 // CObjectMemory: the restore point of an editing command: objects write themselves into memory and are read back.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "Document.h"

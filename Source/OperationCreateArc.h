@@ -1,5 +1,5 @@
 // COperationCreateArc: an arc through three points, shown by inversion while the third is sought.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateCircle.h"

@@ -1,5 +1,5 @@
 // COperationCreateCircle: a circle by centre and radius, shown by inversion while it grows.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateObjAb.h"

@@ -1,5 +1,5 @@
 // COperationCreateLabel: a dimension by the two measured ends and the height of its line.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateObjAb.h"

@@ -1,5 +1,5 @@
 // COperationCreateLine: a line by two clicks, with rubber band, snap and ortho lock.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateObjAb.h"

@@ -1,5 +1,5 @@
 // COperationCreateObjAb: the base of every tool that puts a new object into the drawing by clicks.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "CommandOperation.h"

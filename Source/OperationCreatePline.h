@@ -1,5 +1,5 @@
 // COperationCreatePline: a polyline of straight segments, vertex by vertex, by clicks or typed lengths.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateObjAb.h"

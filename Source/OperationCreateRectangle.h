@@ -1,5 +1,5 @@
 // COperationCreateRectangle: four lines by two corners. A rectangle is not a kind of object.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateObjAb.h"

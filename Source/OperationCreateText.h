@@ -1,5 +1,5 @@
 // COperationCreateText: a text by one click and a dialog.
-// Layer 8: command operations.
+// Layer 9: command operations.
 #pragma once
 
 #include "OperationCreateObjAb.h"

@@ -1,5 +1,5 @@
 // COperationHost: what a tool asks of the window that it works in, beyond what every window can do.
-// Layer 8: command operations. The view implements it.
+// Layer 9: command operations. The view implements it.
 #pragma once
 
 class CCommandOperation;

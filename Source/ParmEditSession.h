@@ -1,6 +1,6 @@
 // CParmEditSession: the one edit of a parameter view: its parameter, its phase, and whether it still is the same edit
 // after foreign code has run.
-// Layer 10: views and dialogs.
+// Layer 11: views and dialogs.
 #pragma once
 
 #include <KxAlive.h>

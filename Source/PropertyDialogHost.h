@@ -1,5 +1,5 @@
 // Gives a derived view the property dialog, whose class stays the library's own.
-// Layer 10: views and dialogs.
+// Layer 11: views and dialogs.
 #pragma once
 
 #include "VectorViewApi.h"

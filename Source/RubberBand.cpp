@@ -1,5 +1,5 @@
 // CCommandOperationManager: the rubber band, tracked grips and assistant lines, all drawn by inversion.
-// Layer 9: manager.
+// Layer 10: manager.
 
 #include "CommandOperationManager.h"
 

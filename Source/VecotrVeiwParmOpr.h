@@ -1,5 +1,5 @@
 // CVecotrVeiwParmOpr: lists the parameters of a stored drawing without showing it.
-// Layer 10: views and dialogs. The spelling of the name is part of the interface.
+// Layer 11: views and dialogs. The spelling of the name is part of the interface.
 #pragma once
 
 #include "VectorViewApi.h"

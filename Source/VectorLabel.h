@@ -36,6 +36,8 @@ public:
     int GetTextShow() const { return m_TextShow; }
     // 1: the line width is in pixels at every zoom. Any other value: it is in drawing units.
     int GetLockMode() const { return m_LockMode; }
+    // The figure, as the last paint that showed it placed it.
+    CText* GetLabelText() { return &m_LabelText; }
 
     // ---- Editing ----
 

@@ -1,5 +1,5 @@
 // What a parameter view tells its parent window through WM_NOTIFY: the record and its codes, for hosts.
-// Layer 10: views and dialogs.
+// Layer 11: views and dialogs.
 #pragma once
 
 #include "VectorViewApi.h"

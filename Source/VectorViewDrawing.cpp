@@ -1,4 +1,4 @@
-// CVectorView: the calls with which a host fills, rotates and queries a drawing. Layer 10: views and dialogs.
+// CVectorView: the calls with which a host fills, rotates and queries a drawing. Layer 11: views and dialogs.
 
 #include "vectorview.h"
 

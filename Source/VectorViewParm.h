@@ -1,5 +1,5 @@
 // CVectorViewParm: the view of a diagram of parameters, with click-to-edit, tooltips and notifications to the parent.
-// Layer 10: views and dialogs. Hosts include this header and derive from the class.
+// Layer 11: views and dialogs. Hosts include this header and derive from the class.
 #pragma once
 
 #include "InPlaceEdit.h"

@@ -1,4 +1,4 @@
-// CVectorViewParm: the edit of a parameter, from the press to the store. Layer 10: views and dialogs.
+// CVectorViewParm: the edit of a parameter, from the press to the store. Layer 11: views and dialogs.
 // Each hook and each notification may change the document or end the view, and is followed by the question whether they
 // still are what they were.
 

@@ -1,4 +1,4 @@
-// CVectorViewParm: the tooltip with the description of the parameter under the mouse. Layer 10: views and dialogs.
+// CVectorViewParm: the tooltip with the description of the parameter under the mouse. Layer 11: views and dialogs.
 // A view without a window has no tooltip, and the functions here do nothing.
 
 #include "VectorViewParm.h"

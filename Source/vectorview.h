@@ -1,5 +1,5 @@
 // CVectorView: the child window that a host embeds to show and edit a drawing, and the host's calls to fill one.
-// Layer 10: views and dialogs. This is the header that a host includes.
+// Layer 11: views and dialogs. This is the header that a host includes.
 #pragma once
 
 #include "CommandOperation.h"

@@ -1,5 +1,5 @@
 // Numbers of the demo's own resources, menu items and controls; the resource script includes it too.
-// Layer 11: demo.
+// Layer 12: demo.
 #pragma once
 
 #define IDI_DEMO 1
@@ -8,6 +8,14 @@
 // The angle dialog that the library needs from its host; number and controls are the library's.
 #define IDD_HOST_ANGLE 134
 #define IDC_HOST_ANGLE 1002
+
+#define IDD_HOST_PREVIEW 135
+#define IDC_PREVIEW_SHEET 1010
+#define IDC_PREVIEW_SCALE 1011
+#define IDC_PREVIEW_BLACK 1012
+#define IDC_PREVIEW_LANDSCAPE 1013
+#define IDC_PREVIEW_FACTS 1014
+#define IDC_PREVIEW_PRINT 1015
 
 #define ID_HOST_ZOOM_ALL 200
 #define ID_HOST_ORTHO 201
@@ -19,6 +27,8 @@
 #define ID_HOST_SHOW_SECTION 207
 #define ID_HOST_DRAW_SECTION 208
 #define ID_HOST_PROPERTIES 209
+#define ID_HOST_COPY_PICTURE 230
+#define ID_HOST_PRINT_PREVIEW 231
 // Snap modes: the number of the bit in the mode is the distance from the first one.
 #define ID_HOST_SNAP_FIRST 210
 #define ID_HOST_SNAP_LAST 213

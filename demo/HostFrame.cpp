@@ -58,6 +58,11 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_COMMAND(ID_FILE_OPEN, &CHostFrame::OnFileOpen)
     ON_COMMAND(ID_FILE_SAVE, &CHostFrame::OnFileSave)
     ON_COMMAND(ID_FILE_SAVE_AS, &CHostFrame::OnFileSaveAs)
+    ON_COMMAND(ID_HOST_PRINT_PREVIEW, &CHostFrame::OnPrintPreview)
+    ON_COMMAND(ID_FILE_PRINT, &CHostFrame::OnPrint)
+    ON_COMMAND(ID_EDIT_COPY, &CHostFrame::OnCopyObjects)
+    ON_COMMAND(ID_EDIT_PASTE, &CHostFrame::OnPasteObjects)
+    ON_COMMAND(ID_HOST_COPY_PICTURE, &CHostFrame::OnCopyPicture)
     ON_COMMAND(ID_APP_EXIT, &CHostFrame::OnFileExit)
     ON_COMMAND(ID_HOST_ZOOM_ALL, &CHostFrame::OnZoomAll)
     ON_COMMAND(ID_HOST_ORTHO, &CHostFrame::OnOrtho)
@@ -136,6 +141,7 @@ void CHostFrame::MakeMenus() {
     file.AppendMenu(MF_STRING, ID_FILE_OPEN, L"打开(&O)…\tCtrl+O");
     file.AppendMenu(MF_STRING, ID_FILE_SAVE, L"保存(&S)\tCtrl+S");
     file.AppendMenu(MF_STRING, ID_FILE_SAVE_AS, L"另存为(&A)…");
+    AppendPaperItems(file);
     file.AppendMenu(MF_SEPARATOR);
     file.AppendMenu(MF_STRING, ID_APP_EXIT, L"退出(&X)\tAlt+F4");
 
@@ -162,6 +168,7 @@ void CHostFrame::MakeMenus() {
     CMenu edit;
     edit.CreatePopupMenu();
     MakeCommandItems(edit, true);
+    AppendClipboardItems(edit);
     edit.AppendMenu(MF_SEPARATOR);
     edit.AppendMenu(MF_STRING, ID_HOST_DESELECT, L"取消选择(&D)");
     edit.AppendMenu(MF_STRING, ID_HOST_BREAK_OFF, L"中断命令(&B)\tEsc");
@@ -287,6 +294,9 @@ CString CHostFrame::DescribeCommand() {
     if (!m_view.GetManager()->GetHasCommand()) {
         return L"就绪";
     }
+    if (m_view.IsPlacing()) {
+        return L"粘贴对象：单击放置位置；Esc 取消";
+    }
     if (row < 0) {
         return L"夹点编辑：单击目标点，或键入距离后按回车；Esc 取消";
     }
@@ -328,6 +338,8 @@ void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
     if (sysMenu) {
         return;
     }
+    popup->EnableMenuItem(ID_EDIT_COPY,
+                          m_view.GetDocument()->GetSelectedDrawableObjs()->IsEmpty() ? MF_GRAYED : MF_ENABLED);
     popup->CheckMenuItem(ID_HOST_ORTHO, m_ortho ? MF_CHECKED : MF_UNCHECKED);
     for (UINT i = 0; i < std::size(SnapNames); ++i) {
         popup->CheckMenuItem(ID_HOST_SNAP_FIRST + i, m_osnap & (1 << i) ? MF_CHECKED : MF_UNCHECKED);

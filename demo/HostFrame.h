@@ -1,5 +1,5 @@
 // The demo's main window: menus, toolbar, status bar, files, and the views that it lays out.
-// Layer 11: demo.
+// Layer 12: demo.
 #pragma once
 
 #include <afxcmn.h>
@@ -43,6 +43,11 @@ protected:
     afx_msg void OnFileSave();
     afx_msg void OnFileSaveAs();
     afx_msg void OnFileExit();
+    afx_msg void OnPrintPreview();
+    afx_msg void OnPrint();
+    afx_msg void OnCopyObjects();
+    afx_msg void OnCopyPicture();
+    afx_msg void OnPasteObjects();
     afx_msg void OnZoomAll();
     afx_msg void OnOrtho();
     afx_msg void OnBreakOff();
@@ -61,6 +66,10 @@ protected:
 
 private:
     void MakeMenus();
+    void AppendPaperItems(CMenu& file);
+    void AppendClipboardItems(CMenu& edit);
+    // Whether a text is being edited, which then got the message.
+    bool GiveToEdit(UINT message);
     void MakeCommandItems(CMenu& menu, bool edit);
     void MakeImages();
     void SetItemImage(CMenu& menu, UINT id, int image);

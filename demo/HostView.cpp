@@ -33,6 +33,7 @@ void CHostView::RunCommand(int row) {
     }
     if (command.running == CommandRunning::Installed) {
         m_row = row;
+        m_placing = false;
         m_clicks = 0;
     }
 }
@@ -40,6 +41,7 @@ void CHostView::RunCommand(int row) {
 int CHostView::GetCommandRow() {
     if (!GetManager()->GetHasCommand()) {
         m_row = -1;
+        m_placing = false;
     }
     return m_row;
 }

@@ -1,5 +1,5 @@
 // The demo's drawing view: what a host adds to CVectorView so that typed distances, Escape and the focus work.
-// Layer 11: demo.
+// Layer 12: demo.
 #pragma once
 
 #include <vectorview.h>
@@ -28,6 +28,9 @@ public:
     bool HasProperties();
     // Before objects are freed that the property window may show.
     void EmptyProperties();
+    // Shows the objects of a stream at the mouse and adds them at the next click. False for a stream that is not whole.
+    bool PlaceObjects(const CByteArray& bytes);
+    bool IsPlacing() { return GetCommandRow() < 0 && m_placing; }
     // The drawing point under the mouse; false while the mouse has not been over the view yet.
     bool GetCursorPoint(CGePoint2d& point);
 
@@ -47,6 +50,7 @@ private:
 
     CPoint m_cursor;
     bool m_hasCursor = false;
-    int m_row = -1;   // row of the command started last
-    int m_clicks = 0; // left clicks since
+    int m_row = -1;         // row of the command started last
+    bool m_placing = false; // the command started last places objects
+    int m_clicks = 0;       // left clicks since
 };

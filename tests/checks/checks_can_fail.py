@@ -16,7 +16,8 @@ MAP = """# The map
 | 1 afx | `afx/` | the ground |
 | 2 low | `Source/` | first |
 | 3 high | `Source/` | second |
-| 4 demo | `demo/` | a host |
+| 4 render | `render/` | pictures |
+| 5 demo | `demo/` | a host |
 
 | Where is | Unit | Look at |
 |---|---|---|
@@ -30,6 +31,10 @@ MAP = """# The map
 |---|---|---|---|
 | `Low` | 2 low | | What it is for. |
 | `High` | 3 high | | What it is for. |
+## `render/`: pictures
+| Unit | Purpose |
+|---|---|
+| `Shot` | What it is for. |
 ## `demo/`: a host
 | Unit | Purpose |
 |---|---|
@@ -50,8 +55,11 @@ SOUND = {
     "Source/Low.cpp": '#include "Low.h"\n// Compatibility 1: it is.\n',
     "Source/High.h": UNIT.format(layer="3: high", rest='#include "Low.h"\nclass NRVECTORVIEW_API High {};\n'),
     "Source/High.cpp": '#include "High.h"\n',
+    "render/CMakeLists.txt": "Shot.cpp\n",
+    "render/Shot.h": UNIT.format(layer="4: render", rest="class NRVECTORVIEW_API Shot {};\n"),
+    "render/Shot.cpp": '#include "Shot.h"\n#include "High.h"\n',
     "demo/CMakeLists.txt": "main.cpp\n",
-    "demo/main.cpp": UNIT.format(layer="4: demo", rest='#include "High.h"\n'),
+    "demo/main.cpp": UNIT.format(layer="5: demo", rest='#include "High.h"\n#include "Shot.h"\n'),
     "tests/CMakeLists.txt": "*_test.cpp\n",
     "tests/Low_test.cpp": "TEST(Low, Holds) {}\n",
 }
@@ -66,7 +74,7 @@ BROKEN = [
     ("map.py", "Source/Low.cpp", UNIT.format(layer="2: low", rest=""), "repeats that of the unit's header"),
     ("map.py", "afx/ground.h", UNIT.format(layer="1: afx", rest="class CGround {\n"), "doesn't list its classes"),
     ("map.py", "ARCHITECTURE.md", MAP.replace("| 2 low | |", "| cellar | |"), "in no layer"),
-    ("map.py", "ARCHITECTURE.md", MAP.replace("| 1 afx |", "| 5 afx |"), "not numbered from 1"),
+    ("map.py", "ARCHITECTURE.md", MAP.replace("| 1 afx |", "| 6 afx |"), "not numbered from 1"),
     ("map.py", "ARCHITECTURE.md", MAP.replace("class | `High`", "class | `Low`"), "is in none of the units"),
     ("map.py", "ARCHITECTURE.md", MAP + "`CNone::Go`\n", "there is no CNone::Go"),
     ("layers.py", "Source/Low.h", '#include "High.h"\n', "layer 2 includes layer 3"),
@@ -74,6 +82,8 @@ BROKEN = [
     ("layers.py", "afx/ground.h", '#include "../Source/Low.h"\n', "layer 1 includes layer 2"),
     ("layers.py", "Source/Low.h", '#include "Low.h"\n', "in a circle"),
     ("layers.py", "Source/High.h", "class High {};\n", "no public header"),
+    ("layers.py", "render/Shot.h", UNIT.format(layer="4: render", rest="class Shot {};\n"), "no public header"),
+    ("layers.py", "Source/High.h", '#include "Shot.h"\n', "layer 3 includes layer 4"),
     ("layers.py", "ARCHITECTURE.md", MAP.replace("| 2 low | | ", "| 2 low | `High` | "), "need not list"),
     ("sources.py", "Source/CMakeLists.txt", "L*.cpp # High.cpp\n", "High.cpp: no CMakeLists.txt"),
     ("sources.py", "Source/CMakeLists.txt", "L*.cpp TooHigh.cpp\n", "High.cpp: no CMakeLists.txt"),

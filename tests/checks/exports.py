@@ -15,7 +15,7 @@ CLASS = re.compile(r"^class\s+NRVECTORVIEW_API\s+(\w+)[^;{]*\{", re.M)
 # What hosts embed and fill a drawing with: a header that lost its mark would otherwise not be missed.
 EXPORTED = """CVectorView CVectorViewParm CVectorGraphic CGraphicDocument CGePoint2d CGeVector2d CGeMatrix2d CVectorViewCoordTran
 CDrawable CLine CPLine CCircle CArc CCenterPoint CCombRect CText CTextParm CKXVectorLabel CDraw_Common CTextFormator
-CGraphColorInfo CVecotrVeiwParmOpr CCommand CCommandOperation CCommandOperationManager COperationCreateObjAb""".split()
+CGraphColorInfo CDrawingRender CDrawingClipboard CObjectStream COperationPlaceObjects CVecotrVeiwParmOpr CCommand CCommandOperation CCommandOperationManager COperationCreateObjAb""".split()
 
 
 def without_comments(text):
@@ -53,14 +53,13 @@ def operations_of(body):
 def declared(root):
     """The classes of the public headers, each with its operations."""
     classes = {}
-    folder = os.path.join(root, "Source")
-    for name in sorted(os.listdir(folder)):
-        if not name.endswith(".h"):
-            continue
-        with open(os.path.join(folder, name), encoding="utf-8") as file:
-            text = without_comments(file.read())
-        for match in CLASS.finditer(text):
-            classes[match.group(1)] = sorted(set(operations_of(body_at(text, match.end()))))
+    for folder in ("Source", "render"):
+        for name in common.files_of(root, folder):
+            if not name.endswith(".h"):
+                continue
+            text = without_comments(common.text_of(root, folder, name))
+            for match in CLASS.finditer(text):
+                classes[match.group(1)] = sorted(set(operations_of(body_at(text, match.end()))))
     return classes
 
 

@@ -3,7 +3,7 @@
 set -o pipefail
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}" || exit 1
 folders=()
-for folder in afx kx Source demo tools bench tests; do
+for folder in afx kx Source render demo tools bench tests; do
     [ ! -d "$folder" ] || folders+=("$folder")
 done
 [ ${#folders[@]} != 0 ] || exit 1

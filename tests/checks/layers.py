@@ -3,8 +3,8 @@
 
 - A file includes its own layer and those below it, with lower numbers. A source (never a header) may include what its
   row lists under "Also includes"; an entry that it doesn't need is reported too.
-- demo/ includes of Source/ only the public headers: those with an exported class, what these include, and the numbers of
-  the resources.
+- demo/ includes of Source/ and render/ only the public headers: those with an exported class, what these include, and the
+  numbers of the resources.
 - No header includes itself by way of others.
 """
 import os
@@ -13,6 +13,7 @@ import sys
 import common
 
 EXPORTED = "NRVECTORVIEW_API "
+LIBRARY = ("Source", "render")
 
 
 def index_of(root, folders):
@@ -37,18 +38,18 @@ def resolve(index, root, folder, text):
 
 
 def public_headers(root, index):
-    """The headers of Source/ that a host may include."""
-    waiting = [name for name in common.files_of(root, "Source") if name.endswith(".h") and
-               (name == "resource.h" or EXPORTED in common.text_of(root, "Source", name))]
+    """The headers of the library, (folder, file name), that a host may include."""
+    waiting = [(folder, name) for folder in LIBRARY for name in common.files_of(root, folder) if name.endswith(".h") and
+               (name == "resource.h" or EXPORTED in common.text_of(root, folder, name))]
     public = set()
     while waiting:
-        name = waiting.pop()
-        if name not in public:
-            public.add(name)
-            for _, text in common.includes_of(root, "Source", name):
-                target = resolve(index, root, "Source", text)
-                if target and target[0] == "Source":
-                    waiting.append(target[1])
+        header = waiting.pop()
+        if header not in public:
+            public.add(header)
+            for _, text in common.includes_of(root, *header):
+                target = resolve(index, root, header[0], text)
+                if target and target[0] in LIBRARY:
+                    waiting.append(target)
     return public
 
 
@@ -94,7 +95,7 @@ def problems_of(root):
                     graph.setdefault((name, file), set()).add(target)
                 other_unit = os.path.splitext(target[1])[0]
                 other = tree.folders[target[0]].layer_of(other_unit) if target[0] in tree.folders else None
-                if name == "demo" and target[0] == "Source" and target[1] not in public:
+                if name == "demo" and target[0] in LIBRARY and target not in public:
                     yield f"{where}, which is no public header"
                 if own is None or other is None or other <= own:
                     continue  # where the map doesn't tell a layer, its own check says so

@@ -1,0 +1,100 @@
+// CSvgWriter: one drawing as an SVG file, each object in the exact numbers of its data.
+// Layer 8: render.
+#pragma once
+
+#include "DrawingRender.h"
+#include "SvgText.h"
+
+#include <map>
+#include <set>
+
+class CCircle;
+class CText;
+
+// The file's coordinates are drawing units with y downwards, that is the drawing's y negated, which loses nothing; the
+// viewBox is the picture's window. Attributes are those that the painter resolves at the picture's scale: colours,
+// styles, and pen widths in its whole pixels, which follow the drawing where they come from drawing units (stroke-width
+// in units) and stay pixels where they are locked or were raised to 1 (vector-effect). Objects stand in drawing order;
+// a group begins whenever the layer changes, so that groups never change what lies on top.
+class CSvgWriter {
+public:
+    // All borrowed. `graphic` shows the document and has the picture's mapping.
+    CSvgWriter(CGraphicDocument* document, const CRenderOptions& options, CVectorGraphic& graphic, CSize size);
+
+    const CSvgBuffer& Write(COLORREF background);
+    int LeftOut() const { return m_LeftOut; }
+
+private:
+    struct Pen {
+        COLORREF color = 0;
+        int pixels = 1;     // The width on the picture.
+        bool fixed = false; // Stays at its pixels at every size of the picture; else it is so many drawing units.
+        int style = PS_SOLID;
+        bool stepped = false; // A pattern that GDI counts in steps from pixel to pixel, not along the line.
+    };
+    // How a face lies in the cell that GDI measures heights by; all for a cell of height 1.
+    struct Face {
+        double ascent = 0.8;
+        double em = 1.0;
+        double average = 0.5;
+    };
+    struct Before {
+        bool operator()(const CString& a, const CString& b) const { return a.Compare(b) < 0; }
+    };
+    using WriteKind = bool (CSvgWriter::*)(CDrawable*);
+    // The one table of kinds: how each is written. Null for a class that is no kind of the library's.
+    static WriteKind KindOf(CDrawable* object);
+
+    void WriteList(CDrawableArray* list, const char* prefix);
+    void WriteObject(CDrawable* object);
+    void BeginLayer(int layer, const char* prefix);
+    void EndLayer();
+
+    // Each appends its elements and gives false when the object is not shown in this form; a number that is none sets
+    // m_Broken.
+    bool WriteLine(CDrawable* object);
+    bool WritePLine(CDrawable* object);
+    bool WriteCircle(CDrawable* object);
+    bool WriteArc(CDrawable* object);
+    bool WriteCenterPoint(CDrawable* object);
+    bool WriteCombRect(CDrawable* object);
+    bool WriteText(CDrawable* object);
+    bool WriteTextParm(CDrawable* object);
+    bool WriteLabel(CDrawable* object);
+
+    Pen PenOf(CDrawable* object, bool locked, float floorWidth = 1.0f);
+    void Stroke(const Pen& pen, double stretch = 1.0);
+    void PutPattern(int style, double unit);
+    void PutClass(int pixels, int style);
+    void WriteStyles();
+    void WriteStraight(const Pen& pen, const CGePoint2d& a, const CGePoint2d& b, bool thereAndBack);
+    void ArcTo(double radius, bool large, bool clockwise, const CGePoint2d& end);
+    // Attributes of the stroke of a path whose data stand open, and its end.
+    void EndPath(const Pen& pen);
+    void Circle(const CGePoint2d& center, double radius, const Pen& pen, bool filled);
+    void Tick(const CGeVector2d& u, const CGePoint2d& p, double len, double half, const Pen& pen);
+    // One text; `ratio` as CTextParm has it, `box` on its background.
+    void Run(CText* text, const CString& shown, double ratio, bool box);
+    const Face& FaceOf(const CString& name);
+    double WidthOf(const CString& face, const CString& text);
+
+    void Put(const char* text) { m_Text += text; }
+    void Put(const char* name, double value);
+    void Put(double value);
+    void Point(const CGePoint2d& p);
+
+    CGraphicDocument* m_pDocument;
+    const CRenderOptions& m_Options;
+    CVectorViewCoordTran* m_pTran;
+    CDrawGeometry m_Geometry;
+    CSize m_Size;
+    CDC m_Measure;                           // For measuring, and for labels to place their figures.
+    std::map<CString, Face, Before> m_Faces; // By name.
+    std::map<int, int> m_GroupCount;         // By layer.
+    std::set<std::pair<int, int>> m_Fixed;   // Widths in pixels and styles of the strokes that keep them.
+    CSvgBuffer m_Text;
+    int m_Layer = -1;
+    bool m_InLayer = false;
+    bool m_Broken = false;
+    int m_LeftOut = 0;
+};

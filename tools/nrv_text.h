@@ -1,0 +1,31 @@
+// nrv: texts for scripts: UTF-8, fields of plain lines, JSON and CSV, messages.
+// Layer 13: tools.
+#pragma once
+
+#include <afxwin.h>
+
+#include <string>
+
+namespace NrvText {
+
+// Within a field of a plain line a tab is written \t, a line feed \n, a carriage return \r, any other control character
+// \xNN, and a backslash \\.
+void AppendField(std::string& out, const CString& text);
+void AppendJson(std::string& out, const CString& text);
+// null for what is no finite number: JSON has no word for it.
+void AppendJson(std::string& out, double number);
+// Quoted where commas, quotes or line ends ask for it; spreadsheets read it back.
+void AppendCsv(std::string& out, const CString& text);
+// The shortest form that reads back as the same number; "nan" and "inf" for what is none.
+void AppendNumber(std::string& out, double number);
+void AppendNumber(std::string& out, float number);
+// "#rrggbb" of a COLORREF.
+void AppendColor(std::string& out, COLORREF color);
+
+std::string Utf8(const CString& text);
+// The system's words for an error of Windows, in English.
+CString SystemText(DWORD error);
+// "nrv: FILE: REASON" on the standard error. An empty file is left out.
+void Complain(const CString& file, const CString& reason);
+
+} // namespace NrvText
