@@ -1,13 +1,15 @@
 // main() of every test program: a run of no test fails, and a fault ends the process with its address and no dialog.
-// Layer 14: tests.
+// With NR_FILLED_HEAP set the whole run is on a heap that shows use after free. Layer 14: tests.
 
 #include "FaultNote.h"
+#include "FilledHeap.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -54,6 +56,8 @@ int main(int argc, char** argv) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SetUnhandledExceptionFilter(OnFault);
     testing::InitGoogleTest(&argc, argv);
+    const std::unique_ptr<FilledHeap> heap(GetEnvironmentVariableW(L"NR_FILLED_HEAP", nullptr, 0) != 0 ? new FilledHeap
+                                                                                                       : nullptr);
     g_testing = true;
     const int result = RUN_ALL_TESTS();
     g_testing = false;
