@@ -51,6 +51,11 @@ T* TypedFromHandle(HGDIOBJ handle) {
             return static_cast<T*>(entry->object);
         }
     }
+    if (CGdiObject* revived = map.Revive(handle, [=](const CGdiObject* each) {
+            return each->m_hObject == handle && each->GetRuntimeClass() == RUNTIME_CLASS(T);
+        })) {
+        return static_cast<T*>(revived);
+    }
     // Compatibility 107: a temporary GDI object may be used again for another handle.
     // A program that paints without ever being idle gets new handles all the time. The temporary objects of freed
     // handles are used again rather than freed, because other code may still have a pointer to one.

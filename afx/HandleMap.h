@@ -73,6 +73,20 @@ public:
         }
         m_table.Erase(entry);
     }
+    // Gives a temporary object whose entry a later owner of its handle has taken an entry again, once that owner has
+    // gone: the paint of a window makes its context an owner each time. Null when isOf accepts none.
+    template <class IsOf>
+    T* Revive(void* handle, IsOf isOf) {
+        for (size_t i = m_retired.size(); i-- > 0;) {
+            T* object = m_retired[i];
+            if (isOf(object)) {
+                Enter({handle, object, true});
+                m_retired.erase(m_retired.begin() + static_cast<std::ptrdiff_t>(i));
+                return object;
+            }
+        }
+        return nullptr;
+    }
     // How many temporary objects there are.
     size_t GetTemporaryCount() const { return m_temporaries; }
     // A temporary object that isUsable accepts and whose handle has been freed according to isDead, and that has no
