@@ -4,6 +4,8 @@
 #include "GdiScope.h"
 #include "MemoryInfo.h"
 
+#include <memory>
+
 namespace {
 
 constexpr INT_PTR kFetchDistance = 3; // In objects; drawing so many takes about as long as one access to the memory.
@@ -21,9 +23,12 @@ void FetchAhead(const CDrawableArray& list, INT_PTR index) {
 
 } // namespace
 
-CVectorGraphic::CVectorGraphic() : m_pDocument(new CGraphicDocument), m_pDrawGeometry(nullptr) {
+CVectorGraphic::CVectorGraphic() : m_pDocument(nullptr), m_pDrawGeometry(nullptr) {
+    auto document = std::make_unique<CGraphicDocument>();
+    auto geometry = std::make_unique<CDrawGeometry>(this, document->GetLayerManager());
+    m_pDocument = document.release();
     KX_ADD_MEMORY(m_pDocument);
-    m_pDrawGeometry = new CDrawGeometry(this, m_pDocument->GetLayerManager());
+    m_pDrawGeometry = geometry.release();
     KX_ADD_MEMORY(m_pDrawGeometry);
 }
 
