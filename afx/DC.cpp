@@ -1,7 +1,7 @@
 // Device contexts: attaching, selected objects, modes, mapping and clipping.
 // Layer 1: afx.
 #include "DCRange.h"
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNCREATE(CDC, CObject)
 

@@ -1,6 +1,6 @@
 // CDocument: opening, saving so that a good file is never lost, titles, messages about failures.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <memory>
 #include <new>

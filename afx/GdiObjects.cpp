@@ -1,7 +1,7 @@
 // GDI objects: owning handles, temporary objects, and the functions of pens, brushes, fonts, bitmaps and regions.
 // Layer 1: afx.
 #include "DCRange.h"
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <cstdlib>
 

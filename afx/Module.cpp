@@ -1,6 +1,6 @@
 // Module state, resource search, extension modules, the state of each thread, the DLL's entry point.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 #include "AfxInternal.h"
 
 #include <atomic>
@@ -286,8 +286,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserve
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserved) {
     if (reason == DLL_PROCESS_ATTACH || reason == DLL_THREAD_ATTACH) {
-        // The compiler's runtime takes the memory for a thread's exceptions with the first one, and faults where that is
-        // refused. So it is taken now, and a lack of memory can be thrown.
+        // The compiler's runtime takes the memory for a thread's exceptions with the first one, and faults where that
+        // is refused. So it is taken now, and a lack of memory can be thrown.
         [[maybe_unused]] volatile const int none = std::uncaught_exceptions();
     }
     switch (reason) {

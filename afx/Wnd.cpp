@@ -1,6 +1,6 @@
 // CWnd: the tie between object and window, creation, the window procedure, subclassing.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <new>
 

@@ -8,6 +8,11 @@
 
 namespace {
 
+#ifdef NR_GUARDED
+constexpr bool kGuarded = true; // The modules' own allocator does more.
+#else
+constexpr bool kGuarded = false;
+#endif
 constexpr int kFresh = 0xCD;
 constexpr int kFreed = 0xDD;
 constexpr size_t kKept = 20000; // blocks
@@ -92,14 +97,15 @@ void* __cdecl Realloc(void* block, size_t size) {
 } // namespace
 
 FilledHeap::FilledHeap() : m_patch(ImportPatch::LibrariesAndProgram) {
-#ifndef NR_GUARDED
+    if (kGuarded) {
+        return;
+    }
     const HMODULE runtime = ::GetModuleHandleW(L"msvcrt.dll");
     g_malloc = reinterpret_cast<decltype(g_malloc)>(reinterpret_cast<void*>(::GetProcAddress(runtime, "malloc")));
     g_free = reinterpret_cast<decltype(g_free)>(reinterpret_cast<void*>(::GetProcAddress(runtime, "free")));
     m_patch.Replace("malloc", &Malloc);
     m_patch.Replace("free", &Free);
     m_patch.Replace("realloc", &Realloc);
-#endif
 }
 
 FilledHeap::~FilledHeap() {

@@ -8,6 +8,16 @@
 
 namespace {
 
+#ifdef NR_GUARDED
+constexpr bool kGuarded = true; // The modules' own allocator is asked, and nothing is counted.
+void RefuseByGuardPages(bool (*isRefused)()) {
+    SetGuardPagesRefusal(isRefused);
+}
+#else
+constexpr bool kGuarded = false;
+void RefuseByGuardPages(bool (*)()) {}
+#endif
+
 volatile LONG g_blocks;
 volatile LONG g_objects;
 int g_kind;
@@ -131,17 +141,16 @@ WatchedCalls::WatchedCalls() : m_all(ImportPatch::LibrariesAndProgram) {
     FindInRuntime(g_realloc, "realloc");
     FindInRuntime(g_free, "free");
     RefuseNone();
-#ifdef NR_GUARDED
-    SetGuardPagesRefusal([] { return IsRefused(Memory); });
-#else
-    m_all.Replace("malloc", &CountedMalloc);
-    m_all.Replace("calloc", &CountedCalloc);
-    m_all.Replace("realloc", &CountedRealloc);
-    m_all.Replace("free", &CountedFree);
-    m_libraries.Replace("malloc", &WatchedMalloc);
-    m_libraries.Replace("calloc", &WatchedCalloc);
-    m_libraries.Replace("realloc", &WatchedRealloc);
-#endif
+    if (!kGuarded) {
+        m_all.Replace("malloc", &CountedMalloc);
+        m_all.Replace("calloc", &CountedCalloc);
+        m_all.Replace("realloc", &CountedRealloc);
+        m_all.Replace("free", &CountedFree);
+        m_libraries.Replace("malloc", &WatchedMalloc);
+        m_libraries.Replace("calloc", &WatchedCalloc);
+        m_libraries.Replace("realloc", &WatchedRealloc);
+    }
+    RefuseByGuardPages([] { return IsRefused(Memory); });
 #define NR_DRAWING(function) m_libraries.Replace(#function, &Watched<Drawing, &::function>::Call)
     NR_DRAWING(CreateBitmap);
     NR_DRAWING(CreateBrushIndirect);
@@ -170,9 +179,7 @@ WatchedCalls::WatchedCalls() : m_all(ImportPatch::LibrariesAndProgram) {
 }
 
 WatchedCalls::~WatchedCalls() {
-#ifdef NR_GUARDED
-    SetGuardPagesRefusal(nullptr);
-#endif
+    RefuseByGuardPages(nullptr);
 }
 
 void WatchedCalls::Refuse(Kind kind, LONG nth, Extent extent) {
