@@ -98,7 +98,8 @@ TEST_F(HardEndurance, Repaints) {
     CBitmap bitmap;
     ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
     ASSERT_TRUE(bitmap.CreateBitmap(64, 64, 1, 32, nullptr));
-    CBitmap* old = dc.SelectObject(&bitmap);
+    // Its handle: the temporary object is freed with the others below.
+    const HGDIOBJ old = dc.SelectObject(&bitmap)->m_hObject;
     EndureBoth("paints for a host", 1000, 100000, [&] { host.view.VectorPaint(&dc); });
     EndureBoth("paints for a host, a context each", 1000, 100000, [&] {
         const HDC window = ::GetDC(host.view.m_hWnd);
@@ -108,7 +109,7 @@ TEST_F(HardEndurance, Repaints) {
         host.view.VectorPaint(CDC::FromHandle(memory));
         ::DeleteDC(memory);
     });
-    dc.SelectObject(old);
+    ::SelectObject(dc.m_hDC, old);
 }
 
 TEST_F(HardEndurance, Commands) {
