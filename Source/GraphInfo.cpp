@@ -160,8 +160,13 @@ CGraphColorInfo* CGraphColorInfo::_instance = nullptr;
 
 CGraphColorInfo* CGraphColorInfo::GetInstance() {
     if (_instance == nullptr) {
-        _instance = new CGraphColorInfo;
-        KX_ADD_MEMORY(_instance);
+        auto* made = new CGraphColorInfo;
+        KX_ADD_MEMORY(made);
+        // Views on two threads may both come here first: one of the tables is kept.
+        if (::InterlockedCompareExchangePointer(reinterpret_cast<void**>(&_instance), made, nullptr) != nullptr) {
+            KX_REMOVE_MEMORY(made);
+            delete made;
+        }
     }
     return _instance;
 }

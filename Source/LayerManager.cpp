@@ -76,9 +76,11 @@ int CLayerManager::AddLayer(const char* name) {
     if (index > m_MaxLayer) {
         return -1;
     }
-    auto* layer = new CLayerInfo;
-    KX_ADD_MEMORY(layer);
+    auto owned = std::make_unique<CLayerInfo>();
+    CLayerInfo* layer = owned.get();
     m_Layers.SetAtGrow(index, layer);
+    owned.release();
+    KX_ADD_MEMORY(layer);
     layer->m_State = 1;
     layer->SetName(name);
     return index;

@@ -7,6 +7,8 @@
 
 #include <afxext.h>
 
+#include <exception>
+
 namespace {
 
 AFX_EXTENSION_MODULE g_Module = {};
@@ -18,6 +20,11 @@ HINSTANCE VectorViewModule() {
 }
 
 extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+    if (reason == DLL_PROCESS_ATTACH || reason == DLL_THREAD_ATTACH) {
+        // The compiler's runtime takes the memory for a thread's exceptions with the first one, and faults where that
+        // is refused. So it is taken now, and a lack of memory can be thrown. Each module has a runtime of its own.
+        [[maybe_unused]] volatile const int none = std::uncaught_exceptions();
+    }
     if (reason == DLL_PROCESS_ATTACH) {
         if (!AfxInitExtensionModule(g_Module, instance)) {
             return 0;

@@ -31,7 +31,13 @@ void COperationCreatePline::Execute() {
 
 // Compatibility 15: a polyline that is broken off stays in the drawing.
 void COperationCreatePline::Cancel() {
-    ErasShirrLine();
+    try {
+        ErasShirrLine();
+    } catch (...) {
+        // Without it the polyline would belong to nobody.
+        KeepPolyline();
+        throw;
+    }
     KeepPolyline();
 }
 

@@ -6,6 +6,7 @@
 #include "MemDC.h"
 #include "MemoryInfo.h"
 
+#include <memory>
 #include <optional>
 #include <typeinfo>
 
@@ -34,9 +35,12 @@ private:
 
 } // namespace
 
-CVectorGraphic::CVectorGraphic() : m_pDocument(new CGraphicDocument), m_pDrawGeometry(nullptr) {
+CVectorGraphic::CVectorGraphic() : m_pDocument(nullptr), m_pDrawGeometry(nullptr) {
+    auto document = std::make_unique<CGraphicDocument>();
+    auto geometry = std::make_unique<CDrawGeometry>(this, document->GetLayerManager());
+    m_pDocument = document.release();
     KX_ADD_MEMORY(m_pDocument);
-    m_pDrawGeometry = new CDrawGeometry(this, m_pDocument->GetLayerManager());
+    m_pDrawGeometry = geometry.release();
     KX_ADD_MEMORY(m_pDrawGeometry);
 }
 

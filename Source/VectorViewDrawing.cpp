@@ -12,6 +12,7 @@
 #include "TextParm.h"
 
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -35,23 +36,24 @@ Gdiplus::PointF Narrow(const CGePoint2d& p) {
     return Gdiplus::PointF(static_cast<float>(p.x), static_cast<float>(p.y));
 }
 
-// A registered object with an explicit colour.
-template <class Object, class... Args>
-Object* Make(Gdiplus::Color color, Args... args) {
-    auto* obj = new Object(args...);
-    KX_ADD_MEMORY(obj);
-    obj->SetPenColor(ExchangeRedBlue(color.GetValue()));
-    return obj;
-}
-
-// Gives up an object that never reached a document.
+// Gives up an object that never reached a document: something is thrown on the way.
 struct Discard {
     void operator()(CDrawable* obj) const {
         KX_REMOVE_MEMORY(obj);
         delete obj;
     }
 };
-using Pending = std::unique_ptr<CPLine, Discard>;
+template <class Object>
+using Pending = std::unique_ptr<Object, Discard>;
+
+// A registered object with an explicit colour.
+template <class Object, class... Args>
+Pending<Object> Make(Gdiplus::Color color, Args... args) {
+    Pending<Object> obj(new Object(args...));
+    KX_ADD_MEMORY(obj.get());
+    obj->SetPenColor(ExchangeRedBlue(color.GetValue()));
+    return obj;
+}
 
 void Tag(CLine* obj, const CString& parm, const CString& msg, int lock) {
     obj->SetParmName(parm);
@@ -66,11 +68,11 @@ void Tag(CCircle* obj, const CString& parm, const CString& msg, int lock) {
 }
 
 // Null, with nothing allocated, when the sizes differ.
-CPLine* MakePLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color color) {
+Pending<CPLine> MakePLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color color) {
     if (pts.GetSize() != bulges.GetSize()) {
         return nullptr;
     }
-    auto* pline = Make<CPLine>(color);
+    auto pline = Make<CPLine>(color);
     for (INT_PTR i = 0; i < pts.GetSize(); ++i) {
         pline->AddPoint(pts[i]);
         pline->GetBulgeList()->SetAt(i, bulges[i]);
@@ -86,8 +88,8 @@ void NameSegments(CPLine* pline, CStringArray& names, CStringArray& msgs) {
 }
 
 template <class Object>
-Object* MakeText(const CGePoint2d& p, const CString& text, Gdiplus::Color color) {
-    auto* obj = Make<Object>(color);
+Pending<Object> MakeText(const CGePoint2d& p, const CString& text, Gdiplus::Color color) {
+    auto obj = Make<Object>(color);
     obj->SetText(text);
     obj->SetPos(p);
     obj->SetBKMode(OPAQUE);
@@ -111,9 +113,9 @@ float ScaledWide(const CSize& size, double height) {
     return static_cast<float>(wide + kWideMargin);
 }
 
-CTextParm* MakeSizedParm(HWND window, const CGePoint2d& p, const CString& text, const CString& name,
-                         Gdiplus::Color color, double height, LPCTSTR expression) {
-    auto* obj = MakeText<CTextParm>(p, text, color);
+Pending<CTextParm> MakeSizedParm(HWND window, const CGePoint2d& p, const CString& text, const CString& name,
+                                 Gdiplus::Color color, double height, LPCTSTR expression) {
+    auto obj = MakeText<CTextParm>(p, text, color);
     obj->SetParmName(name);
     obj->SetParmType(kParmTypeSized);
     obj->SetParmRegularExp(expression);
@@ -123,12 +125,13 @@ CTextParm* MakeSizedParm(HWND window, const CGePoint2d& p, const CString& text, 
 }
 
 // On top of the drawing; repaints when asked to, and never a window that is not there: that would be the desktop.
-CDrawable* Enter(CVectorView* view, CDrawable* obj, int redraw) {
-    view->GetDocument()->AddDrawAobject(obj);
+CDrawable* Enter(CVectorView* view, Pending<CDrawable> obj, int redraw) {
+    view->GetDocument()->AddDrawAobject(obj.get());
+    CDrawable* entered = obj.release();
     if (redraw != 0 && view->m_hWnd != nullptr) {
         view->InvalidateRect(nullptr, TRUE);
     }
-    return obj;
+    return entered;
 }
 
 } // namespace
@@ -137,36 +140,36 @@ CDrawable* Enter(CVectorView* view, CDrawable* obj, int redraw) {
 
 CDrawable* CVectorView::AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, CString parm, CString msg, int lock,
                                 int redraw) {
-    auto* line = Make<CLine>(c);
+    auto line = Make<CLine>(c);
     line->SetStartPoint(a);
     line->SetEndPoint(b);
-    Tag(line, parm, msg, lock);
-    return Enter(this, line, redraw);
+    Tag(line.get(), parm, msg, lock);
+    return Enter(this, std::move(line), redraw);
 }
 
 CDrawable* CVectorView::AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect) {
-    auto* line = Make<CLine>(c);
+    auto line = Make<CLine>(c);
     line->SetStartPoint(a);
     line->SetEndPoint(b);
     line->SetCanBeSelect(canSelect);
-    return Enter(this, line, 0);
+    return Enter(this, std::move(line), 0);
 }
 
 CDrawable* CVectorView::AddNetLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect) {
-    auto* pline = Make<CPLine>(c);
+    auto pline = Make<CPLine>(c);
     pline->AddPoint(a);
     pline->AddPoint(b);
     pline->SetCanBeSelect(canSelect);
-    GetDocument()->AddNetobject(pline);
-    return pline;
+    GetDocument()->AddNetobject(pline.get());
+    return pline.release();
 }
 
 CDrawable* CVectorView::AddArc(CGePoint2d center, float radius, float start, float end, Gdiplus::Color c, CString parm,
                                CString msg, int lock, int redraw) {
     // The centre is narrowed to float here, as older files store it; a host that needs more digits sets it afterwards.
-    auto* arc = Make<CArc>(c, Narrow(center), radius, start, end);
-    Tag(arc, parm, msg, lock);
-    return Enter(this, arc, redraw);
+    auto arc = Make<CArc>(c, Narrow(center), radius, start, end);
+    Tag(arc.get(), parm, msg, lock);
+    return Enter(this, std::move(arc), redraw);
 }
 
 CDrawable* CVectorView::AddArc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, Gdiplus::Color c, CString parm, CString msg,
@@ -183,18 +186,18 @@ CDrawable* CVectorView::AddArc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, Gdip
 }
 
 CDrawable* CVectorView::AddCenterPoint(CGePoint2d p, CString parm, CString msg, Gdiplus::Color c, int redraw) {
-    auto* mark = Make<CCenterPoint>(c, Narrow(p));
+    auto mark = Make<CCenterPoint>(c, Narrow(p));
     mark->SetParmName(parm);
     mark->SetMsgInfo(msg);
     mark->SetLockMode(1);
-    return Enter(this, mark, redraw);
+    return Enter(this, std::move(mark), redraw);
 }
 
 // ---- Polylines -----------------------------------------------------------------------------------------------------
 
 CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
                                  CStringArray& msgs, int wide, int closed, int lock, int redraw) {
-    Pending pline(MakePLine(pts, bulges, c));
+    auto pline = MakePLine(pts, bulges, c);
     if (pline == nullptr) {
         return nullptr;
     }
@@ -203,62 +206,62 @@ CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplu
     pline->SetClose(closed);
     // The low half with its sign: 0xFFFF is -1, by layer.
     pline->SetLineWide(static_cast<short>(wide));
-    return Enter(this, pline.release(), redraw);
+    return Enter(this, std::move(pline), redraw);
 }
 
 CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
                                  CStringArray& msgs, int lock, int redraw) {
-    Pending pline(MakePLine(pts, bulges, c));
+    auto pline = MakePLine(pts, bulges, c);
     if (pline == nullptr) {
         return nullptr;
     }
     NameSegments(pline.get(), names, msgs);
     pline->SetLockMode(lock);
     pline->SetClose(1);
-    return Enter(this, pline.release(), redraw);
+    return Enter(this, std::move(pline), redraw);
 }
 
 CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, int closed, int canSelect,
                                  int onTop) {
-    CPLine* pline = MakePLine(pts, bulges, c);
+    auto pline = MakePLine(pts, bulges, c);
     if (pline == nullptr) {
         return nullptr;
     }
     pline->SetClose(closed);
     pline->SetCanBeSelect(canSelect);
     if (onTop == 0) {
-        GetDocument()->AddDrawAobjectFront(pline);
-        return pline;
+        GetDocument()->AddDrawAobjectFront(pline.get());
+        return pline.release();
     }
-    return Enter(this, pline, 0);
+    return Enter(this, std::move(pline), 0);
 }
 
 // ---- Texts ---------------------------------------------------------------------------------------------------------
 
 CDrawable* CVectorView::AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, int redraw) {
-    auto* obj = MakeText<CText>(p, text, c);
+    auto obj = MakeText<CText>(p, text, c);
     obj->SetAngle(static_cast<float>(angle));
-    return Enter(this, obj, redraw);
+    return Enter(this, std::move(obj), redraw);
 }
 
 CDrawable* CVectorView::AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, double height,
                                 int canSelect, int redraw) {
-    auto* obj = MakeText<CText>(p, text, c);
+    auto obj = MakeText<CText>(p, text, c);
     obj->SetAngle(static_cast<float>(angle));
     obj->SetTextHeight(static_cast<float>(height));
     obj->SetCanBeSelect(canSelect);
-    return Enter(this, obj, redraw);
+    return Enter(this, std::move(obj), redraw);
 }
 
 CDrawable* CVectorView::AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, int redraw) {
-    auto* obj = MakeText<CTextParm>(p, text, c);
+    auto obj = MakeText<CTextParm>(p, text, c);
     obj->SetParmName(name);
     obj->SetParmType(kParmTypePlain);
     obj->SetParmRegularExp(kNumberExpression);
     const CSize size = MeasureInDefaultFont(m_hWnd, text);
     obj->SetTextHeight(static_cast<float>(size.cy + kHeightMargin));
     obj->SetTextWide(static_cast<float>(size.cx + kWideMargin));
-    return Enter(this, obj, redraw);
+    return Enter(this, std::move(obj), redraw);
 }
 
 CDrawable* CVectorView::AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, double height,
@@ -279,9 +282,9 @@ CDrawable* CVectorView::AddParmTextForSS(CGePoint2d p, CString& text, CString& n
 CDrawable* CVectorView::AddParmTextNoEdit(CGePoint2d p, CString& text, CString&, double, Gdiplus::Color c,
                                           double height, int redraw) {
     // A plain text with the default width, and not a parameter: the name is ignored.
-    auto* obj = MakeText<CText>(p, text, c);
+    auto obj = MakeText<CText>(p, text, c);
     obj->SetTextHeight(static_cast<float>(height));
-    return Enter(this, obj, redraw);
+    return Enter(this, std::move(obj), redraw);
 }
 
 // ---- Transforms and queries ----------------------------------------------------------------------------------------

@@ -1,6 +1,6 @@
 // The thread's message loop, the application, message boxes.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 #include "afxdlgs.h"
 
 IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)

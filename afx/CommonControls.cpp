@@ -1,6 +1,6 @@
 // Tooltips and the status bar.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 #include "afxcmn.h"
 
 IMPLEMENT_DYNAMIC(CToolTipCtrl, CWnd)

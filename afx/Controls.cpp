@@ -1,6 +1,6 @@
 // The classic controls: thin covers of their messages.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNAMIC(CStatic, CWnd)
 IMPLEMENT_DYNAMIC(CButton, CWnd)

@@ -1,7 +1,7 @@
 // Device contexts: attaching, selected objects, modes, mapping and clipping.
 // Layer 1: afx.
 #include "DCRange.h"
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNCREATE(CDC, CObject)
 
@@ -42,7 +42,18 @@ CDC* PASCAL CDC::FromHandle(HDC hDC) {
     if (auto* entry = map.Find(hDC)) {
         return entry->object;
     }
-    CDC* object = map.SetTemporary(hDC, std::make_unique<CDC>());
+    if (CDC* revived = map.Revive(hDC, [=](const CDC* each) { return each->m_hDC == hDC; })) {
+        return revived;
+    }
+    // Compatibility 107: a temporary object may be used again for another handle.
+    std::unique_ptr<CDC> spare = map.TakeSpare([](const CDC* each) { return ::GetObjectType(each->m_hDC) == 0; },
+                                               [](const CDC*) { return true; });
+    if (spare != nullptr) {
+        spare->m_hDC = spare->m_hAttribDC = nullptr; // so that it deletes nothing when the map has no memory
+    } else {
+        spare = std::make_unique<CDC>();
+    }
+    CDC* object = map.SetTemporary(hDC, std::move(spare));
     object->m_hDC = object->m_hAttribDC = hDC;
     return object;
 }

@@ -2,7 +2,7 @@
 // Layer 1: afx.
 #include "DCRange.h"
 #include "DCText.h"
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 // --- lines -------------------------------------------------------------------------------------------------------
 

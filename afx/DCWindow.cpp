@@ -1,6 +1,6 @@
 // Device contexts of windows, for the life of an object, and of metafiles.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNAMIC(CClientDC, CDC)
 IMPLEMENT_DYNAMIC(CWindowDC, CDC)

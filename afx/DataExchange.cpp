@@ -1,6 +1,6 @@
 // The exchange of values between members and controls, and its checks.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <cerrno>
 #include <cfloat>

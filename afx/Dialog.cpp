@@ -1,6 +1,6 @@
 // Dialogs, modal and modeless, from resources and from templates in memory.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <commctrl.h>
 

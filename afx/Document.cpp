@@ -1,9 +1,10 @@
 // CDocument: opening, saving so that a good file is never lost, titles, messages about failures.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <memory>
 #include <new>
+#include <vector>
 
 IMPLEMENT_DYNAMIC(CDocument, CCmdTarget)
 
@@ -58,11 +59,13 @@ public:
         }
         // All of it must be on the disk before the old file is replaced.
         Flush();
+        const DWORD attributes = TakeOver();
         CFile::Close();
-        const BOOL replaced = ::GetFileAttributes(m_strTarget) != INVALID_FILE_ATTRIBUTES &&
-                              ::ReplaceFile(m_strTarget, m_szTemporary, nullptr, 0, nullptr, nullptr);
-        if (!replaced &&
-            !::MoveFileEx(m_szTemporary, m_strTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        if (attributes != 0) {
+            ::SetFileAttributes(m_szTemporary, attributes);
+        }
+        // One step of the file system. ReplaceFile takes two, and a program that ends between them leaves no drawing.
+        if (!::MoveFileEx(m_szTemporary, m_strTarget, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
             const auto error = static_cast<LONG>(::GetLastError());
             Forget();
             CFileException::ThrowOsError(error, m_strTarget);
@@ -76,6 +79,23 @@ public:
     }
 
 private:
+    // Gives the new file what the old one has besides its bytes: who may read and write it, and when it was made. What
+    // can't be given is left as it is. Returns the attributes, which the new file gets once it is closed; 0 without an
+    // old file.
+    DWORD TakeOver() {
+        WIN32_FILE_ATTRIBUTE_DATA old = {};
+        if (!::GetFileAttributesEx(m_strTarget, GetFileExInfoStandard, &old)) {
+            return 0;
+        }
+        ::SetFileTime(m_hFile, &old.ftCreationTime, nullptr, nullptr);
+        DWORD size = 0;
+        ::GetFileSecurity(m_strTarget, DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+        std::vector<BYTE> access(size);
+        if (size != 0 && ::GetFileSecurity(m_strTarget, DACL_SECURITY_INFORMATION, access.data(), size, &size)) {
+            ::SetFileSecurity(m_szTemporary, DACL_SECURITY_INFORMATION, access.data());
+        }
+        return old.dwFileAttributes;
+    }
     BOOL Refuse(CFileException* pError, DWORD code) {
         if (pError != nullptr) {
             pError->m_lOsError = static_cast<LONG>(code);

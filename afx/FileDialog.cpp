@@ -1,6 +1,6 @@
 // The file dialog of Windows.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 #include "afxdlgs.h"
 
 IMPLEMENT_DYNAMIC(CCommonDialog, CDialog)

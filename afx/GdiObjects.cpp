@@ -1,7 +1,7 @@
 // GDI objects: owning handles, temporary objects, and the functions of pens, brushes, fonts, bitmaps and regions.
 // Layer 1: afx.
 #include "DCRange.h"
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <cstdlib>
 
@@ -50,6 +50,11 @@ T* TypedFromHandle(HGDIOBJ handle) {
         if (!entry->temporary || entry->object->GetRuntimeClass() == RUNTIME_CLASS(T)) {
             return static_cast<T*>(entry->object);
         }
+    }
+    if (CGdiObject* revived = map.Revive(handle, [=](const CGdiObject* each) {
+            return each->m_hObject == handle && each->GetRuntimeClass() == RUNTIME_CLASS(T);
+        })) {
+        return static_cast<T*>(revived);
     }
     // Compatibility 107: a temporary GDI object may be used again for another handle.
     // A program that paints without ever being idle gets new handles all the time. The temporary objects of freed

@@ -1,4 +1,4 @@
-// The table from Windows handles to the objects that represent them, and the layer's state of one thread.
+// The table from Windows handles to the objects that represent them.
 // Internal to nrafx.dll. Layer 1: afx.
 #pragma once
 
@@ -12,7 +12,7 @@
 // A permanent entry belongs to its object, which takes it out again. Temporary objects belong to the map until
 // DeleteTemporaries, also when their entry has been removed. The newest permanent entry is kept outside the table until
 // another comes: a pen that is made for one stroke is freed by then, and never changes the table. Only the two Set
-// functions and TakeSpare allocate; when memory is short they throw and leave the map as it was.
+// functions, TakeSpare and Revive allocate; when memory is short they throw and leave the map as it was.
 template <class T>
 class HandleMap {
 public:
@@ -72,6 +72,19 @@ public:
             }
         }
         m_table.Erase(entry);
+    }
+    // Gives a temporary object whose entry a later owner of its handle has taken an entry again, once that owner has
+    // gone: the paint of a window makes its context an owner each time. Null when isOf accepts none.
+    template <class IsOf>
+    T* Revive(void* handle, IsOf isOf) {
+        const auto found = std::find_if(m_retired.begin(), m_retired.end(), isOf);
+        if (found == m_retired.end()) {
+            return nullptr;
+        }
+        T* object = *found;
+        Enter({handle, object, true}); // The handle has no entry, so that nothing else is retired by this.
+        m_retired.erase(found);
+        return object;
     }
     // How many temporary objects there are.
     size_t GetTemporaryCount() const { return m_temporaries; }
@@ -158,28 +171,6 @@ private:
     size_t m_temporaries = 0;
     size_t m_searchAt = kFirstSearch;
 };
-
-// What the layer keeps for each thread.
-struct AfxThreadState {
-    HandleMap<CWnd> windows;
-    HandleMap<CDC> contexts;
-    HandleMap<CMenu> menus;
-    HandleMap<CGdiObject> gdi;
-    MSG message = {};                        // the message being handled
-    int depth = 0;                           // nesting of window procedures
-    CWnd* created = nullptr;                 // gets the next window that is made
-    HHOOK createHook = nullptr;              //
-    HWND lockedOut = nullptr;                // its controls' notifications are ignored: an exchange is running
-    struct AfxBoxWatch* box = nullptr;       // gets the next message box that is made
-    int exitCode = 0;                        // of the last WM_QUIT
-    AFX_MODULE_STATE* moduleState = nullptr; // null: the application's
-    CWinThread* thread = nullptr;
-};
-
-AfxThreadState& AfxState();
-// The state of the thread if it has one: for destructors, which may run at the end of the process.
-AfxThreadState* AfxStateIfAny();
-void AfxDeleteTemporaries(); // unless a window procedure is on the stack
 
 // Makes the object the owner of the handle, and no longer of the one it had. Throws with nothing changed.
 template <class T, class Handle>

@@ -1,6 +1,6 @@
 // Menus, and the state of a menu item or control that update handlers set.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNCREATE(CMenu, CObject)
 

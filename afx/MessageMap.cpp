@@ -1,6 +1,6 @@
 // Message maps: finding a message's or command's row and calling its handler.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 IMPLEMENT_DYNAMIC(CCmdTarget, CObject)
 

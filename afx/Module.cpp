@@ -1,11 +1,12 @@
 // Module state, resource search, extension modules, the state of each thread, the DLL's entry point.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 #include "AfxInternal.h"
 
 #include <atomic>
 
 #include <algorithm>
+#include <exception>
 
 namespace {
 
@@ -284,6 +285,11 @@ void CDynLinkLibrary::Link() {
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserved);
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserved) {
+    if (reason == DLL_PROCESS_ATTACH || reason == DLL_THREAD_ATTACH) {
+        // The compiler's runtime takes the memory for a thread's exceptions with the first one, and faults where that
+        // is refused. So it is taken now, and a lack of memory can be thrown.
+        [[maybe_unused]] volatile const int none = std::uncaught_exceptions();
+    }
     switch (reason) {
     case DLL_PROCESS_ATTACH:
         g_hLayer = hInstance;

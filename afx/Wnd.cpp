@@ -1,6 +1,6 @@
 // CWnd: the tie between object and window, creation, the window procedure, subclassing.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 #include <new>
 
@@ -157,7 +157,18 @@ CWnd* PASCAL CWnd::FromHandle(HWND hWnd) {
     if (auto* entry = map.Find(hWnd)) {
         return entry->object;
     }
-    CWnd* object = map.SetTemporary(hWnd, std::make_unique<CWnd>());
+    if (CWnd* revived = map.Revive(hWnd, [=](const CWnd* each) { return each->m_hWnd == hWnd; })) {
+        return revived;
+    }
+    // Compatibility 107: a temporary object may be used again for another handle.
+    std::unique_ptr<CWnd> spare =
+        map.TakeSpare([](const CWnd* each) { return !::IsWindow(each->m_hWnd); }, [](const CWnd*) { return true; });
+    if (spare != nullptr) {
+        spare->m_hWnd = nullptr; // so that it destroys nothing when the map has no memory
+    } else {
+        spare = std::make_unique<CWnd>();
+    }
+    CWnd* object = map.SetTemporary(hWnd, std::move(spare));
     object->m_hWnd = hWnd;
     return object;
 }

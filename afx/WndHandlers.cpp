@@ -1,6 +1,6 @@
 // CWnd's own message handlers: default processing, and controls' messages sent back to the controls.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 // --- life, place, focus ------------------------------------------------------------------------------------------
 int CWnd::OnCreate(LPCREATESTRUCT) {

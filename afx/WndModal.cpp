@@ -1,6 +1,6 @@
 // CWnd: the modal loop, the exchange of values with the controls, the state of the controls.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 // --- modal loop --------------------------------------------------------------------------------------------------
 

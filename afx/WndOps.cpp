@@ -1,6 +1,6 @@
 // CWnd: the thin covers of Windows' window functions.
 // Layer 1: afx.
-#include "HandleMap.h"
+#include "ThreadState.h"
 
 HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd) {
     return AfxHandleOf(pWnd);

@@ -16,6 +16,17 @@ size_t HashAddress(uint64_t address, size_t mask) {
     return static_cast<size_t>((((address >> 12) * 0x9E3779B97F4A7C15ull) >> 32) + ((address >> 4) & 0xFF)) & mask;
 }
 
+// Views on several threads register their objects here.
+SRWLOCK g_lock = SRWLOCK_INIT;
+
+class Locked {
+public:
+    Locked() { ::AcquireSRWLockExclusive(&g_lock); }
+    ~Locked() { ::ReleaseSRWLockExclusive(&g_lock); }
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+};
+
 size_t HashPointer(const void* p, size_t mask) {
     return HashAddress(reinterpret_cast<uint64_t>(p), mask);
 }
@@ -38,11 +49,17 @@ CKXMemoryManager* CKXMemoryManager::Instance() {
 // ---- Queries
 
 int CKXMemoryManager::IsKnown(const void* p) const {
+    const Locked locked;
+    return IsListed(p);
+}
+
+bool CKXMemoryManager::IsListed(const void* p) const {
     return p != nullptr && m_capacity != 0 && m_entries[FindSlot(p)].pointer == p;
 }
 
 int CKXMemoryManager::GetSites(CArray<CKXMemorySite, CKXMemorySite&>& sites) const {
     sites.RemoveAll();
+    const Locked locked;
     for (int i = 0; i < m_siteCount; ++i) {
         if (m_sites[i].count == 0) {
             continue;
@@ -96,6 +113,7 @@ void CKXMemoryManager::AddMemoryInfo(void* p, const char* file, int line) noexce
     if (p == nullptr) {
         return;
     }
+    const Locked locked;
     if (static_cast<size_t>(m_count + 1) * 2 > m_capacity && !GrowEntries()) {
         return;
     }
@@ -118,7 +136,8 @@ void CKXMemoryManager::RemoveMemoryInfo(void* p, const char*, int) noexcept {
     if (p == nullptr) {
         return;
     }
-    if (!IsKnown(p)) {
+    const Locked locked;
+    if (!IsListed(p)) {
         ++m_unknown;
         return;
     }

@@ -20,7 +20,7 @@ struct CKXMemorySite {
 
 // Registry of the heap objects of the system: each is added right after new and removed right before delete, so that
 // whatever is listed at the end was leaked. It changes no behaviour: nothing here throws, and a wrong pointer is only
-// counted. One thread, that of the window; no lock.
+// counted. For any thread: views on several threads share it.
 class NRKX_API CKXMemoryManager {
 public:
     // Exists until the process ends, also while other modules are being unloaded.
@@ -66,6 +66,8 @@ private:
     CKXMemoryManager(const CKXMemoryManager&) = delete;
     CKXMemoryManager& operator=(const CKXMemoryManager&) = delete;
 
+    // These are called with the lock held.
+    bool IsListed(const void* p) const;
     size_t FindSlot(const void* p) const;
     bool GrowEntries();
     bool GrowSites();

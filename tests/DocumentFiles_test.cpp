@@ -5,49 +5,16 @@
 #include "MemoryInfo.h"
 #include "support/BoxAnswer.h"
 #include "support/FileDialogAnswer.h"
-#include "support/RefusedMemory.h"
+#include "support/TemporaryPath.h"
 #include "support/TestData.h"
 #include "support/ViewHost.h"
+#include "support/WatchedCalls.h"
 
 #include <gtest/gtest.h>
 
 #include <new>
 
 namespace {
-
-// A path in the temporary folder that no file has, removed again at the end.
-class TemporaryPath {
-public:
-    TemporaryPath() {
-        wchar_t folder[MAX_PATH] = {};
-        ::GetTempPath(MAX_PATH, folder);
-        static int number = 0;
-        m_path.Format(L"%snrv图%lu_%d.nrv", folder, ::GetCurrentProcessId(), ++number);
-        ::DeleteFile(m_path);
-    }
-    ~TemporaryPath() {
-        ::SetFileAttributes(m_path, FILE_ATTRIBUTE_NORMAL);
-        ::DeleteFile(m_path);
-    }
-    operator LPCTSTR() const { return m_path; }
-    operator CString() const { return m_path; }
-    bool Exists() const { return ::GetFileAttributes(m_path) != INVALID_FILE_ATTRIBUTES; }
-    Bytes Read() const {
-        CFile file(m_path, CFile::modeRead);
-        Bytes bytes(static_cast<size_t>(file.GetLength()));
-        if (!bytes.empty()) {
-            file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-        }
-        return bytes;
-    }
-    void Write(const Bytes& bytes) const {
-        CFile file(m_path, CFile::modeCreate | CFile::modeWrite);
-        file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
-    }
-
-private:
-    CString m_path;
-};
 
 // A document whose store fails after some objects.
 class FailingDocument : public CGraphicDocument {
@@ -144,32 +111,23 @@ public:
     int refused = 0;
 };
 
-// Files in the temporary folder that a save writes beside its target.
-int FilesInTheMaking() {
-    wchar_t folder[MAX_PATH] = {};
-    ::GetTempPath(MAX_PATH, folder);
-    int count = 0;
-    WIN32_FIND_DATA found = {};
-    const HANDLE search = ::FindFirstFile(CString(folder) + L"NRV*.tmp", &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            ++count;
-        } while (::FindNextFile(search, &found));
-        ::FindClose(search);
-    }
-    return count;
-}
-
 using Texts = std::vector<std::string>;
 
-// Does `work(number)` with the nth request for memory refused, for each n, until nothing is refused any more; then the
-// same with all requests from the nth on. `work` gives the number of refused requests.
+#ifdef NR_GUARDED
+constexpr WatchedCalls::Extent kExtents[] = {WatchedCalls::One, WatchedCalls::AllFromThere};
+#else
+// Without any memory the compiler's runtime cannot throw.
+constexpr WatchedCalls::Extent kExtents[] = {WatchedCalls::One};
+#endif
+
+// Does `work(number)` with the nth request for memory refused, for each n, until nothing is refused any more; in the
+// guarded build, the same with all requests from the nth on. `work` gives the number of refused requests.
 template <typename F>
 void ForEachRefusal(F work) {
-    for (const auto extent : {RefusedMemory::One, RefusedMemory::AllFromThere}) {
+    for (const auto extent : kExtents) {
         LONG nth = 1;
         for (; nth < 1000; ++nth) {
-            SCOPED_TRACE(testing::Message() << (extent == RefusedMemory::One ? "only" : "from ") << nth);
+            SCOPED_TRACE(testing::Message() << (extent == WatchedCalls::One ? "only" : "from ") << nth);
             const auto before = CKXMemoryManager::Instance()->GetCount();
             const LONG refused = work(nth, extent);
             EXPECT_EQ(before, CKXMemoryManager::Instance()->GetCount());
@@ -665,20 +623,19 @@ TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumen
     EXPECT_EQ(3, loaded.Objects().GetSize());
 }
 
-// ---- Too little memory, in the guarded build, whose allocator can refuse it
-// --------------------------------------------
+// ---- Too little memory ---------------------------------------------------------------------------------------------
 
-#ifdef NR_GUARDED
 TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereIsReported) {
     Bytes bytes = ReadTestData("lines_two.nrv");
-    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+    ForEachRefusal([&](LONG nth, WatchedCalls::Extent extent) {
         LoneDocument lone;
         BoxAnswer boxes({IDOK});
         LONG refused = 0;
         {
-            RefusedMemory refusal(nth, extent);
+            WatchedCalls calls;
+            calls.Refuse(WatchedCalls::Memory, nth, extent);
             EXPECT_EQ(1, lone.document.OpenDocument(bytes.data(), static_cast<unsigned int>(bytes.size())));
-            refused = refusal.Refused();
+            refused = calls.Refused();
         }
         EXPECT_EQ(refused == 0 ? Texts{} : Texts{"CGraphicDocument::Serialize错误"}, boxes.Texts());
         EXPECT_FALSE(lone.document.IsModified());
@@ -694,14 +651,15 @@ TEST(DocumentFiles, ALoadByPathThatIsRefusedMemoryAnywhereIsReported) {
     const TemporaryPath path;
     const Bytes bytes = ReadTestData("lines_two.nrv");
     path.Write(bytes);
-    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+    ForEachRefusal([&](LONG nth, WatchedCalls::Extent extent) {
         LoneDocument lone;
         BoxAnswer boxes({IDOK});
         LONG refused = 0;
         {
-            RefusedMemory refusal(nth, extent);
+            WatchedCalls calls;
+            calls.Refuse(WatchedCalls::Memory, nth, extent);
             lone.document.OnOpenDocument(path);
-            refused = refusal.Refused();
+            refused = calls.Refused();
         }
         EXPECT_EQ(refused == 0 ? 0u : 1u, boxes.Texts().size());
         CFile whole; // No other code has it open any more.
@@ -715,7 +673,7 @@ TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereIsReportedAndLeavesTheOldFil
     const Bytes old = ReadTestData("empty.nrv");
     const Bytes bytes = ReadTestData("lines_two.nrv");
     const int before = FilesInTheMaking();
-    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+    ForEachRefusal([&](LONG nth, WatchedCalls::Extent extent) {
         path.Write(old);
         LoneDocument lone;
         EXPECT_EQ(-1, lone.LoadRaw(bytes));
@@ -723,9 +681,10 @@ TEST(DocumentFiles, ASaveThatIsRefusedMemoryAnywhereIsReportedAndLeavesTheOldFil
         LONG refused = 0;
         BOOL saved = FALSE;
         {
-            RefusedMemory refusal(nth, extent);
+            WatchedCalls calls;
+            calls.Refuse(WatchedCalls::Memory, nth, extent);
             saved = lone.document.OnSaveDocument(path);
-            refused = refusal.Refused();
+            refused = calls.Refused();
         }
         EXPECT_EQ(refused == 0 ? 0u : 1u, boxes.Texts().size());
         EXPECT_EQ(refused == 0, saved != FALSE);
@@ -739,23 +698,23 @@ TEST(DocumentFiles, AStoreToMemoryThatIsRefusedMemoryAnywhereLetsTheFailureThrou
     const Bytes bytes = ReadTestData("lines_two.nrv");
     LoneDocument lone;
     ASSERT_EQ(-1, lone.LoadRaw(bytes));
-    ForEachRefusal([&](LONG nth, RefusedMemory::Extent extent) {
+    ForEachRefusal([&](LONG nth, WatchedCalls::Extent extent) {
         CMemFile file(1024);
         bool whole = false;
         LONG refused = 0;
         {
-            RefusedMemory refusal(nth, extent);
+            WatchedCalls calls;
+            calls.Refuse(WatchedCalls::Memory, nth, extent);
             try {
                 whole = lone.document.StoreToMemFile(&file) == 1;
             } catch (CMemoryException* e) {
                 e->Delete();
             } catch (const std::bad_alloc&) {
             }
-            refused = refusal.Refused();
+            refused = calls.Refused();
         }
         EXPECT_EQ(refused == 0, whole);
         EXPECT_EQ(bytes, lone.Store());
         return refused;
     });
 }
-#endif

@@ -214,6 +214,28 @@ TEST_F(DesktopAfxDocument, AReadOnlyFileIsNotReplaced) {
     EXPECT_EQ(Get(), "good");
 }
 
+TEST_F(DesktopAfxDocument, ASavedFileKeepsTheAttributesAndTheTimeOfMakingOfTheOldOne) {
+    Put("good");
+    const FILETIME made = {0x12345678, 0x01C00000};
+    const HANDLE old = ::CreateFile(m_path, FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_TRUE(::SetFileTime(old, &made, nullptr, nullptr));
+    ::CloseHandle(old);
+    ASSERT_TRUE(::SetFileAttributes(m_path, FILE_ATTRIBUTE_HIDDEN));
+    WIN32_FILE_ATTRIBUTE_DATA before = {};
+    ASSERT_TRUE(::GetFileAttributesEx(m_path, GetFileExInfoStandard, &before));
+    Bytes document;
+    document.m_bytes = "new";
+    EXPECT_TRUE(document.OnSaveDocument(m_path));
+    WIN32_FILE_ATTRIBUTE_DATA after = {};
+    ASSERT_TRUE(::GetFileAttributesEx(m_path, GetFileExInfoStandard, &after));
+    EXPECT_EQ(before.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN, after.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN);
+    // Where the system keeps no time of making, it tells that of the last change.
+    if (before.ftCreationTime.dwHighDateTime == made.dwHighDateTime) {
+        EXPECT_EQ(before.ftCreationTime.dwLowDateTime, after.ftCreationTime.dwLowDateTime);
+    }
+    EXPECT_EQ(Get(), "new");
+}
+
 TEST_F(DesktopAfxDocument, AFileThatIsOpenElsewhereIsNotReplaced) {
     Put("good");
     CFile held(m_path, CFile::modeRead | CFile::shareExclusive);

@@ -6,6 +6,7 @@
 #include "OperationCreateObjAb.h"
 #include "PLine.h"
 #include "support/FaultNote.h"
+#include "support/FilledHeap.h"
 #include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
@@ -324,6 +325,7 @@ std::vector<CallRow> LaterEvents() {
 
 void RunCallMatrix(const char* title, const std::vector<CallState>& states, const std::vector<CallRow>& calls,
                    const std::function<std::unique_ptr<CallHost>()>& make) {
+    const FilledHeap heap;
     const std::vector<CallRow> events = LaterEvents();
     size_t cells = 0;
     {

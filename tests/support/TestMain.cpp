@@ -1,13 +1,16 @@
 // main() of every test program: a run of no test fails, and a fault ends the process with its address and no dialog.
-// Layer 15: tests.
+// With NR_FILLED_HEAP set the whole run is on a heap that shows use after free. Layer 15: tests.
 
 #include "FaultNote.h"
+#include "FilledHeap.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -16,6 +19,18 @@ constexpr int kExitNoTests = 71;
 
 // GoogleTest can be asked for the running test only while it runs tests: not from a destructor at exit.
 bool g_testing = false;
+
+// Ends the line of a fault with the running test, and the process.
+[[noreturn]] void EndWithNote() {
+    const testing::TestInfo* const test = g_testing ? testing::UnitTest::GetInstance()->current_test_info() : nullptr;
+    if (test) {
+        std::fprintf(stderr, ", in %s.%s %s", test->test_suite_name(), test->name(), g_faultNote);
+    }
+    std::fprintf(stderr, "\n");
+    std::fflush(nullptr);
+    TerminateProcess(GetCurrentProcess(), kExitFault);
+    __builtin_unreachable();
+}
 
 // Prints module and offset, so that `x86_64-w64-mingw32-addr2line -e <module> <offset + image base>` finds the line.
 LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
@@ -32,20 +47,19 @@ LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
         GetModuleFileNameA(module, path, MAX_PATH);
     }
     const auto offset = reinterpret_cast<ULONG_PTR>(record.ExceptionAddress) - reinterpret_cast<ULONG_PTR>(module);
-    const testing::TestInfo* const test = g_testing ? testing::UnitTest::GetInstance()->current_test_info() : nullptr;
     std::fprintf(stderr, "FAULT %08lx at %p (%s+0x%llx)", record.ExceptionCode, record.ExceptionAddress, path,
                  static_cast<unsigned long long>(offset));
     if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2) {
         std::fprintf(stderr, ", %s %p", record.ExceptionInformation[0] == 1 ? "writing" : "reading",
                      reinterpret_cast<void*>(record.ExceptionInformation[1]));
     }
-    if (test) {
-        std::fprintf(stderr, ", in %s.%s %s", test->test_suite_name(), test->name(), g_faultNote);
-    }
-    std::fprintf(stderr, "\n");
-    std::fflush(nullptr);
-    TerminateProcess(GetCurrentProcess(), kExitFault);
-    return EXCEPTION_EXECUTE_HANDLER;
+    EndWithNote();
+}
+
+// abort(), in whatever module: an exception that nobody catches, a failed check of the runtime.
+[[noreturn]] void OnAbort(int) {
+    std::fprintf(stderr, "ABORT");
+    EndWithNote();
 }
 
 } // namespace
@@ -53,7 +67,10 @@ LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
 int main(int argc, char** argv) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SetUnhandledExceptionFilter(OnFault);
+    std::signal(SIGABRT, OnAbort);
     testing::InitGoogleTest(&argc, argv);
+    const std::unique_ptr<FilledHeap> heap(GetEnvironmentVariableW(L"NR_FILLED_HEAP", nullptr, 0) != 0 ? new FilledHeap
+                                                                                                       : nullptr);
     g_testing = true;
     const int result = RUN_ALL_TESTS();
     g_testing = false;
