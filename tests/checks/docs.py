@@ -12,6 +12,13 @@ LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
 PATH = re.compile(r"`((?:afx|kx|Source|resources|demo|tests|bench|tools|docs|samples|cmake|\.ci)/[A-Za-z0-9_./-]*)`")
 
 
+def dead_links(root, name):
+    """What is wrong with the links of one document, which is named by its path below root."""
+    for target in LINK.findall(common.text_of(root, name)):
+        if "://" not in target and not os.path.exists(os.path.join(root, os.path.dirname(name), target)):
+            yield f"{name}: the link to {target} leads nowhere"
+
+
 def problems_of(root):
     for name in REQUIRED:
         path = os.path.join(root, name)
@@ -26,9 +33,7 @@ def problems_of(root):
             documents += [f"{folder}/{name}" for name in os.listdir(os.path.join(root, folder)) if name.endswith(".md")]
     for name in sorted(documents):
         text = common.text_of(root, name)
-        for target in LINK.findall(text):
-            if "://" not in target and not os.path.exists(os.path.join(root, os.path.dirname(name), target)):
-                yield f"{name}: the link to {target} leads nowhere"
+        yield from dead_links(root, name)
         for target in PATH.findall(text):
             if not os.path.exists(os.path.join(root, target)):
                 yield f"{name}: there is no {target}"
