@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""The package as a stranger gets it: the zip is made and unpacked elsewhere, its links and headers are looked at, the
-samples are built against it alone by the commands of their page, and each is used: the width is typed, a negative height is
-refused, the area follows, and what was stored is read back."""
+"""The package as a stranger gets it: the zip is made and unpacked elsewhere, its links and headers are looked at. The program
+of the guide and the samples are built against it alone, by the commands of their pages. The guide's program keeps a line that
+the user draws. In each sample the width is typed, a negative height is refused, the area follows, and what was stored is read
+back."""
 import os
 import re
 import shutil
@@ -14,11 +15,27 @@ import host
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.insert(0, os.path.join(ROOT, "tests", "checks"))
 import docs  # noqa: E402
+import drawing  # noqa: E402
 import imports  # noqa: E402
 import layers  # noqa: E402
 
-# The samples that show a window here, by program.
+# The samples that show a window here, by program; the second group where the package has the C interface.
 SAMPLES = ("rectangle_cpp",)
+C_SAMPLES = ("rectangle_c", "rectangle_dialog")
+# A program without a C runtime, for the import library that Visual C++ uses: a line in a drawing, stored: 38 bytes of header,
+# 11 of class record, 48 + 48 of fields and two empty texts of 4 bytes.
+FOREIGN = """
+#include <nrview.h>
+int _fltused;
+int start(void) {
+    NrvHandle drawing;
+    uint32_t size = 0;
+    if (NrvGetVersion() >> 24 != 1 || NrvCreateDrawing(&drawing) != NRV_OK) return 1;
+    if (NrvAddLine(drawing, 0, 0, 3, 4, 0xFF0000, 0) != NRV_OK) return 2;
+    if (NrvSaveBuffer(drawing, 0, 0, &size) != NRV_OK || size != 145) return 3;
+    return NrvFreeDrawing(drawing) == NRV_OK ? 42 : 4;
+}
+"""
 
 
 def run(command, folder, seconds=240):
@@ -57,15 +74,89 @@ def look(package):
     host.expect(not needs, "\n".join(needs))
 
 
+def commands(package, page):
+    """The commands of a page that build for Windows on another system."""
+    with open(os.path.join(package, page), encoding="utf-8") as file:
+        text = file.read()
+    blocks = [block for block in re.findall(r"```sh\n(.*?)```", text, re.S) if "CMAKE_SYSTEM_NAME" in block]
+    host.expect(len(blocks) == 1, f"{len(blocks)} blocks of commands in {page}")
+    return text, ["sh", "-e", "-c", blocks[0].replace("FOLDER_OF_THE_PACKAGE", package)]
+
+
 def build_samples(package, out):
-    """By the commands of the samples' page, for somebody on another system than Windows."""
-    with open(os.path.join(package, "samples", "hosts", "README.md"), encoding="utf-8") as file:
-        blocks = [block for block in re.findall(r"```sh\n(.*?)```", file.read(), re.S) if "CMAKE_SYSTEM_NAME" in block]
-    host.expect(len(blocks) == 1, f"{len(blocks)} blocks of commands build the samples")
     samples = os.path.join(out, "samples")
     shutil.copytree(os.path.join(package, "samples", "hosts"), samples)
-    run(["sh", "-e", "-c", blocks[0].replace("FOLDER_OF_THE_PACKAGE", package)], samples)
+    run(commands(package, "samples/hosts/README.md")[1], samples)
     return os.path.join(samples, "build")
+
+
+def build_guide(package, out):
+    """The C++ blocks of the guide, one after another, and its CMakeLists.txt."""
+    folder = os.path.join(out, "guide")
+    os.mkdir(folder)
+    text, command = commands(package, "doc/embedding.md")
+    for name, kind in (("guide.cpp", "cpp"), ("CMakeLists.txt", "cmake")):
+        with open(os.path.join(folder, name), "w", encoding="utf-8") as file:
+            file.write("\n".join(re.findall(rf"```{kind}\n(.*?)```", text, re.S)))
+    run(command, folder)
+    return os.path.join(folder, "build", "guide.exe")
+
+
+class Guide(host.Demo):
+    TITLE = "^Guide$"
+
+    def close(self):
+        """What the program has printed by its end."""
+        self.key("alt+F4")
+        host.wait_for("the end of the guide's program", lambda: self.process.poll() is not None)
+        host.expect(self.process.returncode == 0, f"the guide's program ends with {self.process.returncode}")
+        with open(os.path.join(self.out, "demo.log"), encoding="utf-8", errors="replace") as file:
+            return file.read().split("\n")
+
+
+def use_guide(program, out):
+    """The first run draws, the second one shows the same again."""
+    folder = os.path.join(out, "guide")
+    os.chdir(folder)
+    Guide.PROGRAM = program
+    with Guide(folder) as guide:
+        before = guide.settled()
+        guide.click(guide.width // 2, guide.height // 4)
+        guide.click(guide.width // 2 + 90, guide.height // 4 + 50)
+        guide.move(5, 5)
+        host.wait_for("the user's line", lambda: guide.settled().changed(before) > 60)
+        shown = guide.settled()
+        printed = guide.close()
+    with open("guide.nrv", "rb") as file:
+        data = file.read()
+    host.expect(printed[:3] == [f"{len(data)} bytes", "length = 120", "saved: 1"], f"the guide's program prints {printed}")
+    kinds = [thing["class"] for thing in drawing.read_drawing(data)["objects"]]
+    host.expect(kinds == ["CLine", "CArc", "CText", "CTextParm", "CLine"], f"the guide's program saves {kinds}")
+    with Guide(folder) as guide:
+        guide.move(5, 5)
+        again = guide.settled()
+        middle = guide.width // 2 + 45, guide.height // 4 + 25
+        colours = [picture.at(*middle) == host.WHITE for picture in (before, shown, again)]
+        host.expect(colours == [False, True, True], f"the user's line is white before, after, in the second run: {colours}")
+        host.expect(again.data.count(host.WHITE) > 300, "the second run shows no drawing")
+        guide.close()
+
+
+def visual_c(package, out):
+    """A C program compiled by clang for the target of Visual C++ and linked by lld-link against the package's .lib."""
+    folder = os.path.join(out, "foreign")
+    os.mkdir(folder)
+    with open(os.path.join(folder, "foreign.c"), "w", encoding="ascii") as file:
+        file.write(FOREIGN)
+    run(["clang", "--target=x86_64-pc-windows-msvc", "-c", "-O1", "-isystem", "/usr/x86_64-w64-mingw32/include",
+         "-I" + os.path.join(package, "include", "NRVectorView"), "foreign.c", "-o", "foreign.obj"], folder)
+    run(["lld-link", "/entry:start", "/subsystem:console", "/nodefaultlib", "foreign.obj",
+         os.path.join(package, "lib", "NRVectorView.lib"), "/out:foreign.exe"], folder)
+    for name in ("NRVectorView.dll", "nrkx.dll", "nrafx.dll"):
+        shutil.copy(os.path.join(package, "bin", name), folder)
+    done = subprocess.run([os.environ["NR_WITH_WINE"], os.path.join(folder, "foreign.exe")], stdin=subprocess.DEVNULL,
+                          timeout=60, check=False)
+    host.expect(done.returncode == 42, f"the program linked by lld-link ends with {done.returncode}")
 
 
 class Sample(host.Demo):
@@ -108,8 +199,12 @@ def use(program, out):
 def main(out):
     package = unpack(out)
     look(package)
+    use_guide(build_guide(package, out), out)
     build = build_samples(package, out)
-    for name in SAMPLES:
+    has_c = os.path.exists(os.path.join(package, "include", "NRVectorView", "nrview.h"))
+    if has_c:
+        visual_c(package, out)
+    for name in SAMPLES + (C_SAMPLES if has_c else ()):
         use(os.path.join(build, name + ".exe"), os.path.join(out, name))
 
 

@@ -1,6 +1,6 @@
 // A parameter view of a rectangle in a C++ host: width and height are edited in the picture, the area follows. Negative
-// values are refused. After every change the drawing is stored in a buffer, and the buffer is read back into a second view
-// that has no window. Prints what happens, a line each.
+// values are refused. After every change the drawing is stored in a buffer, and the buffer is read back into a second
+// view that has no window. Prints what happens, a line each.
 #include <PLine.h>
 #include <TextParm.h>
 #include <VectorViewParm.h>
