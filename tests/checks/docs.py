@@ -17,6 +17,7 @@ FOLDERS = ("afx", "docs", "docs/images", "samples", "samples/hosts", "tests/data
 MORE_WORDS = ("capi/include", "cmake", "samples/hosts/cpp", "samples/hosts/c", "tests", "tests/checks", "tests/e2e", "tests/support")
 SPAN = re.compile(r"`([^`\n]+)`")
 BLOCK = re.compile(r"^```(?:cpp|text)\n(.*?)^```", re.S | re.M)
+FENCED = re.compile(r"^```\w*\n.*?^```", re.S | re.M)
 # What can only be a name of ours, wherever it is.
 OURS = re.compile(r"\b(?:C[A-Z]+[a-z]\w*|Nrv[A-Z]\w*|NRV_\w+|NRAFX_\w+|kV[a-z]+[A-Z]\w*|Afx[A-Z]\w*)\b")
 MADE = re.compile(r"\b(?:class|struct) (\w+)")
@@ -66,7 +67,29 @@ def readme_problems(root, name):
             return
 
 
+def translation_problems(root):
+    """A page in Chinese has the code of the English one."""
+    for name in ("README.md", "docs/embedding.md"):
+        other = name.replace(".md", ".zh-CN.md")
+        if os.path.exists(os.path.join(root, other)):
+            ours, theirs = (FENCED.findall(common.text_of(root, page)) for page in (name, other))
+            if ours != theirs:
+                yield f"{other}: its code is not that of {name}"
+
+
+def command_problems(root):
+    """docs/commands.md has a heading for each command word, and no others."""
+    table = os.path.join(root, "Source", "CommandWords.cpp")
+    if os.path.exists(table):
+        words = set(re.findall(r'^    \{L"(\w+)", New', common.text_of(table), re.M))
+        headings = re.findall(r'^### "(\w+)"', common.text_of(root, "docs", "commands.md"), re.M)
+        for word in sorted(words ^ set(headings)):
+            yield f"docs/commands.md: the command {word} is {'missing' if word in words else 'none'}"
+
+
 def problems_of(root):
+    yield from translation_problems(root)
+    yield from command_problems(root)
     for name in REQUIRED:
         path = os.path.join(root, name)
         if not os.path.exists(path) or not common.text_of(path).strip():

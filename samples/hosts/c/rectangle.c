@@ -18,8 +18,11 @@ static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPAR
             CHECK(NrvZoomExtents(view));
         }
         return 0;
-    case WM_SETFOCUS:
-        SetFocus(view);
+    case WM_SETFOCUS: /* the keyboard begins at the width; a refused text keeps its own box */
+        if (outline != 0) {
+            UpdateWindow(view);
+            NrvBeginEdit(view, width);
+        }
         return 0;
     case WM_NOTIFY:
         if (((NMHDR*)lparam)->hwndFrom == view) {
@@ -49,10 +52,8 @@ int main(void) {
     if (window == NULL) {
         return 1;
     }
-    ShowWindow(window, SW_SHOW);
     begin(GetDlgItem(window, 1));
-    UpdateWindow(GetDlgItem(window, 1));
-    CHECK(NrvBeginEdit(GetDlgItem(window, 1), width));
+    ShowWindow(window, SW_SHOW);
     while (GetMessageW(&message, NULL, 0, 0) > 0) {
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -8,8 +8,6 @@
 #include <cstdio>
 #include <vector>
 
-namespace {
-
 class CRectangleView : public CVectorViewParm {
 public:
     // Makes the drawing. The document owns its objects.
@@ -17,13 +15,9 @@ public:
         CGePointArray corners;
         CBulgeArray bulges;
         CStringArray none;
+        corners.SetSize(4);
+        bulges.SetSize(4);
         none.SetSize(4);
-        for (int i = 0; i < 4; ++i) {
-            CGePoint2d anywhere;
-            double straight = 0;
-            corners.Add(anywhere);
-            bulges.Add(straight);
-        }
         AddPLine(corners, bulges, Gdiplus::Color(255, 255, 255, 255), none, none, 1, 0);
         AddValue(L"width", width, Gdiplus::Color(255, 255, 255, 0));
         AddValue(L"height", height, Gdiplus::Color(255, 255, 255, 0));
@@ -39,8 +33,8 @@ public:
 
     // Opens the edit box of a parameter, as a click on it does.
     void Edit(LPCTSTR name) {
-        UpdateWindow(); // the height of the box is measured by the first paint
-        DoEditForClicked(0, Find(name)->GetPos());
+        UpdateWindow(); // which measures the height of the box
+        DoEditForClicked(0, Find(name)->GetPos() + CGeVector2d(5, -5));
     }
 
     std::vector<unsigned char> Store() {
@@ -55,11 +49,11 @@ public:
 protected:
     int OnAcceptEditData(CTextParm* parm, CString text) override {
         wchar_t* end = nullptr;
-        const bool good = std::wcstod(text, &end) > 0 && *end == 0;
-        if (!good) {
-            std::printf("refused: %ls of %ls\n", static_cast<LPCTSTR>(text), static_cast<LPCTSTR>(parm->GetParmName()));
+        if (std::wcstod(text, &end) > 0 && *end == 0) {
+            return 1;
         }
-        return good;
+        std::printf("refused: %ls of %ls\n", static_cast<LPCTSTR>(text), static_cast<LPCTSTR>(parm->GetParmName()));
+        return 0;
     }
 
     void OnEditChanged(CTextParm*, CString oldText, CString newText) override {
@@ -122,13 +116,19 @@ public:
         m_View.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, client, this, 1);
         m_View.ZoomAll();
         ShowWindow(SW_SHOW);
-        m_View.Edit(L"width");
     }
     ~CHostWindow() override { DestroyWindow(); }
 
 private:
+    afx_msg void OnSetFocus(CWnd*) { m_View.Edit(L"width"); }
+    DECLARE_MESSAGE_MAP()
+
     CRectangleView m_View;
 };
+
+BEGIN_MESSAGE_MAP(CHostWindow, CWnd)
+    ON_WM_SETFOCUS()
+END_MESSAGE_MAP()
 
 class CHostApp : public CWinApp {
     BOOL InitInstance() override {
@@ -140,8 +140,6 @@ class CHostApp : public CWinApp {
 };
 
 CHostApp theApp;
-
-} // namespace
 
 int main() {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
