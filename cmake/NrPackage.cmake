@@ -1,6 +1,7 @@
 # What ships: `cmake --install BUILD --prefix FOLDER`, or `cpack --config BUILD/CPackConfig.cmake` for a zip of the same.
 # The layer of afx/ alone is the component "afx", which afx/CMakeLists.txt installs.
 include(CMakePackageConfigHelpers)
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # The tests need not be built for it.
 
 # nr_public_headers(result): the headers that a host may include: those with an exported class or function, what these
 # include, and the numbers of the resources.
