@@ -38,6 +38,17 @@ int start(void) {
 """
 
 
+def headers_compile(package, out):
+    """All public headers in one source, with the package's own folders alone."""
+    folders = [os.path.join(package, "include", name) for name in ("NRVectorView", "nrafx", "nrkx")]
+    lines = [f'#include "{name}"' for name in sorted(os.listdir(folders[0])) if name.endswith(".h")]
+    source = os.path.join(out, "headers.cpp")
+    with open(source, "w", encoding="ascii") as file:
+        file.write("\n".join(lines) + "\n")
+    run(["x86_64-w64-mingw32-g++-posix", "-std=c++17", "-DUNICODE", "-D_UNICODE", "-Wall", "-Wextra", "-Werror", "-fsyntax-only",
+         *("-I" + folder for folder in folders), source], out)
+
+
 def run(command, folder, seconds=240):
     done = subprocess.run(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                           text=True, timeout=seconds)
@@ -210,6 +221,7 @@ def use_javascript(package, out):
 def main(out):
     package = unpack(out)
     look(package)
+    headers_compile(package, out)
     use_guide(build_guide(package, out), out)
     build = build_samples(package, out)
     has_c = os.path.exists(os.path.join(package, "include", "NRVectorView", "nrview.h"))
