@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Takes a picture of the preview of each command and of the parameter view, for the documents. Layer 11: demo.
+"""Takes a picture of the preview of each command, for docs/commands.md. Layer 11: demo.
 
 Its surroundings come from ./run: DISPLAY, NR_WITH_WINE, NR_DEMO, NR_OUT. Prints the path of each picture, a line each. Those
 in docs/images/ are copies.
