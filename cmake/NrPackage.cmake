@@ -71,6 +71,16 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/ DESTINATION doc)
 install(FILES ${CMAKE_SOURCE_DIR}/CHANGELOG.md DESTINATION doc)
 install(FILES ${CMAKE_SOURCE_DIR}/cmake/package.md RENAME README.md DESTINATION .)
 
+# The reference, where Doxygen is: the target makes it, and then it is installed as well.
+find_program(NR_DOXYGEN doxygen)
+if(NR_DOXYGEN)
+  set(reference_input ${headers} ${CMAKE_SOURCE_DIR}/capi/include/nrview.h)
+  list(JOIN reference_input " " reference_input)
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/Doxyfile.in ${generated}/Doxyfile @ONLY)
+  add_custom_target(reference COMMAND ${NR_DOXYGEN} ${generated}/Doxyfile VERBATIM)
+endif()
+install(DIRECTORY ${generated}/reference DESTINATION doc OPTIONAL)
+
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_FILE_NAME ${PROJECT_NAME}-${PROJECT_VERSION}-mingw-x64)
 set(CPACK_STRIP_FILES ON) # The debug information stays in the build folder.

@@ -35,16 +35,18 @@
 #include <stdint.h>
 #include <wchar.h>
 
-#define NRV_VERSION_MAJOR 1
-#define NRV_VERSION_MINOR 0
-#define NRV_VERSION_PATCH 0
+/* The version of this header; NrvGetVersion tells that of the DLL. */
+#define NRV_VERSION_MAJOR 1 /* Another one: a host has to be looked through. */
+#define NRV_VERSION_MINOR 0 /* A higher one has more functions, constants or fields. */
+#define NRV_VERSION_PATCH 0 /* A higher one has mended defects. */
 
+/* What each function of the DLL is declared with, and its calling convention. */
 #ifdef NRVECTORVIEW_BUILD
 #define NRV_API __declspec(dllexport)
 #else
-#define NRV_API __declspec(dllimport)
+#define NRV_API __declspec(dllimport) /* Taken from the DLL. */
 #endif
-#define NRV_CALL __cdecl
+#define NRV_CALL __cdecl /* The convention of C, also for callbacks. */
 
 #ifdef __cplusplus
 extern "C" {
@@ -61,10 +63,12 @@ typedef int32_t NrvResult; /* Of enum NrvError. */
 #define NRV_VIEW_CLASS L"NRVectorView"          /* A drawing that is shown and edited by commands. */
 #define NRV_PARM_VIEW_CLASS L"NRVectorParmView" /* A diagram of parameters, edited by a click on them. */
 
+/* A colour of three parts from 0 to 255. */
 #define NRV_RGB(r, g, b) (((uint32_t)(r) << 16) | ((uint32_t)(g) << 8) | (uint32_t)(b))
 
+/* What functions return. */
 enum NrvError {
-    NRV_OK = 0,
+    NRV_OK = 0,         /* Done. */
     NRV_E_ARGUMENT = 1, /* A null pointer, a number that is out of range or not finite, an unknown constant. */
     NRV_E_HANDLE = 2,   /* Neither a window of the two classes nor a drawing, or one that has ended. */
     NRV_E_THREAD = 3,   /* The window belongs to another thread. */
@@ -102,16 +106,18 @@ enum NrvKind {
     NRV_KIND_OTHER = 100
 };
 
+/* A point of the drawing. */
 typedef struct NrvPoint {
     double x; /* Drawing units. */
-    double y;
+    double y; /* Drawing units, upwards. */
 } NrvPoint;
 
+/* An upright rectangle of the drawing. */
 typedef struct NrvRect {
-    double left; /* Drawing units. */
-    double bottom;
-    double right;
-    double top;
+    double left;   /* Drawing units: the smallest x. */
+    double bottom; /* The smallest y. */
+    double right;  /* The largest x. */
+    double top;    /* The largest y. */
 } NrvRect;
 
 /* ---- The library ------------------------------------------------------------------------------------------------ */
@@ -136,14 +142,16 @@ NRV_API NrvResult NRV_CALL NrvFreeDrawing(NrvHandle drawing);
 
 /* ---- Loading and saving ----------------------------------------------------------------------------------------- */
 
+/* How a load went. */
 enum NrvOutcome {
-    NRV_LOAD_WHOLE = 0,
+    NRV_LOAD_WHOLE = 0,  /* All of the stream was read. */
     NRV_LOAD_PARTLY = 1, /* The stream is damaged or cut off; the objects before the damage are there. */
     NRV_LOAD_REFUSED = 2 /* Nothing could be read; the drawing is empty. */
 };
 
+/* What a load found. */
 typedef struct NrvLoad {
-    uint32_t size;
+    uint32_t size;    /* Of this record, in bytes. */
     int32_t outcome;  /* Of enum NrvOutcome. */
     uint32_t objects; /* In the drawing after the load. */
 } NrvLoad;
@@ -202,12 +210,14 @@ NRV_API NrvResult NRV_CALL NrvAddFrame(NrvHandle handle, double x1, double y1, d
 
 /* ---- Objects ---------------------------------------------------------------------------------------------------- */
 
+/* The lists of objects that a drawing has. */
 enum NrvList {
     NRV_LIST_DRAWING = 0, /* In drawing order: the last one lies on top. */
-    NRV_LIST_NET = 1,
+    NRV_LIST_NET = 1,     /* The background net. */
     NRV_LIST_SELECTED = 2 /* In the order of selection. */
 };
 
+/* The ids of all objects of a list of enum NrvList. */
 NRV_API NrvResult NRV_CALL NrvGetObjects(NrvHandle handle, int32_t list, NrvId* ids, uint32_t capacity,
                                          uint32_t* count);
 /* The object at an index of a list. NRV_E_ARGUMENT beyond its end. */
@@ -320,8 +330,10 @@ NRV_API NrvResult NRV_CALL NrvGetShownText(NrvHandle handle, NrvId id, NrvChar* 
 /* ---- Property rows ---------------------------------------------------------------------------------------------- */
 /* What a property window shows of an object: rows of a key, a label, a description, a type and a value. */
 
+/* The texts of a row. */
 enum NrvRow { NRV_ROW_KEY = 1, NRV_ROW_LABEL = 2, NRV_ROW_DESCRIPTION = 3, NRV_ROW_VALUE = 4 };
 
+/* How many rows the object has. */
 NRV_API NrvResult NRV_CALL NrvGetRowCount(NrvHandle handle, NrvId id, uint32_t* count);
 /* `type` is a VARTYPE: VT_I2 2, VT_I4 3, VT_R4 4, VT_R8 5, VT_BSTR 8, VT_BOOL 11. */
 NRV_API NrvResult NRV_CALL NrvGetRowType(NrvHandle handle, NrvId id, uint32_t row, int32_t* type);
@@ -334,8 +346,9 @@ NRV_API NrvResult NRV_CALL NrvSetRow(NrvHandle handle, NrvId id, uint32_t row, c
 /* ---- Layers ----------------------------------------------------------------------------------------------------- */
 /* A drawing begins with one layer, "Layer 0". Layers are not part of the stream. */
 
+/* What objects take from their layer where they have no values of their own. */
 typedef struct NrvLayer {
-    uint32_t size;
+    uint32_t size;       /* Of this record, in bytes. */
     int32_t color_index; /* -2: `color`; else an entry of the colour table. */
     uint32_t color;      /* 0x00RRGGBB. */
     int32_t line_type;   /* A GDI pen style. */
@@ -345,6 +358,7 @@ typedef struct NrvLayer {
     NrvChar name[24];    /* At most 20 bytes in the code page GBK: 20 Latin letters, 10 Chinese characters. */
 } NrvLayer;
 
+/* The number of layers. */
 NRV_API NrvResult NRV_CALL NrvGetLayerCount(NrvHandle handle, uint32_t* count);
 /* At most 101 layers: NRV_E_STATE beyond. `index` may be null. */
 NRV_API NrvResult NRV_CALL NrvAddLayer(NrvHandle handle, const NrvChar* name, uint32_t* index);
@@ -383,14 +397,16 @@ NRV_API NrvResult NRV_CALL NrvSetOrtho(NrvHandle handle, int32_t ortho);
 
 /* ---- Mapping, zoom, paint ---------------------------------------------------------------------------------------- */
 
+/* How drawing units become pixels. */
 typedef struct NrvMapping {
-    uint32_t size;
+    uint32_t size;   /* Of this record, in bytes. */
     int32_t height;  /* Pixels: the row of the lower edge, on which origin_y lies. */
     double scale;    /* Drawing units per pixel, above 0. Kept in single precision. */
     double origin_x; /* Drawing units: the left edge. */
-    double origin_y;
+    double origin_y; /* Drawing units: the lower edge. */
 } NrvMapping;
 
+/* The mapping of a view or drawing. Setting one asks for a repaint. */
 NRV_API NrvResult NRV_CALL NrvGetMapping(NrvHandle handle, NrvMapping* mapping);
 NRV_API NrvResult NRV_CALL NrvSetMapping(NrvHandle handle, const NrvMapping* mapping);
 /* Fits the drawing into the window's client area. NRV_E_KIND for a drawing without a window. */
@@ -470,16 +486,17 @@ enum NrvCode {
 /* How a command ended: it did its work, it was broken off, or what it worked on was freed. */
 enum NrvEnd { NRV_END_DONE = 1, NRV_END_CANCELLED = 2, NRV_END_LOST = 3 };
 
+/* What changes in a drawing. */
 enum NrvChange {
-    NRV_CHANGE_ADDED = 1,
-    NRV_CHANGE_REMOVED = 2,
-    NRV_CHANGE_MODIFIED = 3,
-    NRV_CHANGE_ORDER = 4,
-    NRV_CHANGE_LOADED = 5, /* Everything is new. No ids. */
-    NRV_CHANGE_CLEARED = 6,
-    NRV_CHANGE_LAYERS = 7,
-    NRV_CHANGE_BACKGROUND = 8,
-    NRV_CHANGE_COMMAND = 9 /* In NRV_N_CHANGING only. */
+    NRV_CHANGE_ADDED = 1,      /* Objects are new. */
+    NRV_CHANGE_REMOVED = 2,    /* Objects are gone. */
+    NRV_CHANGE_MODIFIED = 3,   /* Objects have other values. */
+    NRV_CHANGE_ORDER = 4,      /* Objects lie elsewhere in the drawing order. */
+    NRV_CHANGE_LOADED = 5,     /* Everything is new. No ids. */
+    NRV_CHANGE_CLEARED = 6,    /* All objects are gone. */
+    NRV_CHANGE_LAYERS = 7,     /* A layer is new or has other values. */
+    NRV_CHANGE_BACKGROUND = 8, /* The background has another colour. */
+    NRV_CHANGE_COMMAND = 9     /* In NRV_N_CHANGING only. */
 };
 
 /* Laid out as NMHDR. */
@@ -492,24 +509,25 @@ typedef struct NrvEventHeader {
 /* Valid until the handler returns, with all that it points to. A field that was added later is there when `size`
  * reaches it. */
 typedef struct NrvEvent {
-    NrvEventHeader header;
-    uint32_t size;
-    int32_t answer; /* The handler writes it; 1 at first, 0 in NRV_N_MESSAGE. */
-    NrvHandle source;
-    NrvId id;
-    const NrvId* ids;
-    const NrvChar* text;
-    const NrvChar* old_text;
-    double x; /* Drawing units. */
-    double y;
-    int32_t px; /* Pixels. */
-    int32_t py;
-    uint32_t count;  /* Of ids. */
-    int32_t kind;    /* Of the object, of enum NrvKind. */
-    int32_t segment; /* Of a polyline; -1 for none. */
-    int32_t reason;
+    NrvEventHeader header;   /* Who tells what. */
+    uint32_t size;           /* Of this record, in bytes. */
+    int32_t answer;          /* The handler writes it; 1 at first, 0 in NRV_N_MESSAGE. */
+    NrvHandle source;        /* The view or drawing. */
+    NrvId id;                /* The object; 0 for none. */
+    const NrvId* ids;        /* Several objects; null for none. */
+    const NrvChar* text;     /* As the code tells; null for none. */
+    const NrvChar* old_text; /* The text that was there before. */
+    double x;                /* Drawing units. */
+    double y;                /* Drawing units, upwards. */
+    int32_t px;              /* Pixels. */
+    int32_t py;              /* Pixels, downwards. */
+    uint32_t count;          /* Of ids. */
+    int32_t kind;            /* Of the object, of enum NrvKind. */
+    int32_t segment;         /* Of a polyline; -1 for none. */
+    int32_t reason;          /* As the code tells. */
 } NrvEvent;
 
+/* What a host gives to NrvSetCallback. The event is valid until it returns. */
 typedef void(NRV_CALL* NrvCallback)(NrvEvent* event, void* user);
 
 /* Called for each event before the parent gets it; null for none. `user` is given back with each call. */
@@ -517,6 +535,7 @@ NRV_API NrvResult NRV_CALL NrvSetCallback(NrvHandle handle, NrvCallback callback
 /* Which events are sent: bit (code - 0x4E01) for each code. At first all but NRV_N_HOVER, which costs a hit test for
  * each move of the mouse. Without NRV_N_CHANGED no comparison is made at the end of a command. */
 #define NRV_EVENT_BIT(code) (1u << ((code)-0x4E01))
+/* All such bits of a view or drawing together. */
 NRV_API NrvResult NRV_CALL NrvGetEventMask(NrvHandle handle, uint32_t* mask);
 NRV_API NrvResult NRV_CALL NrvSetEventMask(NrvHandle handle, uint32_t mask);
 
@@ -525,6 +544,7 @@ enum NrvMessages {
     NRV_MESSAGES_BOX = 0,   /* It is shown in a box. Windows begin so. */
     NRV_MESSAGES_SILENT = 1 /* It is not shown; a question is answered Cancel or No. Drawings have this only. */
 };
+/* Of enum NrvMessages. */
 NRV_API NrvResult NRV_CALL NrvGetMessages(NrvHandle handle, int32_t* mode);
 NRV_API NrvResult NRV_CALL NrvSetMessages(NrvHandle handle, int32_t mode);
 /* The text of the last message, also of one that was not shown. Empty before the first one, and at the begin of each

@@ -59,6 +59,7 @@ def run(command, folder, seconds=240):
 def unpack(out):
     """The folder that the zip holds."""
     build = os.environ["NR_BUILD"]
+    run(["cmake", "--build", build, "--target", "reference"], build)
     run(["cpack", "--config", os.path.join(build, "CPackConfig.cmake"), "-B", out], build)
     zips = [name for name in os.listdir(out) if name.endswith(".zip")]
     host.expect(len(zips) == 1, f"zips: {zips}")
@@ -71,7 +72,8 @@ def look(package):
     """What is there, and what is not."""
     for name in ("LICENSE", "README.md", "bin/NRVectorView.dll", "bin/nrafx.dll", "bin/nrkx.dll",
                  "lib/libNRVectorView.dll.a", "cmake/NRVectorViewConfig.cmake", "include/nrafx/afxwin.h",
-                 "include/nrkx/KxAlive.h", "samples/truss.nrv", "doc/nrafx/README.md"):
+                 "include/nrkx/KxAlive.h", "samples/truss.nrv", "doc/nrafx/README.md",
+                 "doc/reference/classCVectorView.html", "doc/reference/nrview_8h.html"):
         host.expect(os.path.exists(os.path.join(package, name)), f"{name} is missing")
     there = {name for name in os.listdir(os.path.join(package, "include", "NRVectorView")) if name != "nrview.h"}
     public = layers.public_headers(ROOT, layers.index_of(ROOT, ["Source", "render"]))
