@@ -34,6 +34,10 @@ nr_public_headers(headers)
 file(GLOB kx_headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/kx/*.h)
 install(FILES ${headers} DESTINATION include/NRVectorView)
 install(FILES ${kx_headers} DESTINATION include/nrkx)
+# The folders of the sources are no part of the package.
+get_target_property(folders NRVectorView INTERFACE_INCLUDE_DIRECTORIES)
+set_target_properties(NRVectorView PROPERTIES INTERFACE_INCLUDE_DIRECTORIES
+  "$<BUILD_INTERFACE:${folders}>;$<INSTALL_INTERFACE:include/NRVectorView>")
 install(TARGETS NRVectorView nrkx EXPORT NRVectorView RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
 foreach(program nrvv_demo nrvparm nrv)
   if(TARGET ${program})
