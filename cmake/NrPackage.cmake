@@ -45,20 +45,17 @@ foreach(program nrvv_demo nrvparm nrv)
   endif()
 endforeach()
 
-# The C interface, once the DLL has it: header, list of names, and an import library for Visual C++ made from the list.
-file(GLOB c_interface CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/capi/*.cpp)
-if(c_interface)
-  set(c_header ${CMAKE_SOURCE_DIR}/capi/include/nrview.h)
-  set(c_names ${CMAKE_BINARY_DIR}/package/NRVectorView.def)
+# The C interface: header, list of names, and an import library for Visual C++ made from the list.
+set(c_names ${CMAKE_SOURCE_DIR}/capi/nrview.def)
+if(EXISTS ${c_names})
   set(c_library ${CMAKE_BINARY_DIR}/package/NRVectorView.lib)
   find_program(NR_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14 REQUIRED)
-  add_custom_command(OUTPUT ${c_names} ${c_library}
-    COMMAND ${NR_PYTHON} -B ${CMAKE_SOURCE_DIR}/cmake/c_names.py ${c_header} ${c_names}
-    COMMAND ${NR_DLLTOOL} -m i386:x86-64 -D NRVectorView.dll -d ${c_names} -l ${c_library}
-    DEPENDS ${c_header} ${CMAKE_SOURCE_DIR}/cmake/c_names.py VERBATIM)
+  add_custom_command(OUTPUT ${c_library}
+    COMMAND ${NR_DLLTOOL} -m i386:x86-64 -D NRVectorView.dll -d ${c_names} -l ${c_library} DEPENDS ${c_names} VERBATIM)
   add_custom_target(nr_c_library ALL DEPENDS ${c_library})
-  install(FILES ${c_header} DESTINATION include/NRVectorView)
-  install(FILES ${c_names} ${c_library} DESTINATION lib)
+  install(FILES ${CMAKE_SOURCE_DIR}/capi/include/nrview.h DESTINATION include/NRVectorView)
+  install(FILES ${c_names} DESTINATION lib RENAME NRVectorView.def)
+  install(FILES ${c_library} DESTINATION lib)
 endif()
 
 # find_package(NRVectorView CONFIG) in the unpacked folder.

@@ -77,19 +77,6 @@ def translation_problems(root):
                 yield f"{other}: its code is not that of {name}"
 
 
-def excerpt_problems(root):
-    """The C of docs/c-interface.md is taken from the samples, line by line."""
-    page = os.path.join(root, "docs", "c-interface.md")
-    lines = set()
-    for name in ("c/figure.h", "c/rectangle.c", "dialog/rectangle.c", "dialog/rectangle.rc"):
-        path = os.path.join(root, "samples", "hosts", name)
-        lines.update(line.strip() for line in (common.text_of(path).splitlines() if os.path.exists(path) else ()))
-    for block in re.findall(r"^```(?:c|text)\n(.*?)^```", common.text_of(page), re.S | re.M) if os.path.exists(page) else ():
-        for line in block.splitlines():
-            if line.strip() not in lines:
-                yield f"docs/c-interface.md: no sample has the line: {line}"
-
-
 def command_problems(root):
     """docs/commands.md has a heading for each command word, and no others."""
     table = os.path.join(root, "Source", "CommandWords.cpp")
@@ -103,7 +90,6 @@ def command_problems(root):
 def problems_of(root):
     yield from translation_problems(root)
     yield from command_problems(root)
-    yield from excerpt_problems(root)
     for name in REQUIRED:
         path = os.path.join(root, name)
         if not os.path.exists(path) or not common.text_of(path).strip():
