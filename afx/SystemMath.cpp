@@ -10,7 +10,19 @@
 // code calls std::sin as usual. What the static runtime already takes from the system needs no line here: tan, asin,
 // acos and atan. The other variants for float and long double are not replaced; nothing here uses them.
 
-// The slots in the module's table of imports, by the linker's names for them.
+// The slots in the module's table of imports, by the linker's names for them. With 32 bits each name has one more
+// underscore in front, which the compiler puts there.
+#ifdef __i386__
+#define __imp_sin _imp__sin
+#define __imp_cos _imp__cos
+#define __imp_atan2 _imp__atan2
+#define __imp_exp _imp__exp
+#define __imp_log _imp__log
+#define __imp_pow _imp__pow
+#define __imp_fmod _imp__fmod
+#define __imp_sqrt _imp__sqrt
+#endif
+
 extern "C" {
 
 extern double (*__imp_sin)(double);

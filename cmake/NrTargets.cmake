@@ -51,5 +51,20 @@ function(nr_dll name)
   set_target_properties(${name} PROPERTIES IMPORT_PREFIX "lib" LINKER_LANGUAGE CXX)
 endfunction()
 
+# nr_version(target description): the version resource of a DLL or a program. The version is the project's, in the
+# CMakeLists.txt at the root.
+function(nr_version target NR_DESCRIPTION)
+  get_target_property(type ${target} TYPE)
+  set(NR_FILE ${target}.dll)
+  set(NR_FILE_TYPE VFT_DLL)
+  if(type STREQUAL EXECUTABLE)
+    set(NR_FILE ${target}.exe)
+    set(NR_FILE_TYPE VFT_APP)
+  endif()
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${script} @ONLY)
+  target_sources(${target} PRIVATE ${script})
+endfunction()
+
 # windres reads UTF-8 resource scripts.
 set(CMAKE_RC_FLAGS "-c 65001 ${CMAKE_RC_FLAGS}")

@@ -21,8 +21,9 @@ def main(nm, obj, headers, out):
     owner = re.compile(r"_ZNK?(?:%s)(?=\D|\d)" % "|".join(sorted(f"{len(name)}{name}" for name in classes)))
     listing = subprocess.run([nm, "--defined-only", obj], check=True, capture_output=True, text=True).stdout
     # Functions alone; the vtables and class records carry their mark already.
-    names = sorted({line.split()[2] for line in listing.splitlines()
-                    if len(line.split()) == 3 and line.split()[1] in "TW" and owner.match(line.split()[2])})
+    # With 32 bits the compiler puts one more underscore in front, which module definition files leave out.
+    symbols = [line.split() for line in listing.replace(" __Z", " _Z").splitlines()]
+    names = sorted({symbol[2] for symbol in symbols if len(symbol) == 3 and symbol[1] in "TW" and owner.match(symbol[2])})
     if not names:
         sys.exit("no inline operation was found")
     text = "EXPORTS\n" + "".join(f"  {name}\n" for name in names)

@@ -99,6 +99,8 @@ BROKEN = [
     ("docs.py", "LICENSE", None, "LICENSE is missing"),
     ("docs.py", "README.md", "[x](docs/none.md)\n", "docs/none.md leads nowhere"),
     ("docs.py", "README.md", "`Source/None.h`\n", "no Source/None.h"),
+    ("docs.py", "README.md", "`CNone`\n", "there is no CNone"),
+    ("docs.py", "README.md", "```cpp\nint x;\n```\n", "smallest host has no such line"),
     ("format.sh", "Source/Low.cpp", "int   x ;\n", "Low.cpp"),
 ]
 

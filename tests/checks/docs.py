@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""The documents at the root exist, say something, and their links and the paths they name lead somewhere."""
+"""The documents at the root exist, say something, and their links, the paths and the names in them lead somewhere. The C++
+lines of the README are those of the program that it shows."""
 import os
 import re
 import sys
@@ -11,8 +12,84 @@ LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
 # A name in backticks that looks like a file of the tree: it has a folder of ours in front and no wildcard.
 PATH = re.compile(r"`((?:afx|kx|Source|render|resources|demo|tests|bench|tools|docs|samples|cmake|\.ci)/[A-Za-z0-9_./-]*)`")
 
+FOLDERS = ("afx", "docs", "docs/images", "samples", "samples/hosts", "tests/data", "tests/e2e")
+# Where names come from that a document may use, beside the folders of the map.
+MORE_WORDS = ("capi/include", "cmake", "samples/hosts/cpp", "samples/hosts/c", "tests", "tests/checks", "tests/e2e", "tests/support")
+SPAN = re.compile(r"`([^`\n]+)`")
+BLOCK = re.compile(r"^```(?:c|cpp|text)\n(.*?)^```", re.S | re.M)
+FENCED = re.compile(r"^```\w*\n.*?^```", re.S | re.M)
+# What can only be a name of ours, wherever it is.
+OURS = re.compile(r"\b(?:C[A-Z]+[a-z]\w*|Nrv[A-Z]\w*|NRV_\w+|NRAFX_\w+|kV[a-z]+[A-Z]\w*|Afx[A-Z]\w*)\b")
+MADE = re.compile(r"\b(?:class|struct) (\w+)")
+
+
+def dead_links(root, name):
+    """What is wrong with the links of one document, which is named by its path below root."""
+    for target in LINK.findall(common.text_of(root, name)):
+        if "://" not in target and not os.path.exists(os.path.join(root, os.path.dirname(name), target)):
+            yield f"{name}: the link to {target} leads nowhere"
+
+
+def words_of(root):
+    """Every word of the sources, and the names of their files without the endings."""
+    words = set()
+    for folder in set(common.read_map(root).folders) | set(MORE_WORDS):
+        top = os.path.join(root, folder)
+        for name in os.listdir(top) if os.path.isdir(top) else ():
+            if os.path.isfile(os.path.join(top, name)) and not name.endswith((".md", ".ico", ".cur")):
+                words.add(name.partition(".")[0])
+                words.update(re.findall(r"\w+", common.text_of(top, name)))
+    for name in ("CMakePresets.json", "run", "test"):
+        if os.path.exists(os.path.join(root, name)):
+            words.update(re.findall(r"\w+", common.text_of(root, name)))
+    return words
+
+
+def unknown_names(text, words):
+    """Names of the text that are no word of the sources. A name alone in backticks has to be one, whatever it looks like."""
+    made = set(MADE.findall(text))
+    fenceless = BLOCK.sub("", text)
+    names = {part for span in SPAN.findall(fenceless) if re.fullmatch(r"[A-Za-z_]\w*(::~?\w+)*", span)
+             for part in re.findall(r"\w+", span)}
+    for code in SPAN.findall(fenceless) + BLOCK.findall(text):
+        names.update(OURS.findall(re.sub(r"\w+\.\.\.", "", code)))
+    return sorted(names - words - made)
+
+
+def readme_problems(root, name):
+    """The first C++ block has lines of the smallest host alone, in its order."""
+    match = re.search(r"```cpp\n(.*?)```", common.text_of(root, name), re.S)
+    program = os.path.join(root, "demo", "MinimalHost.cpp")
+    lines = iter([line.strip() for line in common.text_of(program).splitlines()] if os.path.exists(program) else [])
+    for line in match.group(1).splitlines() if match else ():
+        if line.strip() not in lines:
+            yield f"{name}: the smallest host has no such line there: {line.strip()}"
+            return
+
+
+def translation_problems(root):
+    """A page in Chinese has the code of the English one."""
+    for name in ("README.md", "docs/embedding.md"):
+        other = name.replace(".md", ".zh-CN.md")
+        if os.path.exists(os.path.join(root, other)):
+            ours, theirs = (FENCED.findall(common.text_of(root, page)) for page in (name, other))
+            if ours != theirs:
+                yield f"{other}: its code is not that of {name}"
+
+
+def command_problems(root):
+    """docs/commands.md has a heading for each command word, and no others."""
+    table = os.path.join(root, "Source", "CommandWords.cpp")
+    if os.path.exists(table):
+        words = set(re.findall(r'^    \{L"(\w+)", New', common.text_of(table), re.M))
+        headings = re.findall(r'^### "(\w+)"', common.text_of(root, "docs", "commands.md"), re.M)
+        for word in sorted(words ^ set(headings)):
+            yield f"docs/commands.md: the command {word} is {'missing' if word in words else 'none'}"
+
 
 def problems_of(root):
+    yield from translation_problems(root)
+    yield from command_problems(root)
     for name in REQUIRED:
         path = os.path.join(root, name)
         if not os.path.exists(path) or not common.text_of(path).strip():
@@ -21,14 +98,17 @@ def problems_of(root):
         if not re.search(r"^- ", common.text_of(root, "CHANGELOG.md"), re.M):
             yield "CHANGELOG.md names no change"
     documents = [name for name in os.listdir(root) if name.endswith(".md")]
-    for folder in ("afx", "docs", "samples", "tests/data", "tests/e2e"):
+    words = words_of(root)
+    for folder in FOLDERS:
         if os.path.isdir(os.path.join(root, folder)):
             documents += [f"{folder}/{name}" for name in os.listdir(os.path.join(root, folder)) if name.endswith(".md")]
     for name in sorted(documents):
         text = common.text_of(root, name)
-        for target in LINK.findall(text):
-            if "://" not in target and not os.path.exists(os.path.join(root, os.path.dirname(name), target)):
-                yield f"{name}: the link to {target} leads nowhere"
+        yield from dead_links(root, name)
+        if name not in ("ARCHITECTURE.md", "afx/README.md"):  # map.py looks at the one, the other tells what is missing
+            yield from (f"{name}: there is no {unknown}" for unknown in unknown_names(text, words))
+        if name.startswith("README"):
+            yield from readme_problems(root, name)
         for target in PATH.findall(text):
             if not os.path.exists(os.path.join(root, target)):
                 yield f"{name}: there is no {target}"

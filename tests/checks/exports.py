@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""NRVectorView.dll exports every operation that its public headers declare, under the names of their classes.
+"""NRVectorView.dll exports every operation that its public headers declare, under the names of their classes. What the
+DLLs below it export is what tests/data/exports/ lists, so that no change of the binary interface goes unnoticed.
 
-exports.py [TREE [DLL]]: DLL defaults to $NR_BUILD/bin/NRVectorView.dll.
+exports.py [TREE [BIN]]: BIN, the folder of the DLLs, defaults to $NR_BUILD/bin.
+exports.py --write [TREE [BIN]] writes the lists anew. A line that goes breaks hosts that were built before.
 """
 import os
 import re
@@ -10,6 +12,7 @@ import sys
 
 import common
 
+LISTED = ("nrafx", "nrkx")
 # Nested helpers are indented, and no part of the interface.
 CLASS = re.compile(r"^class\s+NRVECTORVIEW_API\s+(\w+)[^;{]*\{", re.M)
 # What hosts embed and fill a drawing with: a header that lost its mark would otherwise not be missed.
@@ -73,9 +76,33 @@ def mangled(owner, name):
     return re.compile(rf"_ZNK?{len(owner)}{owner}{tail}")
 
 
-def problems_of(root, dll):
-    listing = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", dll], check=True, capture_output=True, text=True)
-    exports = "\n".join(re.findall(r"\b_Z\w+", listing.stdout))
+def exported_by(dll):
+    """The names in the DLL's table, in order."""
+    listing = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", dll], check=True, capture_output=True, text=True).stdout
+    table = listing[listing.index("[Ordinal/Name Pointer] Table"):]
+    return sorted(set(re.findall(r"^\s*\[ *\d+\](?: \+base\[ *\d+\])?\s+(?:[0-9a-f]+ )?(\S+)$", table, re.M)))
+
+
+def list_of(root, name):
+    return os.path.join(root, "tests", "data", "exports", name + ".txt")
+
+
+def changes_of(root, folder):
+    for name in LISTED:
+        listed = set(common.text_of(list_of(root, name)).split())
+        there = set(exported_by(os.path.join(folder, name + ".dll")))
+        yield from (f"{name}.dll no longer exports {gone}: hosts that use it do not start" for gone in sorted(listed - there))
+        yield from (f"{name}.dll exports {new}, which is not listed (exports.py --write)" for new in sorted(there - listed))
+
+
+def write_lists(root, folder):
+    for name in LISTED:
+        with open(list_of(root, name), "w", encoding="ascii") as file:
+            file.write("".join(line + "\n" for line in exported_by(os.path.join(folder, name + ".dll"))))
+
+
+def problems_of(root, folder):
+    exports = "\n".join(exported_by(os.path.join(folder, "NRVectorView.dll")))
     classes = declared(root)
     for owner in EXPORTED:
         if owner not in classes:
@@ -89,6 +116,10 @@ def problems_of(root, dll):
 
 
 if __name__ == "__main__":
-    tree = common.root_of(sys.argv)
-    dll = sys.argv[2] if len(sys.argv) > 2 else os.path.join(os.environ["NR_BUILD"], "bin", "NRVectorView.dll")
-    common.report(list(problems_of(tree, dll)))
+    arguments = [argument for argument in sys.argv if argument != "--write"]
+    tree = common.root_of(arguments)
+    bin_folder = arguments[2] if len(arguments) > 2 else os.path.join(os.environ["NR_BUILD"], "bin")
+    if len(arguments) < len(sys.argv):
+        write_lists(tree, bin_folder)
+    else:
+        common.report(list(problems_of(tree, bin_folder)) + list(changes_of(tree, bin_folder)))
