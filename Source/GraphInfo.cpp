@@ -159,11 +159,18 @@ constexpr DWORD kNamedColors[] = {
 CGraphColorInfo* CGraphColorInfo::_instance = nullptr;
 
 CGraphColorInfo* CGraphColorInfo::GetInstance() {
-    if (_instance == nullptr) {
-        _instance = new CGraphColorInfo;
-        KX_ADD_MEMORY(_instance);
+    CGraphColorInfo* instance = __atomic_load_n(&_instance, __ATOMIC_ACQUIRE);
+    if (instance == nullptr) {
+        auto* made = new CGraphColorInfo;
+        KX_ADD_MEMORY(made);
+        if (__atomic_compare_exchange_n(&_instance, &instance, made, false, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE)) {
+            return made;
+        }
+        // Another thread was first.
+        KX_REMOVE_MEMORY(made);
+        delete made;
     }
-    return _instance;
+    return instance;
 }
 
 void CGraphColorInfo::Release() {

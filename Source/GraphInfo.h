@@ -10,7 +10,8 @@ inline constexpr short kColorExplicit = -2;
 inline constexpr short kColorBlack = 7;
 inline constexpr short kColorWhite = 137;
 
-// A process-wide singleton, made on first use. There is no lock: use it on the view's thread only.
+// A process-wide singleton, made on first use and never changed, so that any thread may ask it. Release is for a time
+// when no other thread does.
 class NRVECTORVIEW_API CGraphColorInfo {
 public:
     static CGraphColorInfo* GetInstance();

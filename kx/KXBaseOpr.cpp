@@ -10,6 +10,16 @@ namespace {
 const size_t FirstCapacity = 1024;
 const size_t FirstSiteCapacity = 64;
 
+// Drawings without a window are made and freed on any thread.
+SRWLOCK g_lock = SRWLOCK_INIT;
+
+struct Lock {
+    Lock() { ::AcquireSRWLockExclusive(&g_lock); }
+    ~Lock() { ::ReleaseSRWLockExclusive(&g_lock); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+};
+
 // Heap blocks are aligned to 16 bytes: the low bits are always 0, the multiplication spreads the others upwards.
 size_t HashAddress(uint64_t address, size_t mask) {
     return static_cast<size_t>(((address >> 4) * 0x9E3779B97F4A7C15ull) >> 32) & mask;
@@ -37,6 +47,7 @@ CKXMemoryManager* CKXMemoryManager::Instance() {
 // ---- Queries
 
 int CKXMemoryManager::IsKnown(const void* p) const {
+    const Lock lock;
     return p != nullptr && m_capacity != 0 && m_entries[FindSlot(p)].pointer == p;
 }
 
@@ -95,6 +106,7 @@ void CKXMemoryManager::AddMemoryInfo(void* p, const char* file, int line) noexce
     if (p == nullptr) {
         return;
     }
+    const Lock lock;
     if (static_cast<size_t>(m_count + 1) * 2 > m_capacity && !GrowEntries()) {
         return;
     }
@@ -117,12 +129,13 @@ void CKXMemoryManager::RemoveMemoryInfo(void* p, const char*, int) noexcept {
     if (p == nullptr) {
         return;
     }
-    if (!IsKnown(p)) {
+    const Lock lock;
+    const size_t mask = m_capacity - 1;
+    size_t hole = m_capacity != 0 ? FindSlot(p) : 0;
+    if (m_capacity == 0 || m_entries[hole].pointer != p) {
         ++m_unknown;
         return;
     }
-    const size_t mask = m_capacity - 1;
-    size_t hole = FindSlot(p);
     --m_sites[m_entries[hole].site].count;
     --m_count;
     // Entries after the hole that would no longer be reached from their own slot move up into it.

@@ -20,7 +20,7 @@ struct CKXMemorySite {
 
 // Registry of the heap objects of the system: each is added right after new and removed right before delete, so that
 // whatever is listed at the end was leaked. It changes no behaviour: nothing here throws, and a wrong pointer is only
-// counted. One thread, that of the window; no lock.
+// counted. Any thread, except for the queries of its whole contents, which are for a time when no other thread works.
 class NRKX_API CKXMemoryManager {
 public:
     // Exists until the process ends, also while other modules are being unloaded.
