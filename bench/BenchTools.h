@@ -1,5 +1,5 @@
 // What the benchmarks share: a clock, a bitmap to paint on, medians, and one way to print what was measured.
-// Layer 13: bench.
+// Layer 14: bench.
 #pragma once
 
 #include <afxwin.h>

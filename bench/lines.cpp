@@ -1,5 +1,5 @@
 // Painting 100,000 lines through the painter beside the bare GDI loop with the same pens and points, and the snap
-// search of one mouse move over them. Prints a table and one line of JSON. Layer 13: bench.
+// search of one mouse move over them. Prints a table and one line of JSON. Layer 14: bench.
 
 #include "BenchTools.h"
 #include "CommandOperationManager.h"

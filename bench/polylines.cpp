@@ -1,5 +1,5 @@
 // Painting and hit-testing 10,000 polylines of 10 vertices, every third segment an arc: the library's loop beside the
-// bare GDI calls of the same sequence, in one run. Prints a table and one line of JSON. Layer 13: bench.
+// bare GDI calls of the same sequence, in one run. Prints a table and one line of JSON. Layer 14: bench.
 
 #include "BenchTools.h"
 

@@ -1,6 +1,6 @@
 // Painting 10,000 short texts against the bare GDI calls of the same sequence, the measuring of each paint included:
 // of one height and angle, and of mixed ones; as texts, as parameters and as dimension labels.
-// Layer 13: bench.
+// Layer 14: bench.
 
 #include "BenchTools.h"
 #include "Document.h"

@@ -183,6 +183,20 @@ namespace {
 // Of the first version of the record.
 constexpr uint32_t kMappingSize = sizeof(NrvMapping);
 
+// A fit into an area that is as wide or high as the margin has no scale: the mapping is then put back.
+NrvResult ZoomInto(CNrvControl& control, const CRect& area) {
+    CVectorViewCoordTran& mapping = control.Mapping();
+    const CVectorViewCoordTran before = mapping;
+    control.Graphic().ZoomAll(area);
+    if (!(std::isfinite(mapping.GetScale()) && mapping.GetScale() > 0.0f)) {
+        mapping = before;
+        return NRV_E_ARGUMENT;
+    }
+    control.freshMapping = false;
+    control.Repaint();
+    return NRV_OK;
+}
+
 } // namespace
 
 NrvResult NRV_CALL NrvGetMapping(NrvHandle handle, NrvMapping* mapping) {
@@ -229,9 +243,9 @@ NrvResult NRV_CALL NrvSetMapping(NrvHandle handle, const NrvMapping* mapping) {
 
 NrvResult NRV_CALL NrvZoomExtents(NrvHandle handle) {
     return NrvCall(handle, NrvNeeds::Window, [&](CNrvControl& control) -> NrvResult {
-        control.freshMapping = false;
-        control.View().ZoomAll();
-        return NRV_OK;
+        CRect client;
+        ::GetClientRect(control.Window(), &client);
+        return ZoomInto(control, client);
     });
 }
 
@@ -242,10 +256,7 @@ NrvResult NRV_CALL NrvZoomInto(NrvHandle handle, int32_t left, int32_t top, int3
         if (!within(left) || !within(top) || !within(right) || !within(bottom) || right <= left || bottom <= top) {
             return NRV_E_ARGUMENT;
         }
-        control.freshMapping = false;
-        control.Graphic().ZoomAll(CRect(left, top, right, bottom));
-        control.Repaint();
-        return NRV_OK;
+        return ZoomInto(control, CRect(left, top, right, bottom));
     });
 }
 

@@ -1,5 +1,5 @@
 // The diagram of a welded I-section in the parameter view: its scheme, its parameters and its results.
-// Layer 11: demo.
+// Layer 12: demo.
 #pragma once
 
 #include <afxwin.h>

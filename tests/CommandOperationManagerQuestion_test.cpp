@@ -1,5 +1,5 @@
 // The manager when the view is freed while a tool's question is shown.
-// Layer 14: tests.
+// Layer 15: tests.
 
 #include "Document.h"
 #include "support/BoxAnswer.h"

@@ -1,5 +1,5 @@
 // The MFC layer's dialogs, data exchange, controls, menus and file dialog.
-// Layer 14: tests.
+// Layer 15: tests.
 #include "support/BoxAnswer.h"
 #include "support/UiLanguage.h"
 

@@ -1,5 +1,5 @@
 // The MFC layer's device contexts and GDI objects, and the recording device context.
-// Layer 14: tests.
+// Layer 15: tests.
 #include "support/BoxAnswer.h"
 #include "support/RecordingDC.h"
 

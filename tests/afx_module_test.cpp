@@ -1,5 +1,5 @@
 // The MFC layer's module state, resource search, extension modules, message loop and application.
-// Layer 14: tests.
+// Layer 15: tests.
 #include "support/BoxAnswer.h"
 #include "support/OnBox.h"
 #include "support/UiLanguage.h"

@@ -1,4 +1,4 @@
-// CString and CStringA against their documented behaviour. Layer 14: tests.
+// CString and CStringA against their documented behaviour. Layer 15: tests.
 #include "support/AfxCaught.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// CPoint, CSize and CRect, and COleVariant. Layer 14: tests.
+// CPoint, CSize and CRect, and COleVariant. Layer 15: tests.
 #include "support/AfxCaught.h"
 
 #include <afxdisp.h>

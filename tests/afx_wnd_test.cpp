@@ -1,5 +1,5 @@
 // The MFC layer's windows: creation, handles, subclassing, default processing, exceptions, the message loop.
-// Layer 14: tests.
+// Layer 15: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxext.h>

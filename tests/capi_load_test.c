@@ -220,7 +220,7 @@ C_TEST(CapiLoad, TheMappingConvertsBothWaysAndFits) {
     EXPECT_INT(NRV_OK, NrvSetZoomMargin(drawing, 10, 1));
     EXPECT_INT(NRV_OK, NrvZoomInto(drawing, 0, 0, 220, 120));
     EXPECT_INT(NRV_OK, NrvGetMapping(drawing, &mapping));
-    EXPECT_NEAR_TO(0.5, mapping.scale, 1e-6); // 200 by 100 pixels within the margins.
+    EXPECT_NEAR_TO(0.476190, mapping.scale, 1e-6); // 100 units on 220 - 10 pixels; the height has more room.
     EXPECT_INT(120, mapping.height);
     EXPECT_INT(NRV_OK, NrvToPixels(drawing, 50, 25, &a, &b));
     EXPECT_NEAR_TO(110, a, 0.6); // The middle of the line is in the middle.
@@ -236,6 +236,11 @@ C_TEST(CapiLoad, TheMappingConvertsBothWaysAndFits) {
     EXPECT_INT(NRV_E_ARGUMENT, NrvZoomInto(drawing, 0, 0, 0, 100));
     EXPECT_INT(NRV_E_ARGUMENT, NrvZoomInto(drawing, INT32_MIN, 0, INT32_MAX, 100));
     EXPECT_INT(NRV_E_ARGUMENT, NrvSetZoomMargin(drawing, -1, 0));
+    // As wide as the margin: there is no scale for it, and the mapping stays.
+    EXPECT_INT(NRV_E_ARGUMENT, NrvZoomInto(drawing, 0, 0, 10, 2000));
+    EXPECT_INT(NRV_OK, NrvGetMapping(drawing, &mapping));
+    EXPECT_NEAR_TO(0.476190, mapping.scale, 1e-6);
+    EXPECT_INT(120, mapping.height);
     EXPECT_INT(NRV_OK, NrvFreeDrawing(drawing));
 }
 

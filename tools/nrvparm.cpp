@@ -1,5 +1,5 @@
 // nrvparm: prints the parameters of stored drawings, for scripts. Needs no display and shows no window.
-// Layer 12: tools; includes the library's public headers only.
+// Layer 13: tools; includes the library's public headers only.
 
 #include <TextParm.h>
 #include <VectorViewParm.h>

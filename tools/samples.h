@@ -1,5 +1,5 @@
 // What the sources of the sample drawings share.
-// Layer 12: tools.
+// Layer 13: tools.
 #pragma once
 
 #include <VectorLabel.h>

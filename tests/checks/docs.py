@@ -9,7 +9,7 @@ import common
 REQUIRED = ("README.md", "ARCHITECTURE.md", "CONTRIBUTING.md", "CHANGELOG.md", "LICENSE")
 LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
 # A name in backticks that looks like a file of the tree: it has a folder of ours in front and no wildcard.
-PATH = re.compile(r"`((?:afx|kx|Source|resources|demo|tests|bench|tools|docs|samples|cmake|\.ci)/[A-Za-z0-9_./-]*)`")
+PATH = re.compile(r"`((?:afx|kx|Source|capi|resources|demo|tests|bench|tools|docs|samples|cmake|\.ci)/[A-Za-z0-9_./-]*)`")
 
 
 def problems_of(root):

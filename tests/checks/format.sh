@@ -3,9 +3,9 @@
 set -o pipefail
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}" || exit 1
 folders=()
-for folder in afx kx Source demo tools bench tests; do
+for folder in afx kx Source capi demo tools bench tests; do
     [ ! -d "$folder" ] || folders+=("$folder")
 done
 [ ${#folders[@]} != 0 ] || exit 1
-find "${folders[@]}" \( -name '*.h' -o -name '*.cpp' \) -print0 |
+find "${folders[@]}" \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) -print0 |
     xargs -0 -r -n 8 -P "$(nproc)" clang-format --dry-run -Werror 2>&1

@@ -1,5 +1,5 @@
 // A small extension module for afx_object_test.cpp: one streamable class, and two functions that link it in and out.
-// Layer 14: tests.
+// Layer 15: tests.
 #include <afxwin.h>
 #include <afxdllx.h>
 

@@ -1,5 +1,5 @@
 // A host in C: a window with a view of the C interface in it, and a record of the events.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include "nrview.h"

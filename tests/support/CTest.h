@@ -1,5 +1,5 @@
 // Tests that are written in C: they register themselves and report as those of GoogleTest do.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include <stdint.h>

@@ -1,4 +1,4 @@
-// Does something with each message box as soon as it shows. Layer 14: tests.
+// Does something with each message box as soon as it shows. Layer 15: tests.
 #pragma once
 
 #include <windows.h>

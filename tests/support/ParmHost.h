@@ -1,5 +1,5 @@
 // A parameter view in a parent window, both writing down what happens to them, for tests on real windows.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include <TextParm.h>

@@ -1,5 +1,5 @@
 // Private and protected fields of the library's classes, for tests alone.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include "CommandOperationManager.h"

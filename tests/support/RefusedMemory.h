@@ -1,5 +1,5 @@
 // Refuses the project's DLLs one request for memory, or all from one on. For tests of what a lack of memory leaves.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include <windows.h>

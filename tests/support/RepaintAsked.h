@@ -1,5 +1,5 @@
 // Whether a window waits for the repaint of all that it shows.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // Golden streams of tests/data, and documents made from and turned into bytes.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include "Document.h"

@@ -1,5 +1,5 @@
 // main() of every test program: a run of no test fails, and a fault ends the process with its address and no dialog.
-// Layer 14: tests.
+// Layer 15: tests.
 
 #include "FaultNote.h"
 

@@ -1,5 +1,5 @@
 // A top-level window with a view in it, at a known place, for tests on a real display.
-// Layer 14: tests.
+// Layer 15: tests.
 #pragma once
 
 #include "vectorview.h"
