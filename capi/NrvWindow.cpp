@@ -397,7 +397,13 @@ void CNrvParmView::OnEditChanged(CTextParm* parm, CString oldText, CString newTe
     note.text = newText;
     if (newText != oldText) {
         Watch().Enter(parm);
-        Changed(NRV_CHANGE_MODIFIED, {note.id});
+        GetDocument()->SetModifiedFlag(TRUE);
+        // At once, like the other events of an edit: the text is stored, and the next edit may open before this one's
+        // key has been handled.
+        CNrvNote changed(NRV_N_CHANGED);
+        changed.reason = NRV_CHANGE_MODIFIED;
+        changed.ids = {note.id};
+        Send(changed);
     }
     Send(note, &oldText);
 }

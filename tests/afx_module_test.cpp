@@ -96,6 +96,21 @@ TEST(AfxModule, LibrariesComeAndGoWhileAnotherThreadLooksForAResource) {
     other.join();
 }
 
+TEST(AfxModule, TheApplicationObjectOfAnotherStateIsNotTheProgramsThread) {
+    CWinThread* const thread = AfxGetThread();
+    CWinApp* const app = AfxGetApp();
+    AFX_MODULE_STATE state;
+    AFX_MODULE_STATE* const before = AfxSetModuleState(&state);
+    {
+        CWinApp own;
+        EXPECT_EQ(&own, AfxGetApp());
+        AfxSetModuleState(before);
+        EXPECT_EQ(thread, AfxGetThread());
+        EXPECT_EQ(app, AfxGetApp());
+    }
+    EXPECT_EQ(thread, AfxGetThread());
+}
+
 TEST(AfxModule, ResourcesAreLookedForInTheCurrentHandleThenInExtensionModules) {
     const HINSTANCE program = ::GetModuleHandle(nullptr);
     const HINSTANCE layer = ::GetModuleHandle(L"nrafx.dll");

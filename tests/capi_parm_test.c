@@ -11,14 +11,14 @@ typedef struct Parms {
 } Parms;
 
 static int Open(Parms* parms) {
-    const NrvHandle* view = (const NrvHandle*)&parms->host.view;
     if (!EXPECT(CHostOpen(&parms->host, NRV_PARM_VIEW_CLASS))) {
         return 0;
     }
-    EXPECT_INT(NRV_OK, NrvAddParm(*view, 50, 250, L"10", L"A", 20, 0xFFFFFF, &parms->a));
-    EXPECT_INT(NRV_OK, NrvAddParm(*view, 50, 200, L"20", L"B", 20, 0xFFFFFF, &parms->b));
-    EXPECT_INT(NRV_OK, NrvAddLine(*view, 300, 250, 390, 250, 0xFFFFFF, &parms->line));
-    EXPECT_INT(NRV_OK, NrvAddParm(*view, 50, 150, L"30", L"C", 20, 0xFFFFFF, &parms->c));
+    const NrvHandle view = parms->host.view;
+    EXPECT_INT(NRV_OK, NrvAddParm(view, 50, 250, L"10", L"A", 20, 0xFFFFFF, &parms->a));
+    EXPECT_INT(NRV_OK, NrvAddParm(view, 50, 200, L"20", L"B", 20, 0xFFFFFF, &parms->b));
+    EXPECT_INT(NRV_OK, NrvAddLine(view, 300, 250, 390, 250, 0xFFFFFF, &parms->line));
+    EXPECT_INT(NRV_OK, NrvAddParm(view, 50, 150, L"30", L"C", 20, 0xFFFFFF, &parms->c));
     UpdateWindow(parms->host.view); // A parameter's height is measured by the paint.
     CHostPump();
     CHostTakeLog();
@@ -46,7 +46,7 @@ static const wchar_t* Value(Parms* parms, NrvId id) {
     return CHostString(parms->host.view, id, NRV_STRING_TEXT);
 }
 
-#define STORED_A L"accept 7; storing 10>7; changing modified 1; stored 10>7; closed; changed modified 1; "
+#define STORED_A L"accept 7; storing 10>7; changing modified 1; changed modified 1; stored 10>7; closed; "
 
 C_TEST(CapiParm, AClickOpensTheBoxAndTheTypedTextIsStored) {
     Parms p;
