@@ -45,8 +45,8 @@ CDrawable* Make(CVectorView& view, uint32_t color, Fill fill) {
     auto object = std::make_unique<Object>();
     object->SetPenColor(NrvSwapColor(color));
     fill(*object);
-    KX_ADD_MEMORY(object.get());
     view.GetDocument()->AddDrawAobject(object.get());
+    KX_ADD_MEMORY(object.get());
     return object.release();
 }
 

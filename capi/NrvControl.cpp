@@ -299,6 +299,10 @@ void CNrvControl::ToolEnded(CCommandOperationManager::ToolEnd how) {
     CNrvNote ended(NRV_N_COMMAND_ENDED);
     ended.text = m_Word;
     ended.reason = how == End::Done ? NRV_END_DONE : how == End::Cancelled ? NRV_END_CANCELLED : NRV_END_LOST;
+    if (how == End::Done) {
+        // Commands that a word starts have done so already; a grip that was moved has not.
+        Document().SetModifiedFlag(TRUE);
+    }
     m_Word.Empty();
     m_End.emplace(std::move(ended));
 }

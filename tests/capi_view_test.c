@@ -435,8 +435,12 @@ C_TEST(CapiView, AGripThatIsTakenIsACommand) {
     EXPECT_TEXT(L"begun grip; changing command grip; click line -1; ", CHostTakeLog());
     CHostMove(&host, 170, 80);
     CHostTakeLog();
+    int32_t modified = -1;
+    EXPECT_INT(NRV_OK, NrvSetModified(host.view, 0));
     CHostClick(&host, 170, 80);
     EXPECT_TEXT(L"changed modified 1; ended grip done; ", CHostTakeLog());
+    EXPECT_INT(NRV_OK, NrvGetModified(host.view, &modified));
+    EXPECT_INT(1, modified);
     ExpectLine(&host, line, 50, 200, 170, 220);
     CHostClose(&host);
 }
