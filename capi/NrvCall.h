@@ -7,6 +7,7 @@
 
 #include <afxstat_.h>
 
+#include <algorithm>
 #include <cmath>
 
 // One entry into a control, on the stack. While it exists the library's own module state is current, so that a message

@@ -12,6 +12,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class CVectorGraphic;
 class CVectorView;
