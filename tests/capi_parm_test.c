@@ -383,7 +383,6 @@ C_TEST(CapiParm, TheTooltipShowsTheDescriptionInAPlainLoop) {
     while (!shown && GetTickCount() - begun < 5000) {
         MsgWaitForMultipleObjects(0, NULL, FALSE, 50, QS_ALLINPUT);
         CHostPump();
-        CHostMove(&p.host, X + 1, Y_A);
         for (HWND tip = FindWindowExW(NULL, NULL, L"tooltips_class32", NULL); tip != NULL;
              tip = FindWindowExW(NULL, tip, L"tooltips_class32", NULL)) {
             shown = shown || (GetWindowThreadProcessId(tip, NULL) == GetCurrentThreadId() && IsWindowVisible(tip));
