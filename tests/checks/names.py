@@ -22,7 +22,9 @@ DEF_HEAD = "; The exported functions of the C interface (names.py --write).\nLIB
 def exported(dll):
     """(functions of the C interface, C++ names), each sorted."""
     listing = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", dll], check=True, capture_output=True, text=True).stdout
-    names = set(re.findall(r"\b(?:Nrv[A-Z]\w*|_Z\w+)$", listing, re.M))
+    # What the DLL imports is listed too, in another table.
+    table = listing.partition("[Ordinal/Name Pointer] Table")[2].partition("\n\n")[0]
+    names = set(re.findall(r"\b(?:Nrv[A-Z]\w*|_Z\w+)$", table, re.M))
     return sorted(n for n in names if n.startswith("Nrv")), sorted(n for n in names if n.startswith("_Z"))
 
 
@@ -44,7 +46,7 @@ def problems_of(root, dll):
     yield from compare("nrview.h", declared(root), functions, os.path.basename(dll))
     yield from compare(DEF, listed, functions, os.path.basename(dll))
     yield from compare(CPP, common.text_of(root, CPP).split(), names, os.path.basename(dll))
-    tests = "\n".join(common.text_of(root, "tests", name) for name in common.files_of(root, "tests")
+    tests = "\n".join(common.text_of(root, "tests", name) for name in sorted(os.listdir(os.path.join(root, "tests")))
                       if name.startswith("capi_") and name.endswith("_test.c"))
     for name in declared(root):
         if not re.search(rf"\b{name}\(", tests):
