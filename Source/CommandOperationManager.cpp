@@ -58,7 +58,7 @@ void CCommandOperationManager::Execute() {
 void CCommandOperationManager::Cancel() {
     const CEventScope scope(m_Events);
     if (CurrentTool() != nullptr) {
-        CCommandOperation* ended = TakeOutCommand();
+        CCommandOperation* ended = TakeOutCommand(ToolEnd::Cancelled);
         ended->Cancel();
         ended->m_Edit.DestroyWindow();
     }
@@ -286,6 +286,9 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
             return 0;
         }
         m_pCommand = owner.release();
+        if (op != nullptr) {
+            OnToolBegun(op);
+        }
     }
     m_InCommand = inCommand;
     if (op != nullptr) {
@@ -299,7 +302,8 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
 void CCommandOperationManager::CheckResultState(ResultState state) {
     if (state != RS_Continue && state != RS_Capture) {
         const CEventScope scope(m_Events);
-        if (CCommandOperation* ended = TakeOutCommand()) {
+        const ToolEnd how = state == RS_Cancelled ? ToolEnd::Cancelled : ToolEnd::Done;
+        if (CCommandOperation* ended = TakeOutCommand(how)) {
             ended->m_Edit.DestroyWindow();
         }
     }
@@ -316,6 +320,9 @@ void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultSta
             return;
         }
         m_pCommand = owner.release();
+        if (op != nullptr) {
+            OnToolBegun(op);
+        }
     }
     m_InCommand = 1;
 }
@@ -326,7 +333,7 @@ CCommandOperation* CCommandOperationManager::CurrentTool() {
         m_pCommand->FollowDocument();
         if (m_pCommand->HasLostObject()) {
             // Without Cancel, which may touch the objects.
-            TakeOutCommand();
+            TakeOutCommand(ToolEnd::Lost);
         }
     }
     return m_pCommand;
@@ -337,7 +344,7 @@ CCommandOperation* CCommandOperationManager::RunningTool() {
     return m_InCommand != 0 ? op : nullptr;
 }
 
-CCommandOperation* CCommandOperationManager::TakeOutCommand() {
+CCommandOperation* CCommandOperationManager::TakeOutCommand(ToolEnd how) {
     // Before it is cancelled, or its edit box destroyed: either may send messages, and what runs there finds no tool
     // that is ending.
     CCommandOperation* op = m_pCommand;
@@ -346,9 +353,14 @@ CCommandOperation* CCommandOperationManager::TakeOutCommand() {
     if (op != nullptr) {
         op->m_Alive.End();
         m_Events->ended.emplace_back(op);
+        OnToolEnded(op, how);
     }
     return op;
 }
+
+void CCommandOperationManager::OnToolBegun(CCommandOperation*) {}
+
+void CCommandOperationManager::OnToolEnded(CCommandOperation*, ToolEnd) {}
 
 bool CCommandOperationManager::MakeRoom(bool byOnCancel) {
     const CKxAliveToken engine(m_Alive);
@@ -358,7 +370,7 @@ bool CCommandOperationManager::MakeRoom(bool byOnCancel) {
         if (CurrentTool() == nullptr) {
             break;
         }
-        CCommandOperation* ended = TakeOutCommand();
+        CCommandOperation* ended = TakeOutCommand(ToolEnd::Cancelled);
         if (byOnCancel) {
             ended->OnCancel();
         } else {

@@ -68,7 +68,14 @@ public:
     void SetDrawObjLatus(int lock) { m_DrawObjLatus = lock; }
     int GetDrawObjLatus() { return m_DrawObjLatus; }
 
+    // How a tool ended: it did its work, it was broken off, or an object that it held was freed.
+    enum class ToolEnd { Done, Cancelled, Lost };
+
 protected:
+    // Told of each tool that becomes the running one, before it gets an event, and of each that no longer is, which is
+    // still allocated then. Nothing may be called on the engine here. The base does nothing.
+    virtual void OnToolBegun(CCommandOperation* tool);
+    virtual void OnToolEnded(CCommandOperation* tool, ToolEnd how);
     // Lets `point` follow tracked grips that lie in the cursor's pixel column or row; nonzero when it took anything.
     int GetInTrackGripPoint(CPoint cursor, CGePoint2d& point);
 
@@ -81,7 +88,7 @@ private:
     // The current tool, if it gets events.
     CCommandOperation* RunningTool();
     // Leaves no tool running. The tool is freed when the outermost event scope closes; null when none was running.
-    CCommandOperation* TakeOutCommand();
+    CCommandOperation* TakeOutCommand(ToolEnd how);
     // Cancels and frees the running tool, by Cancel or OnCancel, and every one that a host starts in return. False when
     // this object was freed meanwhile.
     bool MakeRoom(bool byOnCancel);

@@ -159,16 +159,18 @@ constexpr DWORD kNamedColors[] = {
 CGraphColorInfo* CGraphColorInfo::_instance = nullptr;
 
 CGraphColorInfo* CGraphColorInfo::GetInstance() {
-    if (_instance == nullptr) {
+    CGraphColorInfo* instance = __atomic_load_n(&_instance, __ATOMIC_ACQUIRE);
+    if (instance == nullptr) {
         auto* made = new CGraphColorInfo;
         KX_ADD_MEMORY(made);
-        // Views on two threads may both come here first: one of the tables is kept.
-        if (::InterlockedCompareExchangePointer(reinterpret_cast<void**>(&_instance), made, nullptr) != nullptr) {
-            KX_REMOVE_MEMORY(made);
-            delete made;
+        if (__atomic_compare_exchange_n(&_instance, &instance, made, false, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE)) {
+            return made;
         }
+        // Another thread was first.
+        KX_REMOVE_MEMORY(made);
+        delete made;
     }
-    return _instance;
+    return instance;
 }
 
 void CGraphColorInfo::Release() {

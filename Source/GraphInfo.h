@@ -10,7 +10,8 @@ inline constexpr short kColorExplicit = -2;
 inline constexpr short kColorBlack = 7;
 inline constexpr short kColorWhite = 137;
 
-// A process-wide singleton, made on first use, on any thread. Release it only when no view is in use.
+// A process-wide singleton, made on first use and never changed, so that any thread may ask it. Release is for a time
+// when no other thread does.
 class NRVECTORVIEW_API CGraphColorInfo {
 public:
     static CGraphColorInfo* GetInstance();

@@ -98,6 +98,8 @@ protected:
     void OnEditTabDown(CTextParm* current) override;
     // 0 for a parameter of type 4, and when the parent refuses.
     virtual int CanParmEdit(CTextParm* parm);
+    // The one place that tells the parent; m_Notify is filled in. An override may tell it in another way.
+    virtual void Notify(UINT code);
 
     void OnCreateCommandOperationManager() override;
     void PreSubclassWindow() override;
@@ -131,8 +133,6 @@ protected:
 private:
     static constexpr UINT_PTR kTipTool = 1; // The tooltip's one tool.
 
-    // The one place that sends.
-    void Notify(UINT code);
     bool KeepsFocus() const override;
     // The view takes the focus, by which an open edit ends. False when the view has been freed, or a strict refusal
     // keeps the focus in the box.

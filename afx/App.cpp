@@ -45,7 +45,10 @@ void AFXAPI AfxPostQuitMessage(int nExitCode) {
 CWinThread::CWinThread()
     : m_pMainWnd(nullptr), m_hThread(::GetCurrentThread()), m_nThreadID(::GetCurrentThreadId()), m_msgCur(),
       m_ptCursorLast(0, 0), m_nMsgLast(WM_NULL) {
-    AfxState().thread = this;
+    // The object of a DLL with a module state of its own is not the program's thread.
+    if (AfxGetModuleState() == AfxGetAppModuleState()) {
+        AfxState().thread = this;
+    }
 }
 
 CWinThread::~CWinThread() {

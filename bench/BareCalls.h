@@ -1,5 +1,5 @@
 // The GDI calls that a drawing makes, written down once and repeated without the library: the limit of a paint.
-// Layer 14: bench.
+// Layer 15: bench.
 #pragma once
 
 #include <afxwin.h>

@@ -1,7 +1,7 @@
 // Measures the library beside the limits of the same work, in one process: nrvv_bench [--objects N]... [--json FILE]
 // [--only TEXT].... Exit code 2 when the pictures differ, 1 when the command line or the file is bad.
 // TEXT: a part of a row's name; only such rows are measured.
-// Layer 14: bench.
+// Layer 15: bench.
 #include "Rows.h"
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // What the rows of the benchmark share: a clock, medians of interleaved rounds, and pictures to compare.
-// Layer 14: bench.
+// Layer 15: bench.
 #pragma once
 
 #include <afxwin.h>

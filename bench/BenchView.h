@@ -1,4 +1,4 @@
-// A view in a window of its own, whose paints can be those of the bare calls. Layer 14: bench.
+// A view in a window of its own, whose paints can be those of the bare calls. Layer 15: bench.
 #pragma once
 
 #include "BareCalls.h"

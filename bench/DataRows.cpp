@@ -1,4 +1,4 @@
-// Loading and saving a drawing, and the first extents of texts. Layer 14: bench.
+// Loading and saving a drawing, and the first extents of texts. Layer 15: bench.
 #include "BenchTools.h"
 #include "Document.h"
 #include "Rows.h"

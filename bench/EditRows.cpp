@@ -1,4 +1,4 @@
-// A mouse move with a preview or a snap search, and the press of a click. Layer 14: bench.
+// A mouse move with a preview or a snap search, and the press of a click. Layer 15: bench.
 #include "BenchTools.h"
 #include "BenchView.h"
 #include "CommandOperationManager.h"

@@ -1,4 +1,4 @@
-// Repaints of a view's window beside the bare calls, pixel by pixel the same. Layer 14: bench.
+// Repaints of a view's window beside the bare calls, pixel by pixel the same. Layer 15: bench.
 #include "BenchTools.h"
 #include "BenchView.h"
 #include "Rows.h"

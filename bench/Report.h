@@ -1,4 +1,4 @@
-// The table and the JSON of a run. Layer 14: bench.
+// The table and the JSON of a run. Layer 15: bench.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// What is measured; each function appends its rows. Layer 14: bench.
+// What is measured; each function appends its rows. Layer 15: bench.
 #pragma once
 
 #include "Report.h"

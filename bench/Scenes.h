@@ -1,4 +1,4 @@
-// The drawings that the benchmark paints, loads, saves and searches. Layer 14: bench.
+// The drawings that the benchmark paints, loads, saves and searches. Layer 15: bench.
 #pragma once
 
 class CGraphicDocument;

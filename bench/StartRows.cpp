@@ -1,4 +1,4 @@
-// From the start of the demo to its empty drawing on the screen. Layer 14: bench.
+// From the start of the demo to its empty drawing on the screen. Layer 15: bench.
 #include "BenchTools.h"
 #include "Rows.h"
 

@@ -1,5 +1,5 @@
 // The library's commands as the demo's menus, toolbar and status texts use them.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <CommandWords.h>

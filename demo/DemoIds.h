@@ -1,5 +1,5 @@
 // Numbers of the demo's own resources, menu items and controls; the resource script includes it too.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #define IDI_DEMO 1

@@ -1,5 +1,5 @@
 // The demo program: one window, with the drawing that the command line names or with the parameters of a section.
-// Layer 12: demo.
+// Layer 13: demo.
 #include <afxcmn.h>
 #include <afxwin.h>
 

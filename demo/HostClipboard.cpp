@@ -1,5 +1,5 @@
 // The demo's clipboard: objects as a drawing's stream, placed by a click, and pictures of them as EMF and PNG.
-// Layer 12: demo.
+// Layer 13: demo.
 #include "DemoIds.h"
 #include "HostFrame.h"
 

@@ -1,5 +1,5 @@
 // The demo's main window: new, open, save, and the questions around them.
-// Layer 12: demo.
+// Layer 13: demo.
 #include "HostFrame.h"
 
 #include <afxdlgs.h>

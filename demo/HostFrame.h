@@ -1,5 +1,5 @@
 // The demo's main window: menus, toolbar, status bar, files, and the views that it lays out.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <afxcmn.h>

@@ -1,5 +1,5 @@
 // The demo's main window: its panes, the bar between them, the keyboard's way from one to the other, and the section.
-// Layer 12: demo.
+// Layer 13: demo.
 #include "HostFrame.h"
 
 #include "DemoIds.h"

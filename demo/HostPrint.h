@@ -1,5 +1,5 @@
 // The demo's paper: the preview of one sheet, and printing it.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <Document.h>

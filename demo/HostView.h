@@ -1,5 +1,5 @@
 // The demo's drawing view: what a host adds to CVectorView so that typed distances, Escape and the focus work.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <vectorview.h>

@@ -1,5 +1,5 @@
 // The diagram of a welded I-section in the parameter view: its scheme, its parameters and its results.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <afxwin.h>

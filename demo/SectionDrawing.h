@@ -1,5 +1,5 @@
 // The true-scale drawing of a welded I-section, made with the adding operations of the view.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <vectorview.h>

@@ -1,5 +1,5 @@
 // The demo's parameter view: the diagram of a welded I-section, whose sizes are edited right in the picture.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <VectorViewParm.h>

@@ -1,5 +1,5 @@
 // The bar between two panes, dragged by the mouse.
-// Layer 12: demo.
+// Layer 13: demo.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // The arithmetic of a welded I-section: what a set of sizes must fulfil, and the section's figures.
-// Layer 12: demo; uses no window.
+// Layer 13: demo; uses no window.
 #pragma once
 
 // All lengths in millimetres.

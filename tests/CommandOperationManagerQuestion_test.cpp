@@ -1,5 +1,5 @@
 // The manager when the view is freed while a tool's question is shown.
-// Layer 15: tests.
+// Layer 16: tests.
 
 #include "Document.h"
 #include "support/BoxAnswer.h"

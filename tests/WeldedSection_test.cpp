@@ -1,5 +1,5 @@
 // The welded I-section of the demo: its figures, worked out by hand plate by plate, and which sizes it refuses.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "../demo/WeldedSection.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// CArchive's object format, byte by byte, and what it does with streams that are not so. Layer 15: tests.
+// CArchive's object format, byte by byte, and what it does with streams that are not so. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <afxcoll.h>

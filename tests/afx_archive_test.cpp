@@ -1,4 +1,4 @@
-// CArchive: values, text, counts and buffering, byte by byte. Layer 15: tests.
+// CArchive: values, text, counts and buffering, byte by byte. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <afxcoll.h>

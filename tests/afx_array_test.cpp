@@ -1,4 +1,4 @@
-// CArray and its ready-made forms. Layer 15: tests.
+// CArray and its ready-made forms. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <afxcoll.h>

@@ -1,5 +1,5 @@
 // The MFC layer's dialogs, data exchange, controls, menus and file dialog.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "support/BoxAnswer.h"
 #include "support/UiLanguage.h"
 

@@ -1,5 +1,5 @@
 // The MFC layer's documents: path, title and flag; loading; saving that never loses a good file.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "support/BoxAnswer.h"
 #include "support/UiLanguage.h"
 

@@ -1,4 +1,4 @@
-// The checks and dumps of objects: AssertValid, Dump and the dump context. Layer 15: tests.
+// The checks and dumps of objects: AssertValid, Dump and the dump context. Layer 16: tests.
 #include <afx.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The exception family: which function throws which, texts, causes, the catching macros. Layer 15: tests.
+// The exception family: which function throws which, texts, causes, the catching macros. Layer 16: tests.
 #include "support/AfxCaught.h"
 #include "support/UiLanguage.h"
 

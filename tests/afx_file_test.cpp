@@ -1,4 +1,4 @@
-// CFile on real files and CMemFile on owned and borrowed blocks. Layer 15: tests.
+// CFile on real files and CMemFile on owned and borrowed blocks. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The MFC layer's device contexts and GDI objects, and the recording device context.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "support/BoxAnswer.h"
 #include "support/RecordingDC.h"
 

@@ -1,4 +1,4 @@
-// The table from handles to objects, with objects that count themselves. Layer 15: tests.
+// The table from handles to objects, with objects that count themselves. Layer 16: tests.
 
 #include "HandleMap.h"
 

@@ -1,5 +1,5 @@
 // The MFC layer's module state, resource search, extension modules, message loop and application.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "support/BoxAnswer.h"
 #include "support/OnBox.h"
 #include "support/UiLanguage.h"
@@ -94,6 +94,21 @@ TEST(AfxModule, LibrariesComeAndGoWhileAnotherThreadLooksForAResource) {
     }
     over = true;
     other.join();
+}
+
+TEST(AfxModule, TheApplicationObjectOfAnotherStateIsNotTheProgramsThread) {
+    CWinThread* const thread = AfxGetThread();
+    CWinApp* const app = AfxGetApp();
+    AFX_MODULE_STATE state;
+    AFX_MODULE_STATE* const before = AfxSetModuleState(&state);
+    {
+        CWinApp own;
+        EXPECT_EQ(&own, AfxGetApp());
+        AfxSetModuleState(before);
+        EXPECT_EQ(thread, AfxGetThread());
+        EXPECT_EQ(app, AfxGetApp());
+    }
+    EXPECT_EQ(thread, AfxGetThread());
 }
 
 TEST(AfxModule, ResourcesAreLookedForInTheCurrentHandleThenInExtensionModules) {

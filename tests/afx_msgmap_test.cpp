@@ -1,5 +1,5 @@
 // The MFC layer's message maps: every window message row with its parameters, commands, notifications, reflection.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxcmn.h>

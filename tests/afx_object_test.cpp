@@ -1,4 +1,4 @@
-// Class records: kinds, creation by name, lists of classes per module. Layer 15: tests.
+// Class records: kinds, creation by name, lists of classes per module. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <gtest/gtest.h>

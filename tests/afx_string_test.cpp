@@ -1,4 +1,4 @@
-// CString and CStringA against their documented behaviour. Layer 15: tests.
+// CString and CStringA against their documented behaviour. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// CPoint, CSize and CRect, and COleVariant. Layer 15: tests.
+// CPoint, CSize and CRect, and COleVariant. Layer 16: tests.
 #include "support/AfxCaught.h"
 
 #include <afxdisp.h>

@@ -1,5 +1,5 @@
 // The MFC layer's windows: creation, handles, subclassing, default processing, exceptions, the message loop.
-// Layer 15: tests.
+// Layer 16: tests.
 #include "support/BoxAnswer.h"
 
 #include <afxext.h>

@@ -1,5 +1,5 @@
 // The guarded build's allocator: a block ends at an inaccessible page, and a freed block is inaccessible.
-// Layer 15: tests (Win32 only). Compiled into the guarded build alone.
+// Layer 16: tests (Win32 only). Compiled into the guarded build alone.
 
 #include <windows.h>
 

@@ -12,6 +12,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -59,6 +60,31 @@ TEST(KxMemoryManager, CountFollowsAddAndRemove) {
     Registry()->RemoveMemoryInfo(Fake(2), "b.cpp", 99);
     EXPECT_EQ(before, Registry()->GetCount());
     EXPECT_EQ(0, CountAt(L"a.cpp", 10));
+}
+
+TEST(KxMemoryManager, ThreadsAddAndRemoveAtTheSameTime) {
+    constexpr int kThreads = 4;
+    constexpr uintptr_t kPointers = 3000;
+    const int before = Registry()->GetCount();
+    const int unknown = Registry()->GetUnknownCount();
+    std::vector<std::thread> threads;
+    for (uintptr_t number = 0; number < kThreads; ++number) {
+        threads.emplace_back([number] {
+            for (int round = 0; round < 20; ++round) {
+                for (uintptr_t i = 0; i < kPointers; ++i) {
+                    Registry()->AddMemoryInfo(Fake(1000000 + number * kPointers + i), "threads.cpp", round);
+                }
+                for (uintptr_t i = 0; i < kPointers; ++i) {
+                    Registry()->RemoveMemoryInfo(Fake(1000000 + number * kPointers + i), "threads.cpp", round);
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(before, Registry()->GetCount());
+    EXPECT_EQ(unknown, Registry()->GetUnknownCount());
 }
 
 TEST(KxMemoryManager, NullIsIgnored) {

@@ -1,4 +1,4 @@
-// The library loaded by hand and given back, as a host with plug-ins does it. Layer 15: tests.
+// The library loaded by hand and given back, as a host with plug-ins does it. Layer 16: tests.
 #include <windows.h>
 
 #include <gtest/gtest.h>

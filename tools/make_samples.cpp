@@ -1,5 +1,5 @@
 // Makes the drawings of samples/ through the library's public interface: make_samples FOLDER.
-// Each drawing is one function and one row of the table below. Layer 13: tools.
+// Each drawing is one function and one row of the table below. Layer 14: tools.
 #include "samples.h"
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // nrv: lists, checks, changes and renders stored drawings, for scripts. Needs no display and shows no window.
-// Layer 13: tools; includes the library's public headers only.
+// Layer 14: tools; includes the library's public headers only.
 
 #include "nrv_commands.h"
 

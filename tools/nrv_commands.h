@@ -1,5 +1,5 @@
 // nrv: what the command line says, and the commands, each for one file.
-// Layer 13: tools; includes the library's public headers only.
+// Layer 14: tools; includes the library's public headers only.
 #pragma once
 
 #include "nrv_drawing.h"

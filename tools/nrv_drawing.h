@@ -1,5 +1,5 @@
 // nrv: one stored drawing in memory, with what its loading came to; reading and writing of files and pipes.
-// Layer 13: tools; includes the library's public headers only.
+// Layer 14: tools; includes the library's public headers only.
 #pragma once
 
 #include <VectorGraphic.h>

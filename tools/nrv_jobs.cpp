@@ -1,4 +1,4 @@
-// nrv: several processes at once, and the progress line. Layer 13: tools.
+// nrv: several processes at once, and the progress line. Layer 14: tools.
 
 #include "nrv_commands.h"
 

@@ -1,4 +1,4 @@
-// nrv: the commands that print what a drawing holds, and the one that sets parameters. Layer 13: tools.
+// nrv: the commands that print what a drawing holds, and the one that sets parameters. Layer 14: tools.
 
 #include "nrv_commands.h"
 

@@ -1,4 +1,4 @@
-// nrv: the command that makes pictures. Layer 13: tools.
+// nrv: the command that makes pictures. Layer 14: tools.
 
 #include "nrv_commands.h"
 

@@ -1,5 +1,5 @@
 // nrv: texts for scripts: UTF-8, fields of plain lines, JSON and CSV, messages.
-// Layer 13: tools.
+// Layer 14: tools.
 #pragma once
 
 #include <afxwin.h>

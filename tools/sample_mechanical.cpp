@@ -1,5 +1,5 @@
 // A sample drawing with every kind of geometry: a mounting plate with a bolt circle, slots and a rounded outline.
-// Layer 13: tools.
+// Layer 14: tools.
 #include "samples.h"
 
 #include <Circle.h>

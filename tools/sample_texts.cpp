@@ -1,5 +1,5 @@
 // A drawing of texts: a plate with dimension labels on all four sides, texts turned in steps, a table of parameters.
-// Layer 13: tools.
+// Layer 14: tools.
 #include "samples.h"
 
 #include <MemoryInfo.h>

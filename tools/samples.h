@@ -1,5 +1,5 @@
 // What the sources of the sample drawings share.
-// Layer 13: tools.
+// Layer 14: tools.
 #pragma once
 
 #include <VectorLabel.h>

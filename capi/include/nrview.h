@@ -1,5 +1,5 @@
 /* The C interface of NRVectorView: an embeddable two-dimensional drawing view for Windows.
- * Layer 11: capi. This is the only header that a host in C or in another language needs.
+ * This is the only header that a host in C or in another language needs.
  *
  * Handles. Most functions take an NrvHandle: the HWND of a window of one of the two classes below, or a drawing without
  * a window made by NrvCreateDrawing. A window is made by CreateWindowEx, or named in a dialog template, after
@@ -22,7 +22,7 @@
  *
  * Units. Drawing units are the host's own, with y upwards. Pixels are those of the window's client area, with y
  * downwards. Angles of arcs are radians, anticlockwise from the positive x axis; angles of texts are degrees. Colours
- * are 0x00RRGGBB. Numbers must be finite.
+ * are 0x00RRGGBB. The highest byte of a colour is ignored. Numbers must be finite.
  *
  * Events. The parent window is told by WM_NOTIFY, whose lParam is an NrvEvent, and so is an optional callback. When an
  * event comes, everything of its source is settled: any function may be called for it, also one that ends it.
@@ -409,11 +409,13 @@ typedef struct NrvMapping {
 /* The mapping of a view or drawing. Setting one asks for a repaint. */
 NRV_API NrvResult NRV_CALL NrvGetMapping(NrvHandle handle, NrvMapping* mapping);
 NRV_API NrvResult NRV_CALL NrvSetMapping(NrvHandle handle, const NrvMapping* mapping);
-/* Fits the drawing into the window's client area. NRV_E_KIND for a drawing without a window. */
+/* Fits the drawing into the window's client area. NRV_E_KIND for a drawing without a window, NRV_E_ARGUMENT when the
+ * area is as small as the margin. An empty drawing only gives the mapping the height of the area. */
 NRV_API NrvResult NRV_CALL NrvZoomExtents(NrvHandle handle);
 /* Fits the drawing into a rectangle of pixels. */
 NRV_API NrvResult NRV_CALL NrvZoomInto(NrvHandle handle, int32_t left, int32_t top, int32_t right, int32_t bottom);
-/* The margin of both: percent of the extent, 15 at first, or pixels when `pixels` is not 0. */
+/* The margin of both, half of it on either side: in percent of the area, 15 at first and at least 10 pixels, or in
+ * pixels when `pixels` is not 0. At most 10000. */
 NRV_API NrvResult NRV_CALL NrvSetZoomMargin(NrvHandle handle, int32_t margin, int32_t pixels);
 NRV_API NrvResult NRV_CALL NrvToPixels(NrvHandle handle, double x, double y, double* px, double* py);
 NRV_API NrvResult NRV_CALL NrvToDrawing(NrvHandle handle, double px, double py, double* x, double* y);

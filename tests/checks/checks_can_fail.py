@@ -162,6 +162,28 @@ def import_problems(scratch):
             yield f"imports.py: code {code} for a DLL with mathematics of its own: {said}"
 
 
+def name_problems(scratch):
+    lists = {"capi/include/nrview.h": "NRV_API NrvResult NRV_CALL NrvOne(int a);\n",
+             "capi/nrview.def": "LIBRARY x\nEXPORTS\n    NrvOne\n",
+             "Source/exported_names.txt": "_ZOne\n",
+             "tests/capi_a_test.c": "NrvOne(1);\n"}
+    with tempfile.TemporaryDirectory(dir=scratch) as tree:
+        write(tree, "a.c", "__declspec(dllexport) int NrvOne(int a) { return a; }\n"
+                           "__declspec(dllexport) int _ZOne(void) { return 0; }\n")
+        library = os.path.join(tree, "a.dll")
+        subprocess.run(["x86_64-w64-mingw32-gcc-posix", "-shared", os.path.join(tree, "a.c"), "-o", library], check=True)
+        for path, text, words in ((None, "", ""),
+                                  ("capi/include/nrview.h", "NRV_API NrvResult NRV_CALL NrvTwo(int a);\n", "NrvTwo is in nrview.h"),
+                                  ("capi/nrview.def", "EXPORTS\n", "NrvOne is in a.dll and not in capi/nrview.def"),
+                                  ("Source/exported_names.txt", "_ZOne\n_ZTwo\n", "_ZTwo is in Source/exported_names.txt"),
+                                  ("tests/capi_a_test.c", "NrvOne;\n", "NrvOne is called by no test")):
+            for name, sound in lists.items():
+                write(tree, name, text if name == path else sound)
+            code, said = run("names.py", tree, library)
+            if (code == 0) != (path is None) or words not in said:
+                yield f"names.py with {path} broken: code {code}, expected {words!r}, said {said!r}"
+
+
 def tally_problems(scratch):
     sys.path.insert(0, os.path.join(ROOT, "tests", "support"))
     import tally
@@ -190,4 +212,5 @@ def tally_problems(scratch):
 
 if __name__ == "__main__":
     SCRATCH = os.environ.get("NR_BUILD")
-    common.report(list(tree_problems(SCRATCH)) + list(import_problems(SCRATCH)) + list(tally_problems(SCRATCH)))
+    common.report(list(tree_problems(SCRATCH)) + list(import_problems(SCRATCH)) + list(name_problems(SCRATCH)) +
+                  list(tally_problems(SCRATCH)))

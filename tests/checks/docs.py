@@ -10,7 +10,7 @@ import common
 REQUIRED = ("README.md", "ARCHITECTURE.md", "CONTRIBUTING.md", "CHANGELOG.md", "LICENSE")
 LINK = re.compile(r"\]\(([^)#\s]+)(?:#[^)]*)?\)")
 # A name in backticks that looks like a file of the tree: it has a folder of ours in front and no wildcard.
-PATH = re.compile(r"`((?:afx|kx|Source|render|resources|demo|tests|bench|tools|docs|samples|cmake|\.ci)/[A-Za-z0-9_./-]*)`")
+PATH = re.compile(r"`((?:afx|kx|Source|render|capi|resources|demo|tests|bench|tools|docs|samples|cmake|\.ci)/[A-Za-z0-9_./-]*)`")
 
 FOLDERS = ("afx", "docs", "docs/images", "samples", "samples/hosts", "tests/data", "tests/e2e")
 # Where names come from that a document may use, beside the folders of the map.

@@ -3,7 +3,7 @@
 set -o pipefail
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../..}" || exit 1
 folders=()
-for folder in afx kx Source render demo tools bench tests samples; do
+for folder in afx kx Source render capi demo tools bench tests samples; do
     [ ! -d "$folder" ] || folders+=("$folder")
 done
 [ ${#folders[@]} != 0 ] || exit 1

@@ -12,7 +12,7 @@ import textwrap
 
 import common
 
-FOLDERS = ("afx", "kx", "Source", "render", "demo", "tools", "bench")
+FOLDERS = ("afx", "kx", "Source", "render", "capi", "demo", "tools", "bench")
 HEADS = FOLDERS + ("tests", "tests/support")
 LAYER = re.compile(r"\bLayer(?: \d+)?: ([^.;(,]*[^.;(, ])")
 CLASS = re.compile(r"^(?:class|struct) (?:NRAFX_API )?(C[A-Z]\w*)\b[^;{]*\{", re.M)

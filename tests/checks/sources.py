@@ -9,7 +9,7 @@ import common
 
 # Larger than that, and still to be split.
 TO_SPLIT = {"afx/afxdc_.h"}
-FOLDERS = ("afx", "kx", "Source", "render", "demo", "tools", "bench", "tests", "tests/support")
+FOLDERS = ("afx", "kx", "Source", "render", "capi", "demo", "tools", "bench", "tests", "tests/support")
 
 
 def limits_of(root):

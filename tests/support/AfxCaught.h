@@ -1,4 +1,4 @@
-// What a piece of code threw, as a value that a test can compare; the exception itself is deleted. Layer 15: tests.
+// What a piece of code threw, as a value that a test can compare; the exception itself is deleted. Layer 16: tests.
 #pragma once
 
 #include <afx.h>

@@ -1,5 +1,5 @@
 // A small extension module for afx_object_test.cpp: one streamable class, and two functions that link it in and out.
-// Layer 15: tests.
+// Layer 16: tests.
 #include <afxwin.h>
 #include <afxdllx.h>
 

@@ -1,4 +1,4 @@
-// A font without outlines, made here and known to this process alone. Layer 15: tests.
+// A font without outlines, made here and known to this process alone. Layer 16: tests.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
 // Answers message boxes while it exists, and keeps their texts. For tests on a thread with a display.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include <afxwin.h>

@@ -1,5 +1,5 @@
 // Every public call of view, document and engine in every state of a view: no fault, and nothing left allocated.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "support/ViewHost.h"

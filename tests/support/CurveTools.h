@@ -1,4 +1,4 @@
-// What the tests of the curved kinds share: short forms for points, grips and rows. Layer 15: tests.
+// What the tests of the curved kinds share: short forms for points, grips and rows. Layer 16: tests.
 #pragma once
 
 #include "Drawable.h"

@@ -1,4 +1,4 @@
-// Catches what the program tells a debugger. Layer 15: tests.
+// Catches what the program tells a debugger. Layer 16: tests.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// A painter with a mapping and a recording context: one object's drawing as a list of calls. Layer 15: tests.
+// A painter with a mapping and a recording context: one object's drawing as a list of calls. Layer 16: tests.
 #pragma once
 
 #include "DrawGeometry.h"

@@ -1,4 +1,4 @@
-// A device context whose strokes throw: the message of such a drawing, and what it restores. Layer 15: tests.
+// A device context whose strokes throw: the message of such a drawing, and what it restores. Layer 16: tests.
 #pragma once
 
 #include "support/DrawStage.h"

@@ -1,5 +1,5 @@
 // What a test that makes many calls is doing now, for the line that a fault prints.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // Answers the file dialogs that open on this thread while it exists: with a path, or by cancelling. The interface is
 // Chinese for that time.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "UiLanguage.h"

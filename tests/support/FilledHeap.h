@@ -1,5 +1,5 @@
 // Makes the faults of memory show that the layout of the heap hides in the release build.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "ImportPatch.h"

@@ -1,4 +1,4 @@
-// What a test can ask of the guarded build's allocator. Layer 15: tests.
+// What a test can ask of the guarded build's allocator. Layer 16: tests.
 #pragma once
 
 // Asked before each block that a DLL takes (not for the program's own); true refuses it. Null ends it. One for all

@@ -1,6 +1,6 @@
 // Replaces functions that modules of this process import, such as malloc, while it exists. For tests of what a failing
 // system leaves: the modules themselves stay as they ship.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include <windows.h>

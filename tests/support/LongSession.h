@@ -1,5 +1,5 @@
 // What a user and a host do with a drawing from its beginning to its end, step by step.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "support/TemporaryPath.h"

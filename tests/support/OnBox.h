@@ -1,4 +1,4 @@
-// Does something with each message box as soon as it shows. Layer 15: tests.
+// Does something with each message box as soon as it shows. Layer 16: tests.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
 // A parameter view in a parent window, both writing down what happens to them, for tests on real windows.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include <TextParm.h>

@@ -1,5 +1,5 @@
 // Private and protected fields of the library's classes, for tests alone.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "CommandOperationManager.h"

@@ -1,5 +1,5 @@
 // A device context that writes down every drawing call as a line of text, and carries it out on a bitmap of its own.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include <afxwin.h>

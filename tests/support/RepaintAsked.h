@@ -1,5 +1,5 @@
 // Whether a window waits for the repaint of all that it shows.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include <afxwin.h>

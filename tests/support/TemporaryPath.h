@@ -1,4 +1,4 @@
-// Files in the temporary folder. Layer 15: tests.
+// Files in the temporary folder. Layer 16: tests.
 #pragma once
 
 #include "support/TestData.h"

@@ -1,5 +1,5 @@
 // Golden streams of tests/data, and documents made from and turned into bytes.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "Document.h"

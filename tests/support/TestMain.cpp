@@ -1,5 +1,5 @@
 // main() of every test program: a run of no test fails, and a fault ends the process with its address and no dialog.
-// With NR_FILLED_HEAP set the whole run is on a heap that shows use after free. Layer 15: tests.
+// With NR_FILLED_HEAP set the whole run is on a heap that shows use after free. Layer 16: tests.
 
 #include "FaultNote.h"
 #include "FilledHeap.h"

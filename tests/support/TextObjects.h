@@ -1,5 +1,5 @@
 // Texts and labels with their insides in reach, rows of an object, and a painter with a memory picture to draw on.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "DrawGeometry.h"

@@ -1,4 +1,4 @@
-// The language of the user interface, for as long as it exists. Layer 15: tests.
+// The language of the user interface, for as long as it exists. Layer 16: tests.
 #pragma once
 
 #include <windows.h>

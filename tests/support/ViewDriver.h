@@ -1,5 +1,5 @@
 // Drives the commands of a view by pixel events and tells the state after each: results, document, band, marker.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "CommandOperationManager.h"

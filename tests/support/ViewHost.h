@@ -1,5 +1,5 @@
 // A top-level window with a view in it, at a known place, for tests on a real display.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "vectorview.h"

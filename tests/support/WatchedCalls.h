@@ -1,6 +1,6 @@
 // Counts what the project's DLLs take from the system, and makes the system refuse some of it. The DLLs stay as they
 // ship: their import tables are changed for the time.
-// Layer 15: tests.
+// Layer 16: tests.
 #pragma once
 
 #include "ImportPatch.h"

@@ -1,6 +1,6 @@
 // Holds the desktop of a Wine prefix open with one hidden window, so that each test process need not set it up again.
 // Ends on WM_CLOSE to its window, which has the class name below, or with the prefix's server.
-// Layer 15: tests (Win32 only).
+// Layer 16: tests (Win32 only).
 
 #include <windows.h>
 

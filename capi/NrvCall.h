@@ -1,0 +1,177 @@
+// The frame around each function of the C interface and each message of its windows: finds the control, checks the
+// thread, lets no exception out, and sends the events when all is settled.
+// Layer 12: capi.
+#pragma once
+
+#include "NrvControl.h"
+
+#include <afxstat_.h>
+
+#include <algorithm>
+#include <cmath>
+
+// One entry into a control, on the stack. While it exists the library's own module state is current, so that a message
+// box becomes an event of the innermost entry's control.
+class CNrvFrame {
+public:
+    explicit CNrvFrame(std::shared_ptr<CNrvControl> control);
+    ~CNrvFrame();
+    CNrvFrame(const CNrvFrame&) = delete;
+    CNrvFrame& operator=(const CNrvFrame&) = delete;
+
+    // That of the innermost entry of this thread; null outside of all.
+    static CNrvControl* Current();
+    // Whether no other entry into the same control is on the stack.
+    bool IsOutermost() const;
+    CNrvControl& Control() const { return *m_Control; }
+
+    // Around code of the host: the program's module state is current.
+    class CHostCode {
+    public:
+        CHostCode() : m_State(AfxGetAppModuleState()) {}
+
+    private:
+        AFX_MAINTAIN_STATE2 m_State;
+    };
+
+private:
+    std::shared_ptr<CNrvControl> m_Control;
+    CNrvFrame* m_Outer;
+    AFX_MAINTAIN_STATE2 m_State;
+};
+
+// Makes the application object of this module's state, which message boxes are asked of. Once.
+void NrvMakeApp();
+// Shows a box, as it would be shown without this layer.
+int NrvShowMessageBox(LPCTSTR text, UINT type, UINT help);
+
+// The table of all handles, for any thread.
+namespace NrvHandles {
+
+void Enter(NrvHandle handle, std::shared_ptr<CNrvControl> control);
+// Null when it is not there.
+std::shared_ptr<CNrvControl> Find(NrvHandle handle);
+void Remove(NrvHandle handle);
+// For a drawing: a value that no window handle has.
+NrvHandle NewDrawingHandle();
+
+} // namespace NrvHandles
+
+// Registers the window classes once. False when Windows refuses.
+bool NrvEnsureInitialized();
+
+// What a function works on, beside any handle.
+enum class NrvNeeds { Any, Window, ParmView, Drawing };
+
+// The checks of a handle; NRV_OK with `control` set when the function may go on. It then owns the drawing until
+// GiveBack.
+NrvResult NrvCheckHandle(NrvHandle handle, NrvNeeds needs, std::shared_ptr<CNrvControl>& control);
+
+// The result of what was thrown; called in a handler of it.
+NrvResult NrvResultOfException();
+
+template <class Body>
+NrvResult NrvGuarded(Body body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return NrvResultOfException();
+    }
+}
+
+// Runs `body` with the control of a handle, as one function of the interface.
+template <class Body>
+NrvResult NrvCall(NrvHandle handle, NrvNeeds needs, Body body) noexcept {
+    return NrvGuarded([&]() -> NrvResult {
+        std::shared_ptr<CNrvControl> control;
+        const NrvResult checked = NrvCheckHandle(handle, needs, control);
+        if (checked != NRV_OK) {
+            return checked;
+        }
+        struct Owned {
+            CNrvControl& control;
+            ~Owned() { control.GiveBack(); }
+        };
+        const Owned owned{*control};
+        const CNrvFrame frame(control);
+        const NrvResult result = NrvGuarded([&]() -> NrvResult { return body(*control); });
+        control->Settle();
+        return control->HasEnded() && needs != NrvNeeds::Drawing ? static_cast<NrvResult>(NRV_E_ENDED) : result;
+    });
+}
+
+template <class Body>
+NrvResult NrvCall(NrvHandle handle, Body body) noexcept {
+    return NrvCall(handle, NrvNeeds::Any, body);
+}
+
+// The same with an object of the drawing or of its net.
+template <class Body>
+NrvResult NrvObjectCall(NrvHandle handle, NrvId id, Body body) noexcept {
+    return NrvCall(handle, NrvNeeds::Any, [&](CNrvControl& control) -> NrvResult {
+        CDrawable* object = control.Find(id);
+        return object != nullptr ? body(control, *object) : static_cast<NrvResult>(NRV_E_OBJECT);
+    });
+}
+
+// A change of one object. `edit` is called twice: with false it only says whether the change is possible, with true it
+// makes it, after the host was told that the object is about to change.
+template <class Edit>
+NrvResult NrvEditCall(NrvHandle handle, NrvId id, Edit edit) noexcept {
+    return NrvObjectCall(handle, id, [&](CNrvControl& control, CDrawable& before) -> NrvResult {
+        const NrvResult possible = edit(control, before, false);
+        if (possible != NRV_OK) {
+            return possible;
+        }
+        if (!control.Changing(NRV_CHANGE_MODIFIED, {id})) {
+            return NRV_E_ENDED;
+        }
+        CDrawable* object = control.Find(id);
+        if (object == nullptr) {
+            return NRV_E_OBJECT;
+        }
+        const NrvResult result = edit(control, *object, true);
+        control.Watch().Enter(object);
+        control.Changed(NRV_CHANGE_MODIFIED, {id});
+        return result;
+    });
+}
+
+// ---- Arguments and results -----------------------------------------------------------------------------------------
+
+// Writes into a buffer of the caller, as the head of nrview.h says.
+NrvResult NrvGive(const CString& text, NrvChar* buffer, uint32_t capacity, uint32_t* length);
+
+template <class Item>
+NrvResult NrvGive(const Item* items, size_t size, Item* buffer, uint32_t capacity, uint32_t* count) {
+    if (count == nullptr || (buffer == nullptr && capacity != 0)) {
+        return NRV_E_ARGUMENT;
+    }
+    if (size > UINT32_MAX) {
+        return NRV_E_MEMORY;
+    }
+    *count = static_cast<uint32_t>(size);
+    if (buffer == nullptr) {
+        return NRV_OK;
+    }
+    if (capacity < size) {
+        return NRV_E_BUFFER;
+    }
+    std::copy(items, items + size, buffer);
+    return NRV_OK;
+}
+
+template <class... Numbers>
+bool NrvAreFinite(Numbers... numbers) {
+    return (std::isfinite(numbers) && ...);
+}
+
+// Whether it can be kept in single precision.
+inline bool NrvFitsFloat(double number) {
+    return std::isfinite(number) && std::isfinite(static_cast<float>(number));
+}
+
+// 0x00RRGGBB and COLORREF, either way; the highest byte is dropped.
+inline DWORD NrvSwapColor(DWORD color) {
+    return ((color & 0xFFu) << 16) | (color & 0xFF00u) | ((color >> 16) & 0xFFu);
+}
