@@ -29,6 +29,7 @@ end() {
         kill -TERM -- "-$env_step" 2>/dev/null || kill -TERM "$env_step" 2>/dev/null
         wait "$env_step" 2>/dev/null
     fi
+    [ -z "$env_background" ] || kill "$env_background" 2>/dev/null
     [ -z "$env_wine" ] || { wineserver -k; wineserver -w; }
     [ -z "$env_xvfb" ] || kill "$env_xvfb" 2>/dev/null
 }
