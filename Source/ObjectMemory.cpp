@@ -1,5 +1,7 @@
 #include "ObjectMemory.h"
 
+#include <cstring>
+
 namespace {
 
 constexpr UINT kMemoryGrow = 1024;
@@ -27,6 +29,13 @@ void CObjectMemory::Store(const CDrawableArray& objects) {
         objects.GetAt(i)->Serialize(ar);
     }
     ar.Close();
+}
+
+bool CObjectMemory::IsEqualTo(const CDrawableArray& objects) const {
+    CObjectMemory other;
+    other.Store(objects);
+    return GetLength() == other.GetLength() &&
+           std::memcmp(m_lpBuffer, other.m_lpBuffer, static_cast<size_t>(GetLength())) == 0;
 }
 
 void CObjectMemory::Restore(CDrawable* object) {

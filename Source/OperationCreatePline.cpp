@@ -1,6 +1,7 @@
 #include "OperationCreatePline.h"
 
 #include "Document.h"
+#include "EditingOptions.h"
 #include "MemoryInfo.h"
 #include "PLine.h"
 
@@ -32,6 +33,11 @@ void COperationCreatePline::Execute() {
 // Compatibility 15: a polyline that is broken off stays in the drawing.
 void COperationCreatePline::Cancel() {
     ErasShirrLine();
+    if (IsBrokenOff() && Options().modifiedByChange && !m_InDocument) {
+        DiscardCurrentObject();
+        RequestRedraw();
+        return;
+    }
     KeepPolyline();
 }
 
@@ -101,6 +107,10 @@ void COperationCreatePline::AddVertex(CGePoint2d point) {
 }
 
 void COperationCreatePline::KeepPolyline() {
+    if (m_pCurrentObject != nullptr) {
+        m_InDocument = true;
+        NoteChange();
+    }
     if (m_AddFront != 0) {
         m_pDocument->AddDrawAobjectFront(m_pCurrentObject);
     } else {
