@@ -4,6 +4,8 @@
 
 #define IDI_DEMO 1
 #define IDR_DEMO_KEYS 2
+// The example drawings, in the order of their menu items.
+#define IDR_EXAMPLE_FIRST 10
 
 // The angle dialog that the library needs from its host; number and controls are the library's.
 #define IDD_HOST_ANGLE 134
@@ -24,6 +26,12 @@
 #define ID_HOST_SNAP_LAST 213
 #define ID_HOST_BACKGROUND_FIRST 220
 #define ID_HOST_BACKGROUND_LAST 223
+#define ID_HOST_CLASSIC 230
+#define ID_HOST_SELECT_ALL 231
+#define ID_HOST_RECENT_FIRST 240
+#define ID_HOST_RECENT_LAST 245
+#define ID_HOST_EXAMPLE_FIRST 250
+#define ID_HOST_EXAMPLE_LAST 252
 // One number for each row of the command table.
 #define ID_HOST_COMMAND_FIRST 300
 #define ID_HOST_COMMAND_LAST 399

@@ -32,7 +32,7 @@ public:
         if (arguments != nullptr && count > 1) {
             m_frame->SetFocus();
             m_frame->OpenFile(FullPath(arguments[1]));
-        } else {
+        } else if (!m_frame->OfferRecovery()) {
             m_frame->OpenSection();
         }
         ::LocalFree(arguments);

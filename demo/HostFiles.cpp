@@ -2,7 +2,11 @@
 // Layer 11: demo.
 #include "HostFrame.h"
 
+#include "DemoIds.h"
+
 #include <afxdlgs.h>
+
+#include <shellapi.h>
 
 #include <algorithm>
 
@@ -75,6 +79,7 @@ bool CHostFrame::OpenFile(const CString& path) {
         m_path = path;
         document->SetPathName(path, FALSE);
         document->SetModifiedFlag(FALSE);
+        m_recent.Add(path);
     } else {
         // The library has shown a message and kept what it could read. The name is not taken over, so that saving the
         // remains does not overwrite the file by itself.
@@ -85,14 +90,73 @@ bool CHostFrame::OpenFile(const CString& path) {
                           (some ? L"只载入了能够读出的对象。" : L"没有载入任何对象。"),
                       MB_OK | MB_ICONWARNING);
     }
-    CGePoint2d low;
-    CGePoint2d high;
-    if (document->GetRect(low, high)) {
-        m_view.ZoomAll();
-    } else {
-        m_view.ResetMapping();
-    }
+    ShowLoaded();
     return loaded;
+}
+
+void CHostFrame::ShowLoaded() {
+    m_view.SetClassic(m_view.IsClassic());
+    if (m_view.GetDocument()->GetDrawableObjs()->IsEmpty()) {
+        m_view.ResetMapping();
+    } else {
+        m_view.ZoomAll();
+    }
+}
+
+void CHostFrame::OnRecent(UINT id) {
+    const size_t index = id - ID_HOST_RECENT_FIRST;
+    if (index >= m_recent.Get().size() || !MayDiscard()) {
+        return;
+    }
+    const CString path = m_recent.Get()[index];
+    if (!OpenFile(path) && ::GetFileAttributesW(path) == INVALID_FILE_ATTRIBUTES) {
+        m_recent.Remove(path);
+    }
+}
+
+void CHostFrame::OnExample(UINT id) {
+    if (!MayDiscard()) {
+        return;
+    }
+    ForgetDrawing();
+    const LPCTSTR number = MAKEINTRESOURCEW(IDR_EXAMPLE_FIRST + (id - ID_HOST_EXAMPLE_FIRST));
+    const HINSTANCE module = AfxGetInstanceHandle();
+    const HRSRC found = ::FindResourceW(module, number, RT_RCDATA);
+    // The bytes of a resource are read only, and a load only reads.
+    auto* bytes = static_cast<unsigned char*>(::LockResource(::LoadResource(module, found)));
+    m_view.LoadFile(bytes, ::SizeofResource(module, found));
+    m_view.GetDocument()->SetModifiedFlag(FALSE);
+    ShowLoaded();
+}
+
+void CHostFrame::OnDropFiles(HDROP drop) {
+    wchar_t path[MAX_PATH] = L"";
+    const UINT length = ::DragQueryFileW(drop, 0, path, MAX_PATH);
+    ::DragFinish(drop);
+    if (length > 0 && MayDiscard()) {
+        OpenFile(path);
+    }
+}
+
+bool CHostFrame::OfferRecovery() {
+    for (const CString& path : CRecoveryCopy::FindLeft()) {
+        const bool wanted =
+            AfxMessageBox(L"上次没有正常结束，有一张未保存的图形。\n是否恢复？", MB_YESNO | MB_ICONQUESTION) == IDYES;
+        if (wanted) {
+            // It has no file of its own, and is not saved yet.
+            OpenFile(path);
+            m_recent.Remove(path);
+            m_path.Empty();
+            m_view.GetDocument()->SetPathName(L"", FALSE);
+            m_view.GetDocument()->SetModifiedFlag(TRUE);
+            m_recovery.Keep(*m_view.GetDocument());
+        }
+        ::DeleteFileW(path);
+        if (wanted) {
+            return true; // Any further one is offered at the next start.
+        }
+    }
+    return false;
 }
 
 bool CHostFrame::Save() {
@@ -114,6 +178,7 @@ bool CHostFrame::SaveAs() {
         return false;
     }
     m_path = path;
+    m_recent.Add(path);
     m_view.GetDocument()->SetModifiedFlag(FALSE);
     return true;
 }
@@ -136,7 +201,7 @@ bool CHostFrame::MayDiscard() {
 void CHostFrame::OnFileNew() {
     if (MayDiscard()) {
         ForgetDrawing();
-        m_view.ResetMapping();
+        ShowLoaded();
     }
 }
 

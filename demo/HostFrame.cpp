@@ -2,6 +2,7 @@
 
 #include "CommandTable.h"
 #include "DemoIds.h"
+#include "Prompts.h"
 
 #include <afxres.h>
 #include <resource.h>
@@ -11,12 +12,7 @@
 
 namespace {
 
-const int PaneCommand = 0;
-const int PanePoint = 1;
-const int PaneScale = 2;
-const int PaneModes = 3;
-
-const wchar_t* const SnapNames[] = {L"端点", L"插入点", L"中点", L"垂足"};
+const wchar_t* const SnapNames[CHostFrame::SnapCount] = {L"端点", L"插入点", L"中点", L"垂足"};
 
 struct Background {
     const wchar_t* caption;
@@ -24,12 +20,15 @@ struct Background {
     COLORREF color; // with index -2
     short pen;      // colour index for new objects, so that they show
 };
-const Background Backgrounds[] = {
+const Background Backgrounds[CHostFrame::BackgroundCount] = {
     {L"黑色", 7, 0, 137},
     {L"深蓝", -2, RGB(16, 32, 64), 137},
     {L"深灰", -2, RGB(48, 48, 48), 137},
     {L"白色", 137, 0, 7},
 };
+
+const UINT_PTR RecoveryTimer = 1;
+const UINT RecoveryPause = 2000; // Milliseconds.
 
 // As many decimals as one pixel is worth, at most six.
 CString FormatCoordinate(double value, double unitsPerPixel) {
@@ -52,6 +51,10 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_WM_CLOSE()
     ON_WM_DESTROY()
     ON_WM_INITMENUPOPUP()
+    ON_WM_MENUSELECT()
+    ON_WM_CONTEXTMENU()
+    ON_WM_TIMER()
+    ON_WM_DROPFILES()
     ON_WM_MEASUREITEM()
     ON_WM_DRAWITEM()
     ON_COMMAND(ID_FILE_NEW, &CHostFrame::OnFileNew)
@@ -69,11 +72,23 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_COMMAND(ID_HOST_SHOW_SECTION, &CHostFrame::OnShowSection)
     ON_COMMAND(ID_HOST_DRAW_SECTION, &CHostFrame::OnDrawSection)
     ON_COMMAND(ID_HOST_PROPERTIES, &CHostFrame::OnProperties)
+    ON_COMMAND(ID_HOST_CLASSIC, &CHostFrame::OnClassic)
+    ON_COMMAND(ID_HOST_SELECT_ALL, &CHostFrame::OnSelectAll)
+    ON_COMMAND_RANGE(ID_HOST_RECENT_FIRST, ID_HOST_RECENT_LAST, &CHostFrame::OnRecent)
+    ON_COMMAND_RANGE(ID_HOST_EXAMPLE_FIRST, ID_HOST_EXAMPLE_LAST, &CHostFrame::OnExample)
     ON_NOTIFY(kVpnClick, IDC_HOST_SECTION, &CHostFrame::OnSectionClick)
     ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, &CHostFrame::OnSnap)
     ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, &CHostFrame::OnBackground)
     ON_COMMAND_RANGE(ID_HOST_COMMAND_FIRST, ID_HOST_COMMAND_LAST, &CHostFrame::OnRunCommand)
 END_MESSAGE_MAP()
+
+CString CHostFrame::GetSnapName(UINT i) {
+    return SnapNames[i];
+}
+
+CString CHostFrame::GetBackgroundName(UINT i) {
+    return Backgrounds[i].caption;
+}
 
 // ---- Construction
 
@@ -110,84 +125,9 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     m_keys = ::LoadAcceleratorsW(AfxGetInstanceHandle(), MAKEINTRESOURCEW(IDR_DEMO_KEYS));
     LayOut();
     m_view.ResetMapping();
+    DragAcceptFiles();
+    SetTimer(RecoveryTimer, RecoveryPause, nullptr);
     return 0;
-}
-
-// Adds the rows of one menu of the command table.
-void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
-    for (int i = 0; i < CommandRowCount; ++i) {
-        const CommandWord& row = CommandRows[i];
-        if ((row.menu == CommandMenu::Edit) != edit) {
-            continue;
-        }
-        if (row.flags & kCommandGroup) {
-            menu.AppendMenu(MF_SEPARATOR);
-        }
-        const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
-        menu.AppendMenu(MF_STRING, id, row.caption);
-        SetItemImage(menu, id, i + 1);
-    }
-}
-
-void CHostFrame::MakeMenus() {
-    CMenu file;
-    file.CreatePopupMenu();
-    file.AppendMenu(MF_STRING, ID_FILE_NEW, L"新建(&N)\tCtrl+N");
-    file.AppendMenu(MF_STRING, ID_FILE_OPEN, L"打开(&O)…\tCtrl+O");
-    file.AppendMenu(MF_STRING, ID_FILE_SAVE, L"保存(&S)\tCtrl+S");
-    file.AppendMenu(MF_STRING, ID_FILE_SAVE_AS, L"另存为(&A)…");
-    file.AppendMenu(MF_SEPARATOR);
-    file.AppendMenu(MF_STRING, ID_APP_EXIT, L"退出(&X)\tAlt+F4");
-
-    CMenu background;
-    background.CreatePopupMenu();
-    for (UINT i = 0; i < std::size(Backgrounds); ++i) {
-        background.AppendMenu(MF_STRING, ID_HOST_BACKGROUND_FIRST + i, Backgrounds[i].caption);
-    }
-    CMenu view;
-    view.CreatePopupMenu();
-    view.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
-    SetItemImage(view, ID_HOST_ZOOM_ALL, 0);
-    view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
-    view.AppendMenu(MF_SEPARATOR);
-    view.AppendMenu(MF_STRING, ID_HOST_PROPERTIES, L"对象属性(&R)\tF3");
-    view.AppendMenu(MF_STRING, ID_HOST_SHOW_SECTION, L"参数窗格(&P)");
-    view.AppendMenu(MF_STRING, ID_HOST_DRAW_SECTION, L"按参数绘制截面(&D)\tF5");
-    view.AppendMenu(MF_STRING, ID_HOST_NEXT_PANE, L"切换窗格(&N)\tF6");
-
-    CMenu draw;
-    draw.CreatePopupMenu();
-    MakeCommandItems(draw, false);
-
-    CMenu edit;
-    edit.CreatePopupMenu();
-    MakeCommandItems(edit, true);
-    edit.AppendMenu(MF_SEPARATOR);
-    edit.AppendMenu(MF_STRING, ID_HOST_DESELECT, L"取消选择(&D)");
-    edit.AppendMenu(MF_STRING, ID_HOST_BREAK_OFF, L"中断命令(&B)\tEsc");
-
-    CMenu snap;
-    snap.CreatePopupMenu();
-    for (UINT i = 0; i < std::size(SnapNames); ++i) {
-        snap.AppendMenu(MF_STRING, ID_HOST_SNAP_FIRST + i, SnapNames[i]);
-    }
-    snap.AppendMenu(MF_SEPARATOR);
-    snap.AppendMenu(MF_STRING, ID_HOST_ORTHO, L"正交(&O)\tF8");
-
-    CMenu help;
-    help.CreatePopupMenu();
-    help.AppendMenu(MF_STRING, ID_HOST_ABOUT, L"关于(&A)…");
-
-    CMenu bar;
-    bar.CreateMenu();
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(file.Detach()), L"文件(&F)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), L"视图(&V)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(draw.Detach()), L"绘图(&D)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(edit.Detach()), L"编辑(&E)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(snap.Detach()), L"捕捉(&S)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(help.Detach()), L"帮助(&H)");
-    SetMenu(&bar);
-    bar.Detach(); // the window owns it now
 }
 
 // One picture for each row of the table, and in front of them that of the zoom to extents.
@@ -200,30 +140,6 @@ void CHostFrame::MakeImages() {
             static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
         ::ImageList_ReplaceIcon(m_images, -1, icon);
         ::DestroyIcon(icon);
-    }
-}
-
-// The item asks for its picture when it is drawn, so that it is drawn on the menu's own background, also highlighted.
-void CHostFrame::SetItemImage(CMenu& menu, UINT id, int image) {
-    MENUITEMINFOW item = {};
-    item.cbSize = sizeof(item);
-    item.fMask = MIIM_BITMAP | MIIM_DATA;
-    item.hbmpItem = HBMMENU_CALLBACK;
-    item.dwItemData = static_cast<ULONG_PTR>(image);
-    ::SetMenuItemInfoW(menu, id, FALSE, &item);
-}
-
-void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
-    if (measure->CtlType == ODT_MENU) {
-        measure->itemWidth = 22;
-        measure->itemHeight = 20;
-    }
-}
-
-void CHostFrame::OnDrawItem(int, LPDRAWITEMSTRUCT draw) {
-    if (draw->CtlType == ODT_MENU) {
-        const int y = (draw->rcItem.top + draw->rcItem.bottom - 16) / 2;
-        ::ImageList_Draw(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, ILD_NORMAL);
     }
 }
 
@@ -290,14 +206,19 @@ CString CHostFrame::DescribeCommand() {
     if (row < 0) {
         return L"夹点编辑：单击目标点，或键入距离后按回车；Esc 取消";
     }
-    return PlainCaption(CommandRows[row]) + L"：" + CommandRows[row].hint + L"；Esc 取消";
+    return PlainCaption(CommandRows[row]) + L"：" + GetPrompt(CommandRows[row], m_view.GetClicks()) + L"；Esc 取消";
 }
 
 void CHostFrame::UpdateShown() {
     if (m_hWnd == nullptr || m_view.m_hWnd == nullptr) {
         return;
     }
+    m_view.ShowBandFigure();
     SetStatus(PaneCommand, DescribeCommand());
+    for (int i = 0; i < CommandRowCount; ++i) {
+        const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
+        ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
+    }
 
     const double scale = static_cast<double>(m_view.GetVectorViewCoordTran()->GetScale());
     CGePoint2d point;
@@ -324,23 +245,6 @@ void CHostFrame::UpdateShown() {
     ShowActivePane();
 }
 
-void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
-    if (sysMenu) {
-        return;
-    }
-    popup->CheckMenuItem(ID_HOST_ORTHO, m_ortho ? MF_CHECKED : MF_UNCHECKED);
-    for (UINT i = 0; i < std::size(SnapNames); ++i) {
-        popup->CheckMenuItem(ID_HOST_SNAP_FIRST + i, m_osnap & (1 << i) ? MF_CHECKED : MF_UNCHECKED);
-    }
-    popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST,
-                              static_cast<UINT>(ID_HOST_BACKGROUND_FIRST + m_background), MF_BYCOMMAND);
-    popup->CheckMenuItem(ID_HOST_PROPERTIES, m_view.HasProperties() ? MF_CHECKED : MF_UNCHECKED);
-    popup->CheckMenuItem(ID_HOST_SHOW_SECTION, m_showSection ? MF_CHECKED : MF_UNCHECKED);
-    popup->EnableMenuItem(ID_HOST_DRAW_SECTION, m_showSection ? MF_ENABLED : MF_GRAYED);
-    popup->EnableMenuItem(ID_HOST_NEXT_PANE, m_showSection ? MF_ENABLED : MF_GRAYED);
-    popup->EnableMenuItem(ID_HOST_BREAK_OFF, m_view.GetManager()->GetHasCommand() ? MF_ENABLED : MF_GRAYED);
-}
-
 // ---- Commands
 
 void CHostFrame::OnProperties() {
@@ -349,13 +253,27 @@ void CHostFrame::OnProperties() {
 
 void CHostFrame::OnRunCommand(UINT id) {
     const int row = static_cast<int>(id) - ID_HOST_COMMAND_FIRST;
-    if (row < CommandRowCount) {
+    if (row < CommandRowCount && IsEnabled(id)) {
         m_view.RunCommand(row);
     }
 }
 
 void CHostFrame::OnErase() {
-    m_view.RunCommand(FindCommandRow(L"erase"));
+    if (IsEnabled(ID_HOST_ERASE)) {
+        m_view.RunCommand(FindCommandRow(L"erase"));
+    }
+}
+
+void CHostFrame::OnSelectAll() {
+    if (IsEnabled(ID_HOST_SELECT_ALL)) {
+        m_view.SelectAll();
+    }
+}
+
+void CHostFrame::OnClassic() {
+    m_view.BreakOff();
+    m_view.SetClassic(!m_view.IsClassic());
+    m_view.Invalidate();
 }
 
 void CHostFrame::OnZoomAll() {
@@ -378,6 +296,12 @@ void CHostFrame::OnBreakOff() {
 void CHostFrame::OnDeselect() {
     m_view.GetDocument()->RemoveAllSelected();
     m_view.Invalidate();
+}
+
+void CHostFrame::OnTimer(UINT_PTR id) {
+    if (id == RecoveryTimer && !m_view.GetManager()->GetHasCommand()) {
+        m_recovery.Keep(*m_view.GetDocument());
+    }
 }
 
 void CHostFrame::OnSnap(UINT id) {

@@ -6,6 +6,11 @@
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 : "${NR_WITH_WINE:?}" "${NR_DEMO:?}" "${NR_OUT:?}" "${DISPLAY:?}"
 
+# What the demo keeps from one start to the next has no place in the pictures.
+NRVV_DEMO_DATA=$(mktemp -d)
+NRVV_DEMO_DATA=Z:${NRVV_DEMO_DATA//\//\\}
+export NRVV_DEMO_DATA
+
 demo=
 window=
 
