@@ -8,14 +8,17 @@
 #include <memory>
 
 #include "HostFrame.h"
+#include "DemoIds.h"
+#include "HostText.h"
 
 namespace {
 
 class CHostApp : public CWinApp {
 public:
-    CHostApp() : CWinApp(L"NRVectorView 演示") {} // the title of message boxes
+    CHostApp() : CWinApp(LoadText(IDS_TITLE)) {} // the title of message boxes
 
     BOOL InitInstance() override {
+        SetThreadLanguage();
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
         ::InitCommonControlsEx(&controls);
         m_frame = std::make_unique<CHostFrame>();
@@ -27,15 +30,13 @@ public:
         m_frame->ShowWindow(m_nCmdShow);
         m_frame->UpdateWindow();
 
-        int count = 0;
-        wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-        if (arguments != nullptr && count > 1) {
+        const CString path = FindPath();
+        if (!path.IsEmpty()) {
             m_frame->SetFocus();
-            m_frame->OpenFile(FullPath(arguments[1]));
+            m_frame->OpenFile(path);
         } else if (!m_frame->OfferRecovery()) {
             m_frame->OpenSection();
         }
-        ::LocalFree(arguments);
         return TRUE;
     }
 
@@ -59,6 +60,22 @@ public:
     }
 
 private:
+    // The first argument that is neither "--lang" nor its value; empty without one.
+    static CString FindPath() {
+        CString path;
+        int count = 0;
+        wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+        for (int i = 1; i < count && path.IsEmpty(); ++i) {
+            if (wcscmp(arguments[i], L"--lang") == 0) {
+                ++i;
+            } else {
+                path = FullPath(arguments[i]);
+            }
+        }
+        ::LocalFree(arguments);
+        return path;
+    }
+
     // A save dialog changes the current folder; the name must not depend on it.
     static CString FullPath(const wchar_t* path) {
         wchar_t full[MAX_PATH] = L"";

@@ -3,6 +3,7 @@
 #include "HostFrame.h"
 
 #include "DemoIds.h"
+#include "HostText.h"
 
 #include <afxdlgs.h>
 
@@ -12,24 +13,23 @@
 
 namespace {
 
-const wchar_t Filter[] = L"图形文件 (*.nrv)|*.nrv|所有文件 (*.*)|*.*||";
 const wchar_t Extension[] = L"nrv";
 
 // Why a file cannot be read, in the user's words.
 CString DescribeCause(const CFileException& error) {
     switch (error.m_cause) {
     case CFileException::fileNotFound:
-        return L"找不到该文件。";
+        return LoadText(IDS_NOT_FOUND);
     case CFileException::badPath:
-        return L"路径无效。";
+        return LoadText(IDS_BAD_PATH);
     case CFileException::accessDenied:
-        return L"没有访问权限。";
+        return LoadText(IDS_NO_ACCESS);
     case CFileException::sharingViolation:
     case CFileException::lockViolation:
-        return L"该文件正被其他程序使用。";
+        return LoadText(IDS_IN_USE);
     default: {
         CString text;
-        text.Format(L"读取失败（错误 %ld）。", static_cast<long>(error.m_lOsError));
+        text.Format(LoadText(IDS_READ_FAILED), static_cast<long>(error.m_lOsError));
         return text;
     }
     }
@@ -39,7 +39,7 @@ CString DescribeCause(const CFileException& error) {
 
 CString CHostFrame::GetShownName() {
     if (m_path.IsEmpty()) {
-        return L"未命名";
+        return LoadText(IDS_UNTITLED);
     }
     const int slash = std::max(m_path.ReverseFind(L'\\'), m_path.ReverseFind(L'/'));
     return m_path.Mid(slash + 1);
@@ -61,13 +61,15 @@ bool CHostFrame::OpenFile(const CString& path) {
     CFile file;
     CFileException error;
     if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
-        AfxMessageBox(L"无法打开文件：\n" + path + L"\n\n" + DescribeCause(error), MB_OK | MB_ICONWARNING);
+        AfxMessageBox(CString(LoadText(IDS_CANNOT_OPEN)) + path + L"\n\n" + DescribeCause(error),
+                      MB_OK | MB_ICONWARNING);
         return false;
     }
     const bool empty = file.GetLength() == 0;
     file.Close();
     if (empty) {
-        AfxMessageBox(L"无法打开文件：\n" + path + L"\n\n文件是空的，不是图形文件。", MB_OK | MB_ICONWARNING);
+        AfxMessageBox(CString(LoadText(IDS_CANNOT_OPEN)) + path + L"\n\n" + LoadText(IDS_EMPTY_FILE),
+                      MB_OK | MB_ICONWARNING);
         return false;
     }
 
@@ -86,8 +88,8 @@ bool CHostFrame::OpenFile(const CString& path) {
         const bool some = document->GetDrawableObjs()->GetSize() > 0;
         document->SetPathName(L"", FALSE);
         document->SetModifiedFlag(some);
-        AfxMessageBox(L"文件已损坏或不是图形文件：\n" + path + L"\n\n" +
-                          (some ? L"只载入了能够读出的对象。" : L"没有载入任何对象。"),
+        AfxMessageBox(CString(LoadText(IDS_DAMAGED)) + path + L"\n\n" +
+                          (some ? LoadText(IDS_LOADED_SOME) : LoadText(IDS_LOADED_NONE)),
                       MB_OK | MB_ICONWARNING);
     }
     ShowLoaded();
@@ -140,8 +142,7 @@ void CHostFrame::OnDropFiles(HDROP drop) {
 
 bool CHostFrame::OfferRecovery() {
     for (const CString& path : CRecoveryCopy::FindLeft()) {
-        const bool wanted =
-            AfxMessageBox(L"上次没有正常结束，有一张未保存的图形。\n是否恢复？", MB_YESNO | MB_ICONQUESTION) == IDYES;
+        const bool wanted = AfxMessageBox(LoadText(IDS_RECOVER), MB_YESNO | MB_ICONQUESTION) == IDYES;
         if (wanted) {
             // It has no file of its own, and is not saved yet.
             OpenFile(path);
@@ -168,8 +169,8 @@ bool CHostFrame::Save() {
 }
 
 bool CHostFrame::SaveAs() {
-    CFileDialog dialog(FALSE, Extension, m_path.IsEmpty() ? L"图形1" : static_cast<LPCTSTR>(m_path),
-                       OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, Filter, this);
+    CFileDialog dialog(FALSE, Extension, m_path.IsEmpty() ? LoadText(IDS_NEW_FILE) : static_cast<LPCTSTR>(m_path),
+                       OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, LoadText(IDS_FILTER), this);
     if (dialog.DoModal() != IDOK) {
         return false;
     }
@@ -188,7 +189,9 @@ bool CHostFrame::MayDiscard() {
     if (!m_view.GetDocument()->IsModified()) {
         return true;
     }
-    switch (AfxMessageBox(L"是否保存对“" + GetShownName() + L"”的更改？", MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    CString question;
+    question.Format(LoadText(IDS_SAVE_CHANGES), static_cast<LPCTSTR>(GetShownName()));
+    switch (AfxMessageBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
     case IDYES:
         return Save();
     case IDNO:
@@ -209,7 +212,7 @@ void CHostFrame::OnFileOpen() {
     if (!MayDiscard()) {
         return;
     }
-    CFileDialog dialog(TRUE, Extension, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, Filter, this);
+    CFileDialog dialog(TRUE, Extension, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, LoadText(IDS_FILTER), this);
     if (dialog.DoModal() == IDOK) {
         OpenFile(dialog.GetPathName());
     }

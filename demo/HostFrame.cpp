@@ -2,7 +2,7 @@
 
 #include "CommandTable.h"
 #include "DemoIds.h"
-#include "Prompts.h"
+#include "HostText.h"
 
 #include <afxres.h>
 #include <resource.h>
@@ -12,19 +12,16 @@
 
 namespace {
 
-const wchar_t* const SnapNames[CHostFrame::SnapCount] = {L"端点", L"插入点", L"中点", L"垂足"};
-
 struct Background {
-    const wchar_t* caption;
     short index;    // into the library's colour table, or -2 for the colour
     COLORREF color; // with index -2
     short pen;      // colour index for new objects, so that they show
 };
 const Background Backgrounds[CHostFrame::BackgroundCount] = {
-    {L"黑色", 7, 0, 137},
-    {L"深蓝", -2, RGB(16, 32, 64), 137},
-    {L"深灰", -2, RGB(48, 48, 48), 137},
-    {L"白色", 137, 0, 7},
+    {7, 0, 137},
+    {-2, RGB(16, 32, 64), 137},
+    {-2, RGB(48, 48, 48), 137},
+    {137, 0, 7},
 };
 
 const UINT_PTR RecoveryTimer = 1;
@@ -83,11 +80,7 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
 END_MESSAGE_MAP()
 
 CString CHostFrame::GetSnapName(UINT i) {
-    return SnapNames[i];
-}
-
-CString CHostFrame::GetBackgroundName(UINT i) {
-    return Backgrounds[i].caption;
+    return LoadTextLine(ID_HOST_SNAP_FIRST + i, 0);
 }
 
 // ---- Construction
@@ -169,7 +162,7 @@ void CHostFrame::MakeToolbar() {
     ::SendMessageW(m_toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     ::SendMessageW(m_toolbar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
     ::SendMessageW(m_toolbar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images));
-    AddButton(ID_HOST_ZOOM_ALL, 0, L"全屏缩放");
+    AddButton(ID_HOST_ZOOM_ALL, 0, PlainCaption(LoadTextLine(ID_HOST_ZOOM_ALL, 0)));
     AddButtonGap();
     for (int i = 0; i < CommandRowCount; ++i) {
         const CommandWord& row = CommandRows[i];
@@ -179,7 +172,7 @@ void CHostFrame::MakeToolbar() {
         // Of several rows with one picture only the first gets a button.
         const auto samePicture = [&row](const CommandWord& other) { return other.icon == row.icon; };
         if (std::none_of(CommandRows, CommandRows + i, samePicture)) {
-            AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(row));
+            AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(i));
         }
     }
     ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
@@ -197,16 +190,16 @@ void CHostFrame::SetStatus(int pane, const CString& text) {
 CString CHostFrame::DescribeCommand() {
     if (m_inSection) {
         const CString hint = m_section.GetHint();
-        return m_drawsSection || m_section.IsRefused() ? hint : hint + L"；F5 绘制截面";
+        return m_drawsSection || m_section.IsRefused() ? hint : hint + LoadText(IDS_DRAW_SECTION);
     }
     const int row = m_view.GetCommandRow();
     if (!m_view.GetManager()->GetHasCommand()) {
-        return L"就绪";
+        return LoadText(IDS_READY);
     }
     if (row < 0) {
-        return L"夹点编辑：单击目标点，或键入距离后按回车；Esc 取消";
+        return LoadText(IDS_GRIP);
     }
-    return PlainCaption(CommandRows[row]) + L"：" + GetPrompt(CommandRows[row], m_view.GetClicks()) + L"；Esc 取消";
+    return PlainCaption(row) + LoadText(IDS_COLON) + GetPrompt(row, m_view.GetClicks()) + LoadText(IDS_ESCAPE);
 }
 
 void CHostFrame::UpdateShown() {
@@ -226,18 +219,19 @@ void CHostFrame::UpdateShown() {
         SetStatus(PanePoint, L"X " + FormatCoordinate(point.x, scale) + L"   Y " + FormatCoordinate(point.y, scale));
     }
     CString text;
-    text.Format(L"1 像素 = %.4g 单位", scale);
+    text.Format(LoadText(IDS_SCALE), scale);
     SetStatus(PaneScale, text);
 
-    text = m_ortho ? L"正交  " : L"";
-    for (UINT i = 0; i < std::size(SnapNames); ++i) {
+    text = m_ortho ? LoadText(IDS_ORTHO) : L"";
+    for (UINT i = 0; i < SnapCount; ++i) {
         if (m_osnap & (1 << i)) {
-            text += CString(SnapNames[i]) + L" ";
+            text += GetSnapName(i) + L" ";
         }
     }
     SetStatus(PaneModes, text);
 
-    const CString title = GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - NRVectorView 演示";
+    const CString title =
+        GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - " + LoadText(IDS_TITLE);
     if (title != m_title) {
         m_title = title;
         SetWindowText(title);
@@ -324,8 +318,5 @@ void CHostFrame::OnBackground(UINT id) {
 }
 
 void CHostFrame::OnAbout() {
-    AfxMessageBox(L"NRVectorView 演示\n\n嵌入 CVectorView 的宿主程序：滚轮缩放，按住中键平移，双击中键全屏缩放。\n"
-                  L"单击选择对象，再单击夹点进行编辑；任意键取消选择。\n"
-                  L"参数窗格嵌入 CVectorViewParm：单击数值即可编辑，Tab 或回车到下一项，F6 切换窗格。",
-                  MB_OK | MB_ICONINFORMATION);
+    AfxMessageBox(LoadText(IDS_ABOUT), MB_OK | MB_ICONINFORMATION);
 }

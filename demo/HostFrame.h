@@ -81,7 +81,6 @@ private:
     static const int PaneModes = 3;
 
     static CString GetSnapName(UINT i);
-    static CString GetBackgroundName(UINT i);
     bool IsEnabled(UINT id);
     bool IsChecked(UINT id);
     CString Describe(UINT id);

@@ -4,45 +4,21 @@
 
 #include "CommandTable.h"
 #include "DemoIds.h"
+#include "HostText.h"
 
 #include <PLine.h>
 #include <Text.h>
 #include <afxres.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
-const wchar_t* const Examples[] = {L"螺栓板(&B)", L"桁架(&T)", L"带文字的框架(&F)"};
+const UINT ExampleCount = 3;
 
-struct Description {
-    UINT first;
-    UINT last;
-    const wchar_t* text;
-};
-const Description Descriptions[] = {
-    {ID_FILE_NEW, ID_FILE_NEW, L"开始一张空白图形"},
-    {ID_FILE_OPEN, ID_FILE_OPEN, L"打开一个图形文件"},
-    {ID_FILE_SAVE, ID_FILE_SAVE, L"保存图形"},
-    {ID_FILE_SAVE_AS, ID_FILE_SAVE_AS, L"以另一个名称保存图形"},
-    {ID_APP_EXIT, ID_APP_EXIT, L"结束程序"},
-    {ID_HOST_RECENT_FIRST, ID_HOST_RECENT_LAST, L"打开这个文件"},
-    {ID_HOST_EXAMPLE_FIRST, ID_HOST_EXAMPLE_LAST, L"打开这张示例图形"},
-    {ID_HOST_ZOOM_ALL, ID_HOST_ZOOM_ALL, L"把整张图形缩放到窗口中"},
-    {ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, L"选择背景颜色；新对象取能看清的颜色"},
-    {ID_HOST_PROPERTIES, ID_HOST_PROPERTIES, L"显示或隐藏所选对象的属性"},
-    {ID_HOST_SHOW_SECTION, ID_HOST_SHOW_SECTION, L"显示或隐藏截面参数"},
-    {ID_HOST_DRAW_SECTION, ID_HOST_DRAW_SECTION, L"按参数重新绘制截面"},
-    {ID_HOST_NEXT_PANE, ID_HOST_NEXT_PANE, L"把键盘移到另一个窗格"},
-    {ID_HOST_CLASSIC, ID_HOST_CLASSIC, L"关闭全部编辑选项，看库的默认行为"},
-    {ID_HOST_SELECT_ALL, ID_HOST_SELECT_ALL, L"选择所有对象"},
-    {ID_HOST_DESELECT, ID_HOST_DESELECT, L"取消对所有对象的选择"},
-    {ID_HOST_BREAK_OFF, ID_HOST_BREAK_OFF, L"中断正在执行的命令，图形保持原样"},
-    {ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, L"打开或关闭这种捕捉"},
-    {ID_HOST_ORTHO, ID_HOST_ORTHO, L"直线和夹点只沿水平或竖直方向移动"},
-    {ID_HOST_ABOUT, ID_HOST_ABOUT, L"关于这个程序"},
-};
+void AddItem(CMenu& menu, UINT id) {
+    menu.AppendMenu(MF_STRING, id, LoadTextLine(id, 0));
+}
 
 } // namespace
 
@@ -57,7 +33,7 @@ void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
             menu.AppendMenu(MF_SEPARATOR);
         }
         const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
-        menu.AppendMenu(MF_STRING, id, row.caption);
+        menu.AppendMenu(MF_STRING, id, GetCaption(i));
         SetItemImage(menu, id, i + 1);
     }
 }
@@ -65,41 +41,41 @@ void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
 void CHostFrame::MakeMenus() {
     CMenu file;
     file.CreatePopupMenu();
-    file.AppendMenu(MF_STRING, ID_FILE_NEW, L"新建(&N)\tCtrl+N");
-    file.AppendMenu(MF_STRING, ID_FILE_OPEN, L"打开(&O)…\tCtrl+O");
-    file.AppendMenu(MF_STRING, ID_FILE_SAVE, L"保存(&S)\tCtrl+S");
-    file.AppendMenu(MF_STRING, ID_FILE_SAVE_AS, L"另存为(&A)…");
+    AddItem(file, ID_FILE_NEW);
+    AddItem(file, ID_FILE_OPEN);
+    AddItem(file, ID_FILE_SAVE);
+    AddItem(file, ID_FILE_SAVE_AS);
     CMenu examples;
     examples.CreatePopupMenu();
-    for (UINT i = 0; i < std::size(Examples); ++i) {
-        examples.AppendMenu(MF_STRING, ID_HOST_EXAMPLE_FIRST + i, Examples[i]);
+    for (UINT i = 0; i < ExampleCount; ++i) {
+        AddItem(examples, ID_HOST_EXAMPLE_FIRST + i);
     }
     CMenu recent;
     recent.CreatePopupMenu();
     recent.AppendMenu(MF_STRING, ID_HOST_RECENT_FIRST, L""); // Filled when it opens.
     m_recentMenu = recent;
-    file.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(examples.Detach()), L"示例(&E)");
-    file.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(recent.Detach()), L"最近的文件(&R)");
+    file.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(examples.Detach()), LoadText(IDS_MENU_EXAMPLES));
+    file.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(recent.Detach()), LoadText(IDS_MENU_RECENT));
     file.AppendMenu(MF_SEPARATOR);
-    file.AppendMenu(MF_STRING, ID_APP_EXIT, L"退出(&X)\tAlt+F4");
+    AddItem(file, ID_APP_EXIT);
 
     CMenu background;
     background.CreatePopupMenu();
     for (UINT i = 0; i < BackgroundCount; ++i) {
-        background.AppendMenu(MF_STRING, ID_HOST_BACKGROUND_FIRST + i, GetBackgroundName(i));
+        AddItem(background, ID_HOST_BACKGROUND_FIRST + i);
     }
     CMenu view;
     view.CreatePopupMenu();
-    view.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
+    AddItem(view, ID_HOST_ZOOM_ALL);
     SetItemImage(view, ID_HOST_ZOOM_ALL, 0);
-    view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
+    view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), LoadText(IDS_MENU_BACKGROUND));
     view.AppendMenu(MF_SEPARATOR);
-    view.AppendMenu(MF_STRING, ID_HOST_PROPERTIES, L"对象属性(&R)\tF3");
-    view.AppendMenu(MF_STRING, ID_HOST_SHOW_SECTION, L"参数窗格(&P)");
-    view.AppendMenu(MF_STRING, ID_HOST_DRAW_SECTION, L"按参数绘制截面(&D)\tF5");
-    view.AppendMenu(MF_STRING, ID_HOST_NEXT_PANE, L"切换窗格(&N)\tF6");
+    AddItem(view, ID_HOST_PROPERTIES);
+    AddItem(view, ID_HOST_SHOW_SECTION);
+    AddItem(view, ID_HOST_DRAW_SECTION);
+    AddItem(view, ID_HOST_NEXT_PANE);
     view.AppendMenu(MF_SEPARATOR);
-    view.AppendMenu(MF_STRING, ID_HOST_CLASSIC, L"经典方式(&C)");
+    AddItem(view, ID_HOST_CLASSIC);
 
     CMenu draw;
     draw.CreatePopupMenu();
@@ -109,30 +85,30 @@ void CHostFrame::MakeMenus() {
     edit.CreatePopupMenu();
     MakeCommandItems(edit, true);
     edit.AppendMenu(MF_SEPARATOR);
-    edit.AppendMenu(MF_STRING, ID_HOST_SELECT_ALL, L"全选(&A)\tCtrl+A");
-    edit.AppendMenu(MF_STRING, ID_HOST_DESELECT, L"取消选择(&D)");
-    edit.AppendMenu(MF_STRING, ID_HOST_BREAK_OFF, L"中断命令(&B)\tEsc");
+    AddItem(edit, ID_HOST_SELECT_ALL);
+    AddItem(edit, ID_HOST_DESELECT);
+    AddItem(edit, ID_HOST_BREAK_OFF);
 
     CMenu snap;
     snap.CreatePopupMenu();
     for (UINT i = 0; i < SnapCount; ++i) {
-        snap.AppendMenu(MF_STRING, ID_HOST_SNAP_FIRST + i, GetSnapName(i));
+        AddItem(snap, ID_HOST_SNAP_FIRST + i);
     }
     snap.AppendMenu(MF_SEPARATOR);
-    snap.AppendMenu(MF_STRING, ID_HOST_ORTHO, L"正交(&O)\tF8");
+    AddItem(snap, ID_HOST_ORTHO);
 
     CMenu help;
     help.CreatePopupMenu();
-    help.AppendMenu(MF_STRING, ID_HOST_ABOUT, L"关于(&A)…");
+    AddItem(help, ID_HOST_ABOUT);
 
     CMenu bar;
     bar.CreateMenu();
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(file.Detach()), L"文件(&F)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), L"视图(&V)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(draw.Detach()), L"绘图(&D)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(edit.Detach()), L"编辑(&E)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(snap.Detach()), L"捕捉(&S)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(help.Detach()), L"帮助(&H)");
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(file.Detach()), LoadText(IDS_MENU_FILE));
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), LoadText(IDS_MENU_VIEW));
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(draw.Detach()), LoadText(IDS_MENU_DRAW));
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(edit.Detach()), LoadText(IDS_MENU_EDIT));
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(snap.Detach()), LoadText(IDS_MENU_SNAP));
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(help.Detach()), LoadText(IDS_MENU_HELP));
     SetMenu(&bar);
     bar.Detach(); // the window owns it now
 }
@@ -174,7 +150,7 @@ void CHostFrame::FillRecentMenu() {
         menu.AppendMenu(MF_STRING, id++, shown);
     }
     if (id == ID_HOST_RECENT_FIRST) {
-        menu.AppendMenu(MF_STRING | MF_GRAYED, id, L"(无)");
+        menu.AppendMenu(MF_STRING | MF_GRAYED, id, LoadTextLine(id, 0));
     }
     menu.Detach();
 }
@@ -253,16 +229,11 @@ bool CHostFrame::IsEnabled(UINT id) {
 
 // What a menu item does, for the status bar.
 CString CHostFrame::Describe(UINT id) {
-    for (const Description& description : Descriptions) {
-        if (id >= description.first && id <= description.last) {
-            return description.text;
-        }
-    }
     if (id >= ID_HOST_COMMAND_FIRST && id < static_cast<UINT>(ID_HOST_COMMAND_FIRST + CommandRowCount)) {
-        const CommandWord& row = CommandRows[id - ID_HOST_COMMAND_FIRST];
-        return *row.hint != 0 ? CString(row.hint) : PlainCaption(row) + L"选中的对象";
+        return GetPrompt(static_cast<int>(id - ID_HOST_COMMAND_FIRST), 0);
     }
-    return CString();
+    const bool recent = id >= ID_HOST_RECENT_FIRST && id <= ID_HOST_RECENT_LAST;
+    return LoadTextLine(recent ? ID_HOST_RECENT_FIRST : id, 1);
 }
 
 // A menu that closes gives no item: the prompt comes back with the next idle time.
@@ -285,7 +256,7 @@ void CHostFrame::OnContextMenu(CWnd*, CPoint point) {
     const auto add = [&](const wchar_t* word) {
         const int row = FindCommandRow(word);
         const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + row);
-        menu.AppendMenu(MF_STRING, id, CommandRows[row].caption);
+        menu.AppendMenu(MF_STRING, id, GetCaption(row));
         SetItemImage(menu, id, row + 1);
     };
     if (object != nullptr) {
@@ -302,10 +273,10 @@ void CHostFrame::OnContextMenu(CWnd*, CPoint point) {
         }
         menu.AppendMenu(MF_SEPARATOR);
         add(L"erase");
-        menu.AppendMenu(MF_STRING, ID_HOST_PROPERTIES, L"对象属性(&R)\tF3");
+        AddItem(menu, ID_HOST_PROPERTIES);
     } else {
-        menu.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
-        menu.AppendMenu(MF_STRING, ID_HOST_SELECT_ALL, L"全选(&S)\tCtrl+A");
+        AddItem(menu, ID_HOST_ZOOM_ALL);
+        AddItem(menu, ID_HOST_SELECT_ALL);
     }
     menu.TrackPopupMenu(TPM_LEFTALIGN | TPM_RIGHTBUTTON, point.x, point.y, this);
 }

@@ -40,7 +40,7 @@ open_demo() {
         [ -n "$(find_window)" ] || break # the one before is still going
         sleep 0.1
     done
-    "$NR_WITH_WINE" "$NR_DEMO" "$@" >"$NR_OUT/demo.log" 2>&1 &
+    "$NR_WITH_WINE" "$NR_DEMO" --lang zh "$@" >"$NR_OUT/demo.log" 2>&1 &
     demo=$!
     for ((tries = 0; tries < 150; tries++)); do
         window=$(find_window)
