@@ -31,7 +31,9 @@
 #define ID_HOST_RECENT_FIRST 240
 #define ID_HOST_RECENT_LAST 245
 #define ID_HOST_EXAMPLE_FIRST 250
-#define ID_HOST_EXAMPLE_LAST 252
+// The welded section, which is drawn by its parameters.
+#define ID_HOST_EXAMPLE_SECTION 253
+#define ID_HOST_EXAMPLE_LAST 253
 // One number for each row of the command table.
 #define ID_HOST_COMMAND_FIRST 300
 #define ID_HOST_COMMAND_LAST 399

@@ -3,10 +3,9 @@
 #include <afxcmn.h>
 #include <afxwin.h>
 
-#include <shellapi.h>
-
 #include <memory>
 
+#include "CommandLine.h"
 #include "HostFrame.h"
 #include "DemoIds.h"
 #include "HostText.h"
@@ -30,10 +29,10 @@ public:
         m_frame->ShowWindow(m_nCmdShow);
         m_frame->UpdateWindow();
 
-        const CString path = FindPath();
+        const CString path = FindFile();
         if (!path.IsEmpty()) {
             m_frame->SetFocus();
-            m_frame->OpenFile(path);
+            m_frame->OpenFile(FullPath(path));
         } else if (!m_frame->OfferRecovery()) {
             m_frame->OpenSection();
         }
@@ -60,22 +59,6 @@ public:
     }
 
 private:
-    // The first argument that is neither "--lang" nor its value; empty without one.
-    static CString FindPath() {
-        CString path;
-        int count = 0;
-        wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-        for (int i = 1; i < count && path.IsEmpty(); ++i) {
-            if (wcscmp(arguments[i], L"--lang") == 0) {
-                ++i;
-            } else {
-                path = FullPath(arguments[i]);
-            }
-        }
-        ::LocalFree(arguments);
-        return path;
-    }
-
     // A save dialog changes the current folder; the name must not depend on it.
     static CString FullPath(const wchar_t* path) {
         wchar_t full[MAX_PATH] = L"";

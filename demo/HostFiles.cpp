@@ -121,6 +121,10 @@ void CHostFrame::OnExample(UINT id) {
         return;
     }
     ForgetDrawing();
+    if (id == ID_HOST_EXAMPLE_SECTION) {
+        OpenSection();
+        return;
+    }
     const LPCTSTR number = MAKEINTRESOURCEW(IDR_EXAMPLE_FIRST + (id - ID_HOST_EXAMPLE_FIRST));
     const HINSTANCE module = AfxGetInstanceHandle();
     const HRSRC found = ::FindResourceW(module, number, RT_RCDATA);

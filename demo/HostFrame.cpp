@@ -24,6 +24,7 @@ const Background Backgrounds[CHostFrame::BackgroundCount] = {
     {137, 0, 7},
 };
 
+const UINT DpiChanged = 0x02E0; // WM_DPICHANGED, of newer systems than these headers are asked for.
 const UINT_PTR RecoveryTimer = 1;
 const UINT RecoveryPause = 2000; // Milliseconds.
 
@@ -54,6 +55,7 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_WM_DROPFILES()
     ON_WM_MEASUREITEM()
     ON_WM_DRAWITEM()
+    ON_MESSAGE(DpiChanged, &CHostFrame::OnDpiChanged)
     ON_COMMAND(ID_FILE_NEW, &CHostFrame::OnFileNew)
     ON_COMMAND(ID_FILE_OPEN, &CHostFrame::OnFileOpen)
     ON_COMMAND(ID_FILE_SAVE, &CHostFrame::OnFileSave)
@@ -107,7 +109,7 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     if (CWnd::OnCreate(create) == -1) {
         return -1;
     }
-    MakeImages();
+    ApplyScale(); // For the pictures of menus and toolbar,
     MakeMenus();
     MakeToolbar();
     const CRect nothing(0, 0, 0, 0);
@@ -116,6 +118,7 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
         return -1;
     }
     m_keys = ::LoadAcceleratorsW(AfxGetInstanceHandle(), MAKEINTRESOURCEW(IDR_DEMO_KEYS));
+    ApplyScale(); // and for what has been made meanwhile.
     LayOut();
     m_view.ResetMapping();
     DragAcceptFiles();
@@ -124,13 +127,16 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
 }
 
 // One picture for each row of the table, and in front of them that of the zoom to extents.
-void CHostFrame::MakeImages() {
-    m_images = ::ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
+void CHostFrame::MakeImages(int size) {
+    if (m_images != nullptr) {
+        ::ImageList_Destroy(m_images);
+    }
+    m_images = ::ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
     for (int i = -1; i < CommandRowCount; ++i) {
         const UINT number = i < 0 ? IDI_ZOOMALL : CommandRows[i].icon;
         const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(number), RT_GROUP_ICON);
         const HICON icon =
-            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
+            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
         ::ImageList_ReplaceIcon(m_images, -1, icon);
         ::DestroyIcon(icon);
     }

@@ -44,6 +44,7 @@ protected:
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL sysMenu);
     afx_msg void OnMenuSelect(UINT id, UINT flags, HMENU menu);
     afx_msg void OnContextMenu(CWnd* from, CPoint point);
+    afx_msg LRESULT OnDpiChanged(WPARAM dots, LPARAM place);
     afx_msg void OnTimer(UINT_PTR id);
     afx_msg void OnDropFiles(HDROP drop);
     afx_msg void OnMeasureItem(int id, LPMEASUREITEMSTRUCT measure);
@@ -87,7 +88,10 @@ private:
     void FillRecentMenu();
     void MakeMenus();
     void MakeCommandItems(CMenu& menu, bool edit);
-    void MakeImages();
+    void MakeImages(int size);
+    // Pixels at 96 dots per inch, in those of the window.
+    int Scaled(int pixels) const;
+    void ApplyScale();
     void SetItemImage(CMenu& menu, UINT id, int image);
     void MakeToolbar();
     void AddButton(UINT id, int image, const wchar_t* tip);
@@ -119,6 +123,8 @@ private:
     bool m_showSection = false;
     bool m_inSection = false; // the pane where the keyboard is, or was last
     int m_splitAt = 440;      // left edge of the bar
+    int m_dots = 96;          // Per inch.
+    CFont m_font;
     CStatusBarCtrl m_status;
     HWND m_toolbar = nullptr;
     HIMAGELIST m_images = nullptr;

@@ -50,6 +50,7 @@ void CHostFrame::MakeMenus() {
     for (UINT i = 0; i < ExampleCount; ++i) {
         AddItem(examples, ID_HOST_EXAMPLE_FIRST + i);
     }
+    AddItem(examples, ID_HOST_EXAMPLE_SECTION);
     CMenu recent;
     recent.CreatePopupMenu();
     recent.AppendMenu(MF_STRING, ID_HOST_RECENT_FIRST, L""); // Filled when it opens.
@@ -125,14 +126,14 @@ void CHostFrame::SetItemImage(CMenu& menu, UINT id, int image) {
 
 void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
     if (measure->CtlType == ODT_MENU) {
-        measure->itemWidth = 22;
-        measure->itemHeight = 20;
+        measure->itemWidth = static_cast<UINT>(Scaled(22));
+        measure->itemHeight = static_cast<UINT>(Scaled(20));
     }
 }
 
 void CHostFrame::OnDrawItem(int, LPDRAWITEMSTRUCT draw) {
     if (draw->CtlType == ODT_MENU) {
-        const int y = (draw->rcItem.top + draw->rcItem.bottom - 16) / 2;
+        const int y = (draw->rcItem.top + draw->rcItem.bottom - Scaled(16)) / 2;
         ::ImageList_Draw(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, ILD_NORMAL);
     }
 }

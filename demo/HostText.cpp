@@ -1,6 +1,6 @@
 #include "HostText.h"
 
-#include <shellapi.h>
+#include "CommandLine.h"
 
 #include <map>
 #include <string>
@@ -11,16 +11,10 @@ const LANGID Chinese = MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SIMPLIFIED);
 const LANGID English = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
 
 LANGID FindLanguage() {
-    LANGID language = PRIMARYLANGID(::GetUserDefaultUILanguage()) == LANG_CHINESE ? Chinese : English;
-    int count = 0;
-    wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-    for (int i = 1; i + 1 < count; ++i) {
-        if (wcscmp(arguments[i], L"--lang") == 0) {
-            language = wcscmp(arguments[i + 1], L"zh") == 0 ? Chinese : English;
-        }
-    }
-    ::LocalFree(arguments);
-    return language;
+    const CString wanted = FindOption(L"--lang");
+    const bool chinese =
+        wanted.IsEmpty() ? PRIMARYLANGID(::GetUserDefaultUILanguage()) == LANG_CHINESE : wanted == L"zh";
+    return chinese ? Chinese : English;
 }
 
 LANGID Language() {

@@ -18,7 +18,7 @@ END_MESSAGE_MAP()
 
 namespace {
 
-const double PickDistance = 4.0; // Pixels.
+const double PickDistance = 4.0; // Pixels, times the scale.
 const float TextHeight = 20.0f;  // Of a new text, in drawing units.
 
 } // namespace
@@ -97,7 +97,20 @@ void CHostView::SetClassic(bool classic) {
         const double extent = std::max(high.x - low.x, high.y - low.y);
         options.figureHeight = std::max(TextHeight, static_cast<float>(extent / 40.0));
     }
+    options.pixelScale = m_pixelScale;
     GetDocument()->SetEditingOptions(options);
+}
+
+void CHostView::SetPixelScale(float scale, CFont& font) {
+    m_pixelScale = scale;
+    m_font = font;
+    if (m_figure != nullptr) {
+        ::SendMessageW(m_figure, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+    }
+    SetClassic(IsClassic());
+    if (m_hWnd != nullptr) {
+        Invalidate();
+    }
 }
 
 bool CHostView::IsClassic() {
@@ -127,7 +140,8 @@ CDrawable* CHostView::SelectAt(CPoint point) {
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
         CDrawable* object = objects.GetAt(i);
         const double distance = static_cast<double>(object->HitTest(place));
-        if (object->isCanSelect() && static_cast<double>(GetVectorViewCoordTran()->DToL(distance)) <= PickDistance) {
+        if (object->isCanSelect() && static_cast<double>(GetVectorViewCoordTran()->DToL(distance)) <=
+                                         PickDistance * static_cast<double>(m_pixelScale)) {
             if (!GetDocument()->IsSelected(object)) {
                 GetDocument()->RemoveAllSelected();
                 GetDocument()->AddSelected(object);
@@ -160,7 +174,7 @@ void CHostView::ShowBandFigure() {
     if (m_figure == nullptr) {
         m_figure = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_CENTER | WS_BORDER, 0, 0, 0, 0, m_hWnd, nullptr,
                                      AfxGetInstanceHandle(), nullptr);
-        ::SendMessageW(m_figure, WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)), FALSE);
+        ::SendMessageW(m_figure, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
     }
     const double dx = to.x - from.x;
     const double dy = from.y - to.y;
@@ -175,10 +189,11 @@ void CHostView::ShowBandFigure() {
     }
     CRect client;
     GetClientRect(&client);
-    const CSize size(110, 18);
+    const auto scaled = [this](int pixels) { return static_cast<int>(static_cast<float>(pixels) * m_pixelScale); };
+    const CSize size(scaled(110), scaled(18));
     // Beside the mouse, within the view.
-    const int x = std::min<int>(m_cursor.x + 20, client.right - size.cx);
-    const int y = std::min<int>(m_cursor.y + 20, client.bottom - size.cy);
+    const int x = std::min<int>(m_cursor.x + scaled(20), client.right - size.cx);
+    const int y = std::min<int>(m_cursor.y + scaled(20), client.bottom - size.cy);
     ::SetWindowPos(m_figure, nullptr, x, y, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 

@@ -20,6 +20,8 @@ public:
     int GetClicks() const { return m_clicks; }
     // The library's editing options: all on, or off for the classic behaviour.
     void SetClassic(bool classic);
+    // The factor for apertures, markers and the figure beside the band; the font of that figure stays the caller's.
+    void SetPixelScale(float scale, CFont& font);
     bool IsClassic();
     bool CanSelectAll();
     void SelectAll();
@@ -61,6 +63,8 @@ private:
 
     HWND m_figure = nullptr; // A static control, which lets the mouse through.
     CString m_figureText;
+    float m_pixelScale = 1.0f;
+    HFONT m_font = nullptr;
     bool m_wantsMenu = false;
     CPoint m_cursor;
     bool m_hasCursor = false;

@@ -319,6 +319,12 @@ int CSectionView::DrawSpecInfo(CDC* dc, int) {
     return 1;
 }
 
+void CSectionView::SetPixelScale(float scale) {
+    CEditingOptions options;
+    options.pixelScale = scale;
+    GetDocument()->SetEditingOptions(options);
+}
+
 CString CSectionView::GetHint() {
     if (IsRefused()) {
         return m_reason + LoadText(IDS_ESCAPE_VALUE);

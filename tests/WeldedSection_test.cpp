@@ -90,6 +90,7 @@ TEST(WeldedSection, SizesAreAboveNothingAndFinite) {
         EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_SIZE), Section(400, 200, 8, 12, 6, wrong).FindFault()) << wrong;
     }
     EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD), Section(400, 200, 8, 12, -1, 6000).FindFault());
-    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD), Section(400, 200, 8, 12, std::numeric_limits<double>::quiet_NaN(), 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD),
+              Section(400, 200, 8, 12, std::numeric_limits<double>::quiet_NaN(), 6000).FindFault());
     EXPECT_EQ(0u, Section(400, 200, 8, 12, 0, 6000).FindFault());
 }
