@@ -115,7 +115,7 @@ int CCommandOperationTrans::OnGetGripPoint(CDrawable* object, int, CGePoint2d) {
 }
 
 void CCommandOperationTrans::NoteMove() {
-    if (!m_Memory.IsEqualTo(m_Objects)) {
+    if (Options().modifiedByChange && !m_Memory.IsEqualTo(m_Objects)) {
         NoteChange();
     }
 }

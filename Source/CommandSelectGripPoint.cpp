@@ -120,9 +120,11 @@ void CCommandSelectGripPoint::MoveGrip(const CGeVector2d& v) {
     CIndexArray indices;
     indices.Add(m_GripIndex);
     m_pObject->moveGripPointsAt(indices, v);
-    CDrawableArray moved;
-    moved.Add(m_pObject);
-    if (!m_Memory.IsEqualTo(moved)) {
-        NoteChange();
+    if (Options().modifiedByChange) {
+        CDrawableArray moved;
+        moved.Add(m_pObject);
+        if (!m_Memory.IsEqualTo(moved)) {
+            NoteChange();
+        }
     }
 }

@@ -1,6 +1,6 @@
 #include "ObjectMemory.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace {
 
@@ -34,8 +34,7 @@ void CObjectMemory::Store(const CDrawableArray& objects) {
 bool CObjectMemory::IsEqualTo(const CDrawableArray& objects) const {
     CObjectMemory other;
     other.Store(objects);
-    return GetLength() == other.GetLength() &&
-           std::memcmp(m_lpBuffer, other.m_lpBuffer, static_cast<size_t>(GetLength())) == 0;
+    return std::equal(m_lpBuffer, m_lpBuffer + GetLength(), other.m_lpBuffer, other.m_lpBuffer + other.GetLength());
 }
 
 void CObjectMemory::Restore(CDrawable* object) {

@@ -7,8 +7,8 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 : "${NR_WITH_WINE:?}" "${NR_DEMO:?}" "${NR_OUT:?}" "${DISPLAY:?}"
 
 # What the demo keeps from one start to the next has no place in the pictures.
-NRVV_DEMO_DATA=$(mktemp -d)
-NRVV_DEMO_DATA=Z:${NRVV_DEMO_DATA//\//\\}
+kept=$(mktemp -d)
+NRVV_DEMO_DATA=Z:${kept//\//\\}
 export NRVV_DEMO_DATA
 
 demo=
@@ -28,7 +28,7 @@ close_demo() {
     wait "$demo" 2>/dev/null
     demo=
 }
-trap close_demo EXIT
+trap 'close_demo; rm -rf "$kept"' EXIT
 
 find_window() { timeout 10 xdotool search --onlyvisible --name 'NRVectorView' 2>/dev/null | tail -n 1; }
 

@@ -443,6 +443,16 @@ TEST(EditingOptions, ATransformThatChangesNothingLeavesTheMark) {
     }
 }
 
+TEST(EditingOptions, ATransformOfNothingLeavesTheMark) {
+    EXPECT_FALSE(IsMarkedAfter(true, [](ViewDriver& d) {
+        d.Document().RemoveAllSelected();
+        d.Start(L"copy");
+        d.ClickAt(20, 20);
+        d.ClickAt(60, 60);
+        EXPECT_FALSE(d.IsRunning());
+    }));
+}
+
 TEST(EditingOptions, ATransformBrokenOffByTheHostPutsTheObjectsBackOnlyWithTheSwitch) {
     for (const bool on : {false, true}) {
         Optioned d(&CEditingOptions::modifiedByChange, on);
