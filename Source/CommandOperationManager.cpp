@@ -18,6 +18,23 @@ CToolOwner Registered(CCommandOperation* tool) {
     return CToolOwner(tool);
 }
 
+// Sets a flag of the engine for the length of a block; an engine that has been freed in it is not touched.
+class CFlagScope {
+public:
+    CFlagScope(bool& flag, const CKxAlive& engine) : m_Flag(flag), m_Engine(engine) { m_Flag = true; }
+    CFlagScope(const CFlagScope&) = delete;
+    CFlagScope& operator=(const CFlagScope&) = delete;
+    ~CFlagScope() {
+        if (m_Engine.IsAlive()) {
+            m_Flag = false;
+        }
+    }
+
+private:
+    bool& m_Flag;
+    CKxAliveToken m_Engine;
+};
+
 } // namespace
 
 CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
@@ -59,6 +76,7 @@ void CCommandOperationManager::Cancel() {
     const CEventScope scope(m_Events);
     if (CurrentTool() != nullptr) {
         CCommandOperation* ended = TakeOutCommand(ToolEnd::Cancelled);
+        const CFlagScope breakingOff(m_BreakingOff, m_Alive);
         ended->Cancel();
         ended->m_Edit.DestroyWindow();
     }
@@ -115,6 +133,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned in
 CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
     const CEventScope scope(m_Events);
     const CGePoint2d pixel = point;
+    m_LastPixel = pixel;
     point = ToDrawing(point);
     const CKxAliveToken engine(m_Alive);
     if (CCommandOperation* op = RunningTool()) {
@@ -150,6 +169,9 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
     // Compatibility 6: a preview jumps by the window's place at a wheel message.
     // The wheel's point comes in screen coordinates and is taken for client pixels: previews jump by the window's place
     // on the screen until the next move.
+    if (Options().previewsReturn) {
+        m_LastPixel = point; // Then it is in client pixels.
+    }
     point = ToDrawing(point);
     if (CCommandOperation* op = RunningTool()) {
         const CKxAliveToken running(op->m_Alive);
@@ -191,10 +213,27 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
 
 void CCommandOperationManager::PreRedraw() {
     const CEventScope scope(m_Events);
-    // The repaint wipes the band.
-    m_ShirrDrawn = 0;
-    if (CCommandOperation* op = CurrentTool()) {
+    CCommandOperation* op = CurrentTool();
+    if (Options().previewsReturn) {
+        // Also what lies outside the part that is repainted.
+        ErasShirrLine();
+        if (op != nullptr) {
+            op->RefreshGrip();
+        }
+    } else {
+        // The repaint wipes the band.
+        m_ShirrDrawn = 0;
+    }
+    if (op != nullptr) {
         op->PreRedraw();
+    }
+}
+
+void CCommandOperationManager::ReturnPreview() {
+    const CEventScope scope(m_Events);
+    if (Options().previewsReturn && m_LastPixel && !m_Returning && RunningTool() != nullptr) {
+        const CFlagScope returning(m_Returning, m_Alive);
+        OnMouseMove(0, *m_LastPixel);
     }
 }
 
@@ -353,6 +392,9 @@ CCommandOperation* CCommandOperationManager::TakeOutCommand(ToolEnd how) {
     if (op != nullptr) {
         op->m_Alive.End();
         m_Events->ended.emplace_back(op);
+        if (Options().repaintsAtEnd) {
+            RequestRedraw();
+        }
         OnToolEnded(op, how);
     }
     return op;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Drawable.h"
+#include "EditingOptions.h"
 #include "LayerManager.h"
 
 #include <afxtempl.h>
@@ -40,6 +41,8 @@ public:
     int GetRect(CGePoint2d& min, CGePoint2d& max);
     int IsSelected(CDrawable* obj);
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
+    const CEditingOptions& GetEditingOptions() const { return m_EditingOptions; }
+    void SetEditingOptions(const CEditingOptions& options) { m_EditingOptions = options; }
     // For code that keeps a pointer to the document while its owner may free it: the token tells whether that has
     // happened.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
@@ -116,5 +119,6 @@ private:
     short m_BKColorIndex = kColorBlack;
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
+    CEditingOptions m_EditingOptions;
     CKxAlive m_Alive;
 };

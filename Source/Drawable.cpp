@@ -1,5 +1,6 @@
 #include "Drawable.h"
 
+#include "EditingOptions.h"
 #include "GdiScope.h"
 #include "LayerManager.h"
 #include "SegmentDistance.h"
@@ -122,14 +123,19 @@ void CDrawable::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pG
     CScopedPen selectedPen(pDC, &pen);
     CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
     const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+    const int half = GripHalf(pGeom);
     for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
         int x = 0;
         int y = 0;
         tran->DPToLP(grips[i].x, grips[i].y, &x, &y);
-        pDC->Rectangle(WrapSubtract(x, 3), WrapSubtract(y, 3), WrapAdd(x, 4), WrapAdd(y, 4));
+        pDC->Rectangle(WrapSubtract(x, half), WrapSubtract(y, half), WrapAdd(x, half + 1), WrapAdd(y, half + 1));
     }
     selectedBrush.Restore();
     selectedPen.Restore();
+}
+
+int CDrawable::GripHalf(CDrawGeometry* pGeom) {
+    return Truncate(3.0f * pGeom->GetEditingOptions().pixelScale);
 }
 
 DWORD CDrawable::InnerGetPenColor(CDrawGeometry* pGeom) {

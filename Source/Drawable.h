@@ -152,6 +152,8 @@ protected:
     static float DistanceLine(CGePoint2d a, CGePoint2d b, CGePoint2d p);
     // The foot of p on the infinite line through a and b, with `type` 8. Not-a-number when a and b are one point.
     static CGePoint2d PerpendicularFoot(CGePoint2d a, CGePoint2d b, CGePoint2d p);
+    // Half the size of a grip in pixels, without its middle.
+    static int GripHalf(CDrawGeometry* pGeom);
     // Reports a failed Draw in a message box: "<function>出错:step=" and the stage reached.
     static void ReportDrawFailure(LPCTSTR function, LPCTSTR step);
 

@@ -105,6 +105,7 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
             m_MinCalHeight =
                 size.cy <= 0 ? GetMinCalHeight(pDC, tran) : static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
         }
+        NoteShownWidth(pDC, pGeom, shown);
         selected.Restore();
         colored.Restore();
         return true;

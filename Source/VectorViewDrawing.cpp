@@ -304,7 +304,7 @@ CPLine* CVectorView::GetPLine_IsArc(CPoint p, int& segment) {
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
         CDrawable* obj = objs->GetAt(i);
         const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(d)));
-        if (!(kPickAperture >= pixels)) {
+        if (!(kPickAperture * m_Graphic.GetEditingOptions().pixelScale >= pixels)) {
             continue;
         }
         if (auto* pline = DYNAMIC_DOWNCAST(CPLine, obj)) {

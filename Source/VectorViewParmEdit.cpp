@@ -23,7 +23,7 @@ constexpr short kParmTypeLocked = 4; // Never edited.
 // A distance that is not-a-number, which an object without a length gives, counts as a hit.
 bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
     const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(p)));
-    return !(kPickAperture < pixels);
+    return !(kPickAperture * m_Graphic.GetEditingOptions().pixelScale < pixels);
 }
 
 int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {

@@ -52,7 +52,8 @@ void CHostFrame::LayOut() {
         ::GetWindowRect(m_toolbar, &bar);
     }
     const int width = client.Width();
-    int edges[] = {std::max(120, width - 480), std::max(120, width - 310), std::max(120, width - 165), -1};
+    int edges[] = {std::max(120, width - Scaled(480)), std::max(120, width - Scaled(310)),
+                   std::max(120, width - Scaled(165)), -1};
     m_status.SetParts(4, edges);
 
     CRect rest(0, bar.Height(), width, std::max(bar.Height(), client.Height() - status.Height()));

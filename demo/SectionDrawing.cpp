@@ -1,5 +1,8 @@
 #include "SectionDrawing.h"
 
+#include "DemoIds.h"
+#include "HostText.h"
+
 #include <KXBaseOpr.h>
 #include <Text.h>
 #include <VectorLabel.h>
@@ -145,14 +148,14 @@ void Sheet::DrawFigures(const CString& name) {
         y -= 1.5 * m_text;
     };
     CString text;
-    row(name + L"  焊接工字钢 " + FormatLength(m_section.height) + L"×" + FormatLength(m_section.width) + L"×" +
-        FormatLength(m_section.web) + L"×" + FormatLength(m_section.flange) + L"，L = " +
-        FormatLength(m_section.length));
+    row(name + L"  " + LoadText(IDS_SECTION_NAME) + FormatLength(m_section.height) + L"×" +
+        FormatLength(m_section.width) + L"×" + FormatLength(m_section.web) + L"×" + FormatLength(m_section.flange) +
+        LoadText(IDS_SECTION_LENGTH) + FormatLength(m_section.length));
     text.Format(L"A = %.2f cm²", figures.area / 1e2);
     row(text);
-    text.Format(L"Ix = %.1f cm⁴，Iy = %.1f cm⁴", figures.inertiaX / 1e4, figures.inertiaY / 1e4);
+    text.Format(LoadText(IDS_SECTION_INERTIA), figures.inertiaX / 1e4, figures.inertiaY / 1e4);
     row(text);
-    text.Format(L"%.2f kg/m，共 %.1f kg", figures.massPerMetre, figures.mass);
+    text.Format(LoadText(IDS_SECTION_MASS), figures.massPerMetre, figures.mass);
     row(text);
 }
 
