@@ -141,6 +141,8 @@ void CKXMemoryManager::RemoveMemoryInfo(void* p, const char*, int) noexcept {
         ++m_unknown;
         return;
     }
+    const size_t mask = m_capacity - 1;
+    size_t hole = FindSlot(p);
     --m_sites[m_entries[hole].site].count;
     --m_count;
     // Entries after the hole that would no longer be reached from their own slot move up into it.
