@@ -7,6 +7,7 @@
 
 #include <afxtempl.h>
 
+class CDrawingHistory;
 class CLine;
 
 using CDrawableArray = CArray<CDrawable*, CDrawable*&>;
@@ -43,6 +44,8 @@ public:
     // For code that keeps a pointer to the document while its owner may free it: the token tells whether that has
     // happened.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
+    // The undo and redo of this document; null, as at first, where there is none.
+    CDrawingHistory* GetHistory() const { return m_pHistory; }
 
     // ---- Editing ----
 
@@ -101,11 +104,16 @@ public:
     void OnFileSaveAs();
     int DoPromptFileName(CString& name, unsigned int titleId, unsigned long flags, int open);
     BOOL OnNewDocument() override;
+    // FALSE also tells the history that the drawing is saved as it is now.
+    void SetModifiedFlag(BOOL modified = TRUE) override;
     // There is no XML form: always empty, always 0.
     CString GetXML() { return CString(); }
     int LoadFromXML(CString) { return 0; }
 
 private:
+    friend class CDrawingHistory;
+    friend class CHistoryBaseline;
+
     CDrawableArray m_DrawableObjs;
     CDrawableArray m_NetDrawableObjs;
     CDrawableArray m_SpareDrawableObjs; // Nothing here fills it; freed with the others.
@@ -116,5 +124,6 @@ private:
     short m_BKColorIndex = kColorBlack;
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
+    CDrawingHistory* m_pHistory = nullptr; // Sets itself.
     CKxAlive m_Alive;
 };

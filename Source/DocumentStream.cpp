@@ -2,13 +2,16 @@
 
 #include "Document.h"
 
+#include "DrawingHistory.h"
 #include "MemoryInfo.h"
 
 #include <afxdlgs.h>
 #include <afxres.h>
 
 #include <memory>
+#include <optional>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -122,6 +125,12 @@ int CGraphicDocument::StoreToMemFile(CMemFile* file) {
 int CGraphicDocument::OpenDocument(CMemFile& file) {
     IsModified();
     file.Seek(0, CFile::begin);
+    // The history is told once, when all is loaded.
+    CDrawingHistory* const history = std::exchange(m_pHistory, nullptr);
+    std::optional<CKxAliveToken> historyAlive;
+    if (history != nullptr) {
+        historyAlive.emplace(history->GetAlive());
+    }
     // The old drawing is freed even if the new one can't be read.
     Reset();
     DeleteContents();
@@ -145,6 +154,10 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
         }
     }
     SetModifiedFlag(FALSE);
+    if (history != nullptr && historyAlive->IsAlive()) {
+        m_pHistory = history;
+        history->Restart();
+    }
     return 1;
 }
 

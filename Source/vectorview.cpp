@@ -2,6 +2,7 @@
 
 #include "CommandOperationManager.h"
 #include "Dialog_DrawAbleProperty.h"
+#include "DrawingHistory.h"
 #include "MemDC.h"
 #include "MemoryInfo.h"
 #include "ResourceScope.h"
@@ -105,7 +106,10 @@ void CVectorView::DoCommand(CString word) {
         return;
     }
     if (word == L"open") {
-        GetDocument()->OpenDocument();
+        {
+            const CHistoryGroup step(m_pHistory.get(), L"打开", L"Open");
+            GetDocument()->OpenDocument();
+        }
         if (!alive.IsAlive()) {
             return;
         }
