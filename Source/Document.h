@@ -123,7 +123,7 @@ private:
     DWORD m_BKColor = 0;
     short m_BKColorIndex = kColorBlack;
     CDrawable* m_pCurrentObject = nullptr;
-    short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
+    short m_FGColorIndex = kColorWhite;    // Given to new objects; not in the stream.
     CDrawingHistory* m_pHistory = nullptr; // Sets itself.
     CKxAlive m_Alive;
 };

@@ -173,5 +173,5 @@ private:
     friend class CHistoryBaseline;
 
     CDrawableWatch* m_pWatch = nullptr; // The record of the history that knows the object; null without one.
-    std::unique_ptr<CKxAlive> m_Alive; // Made at the first call of GetAlive: in a large drawing few objects need one.
+    std::unique_ptr<CKxAlive> m_Alive;  // Made at the first call of GetAlive: in a large drawing few objects need one.
 };

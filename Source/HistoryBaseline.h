@@ -21,7 +21,7 @@ struct CHistoryRecord final : CDrawableWatch {
     bool IsChanged() const { return !CObjectStates::IsAs(*object, namesAll, state); }
 
     CHistoryBaseline* owner;
-    CDrawable* object; // Null once it has been freed, or was given up: the record only keeps its place in the lists.
+    CDrawable* object;    // Null once it has been freed, or was given up: the record only keeps its place in the lists.
     CDrawableState state; // As last seen.
     unsigned listed = 0;  // Entries in the list of the present state.
     unsigned patched = 0; // Entries in patches.
@@ -109,7 +109,7 @@ private:
 
     CGraphicDocument& m_Document;
     CObjectStates m_States;
-    RecordList m_List; // The present state, with the places of freed objects.
+    RecordList m_List;  // The present state, with the places of freed objects.
     size_t m_Freed = 0; // Places of freed objects in the list.
     CHistorySettings m_Settings;
     std::shared_ptr<const CHistorySelection> m_Selection;

@@ -13,8 +13,8 @@ IMPLEMENT_SERIAL(CLayerInfo, CSerialable, VERSIONABLE_SCHEMA | 5)
 IMPLEMENT_SERIAL(CLayerManager, CSerialable, VERSIONABLE_SCHEMA | 5)
 
 bool CLayerFields::operator==(const CLayerFields& other) const {
-    return std::strcmp(m_Name, other.m_Name) == 0 && m_State == other.m_State &&
-           m_ColorIndex == other.m_ColorIndex && m_Color == other.m_Color && m_LineType == other.m_LineType &&
+    return std::strcmp(m_Name, other.m_Name) == 0 && m_State == other.m_State && m_ColorIndex == other.m_ColorIndex &&
+           m_Color == other.m_Color && m_LineType == other.m_LineType &&
            std::memcmp(&m_LineWide, &other.m_LineWide, sizeof m_LineWide) == 0;
 }
 

@@ -972,9 +972,7 @@ class Walk {
 public:
     Drawing d;
 
-    explicit Walk(unsigned seed) : m_random(seed) {
-        m_states.push_back(See());
-    }
+    explicit Walk(unsigned seed) : m_random(seed) { m_states.push_back(See()); }
     void Step() {
         if (OneIn(3)) {
             Travel();
