@@ -78,7 +78,17 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
     m_AssistantPoints.RemoveAll();
     CCommandOperation* op = RunningTool();
     if (op == nullptr) {
-        m_Events->Change(nullptr, nullptr);
+        // A grip may be taken: what came before is no part of its edit.
+        const CKxAliveToken engine(m_Alive);
+        const std::shared_ptr<CEngineEvents> events = m_Events;
+        events->Change(nullptr, nullptr);
+        if (events->depth == 1) {
+            events->TellAtRest();
+        }
+        if (!engine.IsAlive()) {
+            return RS_Continue;
+        }
+        events->Change(nullptr, nullptr);
         OnDefaultLButtonDown(nFlags, point);
         return RS_Continue;
     }

@@ -99,8 +99,9 @@ TEST_F(ParmHistory, AParameterThatIsTakenOutByUndoWhileItsBoxIsOpenIsEndedFirst)
     view.EnableHistory(1);
     Three();
     History().Mark();
+    History().BeginGroup(L"参数", L"Parameter");
     CTextParm* late = AddParm(L"D", L"40", 50, 200);
-    History().Mark();
+    History().EndGroup();
     Paint();
     Click(late);
     ASSERT_TRUE(IsBoxShown());

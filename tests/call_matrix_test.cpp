@@ -3,6 +3,7 @@
 #include "CommandOperationManager.h"
 #include "Document.h"
 #include "DrawingHistory.h"
+#include "MemoryInfo.h"
 #include "support/BoxAnswer.h"
 #include "support/CallMatrix.h"
 
@@ -177,7 +178,7 @@ std::vector<CallRow> HistoryCalls() {
         {"SetDocument",
          [](CallHost& h) {
              h.ReplaceDocument(new CGraphicDocument, 0);
-             CKXMemoryManager::Instance()->AddMemoryInfo(&h.Document(), __FILE__, __LINE__);
+             KX_ADD_MEMORY(&h.Document());
              h.view->Undo();
          }},
         {"view freed", [](CallHost& h) { h.FreeView(); }},

@@ -6,6 +6,7 @@
 #include "MemoryInfo.h"
 #include "PropertyDialogHost.h"
 #include "Text.h"
+#include "resource.h"
 #include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
@@ -43,7 +44,7 @@ void Fill(ViewDriver& d) {
     d.view.AddText(CGePoint2d(20, 280), L"T", 0, Gdiplus::Color(255, 1, 2, 3), 0);
 }
 
-std::function<void(ViewDriver&)> Clicks(LPCTSTR word, std::vector<CGePoint2d> points, bool right = false) {
+std::function<void(ViewDriver&)> ClickAll(LPCTSTR word, std::vector<CGePoint2d> points, bool right = false) {
     return [=](ViewDriver& d) {
         d.view.DoCommand(word);
         for (const CGePoint2d& p : points) {
@@ -60,23 +61,23 @@ std::vector<Case> Cases() {
     const std::vector<CGePoint2d> two = {{100, 20}, {180, 35}};
     const std::vector<CGePoint2d> three = {{100, 20}, {180, 35}, {140, 45}};
     return {
-        {"line", L"直线", L"Line", Clicks(L"line", two)},
-        {"pline", L"多段线", L"Polyline", Clicks(L"pline", three, true)},
-        {"pline_bound", L"边界多段线", L"Boundary polyline", Clicks(L"pline_bound", three, true)},
-        {"rect", L"矩形", L"Rectangle", Clicks(L"rect", two)},
-        {"circle", L"圆", L"Circle", Clicks(L"circle", two)},
-        {"arc", L"圆弧", L"Arc", Clicks(L"arc", three)},
-        {"text", L"文字", L"Text", Clicks(L"text", {{100, 20}})},
-        {"textparm", L"参数文字", L"Parameter text", Clicks(L"textparm", {{100, 20}})},
-        {"DrawLabel", L"尺寸标注", L"Dimension", Clicks(L"DrawLabel", three)},
-        {"DrawLabel_Green", L"绿色尺寸标注", L"Green dimension", Clicks(L"DrawLabel_Green", three)},
-        {"translation", L"平移", L"Move", Clicks(L"translation", two), true},
-        {"copy", L"复制", L"Copy", Clicks(L"copy", two), true},
-        {"rotation", L"旋转", L"Rotate", Clicks(L"rotation", two), true},
-        {"mirroring", L"镜像", L"Mirror", Clicks(L"mirroring", two), true},
-        {"offset", L"偏移", L"Offset", Clicks(L"offset", {{140, 200}, {140, 230}})},
-        {"PLine_AddPoint", L"多段线加点", L"Add vertices", Clicks(L"PLine_AddPoint", {{300, 60}, {340, 100}}, true)},
-        {"PLine_RemovePoint", L"多段线减点", L"Remove vertices", Clicks(L"PLine_RemovePoint", {{340, 140}}, true)},
+        {"line", L"直线", L"Line", ClickAll(L"line", two)},
+        {"pline", L"多段线", L"Polyline", ClickAll(L"pline", three, true)},
+        {"pline_bound", L"边界多段线", L"Boundary polyline", ClickAll(L"pline_bound", three, true)},
+        {"rect", L"矩形", L"Rectangle", ClickAll(L"rect", two)},
+        {"circle", L"圆", L"Circle", ClickAll(L"circle", two)},
+        {"arc", L"圆弧", L"Arc", ClickAll(L"arc", three)},
+        {"text", L"文字", L"Text", ClickAll(L"text", {{100, 20}})},
+        {"textparm", L"参数文字", L"Parameter text", ClickAll(L"textparm", {{100, 20}})},
+        {"DrawLabel", L"尺寸标注", L"Dimension", ClickAll(L"DrawLabel", three)},
+        {"DrawLabel_Green", L"绿色尺寸标注", L"Green dimension", ClickAll(L"DrawLabel_Green", three)},
+        {"translation", L"平移", L"Move", ClickAll(L"translation", two), true},
+        {"copy", L"复制", L"Copy", ClickAll(L"copy", two), true},
+        {"rotation", L"旋转", L"Rotate", ClickAll(L"rotation", two), true},
+        {"mirroring", L"镜像", L"Mirror", ClickAll(L"mirroring", two), true},
+        {"offset", L"偏移", L"Offset", ClickAll(L"offset", {{140, 200}, {140, 230}})},
+        {"PLine_AddPoint", L"多段线加点", L"Add vertices", ClickAll(L"PLine_AddPoint", {{300, 60}, {340, 100}}, true)},
+        {"PLine_RemovePoint", L"多段线减点", L"Remove vertices", ClickAll(L"PLine_RemovePoint", {{340, 140}}, true)},
         {"erase", L"删除", L"Erase", [](ViewDriver& d) { d.view.DoCommand(L"erase"); }, true},
         {"rotatetext", L"旋转文字", L"Rotate text", [](ViewDriver& d) { d.view.DoCommand(L"rotatetext"); }, true},
         {"grip", L"夹点编辑", L"Grip edit",
@@ -189,8 +190,8 @@ TEST(CommandHistory, ClicksKeysMovesAndViewChangesAreNoSteps) {
     d.Wheel(120, 30, 30);
     d.MiddleDrag(100, 100, 130, 120);
     d.view.ZoomAll();
-    Clicks(L"viewmove", {{20, 20}}, true)(d);
-    Clicks(L"line", {{20, 20}}, true)(d); // Broken off.
+    ClickAll(L"viewmove", {{20, 20}}, true)(d);
+    ClickAll(L"line", {{20, 20}}, true)(d); // Broken off.
     EXPECT_EQ(d.view.GetHistory()->GetUndoCount(), 0);
     EXPECT_EQ(d.view.Undo(), 0);
 }
@@ -217,6 +218,7 @@ TEST(CommandHistory, UndoInTheMiddleOfACommandEndsItFirst) {
     EXPECT_NE(selected, d.Store());
     EXPECT_EQ(d.view.Undo(), 1);
     EXPECT_EQ(selected, d.Store());
+    d.Update();
     EXPECT_EQ(d.DifferenceFromFresh(), 0);
     d.view.DoCommand(L"line");
     d.ClickAt(20, 20);
@@ -243,7 +245,7 @@ TEST(CommandHistory, WhatAHostChangedBeforeACommandIsAStepOfItsOwn) {
     CLine* line = d.AddLine(50, 50, 250, 150);
     d.view.EnableHistory(1);
     line->SetEndPoint(CGePoint2d(99, 99));
-    Clicks(L"line", {{20, 20}, {40, 20}})(d);
+    ClickAll(L"line", {{20, 20}, {40, 20}})(d);
     EXPECT_EQ(d.view.GetHistory()->GetUndoCount(), 2);
     d.view.Undo();
     EXPECT_EQ(line->GetEndPoint().x, 99);
@@ -295,12 +297,12 @@ TEST(CommandHistory, ALoadStartsAnewAndResetToo) {
     Fill(d);
     Bytes stored = d.Store();
     d.view.EnableHistory(1);
-    Clicks(L"line", {{20, 20}, {40, 20}})(d);
+    ClickAll(L"line", {{20, 20}, {40, 20}})(d);
     EXPECT_EQ(d.view.LoadFile(stored.data(), static_cast<unsigned int>(stored.size())), 1);
     EXPECT_EQ(d.view.CanUndo(), 0);
     EXPECT_EQ(d.view.Undo(), 0);
     EXPECT_EQ(stored, d.Store());
-    Clicks(L"line", {{20, 20}, {40, 20}})(d);
+    ClickAll(L"line", {{20, 20}, {40, 20}})(d);
     EXPECT_EQ(d.view.CanUndo(), 1);
     EXPECT_EQ(d.view.Undo(), 1);
     EXPECT_EQ(stored, d.Store());

@@ -70,6 +70,10 @@ public:
                 Empty();
             }
             if (d.view.GetHistory() != nullptr) {
+                const size_t at = static_cast<size_t>(d.view.GetHistory()->GetUndoCount());
+                if (tool != nullptr && d.Tool() != nullptr && d.Tool() != tool && at < m_states.size()) {
+                    m_states[at].clear(); // One command has ended another: the selection between them was not noted.
+                }
                 Note();
                 if (OneIn(12)) {
                     Travel();
@@ -140,6 +144,8 @@ private:
         history.Mark();
         m_states.resize(static_cast<size_t>(history.GetUndoCount() + history.GetRedoCount() + 1));
         m_states[static_cast<size_t>(history.GetUndoCount())] = DrawingBytes();
+        m_words.resize(m_states.size());
+        m_words[static_cast<size_t>(history.GetUndoCount())] = d.AllWords();
     }
 
     void Travel() {
@@ -147,16 +153,19 @@ private:
         if (d.ToolName() == "COperationCreateRectangle" && d.ClickCount() == 1) {
             m_leftovers += 4;
         }
-        const int done = OneIn(3) ? d.view.Redo() : d.view.Undo();
+        const bool back = !OneIn(3);
+        const int done = back ? d.view.Undo() : d.view.Redo();
         EXPECT_EQ(d.Tool(), nullptr) << "ended first";
         CDrawingHistory& history = *d.view.GetHistory();
         const size_t at = static_cast<size_t>(history.GetUndoCount());
-        if (running) { // The bytes of the state that the command was ended in were not noted.
-            m_states.resize(std::min(m_states.size(), done != 0 ? at + 1 : at));
+        const size_t left = done == 0 ? at : back ? at + 1 : at - 1;
+        if (running && left < m_states.size()) {
+            m_states[left].clear(); // What is selected after the command has ended was not noted.
         }
         if (done != 0 && at < m_states.size() && !m_states[at].empty()) {
             ++m_compared;
-            EXPECT_EQ(m_states[at], DrawingBytes());
+            EXPECT_EQ(m_words[at], d.AllWords());
+            EXPECT_TRUE(m_states[at] == DrawingBytes()) << m_words[at];
         }
         Note();
     }
@@ -334,6 +343,7 @@ private:
     std::set<CDrawable*> m_erased;
     Listener m_listener{*this};
     std::vector<Bytes> m_states; // By their number of steps; empty where not noted.
+    std::vector<std::string> m_words;
     int m_compared = 0;
     std::set<std::string> m_unexpected;
 };
