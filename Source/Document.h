@@ -56,9 +56,10 @@ public:
     void AddNetobject(CDrawable* obj);
     void DeleteNet();
     // Takes the object out of the lists and the current slot and, in spite of its name, frees nothing: the caller
-    // takes over the pointer.
+    // takes over the pointer, or the history where there is one (see CDrawingHistory).
     void DeleteObject(CDrawable* obj);
-    // The same for all selected ones. They stay allocated: a running command may still refer to them.
+    // The same for all selected ones. They stay allocated: a running command may still refer to them. A history frees
+    // them in the end.
     void DeleteAllSelectedObject();
     void MoveToTop(CDrawable* obj);
     void AddSelected(CDrawable* obj);
