@@ -25,9 +25,7 @@ private:
     enum CDrawable::DrawState m_State;
 };
 
-// Appends what the object's Serialize writes.
-void Store(CDrawable& object, std::vector<BYTE>& bytes) {
-    const CNormalState normal(object);
+void StoreWhole(CDrawable& object, std::vector<BYTE>& bytes) {
     CMemFile file(kMemoryGrow);
     CArchive ar(&file, CArchive::store, kArchiveBuffer);
     object.Serialize(ar);
@@ -39,7 +37,25 @@ void Store(CDrawable& object, std::vector<BYTE>& bytes) {
     file.Read(bytes.data() + before, length);
 }
 
+// Appends what the object's Serialize writes; nothing for an object that cannot be stored. Throws when the memory does
+// not suffice.
+void Store(CDrawable& object, std::vector<BYTE>& bytes) {
+    const size_t before = bytes.size();
+    const CNormalState normal(object);
+    try {
+        StoreWhole(object, bytes);
+    } catch (CMemoryException*) {
+        throw;
+    } catch (CException* e) {
+        e->Delete();
+        bytes.resize(before);
+    }
+}
+
 void Load(CDrawable& object, const CDrawableState& from) {
+    if (from.bytes.size() == from.fields) {
+        return;
+    }
     const CNormalState normal(object);
     CMemFile file(const_cast<BYTE*>(from.bytes.data()) + from.fields,
                   static_cast<UINT>(from.bytes.size() - from.fields), 0);

@@ -64,16 +64,12 @@ void CDrawingHistory::Attach(CGraphicDocument* document) {
 }
 
 void CDrawingHistory::Clear() {
-    std::vector<StepOwner> forgotten;
-    forgotten.swap(m_Steps);
+    m_Forgotten.swap(m_Steps);
     m_Position = 0;
     m_Clean = -1;
-    if (m_Baseline != nullptr) {
-        m_Baseline->VisitDrawing();
-        DropSteps(forgotten);
-    }
-    m_Baseline.reset();
     m_Bytes = 0;
+    DropForgotten(false);
+    m_Baseline.reset();
 }
 
 void CDrawingHistory::Restart() {
@@ -106,7 +102,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
     bool trimmed = false;
     {
         const CBusyScope busy(m_bBusy);
-        std::vector<StepOwner> forgotten;
+        bool quick = false;
         const bool done = Attempt([&] {
             // All memory first: after the comparison the step must not get lost.
             auto step = std::make_unique<Step>();
@@ -115,9 +111,9 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
             if (m_Steps.size() == m_Steps.capacity()) {
                 m_Steps.reserve(m_Steps.size() * 2 + 8);
             }
-            forgotten.reserve(m_Steps.size() + 1);
+            m_Forgotten.reserve(m_Steps.capacity());
             step->patch = added != nullptr ? m_Baseline->AdvanceAdded(added) : nullptr;
-            const bool quick = step->patch != nullptr;
+            quick = step->patch != nullptr;
             if (!quick) {
                 step->patch = m_Baseline->Advance();
             }
@@ -126,23 +122,18 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
             }
             recorded = true;
             for (size_t i = static_cast<size_t>(m_Position); i < m_Steps.size(); ++i) {
-                forgotten.push_back(std::move(m_Steps[i]));
+                m_Bytes -= m_Steps[i]->bytes;
+                m_Forgotten.push_back(std::move(m_Steps[i]));
             }
             m_Steps.resize(static_cast<size_t>(m_Position));
             m_Clean = m_Clean > m_Position ? -1 : m_Clean;
             step->bytes = step->patch->Bytes();
             m_Bytes += step->bytes;
-            for (const StepOwner& dropped : forgotten) {
-                m_Bytes -= dropped->bytes;
-            }
             m_Steps.push_back(std::move(step));
             ++m_Position;
-            const size_t before = forgotten.size();
-            Trim(forgotten);
-            trimmed = forgotten.size() != before;
-            if (quick && !forgotten.empty()) {
-                m_Baseline->VisitDrawing();
-            }
+            const size_t before = m_Forgotten.size();
+            Trim();
+            trimmed = m_Forgotten.size() != before;
         });
         if (!done) {
             return false;
@@ -150,7 +141,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
         if (recorded) {
             m_pDocument->SetModifiedFlag(TRUE);
         }
-        DropSteps(forgotten);
+        DropForgotten(!quick);
     }
     const CKxAliveToken alive(m_Alive);
     if (recorded) {
@@ -282,12 +273,12 @@ void CDrawingHistory::SetClean() {
 
 // ---- Limits --------------------------------------------------------------------------------------------------------
 
-void CDrawingHistory::Trim(std::vector<StepOwner>& forgotten) {
+void CDrawingHistory::Trim() {
     size_t surplus = 0;
     while (static_cast<int>(surplus) < m_Position - 1 &&
            (m_Bytes > m_MostBytes || static_cast<int>(m_Steps.size() - surplus) > m_MostSteps)) {
         m_Bytes -= m_Steps[surplus]->bytes;
-        forgotten.push_back(std::move(m_Steps[surplus]));
+        m_Forgotten.push_back(std::move(m_Steps[surplus]));
         ++surplus;
     }
     m_Steps.erase(m_Steps.begin(), m_Steps.begin() + static_cast<std::ptrdiff_t>(surplus));
@@ -302,35 +293,37 @@ void CDrawingHistory::SetLimits(size_t bytes, int steps) {
         return;
     }
     bool trimmed = false;
-    std::vector<StepOwner> forgotten;
     {
         const CBusyScope busy(m_bBusy);
-        if (!Attempt([&] { forgotten.reserve(m_Steps.size()); })) {
+        if (!Attempt([&] { m_Forgotten.reserve(m_Steps.size()); })) {
             return; // The next mark sees to it.
         }
-        Trim(forgotten);
+        Trim();
         // Where undone steps alone are too much, those that would be redone last are forgotten.
         while (m_Steps.size() > 1 && static_cast<int>(m_Steps.size()) > m_Position &&
                (m_Bytes > m_MostBytes || static_cast<int>(m_Steps.size()) > m_MostSteps)) {
             m_Bytes -= m_Steps.back()->bytes;
-            forgotten.push_back(std::move(m_Steps.back()));
+            m_Forgotten.push_back(std::move(m_Steps.back()));
             m_Steps.pop_back();
             m_Clean = m_Clean > static_cast<int>(m_Steps.size()) ? -1 : m_Clean;
         }
-        trimmed = !forgotten.empty();
-        m_Baseline->VisitDrawing();
-        DropSteps(forgotten);
+        trimmed = !m_Forgotten.empty();
+        DropForgotten(false);
     }
     if (trimmed) {
         Tell(CDrawingHistoryListener::Forgotten);
     }
 }
 
-void CDrawingHistory::DropSteps(std::vector<StepOwner>& steps) {
-    for (const StepOwner& step : steps) {
+void CDrawingHistory::DropForgotten(bool visited) {
+    const auto mayFree = [](const StepOwner& step) { return CHistoryBaseline::MayFree(*step->patch); };
+    if (!visited && std::any_of(m_Forgotten.begin(), m_Forgotten.end(), mayFree)) {
+        m_Baseline->VisitDrawing();
+    }
+    for (const StepOwner& step : m_Forgotten) {
         m_Baseline->Drop(*step->patch);
     }
-    steps.clear();
+    m_Forgotten.clear();
 }
 
 void CDrawingHistory::Forget() {
@@ -339,15 +332,11 @@ void CDrawingHistory::Forget() {
     }
     {
         const CBusyScope busy(m_bBusy);
-        std::vector<StepOwner> forgotten;
-        forgotten.swap(m_Steps);
+        m_Forgotten.swap(m_Steps);
         m_Clean = m_Clean == m_Position ? 0 : -1;
         m_Position = 0;
         m_Bytes = 0;
-        if (m_Baseline != nullptr) {
-            m_Baseline->VisitDrawing();
-            DropSteps(forgotten);
-        }
+        DropForgotten(false);
     }
     Tell(CDrawingHistoryListener::Forgotten);
 }

@@ -142,8 +142,9 @@ private:
     int Travel(bool back);
     CString NameOf(int step, int english) const;
     // Takes steps out, from the oldest, until the limits hold.
-    void Trim(std::vector<StepOwner>& forgotten);
-    void DropSteps(std::vector<StepOwner>& steps);
+    void Trim();
+    // Those that were taken out, with the objects that only they know. `visited`: see CHistoryBaseline::Advance.
+    void DropForgotten(bool visited);
     void Tell(CDrawingHistoryListener::Change change);
     // All records and steps, and the objects that are the history's.
     void Clear();
@@ -156,6 +157,7 @@ private:
     int m_Group = 0;
     CString m_GroupChinese;
     CString m_GroupEnglish;
+    std::vector<StepOwner> m_Forgotten; // On their way out. Has memory for all steps: a mark can't stop half-way.
     size_t m_Bytes = 0;
     size_t m_MostBytes = 64u << 20;
     int m_MostSteps = 1000;

@@ -61,16 +61,7 @@ CHistoryRecord* CHistoryBaseline::RecordOf(const CDrawable* object) const {
 
 std::unique_ptr<CHistoryRecord> CHistoryBaseline::MakeRecord(CDrawable* object) {
     auto record = std::make_unique<CHistoryRecord>(this, object, CObjectStates::NamesAllFields(*object));
-    try {
-        m_States.Keep(*object, record->namesAll, record->state);
-    } catch (CMemoryException*) {
-        throw;
-    } catch (CException* e) {
-        // A host's kind that can't be stored: what its base names is kept.
-        e->Delete();
-        record->namesAll = true;
-        m_States.Keep(*object, true, record->state);
-    }
+    m_States.Keep(*object, record->namesAll, record->state);
     if (object->m_pWatch != nullptr) {
         // It was in another drawing with a history, which lets go of it.
         object->m_pWatch->OnDrawableFreed();
@@ -149,6 +140,13 @@ void CHistoryBaseline::VisitBeside() {
         Visit(net.GetAt(i));
     }
     Visit(m_Document.GetCurrentObject());
+}
+
+bool CHistoryBaseline::MayFree(const CHistoryPatch& patch) {
+    const auto isAway = [](const CHistoryRecord* record) { return record->listed == 0 && record->object != nullptr; };
+    return std::any_of(patch.other.begin(), patch.other.end(), isAway) ||
+           std::any_of(patch.changes.begin(), patch.changes.end(),
+                       [&](const CHistoryPatch::Change& change) { return isAway(change.record); });
 }
 
 void CHistoryBaseline::Drop(CHistoryPatch& patch) {

@@ -84,6 +84,8 @@ public:
     bool Toggle(CHistoryPatch& patch);
     // The objects of the drawing are marked, so that they are not freed: before patches are dropped without an Advance.
     void VisitDrawing();
+    // Whether the drop of the patch may free an object.
+    static bool MayFree(const CHistoryPatch& patch);
     // The patch is not used any more. Frees objects; what their destructors do is not caught.
     void Drop(CHistoryPatch& patch);
     void GiveUp(CDrawable* object);

@@ -30,7 +30,12 @@ int CVectorView::EnableHistory(int enable) {
     if (enable == 0) {
         m_pHistory.reset();
     } else if (m_pHistory == nullptr) {
-        m_pHistory = std::make_unique<CViewHistory>(*this);
+        try {
+            m_pHistory = std::make_unique<CViewHistory>(*this);
+        } catch (CException* e) {
+            e->Delete();
+        } catch (...) {
+        }
     }
     return m_pHistory != nullptr;
 }

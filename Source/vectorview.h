@@ -51,7 +51,8 @@ public:
 
     // Off at first, and then costs nothing. On, a step is marked after each command, grip edit, property edit,
     // parameter edit, and call of this class outside a command. 0 turns it off again and forgets all steps. Follows
-    // CVectorGraphic::SetDocument at the next mark. Gives 1 when it is on.
+    // CVectorGraphic::SetDocument at the next mark. A command that runs at this moment is not undone as a whole. Gives
+    // 1 when it is on, and 0 also when there is no memory for it.
     int EnableHistory(int enable);
     // Null while it is off. Owned by the view. Objects that a host changes by their own setters are part of the next
     // step, unless it calls Mark.
