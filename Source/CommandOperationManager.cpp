@@ -41,13 +41,16 @@ CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* gr
                                                    CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document),
       m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(IDC_CURSOR_OPERATION))),
-      m_Events(std::make_shared<CEngineEvents>()) {}
+      m_Events(std::make_shared<CEngineEvents>()) {
+    m_Events->window = wnd;
+}
 
 // Compatibility 97: a running tool is not freed with its engine.
 CCommandOperationManager::~CCommandOperationManager() {
     if (m_pCommand != nullptr) {
         m_pCommand->m_Alive.End();
     }
+    m_Events->window = nullptr;
     if (m_hDefaultCursor != nullptr) {
         ::DestroyCursor(m_hDefaultCursor);
     }
@@ -93,6 +96,17 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
     m_AssistantPoints.RemoveAll();
     CCommandOperation* op = RunningTool();
     if (op == nullptr) {
+        // A grip may be taken: what came before is no part of its edit.
+        const CKxAliveToken engine(m_Alive);
+        const std::shared_ptr<CEngineEvents> events = m_Events;
+        events->Change(nullptr, nullptr);
+        if (events->depth == 1) {
+            events->TellAtRest();
+        }
+        if (!engine.IsAlive()) {
+            return RS_Continue;
+        }
+        events->Change(nullptr, nullptr);
         OnDefaultLButtonDown(nFlags, point);
         return RS_Continue;
     }
@@ -204,6 +218,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
     } else if (m_pCommand == nullptr) {
         // Compatibility 98: any key deselects.
         // By any key the user deselects.
+        m_Events->Change(nullptr, nullptr);
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
         AnnounceToPropertyDialog(nullptr);
@@ -274,19 +289,39 @@ int CCommandOperationManager::DoCommand(CString word) {
         return 0;
     }
     const CKxAliveToken engine(m_Alive);
+    AtRest(nullptr, nullptr); // What came before is no part of this command.
+    if (!engine.IsAlive()) {
+        return 0;
+    }
     CToolOwner op = Registered(row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument()));
     switch (row->running) {
     case CommandRunning::Installed:
         // Its edit box is a new child window, of which the view's host is notified.
-        return engine.IsAlive() ? SetCommand(op.release(), 1) : 0;
+        if (!engine.IsAlive() || SetCommand(op.release(), 1) == 0) {
+            return 0;
+        }
+        m_Chinese = row->chinese;
+        m_English = row->english;
+        return 1;
     case CommandRunning::AtOnce:
         op->Execute();
-        return 0;
+        break;
     case CommandRunning::AtOnceAndKept:
         op.release()->Execute();
-        return 0;
+        break;
+    }
+    if (engine.IsAlive()) {
+        AtRest(row->chinese, row->english);
     }
     return 0;
+}
+
+void CCommandOperationManager::AtRest(LPCTSTR chinese, LPCTSTR english) {
+    m_Events->Change(chinese, english);
+    if (m_Events->depth == 0) {
+        const std::shared_ptr<CEngineEvents> events = m_Events; // A host that is told may free this object.
+        events->TellAtRest();
+    }
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point) {
@@ -325,6 +360,8 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
             return 0;
         }
         m_pCommand = owner.release();
+        m_Chinese = nullptr;
+        m_English = nullptr;
         if (op != nullptr) {
             OnToolBegun(op);
         }
@@ -359,6 +396,9 @@ void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultSta
             return;
         }
         m_pCommand = owner.release();
+        const bool grip = m_pCommand->IsKindOf(RUNTIME_CLASS(CCommandSelectGripPoint)) != 0;
+        m_Chinese = grip ? L"夹点编辑" : nullptr;
+        m_English = grip ? L"Grip edit" : nullptr;
         if (op != nullptr) {
             OnToolBegun(op);
         }
@@ -392,6 +432,7 @@ CCommandOperation* CCommandOperationManager::TakeOutCommand(ToolEnd how) {
     if (op != nullptr) {
         op->m_Alive.End();
         m_Events->ended.emplace_back(op);
+        m_Events->Change(m_Chinese, m_English);
         if (Options().repaintsAtEnd) {
             RequestRedraw();
         }

@@ -98,6 +98,9 @@ private:
     bool MakeRoom(bool byOnCancel);
     CRect ClientRect() const;
 
+    // The window is told that something may have changed: at once, or when the outermost event is over.
+    void AtRest(LPCTSTR chinese, LPCTSTR english);
+
     int m_InCommand = 0; // Nonzero while m_pCommand gets the events.
     int m_DrawObjLatus = 0;
     HCURSOR m_hDefaultCursor;
@@ -106,4 +109,6 @@ private:
     std::optional<CGePoint2d> m_LastPixel;     // Of the last move of the mouse, in client pixels.
     CGePoint2d m_MButtonPoint;                 // Last position of the pan, in client pixels.
     std::shared_ptr<CEngineEvents> m_Events;
+    LPCTSTR m_Chinese = nullptr; // What the running tool does; null for a tool of a host. Not owned.
+    LPCTSTR m_English = nullptr;
 };

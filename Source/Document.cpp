@@ -1,5 +1,6 @@
 #include "Document.h"
 
+#include "DrawingHistory.h"
 #include "FetchAhead.h"
 #include "Line.h"
 #include "MemoryInfo.h"
@@ -60,6 +61,9 @@ bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, const CEditingOptio
 CGraphicDocument::CGraphicDocument() = default;
 
 CGraphicDocument::~CGraphicDocument() {
+    if (m_pHistory != nullptr) {
+        m_pHistory->Attach(nullptr);
+    }
     Reset();
     FreeAll(m_NetDrawableObjs);
 }
@@ -180,6 +184,9 @@ void CGraphicDocument::Reset() {
     RemoveAllSelected();
     FreeAll(m_DrawableObjs);
     FreeAll(m_SpareDrawableObjs);
+    if (m_pHistory != nullptr) {
+        m_pHistory->Restart();
+    }
 }
 
 // ---- Colours -------------------------------------------------------------------------------------------------------
@@ -195,4 +202,11 @@ DWORD CGraphicDocument::GetBKColor() {
 
 BOOL CGraphicDocument::OnNewDocument() {
     return CDocument::OnNewDocument();
+}
+
+void CGraphicDocument::SetModifiedFlag(BOOL modified) {
+    CDocument::SetModifiedFlag(modified);
+    if (!modified && m_pHistory != nullptr) {
+        m_pHistory->SetClean();
+    }
 }

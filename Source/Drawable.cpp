@@ -108,6 +108,21 @@ void CDrawable::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeShort(list, L"LineWide", m_Layer);
 }
 
+void CDrawable::ExchangeState(CStateExchange& exchange) {
+    exchange.Level<CDrawable>();
+    exchange.Value(m_PenColorIndex);
+    exchange.Value(m_PenColor);
+    exchange.Value(m_ColorBrush);
+    exchange.Value(m_LineWide);
+    exchange.Value(m_LineType);
+    exchange.Value(m_Scale);
+    exchange.Value(m_Layer);
+    exchange.Value(m_ID);
+    exchange.Value(m_IsDelete);
+    exchange.Value(m_IsShow);
+    exchange.Value(m_CanBeSelect);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CDrawable::Draw(CDC* pDC, CDrawGeometry* pGeom) {

@@ -142,6 +142,24 @@ void CText::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeFloat(list, L"m_TextRatio", m_TextRatio);
 }
 
+// Without the measured height, which painting sets: a parameter text keeps that of its first paint.
+void CText::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CText>();
+    exchange.Value(m_StartX);
+    exchange.Value(m_StartY);
+    exchange.Value(m_Angle);
+    exchange.Value(m_TextHeight);
+    exchange.Value(m_TextWide);
+    exchange.Value(m_TextRatio);
+    exchange.Value(m_OffWide);
+    exchange.Value(m_Spare);
+    exchange.Text(m_Text);
+    exchange.Text(m_fontFaceName);
+    exchange.Value(m_BKColor);
+    exchange.Value(m_BKMode);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {

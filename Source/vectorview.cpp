@@ -2,6 +2,7 @@
 
 #include "CommandOperationManager.h"
 #include "Dialog_DrawAbleProperty.h"
+#include "DrawingHistory.h"
 #include "MemDC.h"
 #include "MemoryInfo.h"
 #include "ResourceScope.h"
@@ -107,7 +108,10 @@ void CVectorView::DoCommand(CString word) {
     const bool classic = !GetDocument()->GetEditingOptions().modifiedByChange;
     if (word == L"open") {
         const INT_PTR before = GetDocument()->GetDrawableObjs()->GetSize();
-        GetDocument()->OpenDocument();
+        {
+            const CHistoryGroup step(m_pHistory.get(), L"打开", L"Open");
+            GetDocument()->OpenDocument();
+        }
         if (!alive.IsAlive()) {
             return;
         }
