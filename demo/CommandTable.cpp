@@ -30,6 +30,8 @@ UINT FindText(int row) {
 
 const int CommandRowCount = CountOfRows();
 const CommandWord* const CommandRows = FirstRow();
+const int UndoImage = CommandRowCount + 1;
+const int RedoImage = CommandRowCount + 2;
 
 int FindCommandRow(const wchar_t* word) {
     for (int i = 0; i < CommandRowCount; ++i) {

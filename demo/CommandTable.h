@@ -6,6 +6,9 @@
 
 extern const int CommandRowCount;
 extern const CommandWord* const CommandRows;
+// Numbers of pictures in the list of menus and toolbar, after those of the rows.
+extern const int UndoImage;
+extern const int RedoImage;
 
 // The row of a word, or -1.
 int FindCommandRow(const wchar_t* word);

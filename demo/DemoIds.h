@@ -4,6 +4,8 @@
 
 #define IDI_DEMO 1
 #define IDR_DEMO_KEYS 2
+#define IDI_UNDO 3
+#define IDI_REDO 4
 // The example drawings, in the order of their menu items.
 #define IDR_EXAMPLE_FIRST 10
 

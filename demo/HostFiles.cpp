@@ -88,6 +88,7 @@ bool CHostFrame::OpenFile(const CString& path) {
         const bool some = document->GetDrawableObjs()->GetSize() > 0;
         document->SetPathName(L"", FALSE);
         document->SetModifiedFlag(some);
+        m_view.RestartHistory();
         AfxMessageBox(CString(LoadText(IDS_DAMAGED)) + path + L"\n\n" +
                           (some ? LoadText(IDS_LOADED_SOME) : LoadText(IDS_LOADED_NONE)),
                       MB_OK | MB_ICONWARNING);
@@ -154,6 +155,7 @@ bool CHostFrame::OfferRecovery() {
             m_path.Empty();
             m_view.GetDocument()->SetPathName(L"", FALSE);
             m_view.GetDocument()->SetModifiedFlag(TRUE);
+            m_view.RestartHistory(); // No undo leads to a saved state.
             m_recovery.Keep(*m_view.GetDocument());
         }
         ::DeleteFileW(path);

@@ -4,6 +4,7 @@
 #include "DemoIds.h"
 #include "HostText.h"
 
+#include <DrawingHistory.h>
 #include <afxres.h>
 #include <resource.h>
 
@@ -77,6 +78,8 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_COMMAND(ID_HOST_DRAW_SECTION, &CHostFrame::OnDrawSection)
     ON_COMMAND(ID_HOST_PROPERTIES, &CHostFrame::OnProperties)
     ON_COMMAND(ID_HOST_CLASSIC, &CHostFrame::OnClassic)
+    ON_COMMAND(ID_EDIT_UNDO, &CHostFrame::OnUndo)
+    ON_COMMAND(ID_EDIT_REDO, &CHostFrame::OnRedo)
     ON_COMMAND(ID_HOST_SELECT_ALL, &CHostFrame::OnSelectAll)
     ON_COMMAND_RANGE(ID_HOST_RECENT_FIRST, ID_HOST_RECENT_LAST, &CHostFrame::OnRecent)
     ON_COMMAND_RANGE(ID_HOST_EXAMPLE_FIRST, ID_HOST_EXAMPLE_LAST, &CHostFrame::OnExample)
@@ -131,14 +134,17 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     return 0;
 }
 
-// One picture for each row of the table, and in front of them that of the zoom to extents.
+// One picture for each row of the table, in front of them that of the zoom to extents, and those of undo and redo.
 void CHostFrame::MakeImages(int size) {
     if (m_images != nullptr) {
         ::ImageList_Destroy(m_images);
     }
-    m_images = ::ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
-    for (int i = -1; i < CommandRowCount; ++i) {
-        const UINT number = i < 0 ? IDI_ZOOMALL : CommandRows[i].icon;
+    m_images = ::ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, CommandRowCount + 3, 0);
+    for (int i = -1; i < CommandRowCount + 2; ++i) {
+        const UINT number = i < 0                  ? IDI_ZOOMALL
+                            : i < CommandRowCount  ? CommandRows[i].icon
+                            : i == CommandRowCount ? IDI_UNDO
+                                                   : IDI_REDO;
         const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(number), RT_GROUP_ICON);
         const HICON icon =
             static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
@@ -174,6 +180,8 @@ void CHostFrame::MakeToolbar() {
     ::SendMessageW(m_toolbar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
     ::SendMessageW(m_toolbar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images));
     AddButton(ID_HOST_ZOOM_ALL, 0, PlainCaption(LoadTextLine(ID_HOST_ZOOM_ALL, 0)));
+    AddButton(ID_EDIT_UNDO, UndoImage, PlainCaption(LoadTextLine(ID_EDIT_UNDO, 0)));
+    AddButton(ID_EDIT_REDO, RedoImage, PlainCaption(LoadTextLine(ID_EDIT_REDO, 0)));
     AddButtonGap();
     for (int i = 0; i < CommandRowCount; ++i) {
         const CommandWord& row = CommandRows[i];
@@ -226,6 +234,9 @@ void CHostFrame::UpdateShown() {
         const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
         ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
     }
+    for (const UINT id : {ID_EDIT_UNDO, ID_EDIT_REDO}) {
+        ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
+    }
 
     const double scale = static_cast<double>(m_view.GetVectorViewCoordTran()->GetScale());
     CGePoint2d point;
@@ -270,6 +281,17 @@ void CHostFrame::OnErase() {
     if (IsEnabled(ID_HOST_ERASE)) {
         m_view.RunCommand(FindCommandRow(L"erase"));
     }
+}
+
+void CHostFrame::OnUndo() {
+    // The edit box of a running command has the keys of its own; the menu means the drawing.
+    if (m_view.GetManager()->GetHasCommand() || !GiveToEdit(WM_UNDO)) {
+        m_view.Undo();
+    }
+}
+
+void CHostFrame::OnRedo() {
+    m_view.Redo();
 }
 
 void CHostFrame::OnSelectAll() {
@@ -317,9 +339,21 @@ void CHostFrame::OnSnap(UINT id) {
     m_view.GetManager()->SetOsnapMode(m_osnap);
 }
 
+// By the drawing, since an undo may have changed it; black for one that no item gives.
+UINT CHostFrame::GetBackgroundItem() {
+    CGraphicDocument* document = m_view.GetDocument();
+    UINT found = 0;
+    for (UINT i = 0; i < BackgroundCount; ++i) {
+        const Background& background = Backgrounds[i];
+        const bool same = background.index == -2 ? document->GetBKColor() == background.color
+                                                 : document->GetBKColorIndex() == background.index;
+        found = same ? i : found;
+    }
+    return ID_HOST_BACKGROUND_FIRST + found;
+}
+
 void CHostFrame::OnBackground(UINT id) {
-    m_background = static_cast<int>(id - ID_HOST_BACKGROUND_FIRST);
-    const Background& background = Backgrounds[m_background];
+    const Background& background = Backgrounds[id - ID_HOST_BACKGROUND_FIRST];
     CGraphicDocument* document = m_view.GetDocument();
     if (background.index == -2) {
         document->SetBKColor(background.color);
@@ -328,6 +362,10 @@ void CHostFrame::OnBackground(UINT id) {
     }
     document->SetFGColorIndex(background.pen);
     document->SetModifiedFlag(TRUE); // the background is saved with the drawing
+    if (CDrawingHistory* history = m_view.GetHistory()) {
+        const CString name = PlainCaption(LoadText(IDS_MENU_BACKGROUND));
+        history->Mark(name, name);
+    }
     m_view.Invalidate();
 }
 

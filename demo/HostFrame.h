@@ -70,6 +70,8 @@ protected:
     afx_msg void OnProperties();
     afx_msg void OnDrawSection();
     afx_msg void OnSectionClick(NMHDR* header, LRESULT* result);
+    afx_msg void OnUndo();
+    afx_msg void OnRedo();
     afx_msg void OnSelectAll();
     afx_msg void OnClassic();
     afx_msg void OnRecent(UINT id);
@@ -89,6 +91,7 @@ private:
     static CString GetSnapName(UINT i);
     bool IsEnabled(UINT id);
     bool IsChecked(UINT id);
+    UINT GetBackgroundItem();
     CString Describe(UINT id);
     void FillRecentMenu();
     void MakeMenus();
@@ -99,6 +102,7 @@ private:
     // Pixels at 96 dots per inch, in those of the window.
     int Scaled(int pixels) const;
     void ApplyScale();
+    void NameStep(CMenu& menu, UINT id, const CString& step);
     void SetItemImage(CMenu& menu, UINT id, int image);
     void MakeToolbar();
     void AddButton(UINT id, int image, const wchar_t* tip);
@@ -110,8 +114,9 @@ private:
     void ShowActivePane();
     void ShowSectionPane(bool show);
     void MoveSplit(int x);
-    // Replaces what the last call has drawn; all other objects of the drawing stay.
-    void DrawSection();
+    // Replaces what the last call has drawn; all other objects of the drawing stay. The history begins anew, because it
+    // does not have the parameters. `changed`: the drawing has to be saved.
+    void DrawSection(bool changed);
     // After a drawing has come from somewhere: fits it, and chooses what depends on its size.
     void ShowLoaded();
     bool SaveAs();
@@ -125,8 +130,8 @@ private:
     CHostView m_view;
     CSectionView m_section;
     CSplitBar m_split;
-    std::vector<CDrawable*> m_drawn; // the section's objects in the drawing; the drawing owns them
-    bool m_drawsSection = false;     // the drawing follows the parameters and is not that of a file
+    std::vector<DrawnObject> m_drawn; // the section's objects in the drawing; the drawing owns them
+    bool m_drawsSection = false;      // the drawing follows the parameters and is not that of a file
     bool m_showSection = false;
     bool m_inSection = false; // the pane where the keyboard is, or was last
     int m_splitAt = 440;      // left edge of the bar
@@ -144,6 +149,5 @@ private:
     CString m_path; // empty while the drawing has no file of its own
     int m_osnap = 15;
     int m_ortho = 0;
-    int m_background = 0;
     int m_messages = 0;
 };

@@ -6,6 +6,7 @@
 #include "DemoIds.h"
 #include "HostText.h"
 
+#include <DrawingHistory.h>
 #include <PLine.h>
 #include <Text.h>
 #include <afxres.h>
@@ -88,6 +89,11 @@ void CHostFrame::MakeMenus() {
 
     CMenu edit;
     edit.CreatePopupMenu();
+    AddItem(edit, ID_EDIT_UNDO);
+    SetItemImage(edit, ID_EDIT_UNDO, UndoImage);
+    AddItem(edit, ID_EDIT_REDO);
+    SetItemImage(edit, ID_EDIT_REDO, RedoImage);
+    edit.AppendMenu(MF_SEPARATOR);
     MakeCommandItems(edit, true);
     edit.AppendMenu(MF_SEPARATOR);
     AddItem(edit, ID_EDIT_COPY);
@@ -164,6 +170,20 @@ void CHostFrame::FillRecentMenu() {
     menu.Detach();
 }
 
+// The caption with the name of the step, in front of the key.
+void CHostFrame::NameStep(CMenu& menu, UINT id, const CString& step) {
+    CString caption = LoadTextLine(id, 0);
+    if (!step.IsEmpty()) {
+        caption.Insert(caption.Find(L'\t'), L" " + step);
+    }
+    MENUITEMINFOW item = {};
+    item.cbSize = sizeof(item);
+    item.fMask = MIIM_STRING;
+    item.dwTypeData = caption.GetBuffer();
+    ::SetMenuItemInfoW(menu, id, FALSE, &item);
+    caption.ReleaseBuffer();
+}
+
 void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
     if (sysMenu) {
         return;
@@ -179,8 +199,11 @@ void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
             popup->CheckMenuItem(id, IsChecked(id) ? MF_CHECKED : MF_UNCHECKED);
         }
     }
-    popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST,
-                              static_cast<UINT>(ID_HOST_BACKGROUND_FIRST + m_background), MF_BYCOMMAND);
+    if (const CDrawingHistory* history = m_view.GetHistory()) {
+        NameStep(*popup, ID_EDIT_UNDO, history->GetUndoName(!IsChinese()));
+        NameStep(*popup, ID_EDIT_REDO, history->GetRedoName(!IsChinese()));
+    }
+    popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, GetBackgroundItem(), MF_BYCOMMAND);
 }
 
 bool CHostFrame::IsChecked(UINT id) {
@@ -212,6 +235,10 @@ bool CHostFrame::IsEnabled(UINT id) {
     case ID_HOST_DESELECT:
     case ID_EDIT_COPY:
         return !selected.IsEmpty();
+    case ID_EDIT_UNDO:
+        return m_view.CanUndo() || m_view.GetManager()->GetHasCommand();
+    case ID_EDIT_REDO:
+        return m_view.CanRedo();
     case ID_HOST_SELECT_ALL:
         return m_view.CanSelectAll() && !m_view.GetManager()->GetHasCommand();
     default:

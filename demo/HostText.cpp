@@ -60,6 +60,10 @@ CString LoadTextLine(UINT id, int line) {
     return text.substr(begin, text.find(L'\n', begin) - begin).c_str();
 }
 
+bool IsChinese() {
+    return Language() == Chinese;
+}
+
 void SetThreadLanguage() {
     ::SetThreadUILanguage(Language());
     ::SetThreadLocale(MAKELCID(Language(), SORT_DEFAULT));

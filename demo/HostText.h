@@ -10,5 +10,6 @@
 const wchar_t* LoadText(UINT id);
 // The lines of it.
 CString LoadTextLine(UINT id, int line);
+bool IsChinese();
 // The same for what the layer loads by the thread's language: dialogs and its own messages. Once, at the start.
 void SetThreadLanguage();

@@ -2,6 +2,7 @@
 
 #include "CommandTable.h"
 
+#include <DrawingHistory.h>
 #include <KXBaseOpr.h>
 #include <PropertyDialogHost.h>
 
@@ -27,6 +28,7 @@ const float TextHeight = 20.0f;  // Of a new text, in drawing units.
 CHostView::CHostView() {
     CHostView::OnCreateCommandOperationManager();
     SetClassic(false);
+    EnableHistory(1);
 }
 
 void CHostView::OnCreateCommandOperationManager() {
@@ -50,8 +52,9 @@ void CHostView::RunCommand(int row) {
     const BOOL modified = document->IsModified();
     SetFocus();
     DoCommand(command.word);
-    if (command.flags & kCommandHarmless) {
-        // The view marks the drawing as modified after every word; moving the picture about is no change to save.
+    if ((command.flags & kCommandHarmless) && document->IsModified() != modified) {
+        // In the classic way the view marks the drawing after every word; moving the picture about is no change to
+        // save.
         document->SetModifiedFlag(modified);
     }
     if (command.running == CommandRunning::Installed) {
@@ -84,6 +87,17 @@ void CHostView::BreakOff(bool takeFocus) {
     Invalidate();
     if (takeFocus) {
         TakeFocus();
+    }
+}
+
+int CHostView::OnBeforeUndo() {
+    BreakOff(false);
+    return CVectorView::OnBeforeUndo();
+}
+
+void CHostView::RestartHistory() {
+    if (CDrawingHistory* history = GetHistory()) {
+        history->Restart();
     }
 }
 

@@ -46,11 +46,15 @@ public:
     // Shows the objects of a stream at the mouse and adds them at the next click. False for a stream that is not whole.
     bool PlaceObjects(const CByteArray& bytes);
     bool IsPlacing() { return GetCommandRow() < 0 && m_placing; }
+    // The history begins anew: after a change that is no step, such as a drawing that is made or recovered.
+    void RestartHistory();
     // The drawing point under the mouse; false while the mouse has not been over the view yet.
     bool GetCursorPoint(CGePoint2d& point);
 
 protected:
     void OnCreateCommandOperationManager() override;
+    // Breaks off what runs as Escape does.
+    int OnBeforeUndo() override;
     BOOL PreTranslateMessage(MSG* message) override;
 
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);

@@ -171,15 +171,15 @@ std::vector<CDrawable*> DrawSection(CVectorView& view, const WeldedSection& sect
     return sheet.Take();
 }
 
-void RemoveObjects(CVectorView& view, const std::vector<CDrawable*>& objects) {
+void RemoveObjects(CVectorView& view, const std::vector<DrawnObject>& objects) {
     CGraphicDocument* document = view.GetDocument();
-    for (CDrawable* object : objects) {
+    for (const auto& [object, alive] : objects) {
         CDrawableArray* list = document->GetDrawableObjs();
         bool there = false;
-        for (INT_PTR i = 0; i < list->GetSize() && !there; ++i) {
+        for (INT_PTR i = 0; i < list->GetSize() && !there && alive.IsAlive(); ++i) {
             there = list->GetAt(i) == object;
         }
-        // One that the user has erased stays allocated by the library's design, and is no longer ours.
+        // One that the user has erased is the history's.
         if (there) {
             document->DeleteObject(object);
             CKXMemoryManager::Instance()->RemoveMemoryInfo(object, __FILE__, __LINE__);
