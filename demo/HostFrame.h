@@ -9,6 +9,7 @@
 
 #include "DemoData.h"
 #include "HostView.h"
+#include "SectionDrawing.h"
 #include "SectionView.h"
 #include "SplitBar.h"
 

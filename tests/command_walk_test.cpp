@@ -45,11 +45,15 @@ class Walk {
 public:
     ViewDriver d;
 
-    // `history`: undo and redo come in between, and have to bring back the bytes of each state.
-    explicit Walk(unsigned seed, bool history = false)
+    // `history`: undo and redo come in between, and have to bring back the bytes of each state. `comfortable`: with all
+    // editing options on.
+    explicit Walk(unsigned seed, bool history = false, bool comfortable = false)
         : m_random(seed), m_dialogs({}, [this](HWND dialog) { Answer(dialog); }),
           m_before(CKXMemoryManager::Instance()->GetCount()) {
         Fill();
+        if (comfortable) {
+            d.Document().SetEditingOptions(CEditingOptions::Comfortable());
+        }
         if (history) {
             d.view.EnableHistory(1);
             d.view.GetHistory()->SetLimits(1u << 30, 1 << 30);
@@ -369,8 +373,8 @@ void WalkAndCheck(unsigned seed) {
 }
 
 // With undo and redo at random points, also in the middle of a command.
-void WalkWithHistory(unsigned seed) {
-    Walk walk(seed, true);
+void WalkWithHistory(unsigned seed, bool comfortable) {
+    Walk walk(seed, true, comfortable);
     walk.Go(5000);
     walk.EndHistory();
     EXPECT_GT(walk.Compared(), 100);
@@ -379,11 +383,15 @@ void WalkWithHistory(unsigned seed) {
 
 // A suite each, so that each has a time limit of its own.
 TEST(CommandWalkUndo1, BringsBackTheBytesOfEachState) {
-    WalkWithHistory(4711);
+    WalkWithHistory(4711, false);
 }
 
 TEST(CommandWalkUndo2, BringsBackTheBytesOfEachState) {
-    WalkWithHistory(31);
+    WalkWithHistory(31, false);
+}
+
+TEST(CommandWalkUndo3, BringsBackTheBytesOfEachStateWithAllEditingOptions) {
+    WalkWithHistory(99, true);
 }
 
 TEST(CommandWalk1, LeaksNothingAndLeavesADrawingThatIsStoredWhole) {
