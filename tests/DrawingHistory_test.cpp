@@ -13,8 +13,8 @@
 #include "VectorLabel.h"
 #include "support/HistoryDrawing.h"
 #include "support/PrivateFields.h"
-#include "support/RefusedMemory.h"
 #include "support/TestData.h"
+#include "support/WatchedCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -670,9 +670,6 @@ TEST(DrawingHistory, RandomWalksComeBackToTheSameBytesAndObjects) {
 }
 
 TEST(DrawingHistory, WithEveryRequestForMemoryRefusedOnceNothingIsLost) {
-#ifndef NR_GUARDED
-    GTEST_SKIP() << "the allocator of the guarded build alone can refuse";
-#else
     // One mark, one undo and one redo of a drawing in which objects came, went, grew, shrank and changed.
     for (const char* what : {"mark", "undo", "redo"}) {
         SCOPED_TRACE(what);
@@ -717,7 +714,8 @@ TEST(DrawingHistory, WithEveryRequestForMemoryRefusedOnceNothingIsLost) {
             }
             int done = 0;
             {
-                const RefusedMemory refused(nth, RefusedMemory::One);
+                WatchedCalls refused;
+                refused.Refuse(WatchedCalls::Memory, nth, WatchedCalls::One);
                 done = act == "mark" ? d.Mark() : act == "undo" ? d.history.Undo() : d.history.Redo();
                 refusals += refused.Refused();
                 if (refused.Refused() == 0) {
@@ -746,7 +744,6 @@ TEST(DrawingHistory, WithEveryRequestForMemoryRefusedOnceNothingIsLost) {
         }
         EXPECT_GT(refusals, 5);
     }
-#endif
 }
 
 TEST(DrawingHistory, AMarkOverAHundredThousandObjectsOfWhichOneChangedIsQuick) {
