@@ -4,6 +4,8 @@
 
 #include <afx.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr UINT kMemoryGrow = 1024;
@@ -168,8 +170,9 @@ bool CObjectStates::IsAs(CDrawable& object, bool namesAll, const CDrawableState&
     }
     std::vector<BYTE> stored;
     Store(object, stored);
-    return stored.size() == kept.bytes.size() - kept.fields &&
-           std::memcmp(stored.data(), kept.bytes.data() + kept.fields, stored.size()) == 0;
+    // One that can't be stored has no bytes, and so no address of any.
+    return std::equal(stored.begin(), stored.end(), kept.bytes.begin() + static_cast<std::ptrdiff_t>(kept.fields),
+                      kept.bytes.end());
 }
 
 void CObjectStates::Reserve(CDrawable& object, bool namesAll, const CDrawableState& target) {

@@ -87,9 +87,16 @@ NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_t englis
     });
 }
 
-NrvResult NRV_CALL NrvMarkStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english) {
+NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english) {
     return HistoryCall(handle, [&](CNrvControl&, CDrawingHistory& history) -> NrvResult {
-        history.Mark(chinese, english);
+        history.BeginGroup(chinese, english);
+        return NRV_OK;
+    });
+}
+
+NrvResult NRV_CALL NrvEndStep(NrvHandle handle) {
+    return HistoryCall(handle, [&](CNrvControl&, CDrawingHistory& history) -> NrvResult {
+        history.EndGroup();
         return NRV_OK;
     });
 }

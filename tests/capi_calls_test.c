@@ -104,7 +104,8 @@ CALL(NrvUndo, NrvUndo(h))
 CALL(NrvRedo, NrvRedo(h))
 CALL(NrvGetStepCount, NrvGetStepCount(h, 0, &g_uint))
 CALL(NrvGetStepName, NrvGetStepName(h, 0, 0, g_text, 256, &g_uint))
-CALL(NrvMarkStep, NrvMarkStep(h, NULL, NULL))
+CALL(NrvBeginStep, NrvBeginStep(h, NULL, NULL))
+CALL(NrvEndStep, NrvEndStep(h))
 CALL(NrvDoCommand, NrvDoCommand(h, L"line"))
 CALL(NrvGetRunningCommand, NrvGetRunningCommand(h, g_text, 256, &g_uint))
 CALL(NrvCancelCommand, NrvCancelCommand(h))
@@ -209,7 +210,8 @@ static const Row g_rows[] = {
     ROW(NrvRedo, ANY, 0),
     ROW(NrvGetStepCount, ANY, 0),
     ROW(NrvGetStepName, ANY, 0),
-    ROW(NrvMarkStep, ANY, 0),
+    ROW(NrvBeginStep, ANY, 0),
+    ROW(NrvEndStep, ANY, 0),
     ROW(NrvDoCommand, WINDOW, 0),
     ROW(NrvGetRunningCommand, WINDOW, 0),
     ROW(NrvCancelCommand, WINDOW, 0),
@@ -423,7 +425,7 @@ C_TEST(CapiCalls, EachCallIsTakenOnEachHandleThatItIsFor) {
             expected = NRV_E_STATE; // Nothing waits for a text.
         } else if (strcmp(g_rows[i].name, "NrvUndo") == 0 || strcmp(g_rows[i].name, "NrvRedo") == 0 ||
                    strcmp(g_rows[i].name, "NrvGetStepCount") == 0 || strcmp(g_rows[i].name, "NrvGetStepName") == 0 ||
-                   strcmp(g_rows[i].name, "NrvMarkStep") == 0) {
+                   strcmp(g_rows[i].name, "NrvBeginStep") == 0 || strcmp(g_rows[i].name, "NrvEndStep") == 0) {
             expected = NRV_E_STATE; // No steps are recorded at first.
         } else if (strcmp(g_rows[i].name, "NrvPaint") == 0) {
             expected = NRV_E_ARGUMENT; // A null device context.

@@ -58,7 +58,6 @@ C_TEST(CapiHistory, NothingIsRecordedUntilItIsSwitchedOn) {
     EXPECT_INT(NRV_E_ARGUMENT, NrvGetStepName(drawing, 0, 0, NULL, 0, NULL));
     EXPECT_TEXT(L"", Name(drawing, 0, 0));
     EXPECT_INT(NRV_OK, NrvAddLine(drawing, 0, 0, 2, 2, 0, NULL));
-    EXPECT_INT(NRV_OK, NrvMarkStep(drawing, NULL, NULL));
     EXPECT_INT(1, Steps(drawing, 0));
     EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 0));
     EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 1));
@@ -101,7 +100,7 @@ C_TEST(CapiHistory, ACommandIsAStepWithItsNameAndTheHostIsToldWhatComesAndGoes) 
     CHostClose(&host);
 }
 
-C_TEST(CapiHistory, WhatTheHostChangesIsAStepWhenItSaysSo) {
+C_TEST(CapiHistory, WhatTheHostChangesBetweenBeginAndEndIsOneStep) {
     NrvHandle drawing = NULL;
     NrvId lines[2] = {0, 0};
     NrvId ids[4] = {0};
@@ -110,14 +109,19 @@ C_TEST(CapiHistory, WhatTheHostChangesIsAStepWhenItSaysSo) {
     uint32_t count = 0;
     REQUIRE(NrvCreateDrawing(&drawing) == NRV_OK);
     EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 1));
+    EXPECT_INT(NRV_OK, NrvBeginStep(drawing, L"\x4E24\x6761", L"Two lines"));
     EXPECT_INT(NRV_OK, NrvAddLine(drawing, 1, 2, 3, 4, 0, &lines[0]));
     EXPECT_INT(NRV_OK, NrvAddLine(drawing, 10, 20, 30, 40, 0, &lines[1]));
-    EXPECT_INT(NRV_OK, NrvMarkStep(drawing, L"\x4E24\x6761", L"Two lines"));
+    EXPECT_INT(NRV_E_STATE, NrvUndo(drawing));
+    EXPECT_INT(NRV_OK, NrvEndStep(drawing));
+    EXPECT_INT(NRV_OK, NrvBeginStep(drawing, NULL, L"Tidy"));
     EXPECT_INT(NRV_OK, NrvSetPoints(drawing, lines[0], moved, 2));
     EXPECT_INT(NRV_OK, NrvRemove(drawing, lines[1]));
-    EXPECT_INT(NRV_OK, NrvMarkStep(drawing, NULL, L"Tidy"));
-    // Nothing has changed since: no step.
-    EXPECT_INT(NRV_OK, NrvMarkStep(drawing, NULL, L"Nothing"));
+    EXPECT_INT(NRV_OK, NrvEndStep(drawing));
+    // Nothing is changed: no step.
+    EXPECT_INT(NRV_OK, NrvBeginStep(drawing, NULL, L"Nothing"));
+    EXPECT_INT(NRV_OK, NrvEndStep(drawing));
+    EXPECT_INT(NRV_OK, NrvEndStep(drawing));
     EXPECT_INT(2, Steps(drawing, 0));
     EXPECT_TEXT(L"Tidy", Name(drawing, 0, 1));
     EXPECT_INT(NRV_OK, NrvUndo(drawing));
