@@ -265,7 +265,8 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
 // short, and an arc without a circle, have consequences for what is drawn after them.
 bool CPLine::IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) const {
     const INT_PTR count = m_PointList.GetSize();
-    if (pGeom->GetPass() == nullptr || m_SegPenFlagList.GetSize() < count || m_SegPenColorList.GetSize() < count) {
+    if (pGeom->GetPass() == nullptr || count == 0 || m_SegPenFlagList.GetSize() < count ||
+        m_SegPenColorList.GetSize() < count) {
         return false;
     }
     const CGePoint2d* points = m_PointList.GetData();

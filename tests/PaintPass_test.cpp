@@ -136,6 +136,12 @@ public:
         WatchingBuffer buffer(&client);
         m_Graphic.OnDraw(&buffer, 1);
     }
+    // The view's own paint without a message, whose caller would swallow a fault.
+    void PaintOwn() {
+        CClientDC client(this);
+        CMemDC buffer(&client);
+        m_Graphic.OnDraw(&buffer, 1);
+    }
 };
 
 struct PaintedHost {
@@ -291,6 +297,20 @@ TEST(PaintPass, ATextOutOfSightKeepsTheHeightOfThePaint) {
     const std::vector<float> heights = Heights(*own.view.GetDocument());
     EXPECT_EQ(Heights(*all.view.GetDocument()), heights);
     EXPECT_GT(heights.front(), 0.0f);
+}
+
+// The vertices are still counted; a refused block of memory leaves a polyline like that, too.
+TEST(PaintPass, APolylineWhosePointsAHostHasTakenAwayIsPaintedWithoutAFault) {
+    PaintedHost host;
+    auto* line = new CPLine;
+    line->SetPenColor(RGB(255, 0, 0));
+    line->AddPoint(CGePoint2d(10, 10), 0.5);
+    line->AddPoint(CGePoint2d(90, 90), 0.0);
+    host.view.GetDocument()->AddDrawAobject(line);
+    line->GetPointList()->RemoveAll();
+    EXPECT_EQ(2, line->GetVertexCount());
+    host.view.PaintOwn();
+    EXPECT_EQ(0, host.Own().Count(RGB(255, 0, 0)));
 }
 
 TEST(PaintPass, AnObjectThatAnotherOneDrawsIsNeverLeftOut) {

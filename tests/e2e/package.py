@@ -76,7 +76,7 @@ def look(package):
                  "doc/reference/classCVectorView.html", "doc/reference/nrview_8h.html"):
         host.expect(os.path.exists(os.path.join(package, name)), f"{name} is missing")
     there = {name for name in os.listdir(os.path.join(package, "include", "NRVectorView")) if name != "nrview.h"}
-    public = layers.public_headers(ROOT, layers.index_of(ROOT, ["Source", "render"]))
+    public = {name for _, name in layers.public_headers(ROOT, layers.index_of(ROOT, ["Source", "render"]))}
     host.expect(there >= public, f"public headers are missing: {sorted(public - there)}")
     internal = [name for name in there - public if not os.path.exists(os.path.join(ROOT, "render", name))]
     host.expect(not internal, f"internal headers are there: {internal}")
