@@ -388,9 +388,9 @@ NRV_API NrvResult NRV_CALL NrvGetStepCount(NrvHandle handle, int32_t redo, uint3
  * English. Empty when there is no step. */
 NRV_API NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_t english, NrvChar* buffer,
                                           uint32_t capacity, uint32_t* length);
-/* What is changed between the two calls is one step. Without them each object that is added is a step, and what the other
- * functions change is part of the next one; commands and edits of the user are steps in any case. Null names: a general
- * word. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. */
+/* What is changed between the two calls is one step. Without them each object that is added is a step, and what the
+ * other functions change is part of the next one; commands and edits of the user are steps in any case. Null names: a
+ * general word. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. */
 NRV_API NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english);
 NRV_API NrvResult NRV_CALL NrvEndStep(NrvHandle handle);
 
