@@ -238,6 +238,13 @@ void CArc::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeDouble(list, L"m_EndAngle", m_EndAngle);
 }
 
+void CArc::ExchangeState(CStateExchange& exchange) {
+    CCircle::ExchangeState(exchange);
+    exchange.Level<CArc>();
+    exchange.Value(m_StartAngle);
+    exchange.Value(m_EndAngle);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CArc::Draw(CDC* pDC, CDrawGeometry* pGeom) {

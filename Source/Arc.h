@@ -41,6 +41,7 @@ public:
     void transformBy(const CGeMatrix2d& m) override;
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
+    void ExchangeState(CStateExchange& exchange) override;
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 

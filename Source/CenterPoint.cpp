@@ -105,6 +105,18 @@ void CCenterPoint::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeLowByte(list, L"m_LockObjZoom", m_LockMode);
 }
 
+void CCenterPoint::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CCenterPoint>();
+    exchange.Value(m_CircleX);
+    exchange.Value(m_CircleY);
+    exchange.Value(m_Radius);
+    exchange.Value(m_Fill);
+    exchange.Text(m_strParmName);
+    exchange.Text(m_strMsgInfo);
+    exchange.Value(m_LockMode);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 // A failure is reported under the name of the circle's Draw.

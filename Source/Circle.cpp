@@ -114,6 +114,18 @@ void CCircle::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeLowByte(list, L"m_LockObjZoom", m_LockMode);
 }
 
+void CCircle::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CCircle>();
+    exchange.Value(m_CircleX);
+    exchange.Value(m_CircleY);
+    exchange.Value(m_Radius);
+    exchange.Value(m_Fill);
+    exchange.Text(m_strParmName);
+    exchange.Text(m_strMsgInfo);
+    exchange.Value(m_LockMode);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CCircle::Draw(CDC* pDC, CDrawGeometry* pGeom) {

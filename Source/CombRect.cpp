@@ -35,6 +35,15 @@ void CCombRect::transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d f
     }
 }
 
+void CCombRect::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CCombRect>();
+    exchange.Text(m_strVectorId);
+    exchange.Text(m_strCombText);
+    exchange.Point(m_Corner1);
+    exchange.Point(m_Corner2);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 // Neither visibility nor state is tested, so that a hidden or deleted frame is drawn too.

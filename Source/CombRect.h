@@ -20,6 +20,7 @@ public:
     // Compatibility 48: a frame does not move with a transformation.
     void transformBy(CArray<CDrawable*, CDrawable*&>*& list, CGePoint2d from, CGePoint2d to);
     using CDrawable::transformBy;
+    void ExchangeState(CStateExchange& exchange) override;
 
     // Paints a hidden or deleted frame too.
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;

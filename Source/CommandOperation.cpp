@@ -210,6 +210,27 @@ CCommandOperation* CCommandOperation::Engine() const {
     return host != nullptr ? host->OperationEngine() : nullptr;
 }
 
+const CEditingOptions& CCommandOperation::Options() const {
+    static const CEditingOptions classic;
+    return m_pGraphic != nullptr ? m_pGraphic->GetEditingOptions() : classic;
+}
+
+void CCommandOperation::NoteChange() {
+    if (Options().modifiedByChange) {
+        m_pDocument->SetModifiedFlag(TRUE);
+    }
+}
+
+bool CCommandOperation::IsReturning() const {
+    const CCommandOperation* engine = Engine();
+    return engine != nullptr && engine->m_Returning;
+}
+
+bool CCommandOperation::IsBrokenOff() const {
+    const CCommandOperation* engine = Engine();
+    return engine != nullptr && engine->m_BreakingOff;
+}
+
 CKxAliveToken CCommandOperation::EngineAlive() const {
     const CCommandOperation* engine = Engine();
     return CKxAliveToken(engine != nullptr ? engine->m_Alive : m_Alive);
@@ -265,7 +286,7 @@ bool CCommandOperation::IsWithin(const CGePoint2d& grip, const CGePoint2d& point
 }
 
 bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const {
-    return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture;
+    return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture * Options().pixelScale;
 }
 
 CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const {
@@ -283,7 +304,7 @@ CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeCl
 
 // Compatibility 7: the snap's aperture is cut to whole drawing units.
 int CCommandOperation::ApertureUnits(float pixels) const {
-    return Truncate(m_pCoordTran->LToD(pixels));
+    return Truncate(m_pCoordTran->LToD(pixels * Options().pixelScale));
 }
 
 // Compatibility 8: the first snap candidate wins, not the nearest.
@@ -337,7 +358,8 @@ bool CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& t
     text.Format(L"%d", Truncate(from.distance(to)));
     const CKxAliveToken running(m_Alive);
     // The end of the tool destroys the box, and the steps after that do nothing.
-    const HWND box = m_Edit.GetSafeHwnd();
+    // A preview that returns after a paint leaves the box and the focus alone.
+    const HWND box = IsReturning() ? nullptr : m_Edit.GetSafeHwnd();
     if (box != nullptr) {
         ::SetWindowPos(box, nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight,
                        SWP_SHOWWINDOW);

@@ -16,6 +16,7 @@ class CCommandOperationManager;
 class CGraphicDocument;
 class COperationHost;
 class CVectorGraphic;
+struct CEditingOptions;
 
 // Apertures in pixels.
 inline constexpr float kSnapAperture = 7.0f;
@@ -100,8 +101,7 @@ public:
 protected:
     // ---- What the tools share ----
 
-    // The client area to invert on. Without a window it is a memory context, because the null window's context would be
-    // the whole screen.
+    // The client area to invert on; without a window a memory context, as the null window's would be the screen.
     class NRVECTORVIEW_API CViewDC : public CDC {
     public:
         explicit CViewDC(CWnd* wnd);
@@ -114,13 +114,17 @@ protected:
     // The window's interface for tools; null where the window does not have it.
     COperationHost* Host() const;
     CCommandOperation* Engine() const;
+    const CEditingOptions& Options() const; // The classic ones without a painter.
+    void NoteChange();                      // Of the drawing: marks the document, where the options ask for it.
+    // Whether the engine draws a preview again after a paint, and whether the host breaks the tool off by Cancel.
+    bool IsReturning() const;
+    bool IsBrokenOff() const;
     // Whether the engine still is: for a tool that acts at once and so never is the running one.
     CKxAliveToken EngineAlive() const;
     // Keeps a pointer to a drawing object across events. Once any such object has been freed, the tool gets no further
     // event and is freed without Cancel.
     void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
-    // Whether the tool may touch view, document and objects after foreign code has run: the token's owner still is, and
-    // so are all objects held.
+    // After foreign code has run: whether the token's owner and all objects held still are.
     bool GoesOn(const CKxAliveToken& token);
     // Starts tracking a grip on the view's engine.
     void TrackGripPoint(const CGePoint2d& point);
@@ -188,6 +192,8 @@ private:
     bool HasLostObject() const;
     void InvertSnapMark(CDC* dc);
 
+    bool m_Returning = false; // The engine's: see IsReturning and IsBrokenOff.
+    bool m_BreakingOff = false;
     std::optional<CKxAliveToken> m_DocumentAlive;
     std::vector<CKxAliveToken> m_Held;
 };

@@ -11,6 +11,9 @@ void CCommandOperationErase::Execute() {
         return;
     }
     // Compatibility 22: erased objects stay allocated.
+    if (!m_pDocument->GetSelectedDrawableObjs()->IsEmpty()) {
+        NoteChange();
+    }
     m_pDocument->DeleteAllSelectedObject();
     RequestRedraw();
 }

@@ -10,7 +10,7 @@ public:
     using CCommandOperation::CCommandOperation;
 
     // Asks also when nothing is selected. The objects stay allocated and registered with the leak tracer until the
-    // process ends: a running command may still use one of them.
+    // process ends, or until the document's history frees them: a running command may still use one of them.
     void Execute() override;
     ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }

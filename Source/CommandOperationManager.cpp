@@ -18,19 +18,39 @@ CToolOwner Registered(CCommandOperation* tool) {
     return CToolOwner(tool);
 }
 
+// Sets a flag of the engine for the length of a block; an engine that has been freed in it is not touched.
+class CFlagScope {
+public:
+    CFlagScope(bool& flag, const CKxAlive& engine) : m_Flag(flag), m_Engine(engine) { m_Flag = true; }
+    CFlagScope(const CFlagScope&) = delete;
+    CFlagScope& operator=(const CFlagScope&) = delete;
+    ~CFlagScope() {
+        if (m_Engine.IsAlive()) {
+            m_Flag = false;
+        }
+    }
+
+private:
+    bool& m_Flag;
+    CKxAliveToken m_Engine;
+};
+
 } // namespace
 
 CCommandOperationManager::CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                                    CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document),
       m_hDefaultCursor(::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(IDC_CURSOR_OPERATION))),
-      m_Events(std::make_shared<CEngineEvents>()) {}
+      m_Events(std::make_shared<CEngineEvents>()) {
+    m_Events->window = wnd;
+}
 
 // Compatibility 97: a running tool is not freed with its engine.
 CCommandOperationManager::~CCommandOperationManager() {
     if (m_pCommand != nullptr) {
         m_pCommand->m_Alive.End();
     }
+    m_Events->window = nullptr;
     if (m_hDefaultCursor != nullptr) {
         ::DestroyCursor(m_hDefaultCursor);
     }
@@ -59,6 +79,7 @@ void CCommandOperationManager::Cancel() {
     const CEventScope scope(m_Events);
     if (CurrentTool() != nullptr) {
         CCommandOperation* ended = TakeOutCommand(ToolEnd::Cancelled);
+        const CFlagScope breakingOff(m_BreakingOff, m_Alive);
         ended->Cancel();
         ended->m_Edit.DestroyWindow();
     }
@@ -75,6 +96,17 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
     m_AssistantPoints.RemoveAll();
     CCommandOperation* op = RunningTool();
     if (op == nullptr) {
+        // A grip may be taken: what came before is no part of its edit.
+        const CKxAliveToken engine(m_Alive);
+        const std::shared_ptr<CEngineEvents> events = m_Events;
+        events->Change(nullptr, nullptr);
+        if (events->depth == 1) {
+            events->TellAtRest();
+        }
+        if (!engine.IsAlive()) {
+            return RS_Continue;
+        }
+        events->Change(nullptr, nullptr);
         OnDefaultLButtonDown(nFlags, point);
         return RS_Continue;
     }
@@ -115,6 +147,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned in
 CCommandOperation::ResultState CCommandOperationManager::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
     const CEventScope scope(m_Events);
     const CGePoint2d pixel = point;
+    m_LastPixel = pixel;
     point = ToDrawing(point);
     const CKxAliveToken engine(m_Alive);
     if (CCommandOperation* op = RunningTool()) {
@@ -150,6 +183,9 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
     // Compatibility 6: a preview jumps by the window's place at a wheel message.
     // The wheel's point comes in screen coordinates and is taken for client pixels: previews jump by the window's place
     // on the screen until the next move.
+    if (Options().previewsReturn) {
+        m_LastPixel = point; // Then it is in client pixels.
+    }
     point = ToDrawing(point);
     if (CCommandOperation* op = RunningTool()) {
         const CKxAliveToken running(op->m_Alive);
@@ -182,6 +218,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
     } else if (m_pCommand == nullptr) {
         // Compatibility 98: any key deselects.
         // By any key the user deselects.
+        m_Events->Change(nullptr, nullptr);
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
         AnnounceToPropertyDialog(nullptr);
@@ -191,10 +228,27 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
 
 void CCommandOperationManager::PreRedraw() {
     const CEventScope scope(m_Events);
-    // The repaint wipes the band.
-    m_ShirrDrawn = 0;
-    if (CCommandOperation* op = CurrentTool()) {
+    CCommandOperation* op = CurrentTool();
+    if (Options().previewsReturn) {
+        // Also what lies outside the part that is repainted.
+        ErasShirrLine();
+        if (op != nullptr) {
+            op->RefreshGrip();
+        }
+    } else {
+        // The repaint wipes the band.
+        m_ShirrDrawn = 0;
+    }
+    if (op != nullptr) {
         op->PreRedraw();
+    }
+}
+
+void CCommandOperationManager::ReturnPreview() {
+    const CEventScope scope(m_Events);
+    if (Options().previewsReturn && m_LastPixel && !m_Returning && RunningTool() != nullptr) {
+        const CFlagScope returning(m_Returning, m_Alive);
+        OnMouseMove(0, *m_LastPixel);
     }
 }
 
@@ -235,19 +289,39 @@ int CCommandOperationManager::DoCommand(CString word) {
         return 0;
     }
     const CKxAliveToken engine(m_Alive);
+    AtRest(nullptr, nullptr); // What came before is no part of this command.
+    if (!engine.IsAlive()) {
+        return 0;
+    }
     CToolOwner op = Registered(row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument()));
     switch (row->running) {
     case CommandRunning::Installed:
         // Its edit box is a new child window, of which the view's host is notified.
-        return engine.IsAlive() ? SetCommand(op.release(), 1) : 0;
+        if (!engine.IsAlive() || SetCommand(op.release(), 1) == 0) {
+            return 0;
+        }
+        m_Chinese = row->chinese;
+        m_English = row->english;
+        return 1;
     case CommandRunning::AtOnce:
         op->Execute();
-        return 0;
+        break;
     case CommandRunning::AtOnceAndKept:
         op.release()->Execute();
-        return 0;
+        break;
+    }
+    if (engine.IsAlive()) {
+        AtRest(row->chinese, row->english);
     }
     return 0;
+}
+
+void CCommandOperationManager::AtRest(LPCTSTR chinese, LPCTSTR english) {
+    m_Events->Change(chinese, english);
+    if (m_Events->depth == 0) {
+        const std::shared_ptr<CEngineEvents> events = m_Events; // A host that is told may free this object.
+        events->TellAtRest();
+    }
 }
 
 CCommandOperation::ResultState CCommandOperationManager::OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point) {
@@ -286,6 +360,8 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
             return 0;
         }
         m_pCommand = owner.release();
+        m_Chinese = nullptr;
+        m_English = nullptr;
         if (op != nullptr) {
             OnToolBegun(op);
         }
@@ -320,6 +396,9 @@ void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultSta
             return;
         }
         m_pCommand = owner.release();
+        const bool grip = m_pCommand->IsKindOf(RUNTIME_CLASS(CCommandSelectGripPoint)) != 0;
+        m_Chinese = grip ? L"夹点编辑" : nullptr;
+        m_English = grip ? L"Grip edit" : nullptr;
         if (op != nullptr) {
             OnToolBegun(op);
         }
@@ -353,6 +432,10 @@ CCommandOperation* CCommandOperationManager::TakeOutCommand(ToolEnd how) {
     if (op != nullptr) {
         op->m_Alive.End();
         m_Events->ended.emplace_back(op);
+        m_Events->Change(m_Chinese, m_English);
+        if (Options().repaintsAtEnd) {
+            RequestRedraw();
+        }
         OnToolEnded(op, how);
     }
     return op;

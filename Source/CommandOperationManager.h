@@ -5,6 +5,7 @@
 #include "CommandOperation.h"
 
 #include <memory>
+#include <optional>
 
 struct CEngineEvents;
 
@@ -30,6 +31,9 @@ public:
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnKeyDown(unsigned int nChar, unsigned int nRepCnt, unsigned int nFlags) override;
     void PreRedraw() override;
+    // After a window paint: draws band, marker and preview of the running tool for the last place of the mouse, where
+    // the editing options ask for it.
+    void ReturnPreview();
     ResultState OnSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
 
     void SetInEdit(int inEdit) override;
@@ -94,11 +98,17 @@ private:
     bool MakeRoom(bool byOnCancel);
     CRect ClientRect() const;
 
+    // The window is told that something may have changed: at once, or when the outermost event is over.
+    void AtRest(LPCTSTR chinese, LPCTSTR english);
+
     int m_InCommand = 0; // Nonzero while m_pCommand gets the events.
     int m_DrawObjLatus = 0;
     HCURSOR m_hDefaultCursor;
     CGePointArray m_GripPoints;                // Tracked, in the order of first hit; drawing units.
     CArray<CPoint, CPoint&> m_AssistantPoints; // The lines on the window, two entries each, in client pixels.
+    std::optional<CGePoint2d> m_LastPixel;     // Of the last move of the mouse, in client pixels.
     CGePoint2d m_MButtonPoint;                 // Last position of the pan, in client pixels.
     std::shared_ptr<CEngineEvents> m_Events;
+    LPCTSTR m_Chinese = nullptr; // What the running tool does; null for a tool of a host. Not owned.
+    LPCTSTR m_English = nullptr;
 };

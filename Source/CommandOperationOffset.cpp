@@ -89,6 +89,7 @@ void CCommandOperationOffset::KeepFormerState() {
     }
     m_Memory.Restore(former.get());
     m_pDocument->AddDrawAobjectFront(former.get());
+    NoteChange();
     former.release()->SetDrawState(CDrawable::Normal);
     m_pDocument->RemoveAllSelected();
 }

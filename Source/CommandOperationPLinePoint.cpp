@@ -63,6 +63,7 @@ CCommandOperation_PLine_AddPoint::~CCommandOperation_PLine_AddPoint() {
 CCommandOperation::ResultState CCommandOperation_PLine_AddPoint::OnLButtonDown(unsigned int, CGePoint2d point) {
     if (CPLine* line = AsPolyline(FirstHit(point, RUNTIME_CLASS(CPLine)))) {
         line->InsertPoint(line->GetSelSelLine() + 1, point);
+        NoteChange();
     }
     RequestRedraw();
     return RS_Continue;
@@ -91,6 +92,7 @@ CCommandOperation::ResultState CCommandOperation_PLine_RemovePoint::OnLButtonDow
     CPLine* line = AsPolyline(FirstHit(point, RUNTIME_CLASS(CPLine)));
     if (line != nullptr && line->GetVertexCount() > kLeastVertices) {
         line->RemovePoint(NearestVertex(*line->GetPointList(), point));
+        NoteChange();
     }
     RequestRedraw();
     return RS_Continue;

@@ -16,6 +16,7 @@ void CCommandOperationRotateText::Execute() {
     for (INT_PTR i = 0; i < selected.GetSize(); ++i) {
         if (CText* text = DYNAMIC_DOWNCAST(CText, selected.GetAt(i))) {
             text->SetAngle(static_cast<float>(dialog.m_dAngle));
+            NoteChange();
         }
     }
     RequestRedraw();

@@ -1,7 +1,10 @@
 #include "CommandOperationTrans.h"
 
 #include "Document.h"
+#include "EditingOptions.h"
 #include "VectorGraphic.h"
+
+#include <algorithm>
 
 IMPLEMENT_DYNAMIC(CCommandOperationTrans, CCommandOperation)
 IMPLEMENT_DYNAMIC(CCommandOperationTranslation, CCommandOperationTrans)
@@ -34,6 +37,7 @@ CCommandOperation::ResultState CCommandOperationTrans::OnLButtonDown(unsigned in
         // While the question was open, a host has started another command, or freed the objects.
         return RS_Continue;
     }
+    NoteMove();
     if (answer == IDYES) {
         KeepOriginals();
     }
@@ -49,8 +53,26 @@ CCommandOperation::ResultState CCommandOperationTrans::OnMouseMove(unsigned int 
     return RS_Continue;
 }
 
+void CCommandOperationTrans::Cancel() {
+    if (m_Step == 1 && Options().modifiedByChange) {
+        m_Memory.Restore(m_Objects);
+        RequestRedraw();
+    }
+}
+
+void CCommandOperationTrans::PreRedraw() {
+    if (m_PreviewDrawn != 0 && Options().previewsReturn) {
+        InvertObjects();
+        m_PreviewDrawn = 0;
+        m_Memory.Restore(m_Objects);
+    }
+}
+
 // Compatibility 19: the right button before the base point raises an exception.
 CCommandOperation::ResultState CCommandOperationTrans::OnRButtonDown(unsigned int, CGePoint2d) {
+    if (m_Step == 0 && Options().transformsEndEarly) {
+        return RS_Done;
+    }
     // Before the base point the memory is empty, and with a selection reading it raises CArchiveException: nothing here
     // catches that, and the tool stays the running one.
     m_Memory.Restore(m_Objects);
@@ -81,6 +103,20 @@ void CCommandOperationTrans::InvertObjects() {
     CViewDC dc(m_pWnd);
     for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
         InvertObject(&dc, m_Objects[i]);
+    }
+}
+
+int CCommandOperationTrans::OnGetGripPoint(CDrawable* object, int, CGePoint2d) {
+    if (m_Step == 0 || !Options().noSelfSnap) {
+        return 1;
+    }
+    CDrawable* const* objects = m_Objects.GetData();
+    return std::find(objects, objects + m_Objects.GetSize(), object) == objects + m_Objects.GetSize();
+}
+
+void CCommandOperationTrans::NoteMove() {
+    if (Options().modifiedByChange && !m_Memory.IsEqualTo(m_Objects)) {
+        NoteChange();
     }
 }
 
@@ -138,6 +174,7 @@ CCommandOperation::ResultState CCommandOperationCopy::OnLButtonDown(unsigned int
         return CCommandOperationTrans::OnLButtonDown(nFlags, point);
     }
     DoTransPreview(point);
+    NoteMove();
     KeepOriginals();
     RequestRedraw();
     return RS_Done;

@@ -23,20 +23,24 @@ public:
 
     void Execute() override {}
     // Compatibility 20: another command leaves the objects where the last move put them.
-    void Cancel() override {}
+    void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    void PreRedraw() override {}
+    // Where previews return: the objects are where they were, so that the paint shows them there.
+    void PreRedraw() override;
 
 protected:
+    int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d point) override;
     // The matrix that the point asks for, in drawing units.
     virtual void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) = 0;
     // Moves the objects to where the point puts them and shows that by inversion.
     virtual void DoTransPreview(CGePoint2d point);
 
+    // Notes a change, where the objects are not what they were.
+    void NoteMove();
     // New objects of the same classes take the old places; the moved ones are no longer selected.
     void KeepOriginals();
 

@@ -1,6 +1,7 @@
 #include "CommandSelectGripPoint.h"
 
 #include "Document.h"
+#include "EditingOptions.h"
 
 IMPLEMENT_DYNAMIC(CCommandSelectGripPoint, CCommandOperation)
 
@@ -65,6 +66,14 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnMouseMove(unsigned int
     return RS_Continue;
 }
 
+void CCommandSelectGripPoint::PreRedraw() {
+    if (m_PreviewDrawn != 0 && Options().previewsReturn) {
+        CViewDC dc(m_pWnd);
+        InvertObject(&dc, m_pObject);
+        m_PreviewDrawn = 0;
+    }
+}
+
 CCommandOperation::ResultState CCommandSelectGripPoint::OnRButtonDown(unsigned int, CGePoint2d) {
     if (m_pObject != nullptr) {
         m_Memory.Restore(m_pObject);
@@ -111,4 +120,11 @@ void CCommandSelectGripPoint::MoveGrip(const CGeVector2d& v) {
     CIndexArray indices;
     indices.Add(m_GripIndex);
     m_pObject->moveGripPointsAt(indices, v);
+    if (Options().modifiedByChange) {
+        CDrawableArray moved;
+        moved.Add(m_pObject);
+        if (!m_Memory.IsEqualTo(moved)) {
+            NoteChange();
+        }
+    }
 }

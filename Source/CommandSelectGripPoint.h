@@ -33,7 +33,7 @@ public:
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     // Restores the object.
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    void PreRedraw() override {}
+    void PreRedraw() override;
 
 protected:
     // A grip does not snap to itself.

@@ -21,7 +21,9 @@ inline constexpr unsigned kCommandHarmless = 2; // Changes nothing that would ha
 inline constexpr unsigned kCommandRestores = 4;
 
 struct CommandWord {
-    LPCTSTR word; // What CVectorView::DoCommand is given.
+    LPCTSTR word;    // What CVectorView::DoCommand is given.
+    LPCTSTR chinese; // What it does, as a step of a history is called.
+    LPCTSTR english;
     CCommandOperation* (*create)(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                  CGraphicDocument* document);
     CommandRunning running;

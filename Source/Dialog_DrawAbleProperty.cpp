@@ -1,8 +1,10 @@
 #include "Dialog_DrawAbleProperty.h"
 
 #include "Drawable.h"
+#include "DrawingHistory.h"
 #include "ResourceScope.h"
 #include "resource.h"
+#include "vectorview.h"
 
 IMPLEMENT_DYNAMIC(CDialog_DrawAbleProperty, CDialog)
 
@@ -84,7 +86,11 @@ void CDialog_DrawAbleProperty::ApplyToObject() {
         LoadObject(nullptr);
         return;
     }
-    m_pObject->SetProperty(m_Property);
+    {
+        auto* view = DYNAMIC_DOWNCAST(CVectorView, m_pView);
+        const CHistoryGroup step(view != nullptr ? view->GetHistory() : nullptr, L"修改属性", L"Edit properties");
+        m_pObject->SetProperty(m_Property);
+    }
     if (m_pView != nullptr && m_pView->GetSafeHwnd() != nullptr) {
         ::InvalidateRect(m_pView->m_hWnd, nullptr, TRUE);
     }

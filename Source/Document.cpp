@@ -1,9 +1,11 @@
 #include "Document.h"
 
+#include "DrawingHistory.h"
 #include "FetchAhead.h"
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "TextMeasures.h"
+#include "VectorLabel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,9 +43,17 @@ void FreeAll(CDrawableArray& list) {
 
 // False for an object that has no extent, and for one whose extent is no finite box: it would make the whole drawing's
 // extent, and with it every fit, one of not-a-number.
-bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) {
-    return object.GetRect(tran, min, max) != 0 && std::isfinite(min.x) && std::isfinite(min.y) &&
-           std::isfinite(max.x) && std::isfinite(max.y);
+bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, const CEditingOptions& options, CGePoint2d& min,
+              CGePoint2d& max) {
+    if (object.GetRect(tran, min, max) == 0) {
+        return false;
+    }
+    if (options.textsAsShown) {
+        if (auto* label = DYNAMIC_DOWNCAST(CKXVectorLabel, &object)) {
+            label->MergeFigure(options.figureHeight, min, max);
+        }
+    }
+    return std::isfinite(min.x) && std::isfinite(min.y) && std::isfinite(max.x) && std::isfinite(max.y);
 }
 
 } // namespace
@@ -51,6 +61,9 @@ bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, CGePoint2d& min, CG
 CGraphicDocument::CGraphicDocument() = default;
 
 CGraphicDocument::~CGraphicDocument() {
+    if (m_pHistory != nullptr) {
+        m_pHistory->Attach(nullptr);
+    }
     Reset();
     FreeAll(m_NetDrawableObjs);
 }
@@ -63,7 +76,7 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
         return 0;
     }
     const CTextWalk walk;
-    if (!ExtentOf(*m_DrawableObjs[0], m_pCoordTran, min, max)) {
+    if (!ExtentOf(*m_DrawableObjs[0], m_pCoordTran, m_EditingOptions, min, max)) {
         // The maximum starts from a tiny positive number and not from a large negative one. So the
         // extent of a drawing that is wholly below or left of the origin, and whose first object has none, reaches to
         // the origin.
@@ -74,7 +87,7 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
         FetchAhead(m_DrawableObjs, i);
         CGePoint2d low;
         CGePoint2d high;
-        if (ExtentOf(*m_DrawableObjs[i], m_pCoordTran, low, high)) {
+        if (ExtentOf(*m_DrawableObjs[i], m_pCoordTran, m_EditingOptions, low, high)) {
             min.SetPoint(std::min(min.x, low.x), std::min(min.y, low.y));
             max.SetPoint(std::max(max.x, high.x), std::max(max.y, high.y));
         }
@@ -171,6 +184,9 @@ void CGraphicDocument::Reset() {
     RemoveAllSelected();
     FreeAll(m_DrawableObjs);
     FreeAll(m_SpareDrawableObjs);
+    if (m_pHistory != nullptr) {
+        m_pHistory->Restart();
+    }
 }
 
 // ---- Colours -------------------------------------------------------------------------------------------------------
@@ -186,4 +202,11 @@ DWORD CGraphicDocument::GetBKColor() {
 
 BOOL CGraphicDocument::OnNewDocument() {
     return CDocument::OnNewDocument();
+}
+
+void CGraphicDocument::SetModifiedFlag(BOOL modified) {
+    CDocument::SetModifiedFlag(modified);
+    if (!modified && m_pHistory != nullptr) {
+        m_pHistory->SetClean();
+    }
 }

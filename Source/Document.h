@@ -3,10 +3,12 @@
 #pragma once
 
 #include "Drawable.h"
+#include "EditingOptions.h"
 #include "LayerManager.h"
 
 #include <afxtempl.h>
 
+class CDrawingHistory;
 class CLine;
 
 using CDrawableArray = CArray<CDrawable*, CDrawable*&>;
@@ -40,9 +42,13 @@ public:
     int GetRect(CGePoint2d& min, CGePoint2d& max);
     int IsSelected(CDrawable* obj);
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
+    const CEditingOptions& GetEditingOptions() const { return m_EditingOptions; }
+    void SetEditingOptions(const CEditingOptions& options) { m_EditingOptions = options; }
     // For code that keeps a pointer to the document while its owner may free it: the token tells whether that has
     // happened.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
+    // The undo and redo of this document; null, as at first, where there is none.
+    CDrawingHistory* GetHistory() const { return m_pHistory; }
 
     // ---- Editing ----
 
@@ -53,9 +59,10 @@ public:
     void AddNetobject(CDrawable* obj);
     void DeleteNet();
     // Takes the object out of the lists and the current slot and, in spite of its name, frees nothing: the caller
-    // takes over the pointer.
+    // takes over the pointer, or the history where there is one (see CDrawingHistory).
     void DeleteObject(CDrawable* obj);
-    // The same for all selected ones. They stay allocated: a running command may still refer to them.
+    // The same for all selected ones. They stay allocated: a running command may still refer to them. A history frees
+    // them in the end.
     void DeleteAllSelectedObject();
     void MoveToTop(CDrawable* obj);
     void AddSelected(CDrawable* obj);
@@ -101,11 +108,16 @@ public:
     void OnFileSaveAs();
     int DoPromptFileName(CString& name, unsigned int titleId, unsigned long flags, int open);
     BOOL OnNewDocument() override;
+    // FALSE also tells the history that the drawing is saved as it is now.
+    void SetModifiedFlag(BOOL modified = TRUE) override;
     // There is no XML form: always empty, always 0.
     CString GetXML() { return CString(); }
     int LoadFromXML(CString) { return 0; }
 
 private:
+    friend class CDrawingHistory;
+    friend class CHistoryBaseline;
+
     CDrawableArray m_DrawableObjs;
     CDrawableArray m_NetDrawableObjs;
     CDrawableArray m_SpareDrawableObjs; // Nothing here fills it; freed with the others.
@@ -116,5 +128,7 @@ private:
     short m_BKColorIndex = kColorBlack;
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
+    CEditingOptions m_EditingOptions;
+    CDrawingHistory* m_pHistory = nullptr; // Sets itself.
     CKxAlive m_Alive;
 };

@@ -2,6 +2,7 @@
 
 #include "Document.h"
 
+#include "DrawingHistory.h"
 #include "MemoryInfo.h"
 
 #include <afxdlgs.h>
@@ -9,6 +10,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -158,6 +161,12 @@ int CGraphicDocument::StoreToMemFile(CMemFile* file) {
 int CGraphicDocument::OpenDocument(CMemFile& file) {
     IsModified();
     file.Seek(0, CFile::begin);
+    // The history is told once, when all is loaded.
+    CDrawingHistory* const history = std::exchange(m_pHistory, nullptr);
+    std::optional<CKxAliveToken> historyAlive;
+    if (history != nullptr) {
+        historyAlive.emplace(history->GetAlive());
+    }
     // The old drawing is freed even if the new one can't be read.
     Reset();
     DeleteContents();
@@ -181,6 +190,10 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
         }
     }
     SetModifiedFlag(FALSE);
+    if (history != nullptr && historyAlive->IsAlive()) {
+        m_pHistory = history;
+        history->Restart();
+    }
     return 1;
 }
 

@@ -1,5 +1,6 @@
 #include "DrawGeometry.h"
 
+#include "EditingOptions.h"
 #include "VectorGraphic.h"
 
 CDrawGeometry::CDrawGeometry(CVectorGraphic* graphic, CLayerManager* layers)
@@ -7,6 +8,11 @@ CDrawGeometry::CDrawGeometry(CVectorGraphic* graphic, CLayerManager* layers)
 
 CVectorViewCoordTran* CDrawGeometry::GetVectorViewCoordTran() {
     return m_pVectorGraphic->GetVectorViewCoordTran();
+}
+
+const CEditingOptions& CDrawGeometry::GetEditingOptions() const {
+    static const CEditingOptions classic;
+    return m_pVectorGraphic != nullptr ? m_pVectorGraphic->GetEditingOptions() : classic;
 }
 
 CString CDrawGeometry::GetTextParm_ShowText(CString& s) {

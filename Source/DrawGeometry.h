@@ -4,6 +4,7 @@
 
 #include "VectorViewApi.h"
 
+struct CEditingOptions;
 class CLayerManager;
 class CPaintPass;
 class CVectorGraphic;
@@ -19,6 +20,8 @@ public:
     void SetLayerManager(CLayerManager* layers) { m_pLayerManager = layers; }
     // The painter's mapping; there must be a painter.
     CVectorViewCoordTran* GetVectorViewCoordTran();
+    // Those of the painter's document; without a painter the classic ones.
+    const CEditingOptions& GetEditingOptions() const;
     // The string to draw for a parameter's value: what the painter's number display makes of it, or the value itself
     // when there is no painter.
     CString GetTextParm_ShowText(CString& s);

@@ -1,5 +1,6 @@
 #include "Drawable.h"
 
+#include "EditingOptions.h"
 #include "GdiScope.h"
 #include "LayerManager.h"
 #include "SegmentDistance.h"
@@ -107,6 +108,21 @@ void CDrawable::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeShort(list, L"LineWide", m_Layer);
 }
 
+void CDrawable::ExchangeState(CStateExchange& exchange) {
+    exchange.Level<CDrawable>();
+    exchange.Value(m_PenColorIndex);
+    exchange.Value(m_PenColor);
+    exchange.Value(m_ColorBrush);
+    exchange.Value(m_LineWide);
+    exchange.Value(m_LineType);
+    exchange.Value(m_Scale);
+    exchange.Value(m_Layer);
+    exchange.Value(m_ID);
+    exchange.Value(m_IsDelete);
+    exchange.Value(m_IsShow);
+    exchange.Value(m_CanBeSelect);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CDrawable::Draw(CDC* pDC, CDrawGeometry* pGeom) {
@@ -122,14 +138,19 @@ void CDrawable::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pG
     CScopedPen selectedPen(pDC, &pen);
     CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
     const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+    const int half = GripHalf(pGeom);
     for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
         int x = 0;
         int y = 0;
         tran->DPToLP(grips[i].x, grips[i].y, &x, &y);
-        pDC->Rectangle(WrapSubtract(x, 3), WrapSubtract(y, 3), WrapAdd(x, 4), WrapAdd(y, 4));
+        pDC->Rectangle(WrapSubtract(x, half), WrapSubtract(y, half), WrapAdd(x, half + 1), WrapAdd(y, half + 1));
     }
     selectedBrush.Restore();
     selectedPen.Restore();
+}
+
+int CDrawable::GripHalf(CDrawGeometry* pGeom) {
+    return Truncate(3.0f * pGeom->GetEditingOptions().pixelScale);
 }
 
 DWORD CDrawable::InnerGetPenColor(CDrawGeometry* pGeom) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "DrawGeometry.h"
+#include "DrawableState.h"
 #include "DrawableProperty.h"
 #include "Geometry2d.h"
 #include "GraphInfo.h"
@@ -38,6 +39,11 @@ public:
     };
 
     CDrawable() = default;
+    ~CDrawable() override {
+        if (m_pWatch != nullptr) {
+            m_pWatch->OnDrawableFreed();
+        }
+    }
 
     // What a pen is made of: a GDI style, a width in pixels and a COLORREF.
     struct PenLook {
@@ -69,6 +75,10 @@ public:
     virtual int GetClosetPt(CGePoint2d p, CGePointArray& out);
     virtual void GetProperty(CDrawableProperty& list);
     virtual void SetProperty(CDrawableProperty& list);
+    // Names every field that belongs to the content, stored or not, for a history; not those that follow from painting
+    // or from a hit test, and not the draw state. A kind of a host overrides it to be kept fast and whole: it calls
+    // that of its base, then `exchange.Level<Kind>()`, then names its own fields.
+    virtual void ExchangeState(CStateExchange& exchange);
 
     // ---- Attributes ----
 
@@ -152,6 +162,8 @@ protected:
     static float DistanceLine(CGePoint2d a, CGePoint2d b, CGePoint2d p);
     // The foot of p on the infinite line through a and b, with `type` 8. Not-a-number when a and b are one point.
     static CGePoint2d PerpendicularFoot(CGePoint2d a, CGePoint2d b, CGePoint2d p);
+    // Half the size of a grip in pixels, without its middle.
+    static int GripHalf(CDrawGeometry* pGeom);
     // Reports a failed Draw in a message box: "<function>出错:step=" and the stage reached.
     static void ReportDrawFailure(LPCTSTR function, LPCTSTR step);
 
@@ -169,5 +181,8 @@ protected:
     int m_CanBeSelect = 1;
 
 private:
-    std::unique_ptr<CKxAlive> m_Alive; // Made at the first call of GetAlive: in a large drawing few objects need one.
+    friend class CHistoryBaseline;
+
+    CDrawableWatch* m_pWatch = nullptr; // The record of the history that knows the object; null without one.
+    std::unique_ptr<CKxAlive> m_Alive;  // Made at the first call of GetAlive: in a large drawing few objects need one.
 };

@@ -4,6 +4,7 @@
 
 #include "CommandOperation.h"
 #include "MemoryInfo.h"
+#include "OperationHost.h"
 
 #include <memory>
 #include <utility>
@@ -23,6 +24,27 @@ using CToolOwner = std::unique_ptr<CCommandOperation, CToolDeleter>;
 struct CEngineEvents {
     int depth = 0;
     std::vector<CToolOwner> ended;
+    CWnd* window = nullptr; // The engine's; null once the engine has been freed.
+    // What the window is told when the outermost event is over.
+    bool changed = false;
+    LPCTSTR chinese = nullptr;
+    LPCTSTR english = nullptr;
+
+    // An event in which a tool has ended has its name, whatever else happened.
+    void Change(LPCTSTR chineseName, LPCTSTR englishName) {
+        changed = true;
+        chinese = chineseName != nullptr ? chineseName : chinese;
+        english = englishName != nullptr ? englishName : english;
+    }
+    void TellAtRest() {
+        LPCTSTR const chineseName = std::exchange(chinese, nullptr);
+        LPCTSTR const englishName = std::exchange(english, nullptr);
+        if (std::exchange(changed, false)) {
+            if (auto* host = dynamic_cast<COperationHost*>(window)) {
+                host->OnEngineAtRest(chineseName, englishName);
+            }
+        }
+    }
 };
 
 // Opened on the stack by every operation of an engine that calls a tool. The close of the outermost scope frees the
@@ -39,7 +61,9 @@ public:
             std::vector<CToolOwner> freed;
             freed.swap(m_Events->ended);
         }
-        --m_Events->depth;
+        if (--m_Events->depth == 0 && m_Events->changed) {
+            m_Events->TellAtRest();
+        }
     }
 
 private:

@@ -25,6 +25,7 @@
 #include "CombRect.h"
 #include "CommandOperationManager.h"
 #include "DrawCommon.h"
+#include "DrawingHistory.h"
 #include "Line.h"
 #include "OperationCreateObjAb.h"
 #include "OperationPlaceObjects.h"

@@ -12,6 +12,12 @@
 IMPLEMENT_SERIAL(CLayerInfo, CSerialable, VERSIONABLE_SCHEMA | 5)
 IMPLEMENT_SERIAL(CLayerManager, CSerialable, VERSIONABLE_SCHEMA | 5)
 
+bool CLayerFields::operator==(const CLayerFields& other) const {
+    return std::strcmp(m_Name, other.m_Name) == 0 && m_State == other.m_State && m_ColorIndex == other.m_ColorIndex &&
+           m_Color == other.m_Color && m_LineType == other.m_LineType &&
+           std::memcmp(&m_LineWide, &other.m_LineWide, sizeof m_LineWide) == 0;
+}
+
 // ---- CLayerInfo ----------------------------------------------------------------------------------------------------
 
 void CLayerInfo::SetName(const char* name) {
@@ -97,6 +103,48 @@ void CLayerManager::RemoveAll() {
         delete layer;
     }
     m_Layers.RemoveAll();
+}
+
+CLayerTable CLayerManager::GetTable() const {
+    CLayerTable table;
+    table.maxLayer = m_MaxLayer;
+    table.flag = m_LayerFlag;
+    for (INT_PTR i = 0; i < m_Layers.GetSize(); ++i) {
+        table.layers.push_back(*m_Layers[i]);
+    }
+    return table;
+}
+
+bool CLayerManager::IsAs(const CLayerTable& table) const {
+    bool same = m_MaxLayer == table.maxLayer && m_LayerFlag == table.flag &&
+                m_Layers.GetSize() == static_cast<INT_PTR>(table.layers.size());
+    for (INT_PTR i = 0; same && i < m_Layers.GetSize(); ++i) {
+        same = *m_Layers[i] == table.layers[static_cast<size_t>(i)];
+    }
+    return same;
+}
+
+void CLayerManager::PutBack(const CLayerTable& table) {
+    const INT_PTR present = m_Layers.GetSize();
+    const INT_PTR count = static_cast<INT_PTR>(table.layers.size());
+    std::vector<std::unique_ptr<CLayerInfo>> added;
+    for (INT_PTR i = present; i < count; ++i) {
+        added.push_back(std::make_unique<CLayerInfo>());
+    }
+    for (INT_PTR i = count; i < present; ++i) {
+        KX_REMOVE_MEMORY(m_Layers[i]);
+        delete m_Layers[i];
+    }
+    m_Layers.SetSize(count); // The last thing that may throw, and only where the table grows.
+    for (INT_PTR i = 0; i < count; ++i) {
+        if (i >= present) {
+            m_Layers[i] = added[static_cast<size_t>(i - present)].release();
+            KX_ADD_MEMORY(m_Layers[i]);
+        }
+        static_cast<CLayerFields&>(*m_Layers[i]) = table.layers[static_cast<size_t>(i)];
+    }
+    m_MaxLayer = table.maxLayer;
+    m_LayerFlag = table.flag;
 }
 
 void CLayerManager::Serialize(CArchive& ar) {

@@ -6,7 +6,21 @@
 
 #include <afxtempl.h>
 
-class CLayerInfo : public CSerialable {
+#include <vector>
+
+// What a layer consists of.
+struct CLayerFields {
+    char m_Name[21] = {};
+    int m_State = 1; // Stored and loaded; the library does not use it.
+    int m_ColorIndex = 137;
+    DWORD m_Color = 0;    // COLORREF, used with index -2.
+    short m_LineType = 0; // GDI pen style.
+    float m_LineWide = 1.0f;
+
+    bool operator==(const CLayerFields& other) const;
+};
+
+class CLayerInfo : public CSerialable, public CLayerFields {
     DECLARE_SERIAL(CLayerInfo)
 public:
     CLayerInfo() = default;
@@ -17,13 +31,13 @@ public:
 
     // Of a longer name in a file the first 20 bytes are kept; a negative length raises the archive's exception.
     void Serialize(CArchive& ar) override;
+};
 
-    char m_Name[21] = {};
-    int m_State = 1; // Stored and loaded; the library does not use it.
-    int m_ColorIndex = 137;
-    DWORD m_Color = 0;    // COLORREF, used with index -2.
-    short m_LineType = 0; // GDI pen style.
-    float m_LineWide = 1.0f;
+// The values of a whole layer table.
+struct CLayerTable {
+    int maxLayer = 0;
+    int flag = 0;
+    std::vector<CLayerFields> layers;
 };
 
 // A new document has the one layer "Layer 0". Owns its layers.
@@ -40,6 +54,12 @@ public:
     CLayerInfo* GetLayerInfo(int index);
     int GetLayerCount() const { return static_cast<int>(m_Layers.GetSize()); }
     void RemoveAll();
+
+    // For a history: the values as a copy, whether they still are the same, and putting them back. Layers that are
+    // there keep their addresses; missing ones are made, surplus ones freed. What PutBack throws leaves all as it was.
+    CLayerTable GetTable() const;
+    bool IsAs(const CLayerTable& table) const;
+    void PutBack(const CLayerTable& table);
 
     // Without the leading word of the other classes. Documents do not store their layers: this is for hosts.
     void Serialize(CArchive& ar) override;

@@ -107,6 +107,18 @@ void CLine::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeLong(list, L"m_LockBojZoom", m_LockMode);
 }
 
+void CLine::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CLine>();
+    exchange.Value(m_X1);
+    exchange.Value(m_Y1);
+    exchange.Value(m_X2);
+    exchange.Value(m_Y2);
+    exchange.Text(m_strParmName);
+    exchange.Text(m_strMsgInfo);
+    exchange.Value(m_LockMode);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {

@@ -1,5 +1,7 @@
 #include "ObjectMemory.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr UINT kMemoryGrow = 1024;
@@ -27,6 +29,12 @@ void CObjectMemory::Store(const CDrawableArray& objects) {
         objects.GetAt(i)->Serialize(ar);
     }
     ar.Close();
+}
+
+bool CObjectMemory::IsEqualTo(const CDrawableArray& objects) const {
+    CObjectMemory other;
+    other.Store(objects);
+    return std::equal(m_lpBuffer, m_lpBuffer + GetLength(), other.m_lpBuffer, other.m_lpBuffer + other.GetLength());
 }
 
 void CObjectMemory::Restore(CDrawable* object) {

@@ -15,6 +15,8 @@ public:
     void Store(CDrawable* object);
     // One after the other, in list order.
     void Store(const CDrawableArray& objects);
+    // Whether the objects would be stored with the same bytes.
+    bool IsEqualTo(const CDrawableArray& objects) const;
     // Into the object that was stored, or into another one of its class. Raises CArchiveException when nothing is
     // there.
     void Restore(CDrawable* object);

@@ -2,6 +2,7 @@
 
 #include "Circle.h"
 #include "Document.h"
+#include "EditingOptions.h"
 #include "MemoryInfo.h"
 #include "VectorGraphic.h"
 
@@ -96,7 +97,12 @@ void COperationCreateCircle::InvertCurrentObject() {
     }
 }
 
+int COperationCreateCircle::OnGetGripPoint(CDrawable* object, int, CGePoint2d) {
+    return object != m_pCurrentObject || !Options().noSelfSnap;
+}
+
 void COperationCreateCircle::KeepCurrentObject() {
+    NoteChange();
     m_pDocument->AddDrawAobject(m_pCurrentObject);
     m_pCurrentObject->SetDrawState(CDrawable::Normal);
 }

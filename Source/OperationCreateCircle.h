@@ -28,6 +28,8 @@ public:
     void ErasShirrLine() override;
 
 protected:
+    // The object itself is no target, where the editing options say so.
+    int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d point) override;
     // Makes the object its own, in the state Dragging, and shows it.
     void Show(CDrawable* object);
     void InvertCurrentObject();

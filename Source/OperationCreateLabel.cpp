@@ -1,6 +1,7 @@
 #include "OperationCreateLabel.h"
 
 #include "Document.h"
+#include "EditingOptions.h"
 #include "MemoryInfo.h"
 #include "VectorGraphic.h"
 #include "VectorLabel.h"
@@ -41,6 +42,7 @@ CCommandOperation::ResultState COperationCreateLabel::OnLButtonDown(unsigned int
         m_SecondPoint = point;
         Label()->SetRightLabel(point, point);
         DrawLabel();
+        m_ObjectDrawn = 1;
         m_LastPoint = point;
         ++m_ClickCount;
         return RS_Continue;
@@ -48,6 +50,7 @@ CCommandOperation::ResultState COperationCreateLabel::OnLButtonDown(unsigned int
     ErasShirrLine();
     m_pDocument->AddDrawAobject(m_pCurrentObject);
     m_pCurrentObject->SetDrawState(CDrawable::Normal);
+    NoteChange();
     SetHeight(point);
     RequestRedraw();
     RemoveCurrentObjectAtDocument();
@@ -61,7 +64,9 @@ CCommandOperation::ResultState COperationCreateLabel::OnMouseMove(unsigned int n
     } else if (m_ClickCount >= 2) {
         ErasShirrLine();
         CViewDC dc(m_pWnd);
-        m_pGraphic->OnDraw(&dc, m_pCurrentObject);
+        if (m_ObjectDrawn != 0 || !Options().previewsReturn) {
+            m_pGraphic->OnDraw(&dc, m_pCurrentObject);
+        }
         SetHeight(point);
         m_pGraphic->OnDraw(&dc, m_pCurrentObject);
         m_ObjectDrawn = 1;
@@ -90,6 +95,18 @@ void COperationCreateLabel::OnCreateObject(CDrawable* object) {
 
 CKXVectorLabel* COperationCreateLabel::Label() {
     return static_cast<CKXVectorLabel*>(m_pCurrentObject);
+}
+
+void COperationCreateLabel::PreRedraw() {
+    COperationCreateObjAb::PreRedraw();
+    if (m_ObjectDrawn != 0 && Options().previewsReturn) {
+        DrawLabel();
+        m_ObjectDrawn = 0;
+    }
+}
+
+int COperationCreateLabel::OnGetGripPoint(CDrawable* object, int, CGePoint2d) {
+    return object != m_pCurrentObject || !Options().noSelfSnap;
 }
 
 void COperationCreateLabel::DrawLabel() {

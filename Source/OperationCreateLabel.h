@@ -31,10 +31,12 @@ public:
     ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     void ErasShirrLine() override;
+    void PreRedraw() override;
 
 protected:
     // A label has its own colour, whatever the document's foreground.
     void OnCreateObject(CDrawable* object) override;
+    int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d point) override;
 
 private:
     CKXVectorLabel* Label();
@@ -44,6 +46,6 @@ private:
 
     CGePoint2d m_FirstPoint;  // Left end.
     CGePoint2d m_SecondPoint; // Right end.
-    int m_ObjectDrawn = 0;    // Set when the label was drawn by inversion; nothing reads it.
+    int m_ObjectDrawn = 0;    // The label has been drawn by inversion; asked where previews return.
     COLORREF m_LabelColor = 0xFFFFFF;
 };

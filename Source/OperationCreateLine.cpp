@@ -27,6 +27,7 @@ CCommandOperation::ResultState COperationCreateLine::OnLButtonDown(unsigned int,
     line->SetStartPoint(m_StartPoint);
     line->SetEndPoint(point);
     m_pDocument->AddDrawAobject(line);
+    NoteChange();
     RequestRedraw();
     return RS_Done;
 }

@@ -1,6 +1,7 @@
 #include "OperationCreatePline.h"
 
 #include "Document.h"
+#include "EditingOptions.h"
 #include "MemoryInfo.h"
 #include "PLine.h"
 
@@ -37,6 +38,11 @@ void COperationCreatePline::Cancel() {
         // Without it the polyline would belong to nobody.
         KeepPolyline();
         throw;
+    }
+    if (IsBrokenOff() && Options().modifiedByChange && !m_InDocument) {
+        DiscardCurrentObject();
+        RequestRedraw();
+        return;
     }
     KeepPolyline();
 }
@@ -107,6 +113,10 @@ void COperationCreatePline::AddVertex(CGePoint2d point) {
 }
 
 void COperationCreatePline::KeepPolyline() {
+    if (m_pCurrentObject != nullptr) {
+        m_InDocument = true;
+        NoteChange();
+    }
     if (m_AddFront != 0) {
         m_pDocument->AddDrawAobjectFront(m_pCurrentObject);
     } else {

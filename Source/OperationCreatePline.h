@@ -45,5 +45,6 @@ private:
     CGePoint2d m_PrevPoint;
     CGeVector2d m_MoveVector; // Cursor minus last vertex, for a typed length.
     DWORD m_Color = 0xFFFFFFFF;
-    int m_AddFront = 1; // Nonzero: the finished polyline is put at the bottom of the drawing order.
+    bool m_InDocument = false; // A typed length has added it.
+    int m_AddFront = 1;        // Nonzero: the finished polyline is put at the bottom of the drawing order.
 };

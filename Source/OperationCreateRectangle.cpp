@@ -1,6 +1,8 @@
 #include "OperationCreateRectangle.h"
 
 #include "Document.h"
+#include "EditingOptions.h"
+#include "GdiScope.h"
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "VectorGraphic.h"
@@ -37,8 +39,12 @@ CCommandOperation::ResultState COperationCreateRectangle::OnLButtonDown(unsigned
     // Nothing sets the sides back to Normal: they are drawn by inversion, with a solid pen, until a selection changes
     // their state. Files store that state too.
     for (CLine* side : m_Lines) {
+        if (Options().cleanRectangle) {
+            side->SetDrawState(CDrawable::Normal);
+        }
         m_pDocument->AddDrawAobject(side);
     }
+    NoteChange();
     RequestRedraw();
     return RS_Done;
 }
@@ -87,7 +93,28 @@ void COperationCreateRectangle::SetSides(const CGePoint2d& corner) {
 
 void COperationCreateRectangle::InvertSides() {
     CViewDC dc(m_pWnd);
+    if (Options().cleanRectangle) {
+        InvertOutline(&dc);
+        return;
+    }
     for (CLine* side : m_Lines) {
         m_pGraphic->OnDraw(&dc, side);
     }
+}
+
+void COperationCreateRectangle::InvertOutline(CDC* dc) {
+    CPoint a;
+    CPoint b;
+    m_pCoordTran->DPToLP(m_FirstCorner, a);
+    m_pCoordTran->DPToLP(m_Lines[1]->GetEndPoint(), b);
+    CRect rect(a, b);
+    rect.NormalizeRect();
+    CPen pen(PS_SOLID, 1, RGB(255, 255, 255));
+    CScopedPen selectedPen(dc, &pen);
+    CScopedStockBrush selectedBrush(dc, NULL_BRUSH);
+    CScopedRop raster(dc, R2_NOT);
+    dc->Rectangle(rect.left, rect.top, WrapAdd(rect.right, 1), WrapAdd(rect.bottom, 1));
+    raster.Restore();
+    selectedBrush.Restore();
+    selectedPen.Restore();
 }

@@ -33,6 +33,8 @@ private:
 
     void SetSides(const CGePoint2d& corner);
     void InvertSides();
+    // The four sides as one stroke, a pixel wide at every zoom.
+    void InvertOutline(CDC* dc);
 
     CGePoint2d m_FirstCorner;
     CLine* m_Lines[kSides] = {}; // From the first click on; owned until they are given to the document.

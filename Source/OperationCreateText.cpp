@@ -26,6 +26,7 @@ CCommandOperation::ResultState COperationCreateText::OnLButtonDown(unsigned int,
     text->SetText(dialog.m_EditText);
     text->SetPos(point);
     m_pDocument->AddDrawAobject(text);
+    NoteChange();
     RequestRedraw();
     return RS_Done;
 }

@@ -20,6 +20,10 @@ public:
     virtual void EndOperation() = 0;
     // Shows the object in the property dialog, where there is one; null empties the dialog.
     virtual void ShowOperationObject(CDrawable* object) = 0;
+    // No event of the engine is open any more, and the last one may have changed the drawing or the selection. The
+    // names are those of the tool that ended in it, in Chinese and English; null when none ended, or one without a
+    // word. A tool may be running. Must not throw.
+    virtual void OnEngineAtRest(const wchar_t* /*chinese*/, const wchar_t* /*english*/) {}
 
 protected:
     COperationHost() = default;

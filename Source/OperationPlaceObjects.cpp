@@ -1,5 +1,6 @@
 #include "OperationPlaceObjects.h"
 
+#include "EditingOptions.h"
 #include "MemoryInfo.h"
 #include "ObjectStream.h"
 
@@ -78,6 +79,9 @@ CCommandOperation::ResultState COperationPlaceObjects::OnRButtonDown(unsigned in
 }
 
 void COperationPlaceObjects::PreRedraw() {
+    if (m_Drawn && Options().previewsReturn) {
+        InvertObjects(); // Also what lies outside the part that is repainted.
+    }
     m_Drawn = false; // The repaint wipes the preview.
 }
 

@@ -286,6 +286,25 @@ void CPLine::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
 }
 
+// Without the segment that the last hit test found.
+void CPLine::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CPLine>();
+    exchange.Value(m_VertexCount);
+    exchange.Value(m_PLineReserved);
+    exchange.List(m_PointList);
+    exchange.List(m_InsertPointList);
+    exchange.List(m_BulgeList);
+    exchange.List(m_ParmNameList);
+    exchange.List(m_ParmMsgList);
+    exchange.List(m_SegPenColorList);
+    exchange.List(m_SegPenFlagList);
+    exchange.Value(m_isClosed);
+    exchange.Value(m_LockMode);
+    exchange.Text(m_strMsgInfo);
+    exchange.Text(m_strParmName);
+}
+
 // ---- Streaming -----------------------------------------------------------------------------------------------------
 
 void CPLine::Serialize(CArchive& ar) {

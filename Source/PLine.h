@@ -82,6 +82,7 @@ public:
     // Raises the invalid-argument exception for a polyline without a vertex.
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
+    void ExchangeState(CStateExchange& exchange) override;
 
     // New virtual operations, after those of CDrawable and in this order.
     virtual void AddPoint(CGePoint2d p);

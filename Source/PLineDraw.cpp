@@ -4,6 +4,7 @@
 
 #include "Arc.h"
 #include "DrawStrokes.h"
+#include "EditingOptions.h"
 
 #include <cmath>
 
@@ -41,8 +42,9 @@ void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& mi
 
 // Compatibility 85: a straight segment under inversion shows only its ends.
 // There and back, because LineTo leaves out its last pixel: both end pixels are inked.
-// Under inversion the two strokes cancel each other but for the end pixels.
-void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end) {
+// Under inversion the two strokes cancel each other but for the end pixels; `once` leaves out the way back.
+void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end,
+                    bool once) {
     float sx = 0.0f;
     float sy = 0.0f;
     float ex = 0.0f;
@@ -55,8 +57,10 @@ void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d
     const int y2 = PixelOf(ey);
     pDC->MoveTo(x1, y1);
     pDC->LineTo(x2, y2);
-    pDC->MoveTo(x2, y2);
-    pDC->LineTo(x1, y1);
+    if (!once) {
+        pDC->MoveTo(x2, y2);
+        pDC->LineTo(x1, y1);
+    }
 }
 
 // False when there is no circle through the ends and the top of the arc. Calarc orders the angles anticlockwise for
@@ -305,6 +309,7 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
     }
     const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
     const int width = Truncate(PenWidth(pGeom, m_LockMode != 0));
+    const bool once = m_DrawState == Dragging && pGeom->GetEditingOptions().strokesOnce;
     for (INT_PTR i = 0; i < pts.GetSize() - 1; ++i) {
         const double bulge = i < bulges.GetSize() ? bulges[i] : 0.0;
         CScopedBkMode background(pDC, TRANSPARENT);
@@ -325,7 +330,7 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
         CScopedPen selected(pDC, &pen);
         if (CDraw_Common::GetAbs(bulge) < kStraightDrawn) {
             // Compatibility 36: a straight line's stroke leaves out its last pixel, a polyline's inks both.
-            StrokeStraight(pDC, tran, pts[i], pts[i + 1]);
+            StrokeStraight(pDC, tran, pts[i], pts[i + 1], once);
         } else if (!StrokeArc(pDC, tran, pts[i], pts[i + 1], bulge)) {
             // Compatibility 40: an arc that can't be built leaves pen and modes as they are.
             // A segment without a circle ends the polyline, and its pen and modes stay in force. The
@@ -348,12 +353,13 @@ void CPLine::DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom
     CScopedPen selectedPen(pDC, &vertexPen);
     CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
     const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
+    const int half = GripHalf(pGeom);
     for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
         int x = 0;
         int y = 0;
         tran->DPToLP(grips[i].x, grips[i].y, &x, &y);
         pDC->SelectObject(i % 2 != 0 ? &midpointPen : &vertexPen);
-        pDC->Rectangle(WrapSubtract(x, 3), WrapSubtract(y, 3), WrapAdd(x, 4), WrapAdd(y, 4));
+        pDC->Rectangle(WrapSubtract(x, half), WrapSubtract(y, half), WrapAdd(x, half + 1), WrapAdd(y, half + 1));
     }
     // Deleted while one of them is still selected: GDI frees that one when the old pen is selected again.
     vertexPen.DeleteObject();

@@ -1,5 +1,6 @@
 #include "Text.h"
 
+#include "EditingOptions.h"
 #include "GdiScope.h"
 #include "ObjectSchema.h"
 #include "TextFont.h"
@@ -58,6 +59,10 @@ float CText::HitTest(CGePoint2d p) {
 float CText::HitBox(CGePoint2d p, float wide) {
     if (m_IsShow == 0) {
         return kHiddenDistance;
+    }
+    if (m_ShownWide > 0.0f) {
+        p.transformBy(CGeMatrix2d::rotation(ClockwiseTurn(m_Angle), CGePoint2d(m_StartX, m_StartY)));
+        wide = std::max(wide, m_ShownWide);
     }
     // Compatibility 87: the hit box of a text is shifted by two drawing units.
     // Compatibility 88: the hit box does not turn with the text.
@@ -137,6 +142,24 @@ void CText::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeFloat(list, L"m_TextRatio", m_TextRatio);
 }
 
+// Without the measured height, which painting sets: a parameter text keeps that of its first paint.
+void CText::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Level<CText>();
+    exchange.Value(m_StartX);
+    exchange.Value(m_StartY);
+    exchange.Value(m_Angle);
+    exchange.Value(m_TextHeight);
+    exchange.Value(m_TextWide);
+    exchange.Value(m_TextRatio);
+    exchange.Value(m_OffWide);
+    exchange.Value(m_Spare);
+    exchange.Text(m_Text);
+    exchange.Text(m_fontFaceName);
+    exchange.Value(m_BKColor);
+    exchange.Value(m_BKMode);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
@@ -174,6 +197,7 @@ void CText::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         stage = L"33";
         m_MinCalHeight =
             measures != nullptr ? InUnits(measures->LineHeight(description), tran) : GetMinCalHeight(pDC, tran);
+        NoteShownWidth(pDC, pGeom, m_Text);
         stage = L"35";
         selected.Restore();
         stage = L"36";
@@ -196,6 +220,36 @@ void CText::DrawDragged(CDC* pDC, CVectorViewCoordTran* tran) {
     pDC->MoveTo(x1, y1);
     pDC->LineTo(x2, y2);
     selected.Restore();
+}
+
+void CText::NoteShownWidth(CDC* pDC, CDrawGeometry* pGeom, const CString& shown) {
+    m_ShownWide = 0.0f;
+    if (pGeom->GetEditingOptions().textsAsShown) {
+        const CSize size = pDC->GetTextExtent(shown, shown.GetLength());
+        m_ShownWide = static_cast<float>(pGeom->GetVectorViewCoordTran()->LToD(static_cast<float>(size.cx)));
+    }
+}
+
+void CText::GetShownCorners(CGePoint2d (&corners)[4]) {
+    // In one size for all texts, so that the font is the same one each time.
+    constexpr int kMeasured = 100;
+    CClientDC screen(nullptr);
+    const LOGFONTW description = TextFont::Describe(kMeasured, PixelWidth(kMeasured), 0, m_fontFaceName);
+    CFont font;
+    font.Attach(::CreateFontIndirectW(&description));
+    CSize size;
+    {
+        CScopedFont selected(&screen, &font);
+        size = screen.GetTextExtent(m_Text, m_Text.GetLength());
+    }
+    const double unit = static_cast<double>(m_TextHeight) / kMeasured;
+    const CGePoint2d start(m_StartX, m_StartY);
+    const CGePoint2d end(m_StartX + size.cx * unit, m_StartY - size.cy * unit);
+    const CGeMatrix2d turn = CGeMatrix2d::rotation(-ClockwiseTurn(m_Angle), start);
+    corners[0] = start;
+    corners[1] = CGePoint2d(end.x, start.y).transformBy(turn);
+    corners[2] = CGePoint2d(end.x, end.y).transformBy(turn);
+    corners[3] = CGePoint2d(start.x, end.y).transformBy(turn);
 }
 
 int CText::PixelHeight(CVectorViewCoordTran* tran) {
@@ -229,7 +283,8 @@ float CText::GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran) {
 // The line is drawn from its upper left corner. Around it a cell's height is left for what reaches out of the cells.
 bool CText::IsLineOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const LOGFONTW& font, const CString& line) {
     CTextMeasures* measures = MeasuresOf(pDC, pGeom);
-    if (measures == nullptr) {
+    // The paint of a text notes the width that it is shown with, or forgets it.
+    if (measures == nullptr || m_ShownWide > 0.0f || pGeom->GetEditingOptions().textsAsShown) {
         return false;
     }
     const std::optional<double> length = measures->LongestLine(font, line, line.GetLength());

@@ -18,8 +18,12 @@ public:
     // The box below the insertion point, as HitTest without regard to the angle. Measures the height on the screen when
     // no paint has done so yet.
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
+    // A paint under the editing option textsAsShown has the box follow the text from then on.
     // 0 inside the box, else the distance to its centre; 1000.0 when hidden.
     float HitTest(CGePoint2d p) override;
+    // The four corners of the text as a paint shows it, along its angle, measured on the screen; drawing units, round
+    // the box from the insertion point.
+    void GetShownCorners(CGePoint2d (&corners)[4]);
     // The four corners of the rotated box; the first is the insertion point.
     void getGripPoints(CGePointArray& out, int mask) override;
 
@@ -51,6 +55,7 @@ public:
     void transformBy(const CGeMatrix2d& m) override;
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
+    void ExchangeState(CStateExchange& exchange) override;
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
@@ -70,6 +75,8 @@ protected:
     int Escapement();
     // IsOutOfSight of the line, drawn in that font.
     bool IsLineOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const LOGFONTW& font, const CString& line);
+    // Keeps how wide the text is shown, where the editing options ask for it, for the hit test. The font is selected.
+    void NoteShownWidth(CDC* pDC, CDrawGeometry* pGeom, const CString& shown);
     // HitTest of a box of that width.
     float HitBox(CGePoint2d p, float wide);
 
@@ -85,5 +92,6 @@ protected:
     CString m_fontFaceName = L"宋体";
     COLORREF m_BKColor = 0xFFFFFF;
     int m_BKMode = TRANSPARENT;
+    float m_ShownWide = 0.0f;    // Drawing units, as painted under textsAsShown; 0: the box is the stored one.
     float m_MinCalHeight = 0.0f; // Drawing units, as last measured; 0 or less: not measured yet.
 };

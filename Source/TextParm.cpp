@@ -64,6 +64,19 @@ void CTextParm::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
 }
 
+void CTextParm::ExchangeState(CStateExchange& exchange) {
+    CText::ExchangeState(exchange);
+    exchange.Level<CTextParm>();
+    exchange.Text(m_ParmDes);
+    exchange.Text(m_ParmName);
+    exchange.Value(m_ParmType);
+    exchange.Text(m_ParmRegularExp);
+    exchange.Text(m_Value);
+    exchange.Text(m_ParmModifedLinkExp);
+    exchange.Value(m_bNeedEditBox);
+    exchange.Text(m_strMsgInfo);
+}
+
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
 void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
@@ -105,6 +118,7 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
             m_MinCalHeight =
                 size.cy <= 0 ? GetMinCalHeight(pDC, tran) : static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
         }
+        NoteShownWidth(pDC, pGeom, shown);
         selected.Restore();
         colored.Restore();
         return true;

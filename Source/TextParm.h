@@ -45,6 +45,7 @@ public:
     void SetTextEditWide(float wide) { m_TextWide = wide; }
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
+    void ExchangeState(CStateExchange& exchange) override;
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 

@@ -64,6 +64,10 @@ void CVectorGraphic::SetDocument(CGraphicDocument* doc, int external) {
     doc->SetVectorViewCoordTran(m_pCoordTran);
 }
 
+const CEditingOptions& CVectorGraphic::GetEditingOptions() const {
+    return m_pDocument->GetEditingOptions();
+}
+
 void CVectorGraphic::SetVectorViewCoordTran(CVectorViewCoordTran* tran) {
     m_pCoordTran = tran;
     m_pDocument->SetVectorViewCoordTran(tran);
@@ -105,7 +109,11 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
         pass = m_pDrawGeometry->GetPass();
         drawAll(m_pDocument->GetNetDrawableObjs());
         drawAll(m_pDocument->GetDrawableObjs());
-        if (CDrawable* current = m_pDocument->GetCurrentObject()) {
+        CDrawable* current = m_pDocument->GetCurrentObject();
+        // A preview that its command draws again after the paint would be erased by that.
+        const bool returns = current != nullptr && current->GetDrawState() == CDrawable::Dragging && erase == 1 &&
+                             GetEditingOptions().previewsReturn;
+        if (current != nullptr && !returns) {
             draw(current);
         }
     } catch (CException* e) {
@@ -127,8 +135,10 @@ void CVectorGraphic::DrawROPNOTGrip(CDC* pDC, CPoint p, int kind) {
     CScopedPen selectedPen(pDC, &pen);
     CScopedStockBrush selectedBrush(pDC, NULL_BRUSH);
     // Wrapping sums, because the pixel of a point far outside the window is INT_MIN.
-    const auto x = [&](int d) { return WrapAdd(p.x, d); };
-    const auto y = [&](int d) { return WrapAdd(p.y, d); };
+    const float scale = GetEditingOptions().pixelScale;
+    const auto scaled = [=](int d) { return Truncate(static_cast<float>(d) * scale); };
+    const auto x = [&](int d) { return WrapAdd(p.x, scaled(d)); };
+    const auto y = [&](int d) { return WrapAdd(p.y, scaled(d)); };
     if ((kind & 8) != 0) {
         pDC->Rectangle(x(-4), y(-4), x(4), y(4));
         pDC->MoveTo(x(-4), y(-5));

@@ -5,6 +5,7 @@
 #include "Drawable.h"
 #include "VectorViewApi.h"
 
+struct CEditingOptions;
 class CGraphicDocument;
 
 class NRVECTORVIEW_API CVectorGraphic : public CObject {
@@ -16,6 +17,8 @@ public:
 
     CGraphicDocument* GetDocument() { return m_pDocument; }
     CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
+    // Those of the document.
+    const CEditingOptions& GetEditingOptions() const;
     // Replaces the document. Nonzero `external`: it belongs to the caller and is not freed here. The
     // command engine keeps the document that it was made with, so a caller with a live view must replace the engine
     // too.

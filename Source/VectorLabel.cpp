@@ -111,6 +111,23 @@ void CKXVectorLabel::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeLong(list, L"m_LockBojZoom", m_LockMode);
 }
 
+// The figure is set anew by every paint that shows it.
+void CKXVectorLabel::ExchangeState(CStateExchange& exchange) {
+    CDrawable::ExchangeState(exchange);
+    exchange.Point(m_LeftLabelStartPt);
+    exchange.Point(m_LeftLabelEndPt);
+    exchange.Point(m_RightLabelStartPt);
+    exchange.Point(m_RightLabelEndPt);
+    exchange.Value(m_LabelLength);
+    exchange.Value(m_LabelWidth);
+    exchange.Value(m_TextHoleWidth);
+    exchange.Value(m_bHasTextHole);
+    exchange.Value(m_TextShow);
+    exchange.Value(m_LockMode);
+    exchange.Derived([&] { m_LabelText.ExchangeState(exchange); });
+    exchange.Level<CKXVectorLabel>(); // After the figure, which has named its own.
+}
+
 // ---- Streaming -----------------------------------------------------------------------------------------------------
 
 void CKXVectorLabel::Serialize(CArchive& ar) {

@@ -16,6 +16,9 @@ public:
     // The box of the four points, larger by the size of a tick on each side, without the figure. Coordinates that are
     // not-a-number are passed over. Always 1, also when hidden.
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
+    // Adds the box of the figure, as it is shown with a height of `figureHeight` drawing units, to an extent; nothing
+    // where no figure is shown.
+    void MergeFigure(float figureHeight, CGePoint2d& min, CGePoint2d& max);
     // The least distance to the three lines, the gap included, and to the figure as last drawn, also when it is not
     // shown; 1000.0 when hidden.
     float HitTest(CGePoint2d p) override;
@@ -57,6 +60,7 @@ public:
     void transformBy(const CGeMatrix2d& m) override;
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
+    void ExchangeState(CStateExchange& exchange) override;
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
@@ -75,6 +79,9 @@ protected:
     void DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CGePoint2d q);
 
 private:
+    // Text, place, angle and height of the figure between p and q.
+    void LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, float height);
+
     CGePoint2d m_LeftLabelStartPt;
     CGePoint2d m_LeftLabelEndPt;
     CGePoint2d m_RightLabelStartPt;

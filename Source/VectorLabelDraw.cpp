@@ -3,6 +3,7 @@
 #include "VectorLabel.h"
 
 #include "DrawStrokes.h"
+#include "EditingOptions.h"
 
 #include <KxBaseClass.h>
 
@@ -194,6 +195,29 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
     if (m_TextShow == 0) {
         return;
     }
+    const CEditingOptions& options = pGeom->GetEditingOptions();
+    LayOutFigure(p, q, options.textsAsShown ? options.figureHeight : kFigureHeight);
+    m_LabelText.Draw(pDC, pGeom);
+}
+
+void CKXVectorLabel::MergeFigure(float figureHeight, CGePoint2d& min, CGePoint2d& max) {
+    if (m_TextShow == 0) {
+        return;
+    }
+    LayOutFigure(m_LeftLabelEndPt, m_RightLabelEndPt, figureHeight);
+    CGePoint2d corners[4];
+    m_LabelText.GetShownCorners(corners);
+    for (const CGePoint2d& corner : corners) {
+        // A label without a direction has a figure without a place.
+        if (std::isfinite(corner.x) && std::isfinite(corner.y)) {
+            min.SetPoint(std::min(min.x, corner.x), std::min(min.y, corner.y));
+            max.SetPoint(std::max(max.x, corner.x), std::max(max.y, corner.y));
+        }
+    }
+}
+
+void CKXVectorLabel::LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, float height) {
+    const double size = static_cast<double>(height / kFigureHeight);
     CString figure;
     figure.Format(L"%d", Truncate(p.distance(q) + 0.5));
     CGePoint2d m = Middle(p, q);
@@ -201,17 +225,16 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
     const CGeVector2d e = m_LeftLabelEndPt - m_LeftLabelStartPt;
     // Beyond the dimension line when the extension lines point upwards, on the line otherwise.
     if (kxcommon::CompareDbl(e.angle(), kHalfTurn) < 0) {
-        m = m + e.normal() * kFigureLift;
+        m = m + e.normal() * (kFigureLift * size);
     }
     // Centred by an assumed width of 40 units for each two characters, whatever the font measures.
-    m = m - v.normal() * static_cast<double>(figure.GetLength() / 2 * kFigureHalfStep);
+    m = m - v.normal() * (static_cast<double>(figure.GetLength() / 2 * kFigureHalfStep) * size);
     m_LabelText.SetAngle(static_cast<float>(v.angle() * kDegreesPerRadian));
     m_LabelText.SetBKMode(TRANSPARENT);
     m_LabelText.SetText(figure);
     m_LabelText.SetPos(m);
-    m_LabelText.SetTextHeight(kFigureHeight);
+    m_LabelText.SetTextHeight(height);
     // Compatibility 54: the figure has the stored colour.
     // The stored colour, so that the figure of a label by layer is not in the layer's colour.
     m_LabelText.SetPenColor(m_PenColor);
-    m_LabelText.Draw(pDC, pGeom);
 }

@@ -5,6 +5,7 @@
 #include "Arc.h"
 #include "CenterPoint.h"
 #include "Circle.h"
+#include "DrawingHistory.h"
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "PLine.h"
@@ -124,6 +125,14 @@ Pending<CTextParm> MakeSizedParm(HWND window, const CGePoint2d& p, const CString
     return obj;
 }
 
+// One step of the history, where it is on.
+CDrawable* Marked(CVectorView* view, CDrawable* obj) {
+    if (CDrawingHistory* history = view->GetHistory()) {
+        history->MarkAdded(obj, L"添加对象", L"Add object");
+    }
+    return obj;
+}
+
 // On top of the drawing; repaints when asked to, and never a window that is not there: that would be the desktop.
 CDrawable* Enter(CVectorView* view, Pending<CDrawable> obj, int redraw) {
     view->GetDocument()->AddDrawAobject(obj.get());
@@ -131,7 +140,7 @@ CDrawable* Enter(CVectorView* view, Pending<CDrawable> obj, int redraw) {
     if (redraw != 0 && view->m_hWnd != nullptr) {
         view->InvalidateRect(nullptr, TRUE);
     }
-    return entered;
+    return Marked(view, entered);
 }
 
 } // namespace
@@ -231,7 +240,7 @@ CDrawable* CVectorView::AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplu
     pline->SetCanBeSelect(canSelect);
     if (onTop == 0) {
         GetDocument()->AddDrawAobjectFront(pline.get());
-        return pline.release();
+        return Marked(this, pline.release());
     }
     return Enter(this, std::move(pline), 0);
 }
@@ -290,6 +299,7 @@ CDrawable* CVectorView::AddParmTextNoEdit(CGePoint2d p, CString& text, CString&,
 // ---- Transforms and queries ----------------------------------------------------------------------------------------
 
 void CVectorView::transformBy(double angle, CGePoint2d center) {
+    const CHistoryGroup step(GetHistory(), L"旋转图形", L"Rotate drawing");
     const CGeMatrix2d m = CGeMatrix2d::rotation(angle, center);
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
@@ -304,7 +314,7 @@ CPLine* CVectorView::GetPLine_IsArc(CPoint p, int& segment) {
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
         CDrawable* obj = objs->GetAt(i);
         const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(d)));
-        if (!(kPickAperture >= pixels)) {
+        if (!(kPickAperture * m_Graphic.GetEditingOptions().pixelScale >= pixels)) {
             continue;
         }
         if (auto* pline = DYNAMIC_DOWNCAST(CPLine, obj)) {

@@ -102,6 +102,9 @@ protected:
     virtual void Notify(UINT code);
 
     void OnCreateCommandOperationManager() override;
+    // Ends an open edit as DoEndEdit does; a text that is refused is dropped, or, where refusals are strict, prevents
+    // the undo. 0 while a hook of an end runs.
+    int OnBeforeUndo() override;
     void PreSubclassWindow() override;
     // Makes the box on first use and gives it the parameter's font at this zoom.
     void CreateInplaceEdit(CTextParm* parm, CRect& rect, unsigned int n);
@@ -141,6 +144,8 @@ private:
     void Refuse(unsigned int edit);
     // Whether the edit of that number is still open. Closes it when its parameter has been freed or taken out.
     bool ContinueEdit(unsigned int edit);
+    // The end of the edit that is open, accepted text and hooks.
+    void StoreEdit();
     // Nothing is stored, no hook is called.
     void DropEdit();
     void CloseEdit();

@@ -5,6 +5,7 @@
 #include "VectorViewParm.h"
 
 #include "Circle.h"
+#include "DrawingHistory.h"
 #include "Line.h"
 #include "PLine.h"
 #include "TextParm.h"
@@ -23,7 +24,7 @@ constexpr short kParmTypeLocked = 4; // Never edited.
 // A distance that is not-a-number, which an object without a length gives, counts as a hit.
 bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
     const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(p)));
-    return !(kPickAperture < pixels);
+    return !(kPickAperture * m_Graphic.GetEditingOptions().pixelScale < pixels);
 }
 
 int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {
@@ -141,6 +142,13 @@ void CVectorViewParm::DoEndEdit() {
     if (m_pEditParm == nullptr || (phase != Phase::Open && phase != Phase::Refused) || !ContinueEdit(edit)) {
         return;
     }
+    const CHistoryGroup step(GetHistory(), L"修改参数", L"Edit parameter");
+    StoreEdit();
+}
+
+void CVectorViewParm::StoreEdit() {
+    using Phase = CParmEditSession::Phase;
+    const unsigned int edit = m_Session.GetNumber();
     CTextParm* const parm = m_pEditParm;
     CString text;
     m_Edit.GetEditText(text);
@@ -212,6 +220,25 @@ bool CVectorViewParm::TakeFocus() {
     }
     SetFocus();
     return alive.IsAlive();
+}
+
+int CVectorViewParm::OnBeforeUndo() {
+    using Phase = CParmEditSession::Phase;
+    const CKxAliveToken alive(m_Alive);
+    DoEndEdit();
+    if (!alive.IsAlive() || KeepsFocus()) {
+        return 0;
+    }
+    const Phase phase = m_Session.GetPhase();
+    if (phase == Phase::Open || phase == Phase::Refused) {
+        CloseEdit();
+        if (!alive.IsAlive()) {
+            return 0;
+        }
+    } else if (phase != Phase::Closed) {
+        return 0;
+    }
+    return CVectorView::OnBeforeUndo();
 }
 
 void CVectorViewParm::DropEdit() {

@@ -2,6 +2,7 @@
 
 #include "CommandOperationManager.h"
 #include "Dialog_DrawAbleProperty.h"
+#include "DrawingHistory.h"
 #include "MemDC.h"
 #include "MemoryInfo.h"
 #include "ResourceScope.h"
@@ -104,12 +105,20 @@ void CVectorView::DoCommand(CString word) {
     if (!alive.IsAlive()) {
         return;
     }
+    const bool classic = !GetDocument()->GetEditingOptions().modifiedByChange;
     if (word == L"open") {
-        GetDocument()->OpenDocument();
+        const INT_PTR before = GetDocument()->GetDrawableObjs()->GetSize();
+        {
+            const CHistoryGroup step(m_pHistory.get(), L"打开", L"Open");
+            GetDocument()->OpenDocument();
+        }
         if (!alive.IsAlive()) {
             return;
         }
         RepaintAll();
+        if (!classic && GetDocument()->GetDrawableObjs()->GetSize() != before) {
+            GetDocument()->SetModifiedFlag(TRUE);
+        }
     }
     if (word == L"save") {
         GetDocument()->DoFileSave();
@@ -119,7 +128,9 @@ void CVectorView::DoCommand(CString word) {
     }
     // Compatibility 106: every word marks the document as modified.
     // For every word, also an unknown one, and also after a save.
-    GetDocument()->SetModifiedFlag(TRUE);
+    if (classic) {
+        GetDocument()->SetModifiedFlag(TRUE);
+    }
 }
 
 void CVectorView::ZoomAll() {
@@ -227,6 +238,7 @@ void CVectorView::OnSize(UINT, int, int) {
 void CVectorView::OnPaint() {
     LPCTSTR failure = L"CVectorView::OnPaint() 错误";
     bool begun = false;
+    bool painted = false;
     // Where the failure came before the paint had begun, the window is still invalid: it would be painted again while
     // its message box is open, and fail again.
     const HWND window = m_hWnd;
@@ -246,12 +258,19 @@ void CVectorView::OnPaint() {
         if (alive.IsAlive()) {
             DrawSpecInfo(&memory, 1);
         }
+        painted = true;
     } catch (CException* e) {
         validate();
         ReportPaintFailure(e, failure);
     } catch (...) {
         validate();
         ReportPaintFailure(nullptr, failure);
+    }
+    // Only now is the picture on the window.
+    if (painted && alive.IsAlive()) {
+        if (CCommandOperationManager* manager = Manager()) {
+            manager->ReturnPreview();
+        }
     }
 }
 
@@ -332,6 +351,9 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
     RepaintAll();
     // Compatibility 1: the wheel's point is in screen coordinates.
     // The point of this message is in screen coordinates, and is passed on unconverted.
+    if (GetDocument()->GetEditingOptions().previewsReturn) {
+        ScreenToClient(&point);
+    }
     return static_cast<BOOL>(
         TellEngineThenDefault([&] { m_pManager->OnMouseWheel(nFlags, zDelta, CGePoint2d(point)); }));
 }

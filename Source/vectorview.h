@@ -12,7 +12,10 @@
 #include <afxwin.h>
 #include <KxAlive.h>
 
+#include <memory>
+
 class CDialog_DrawAbleProperty;
+class CDrawingHistory;
 class CPLine;
 
 // Owns mapping, painter, document and command engine. All of them exist before the window does, so a host can fill the
@@ -43,6 +46,23 @@ public:
     CVectorViewCoordTran* GetVectorViewCoordTran() { return &m_CoordTran; }
     CCommandOperation* GetCommandOperationManager() { return m_pManager; }
     CDialog_DrawAbleProperty* GetDlgDrawAbleProperty() { return m_pDlgDrawAbleProperty; }
+
+    // ---- Undo and redo ----
+
+    // Off at first, and then costs nothing. On, a step is marked after each command, grip edit, property edit,
+    // parameter edit, and call of this class outside a command. 0 turns it off again and forgets all steps. Follows
+    // CVectorGraphic::SetDocument at the next mark. A command that runs at this moment is not undone as a whole. Gives
+    // 1 when it is on, and 0 also when there is no memory for it.
+    int EnableHistory(int enable);
+    // Null while it is off. Owned by the view. Objects that a host changes by their own setters are part of the next
+    // step, unless it calls Mark.
+    CDrawingHistory* GetHistory() { return m_pHistory.get(); }
+    // 1 when the drawing has changed; 0 also while it is off. A running command is ended first, and so is the edit of a
+    // parameter, which stores its text by the rules of its end.
+    int Undo();
+    int Redo();
+    int CanUndo() const;
+    int CanRedo() const;
 
     // ---- Filling a drawing ----
     // Each call makes one object with an explicit colour (the alpha is dropped), puts it on top, and returns it; the
@@ -99,6 +119,8 @@ protected:
     virtual void OnCreateCommandOperationManager();
     // At the end of each window paint, with the off-screen context and 1.
     virtual int DrawSpecInfo(CDC* dc, int n);
+    // Before an undo or a redo: ends what is running. 0 refuses it. May free the view.
+    virtual int OnBeforeUndo();
 
     // Deregisters and deletes the engine. Until there is another one, messages are given to the window's default
     // processing alone.
@@ -140,11 +162,16 @@ private:
     void TrackOperationGrip(const CGePoint2d& point) override;
     void EndOperation() override;
     void ShowOperationObject(CDrawable* object) override;
+    void OnEngineAtRest(const wchar_t* chinese, const wchar_t* english) override;
 
+    friend class CViewHistory;
+    void OnHistoryTravelled();
     CCommandOperationManager* Manager();
     void RepaintAll();
     void PreRedrawEngine();
     // The call on the engine, if there is one, then the window's default, if the window still is.
     template <class Call>
     LRESULT TellEngineThenDefault(Call call);
+
+    std::unique_ptr<CDrawingHistory> m_pHistory; // Freed before painter and document.
 };

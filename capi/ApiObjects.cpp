@@ -165,6 +165,7 @@ NrvResult NRV_CALL NrvRemove(NrvHandle handle, NrvId id) {
             return NRV_E_OBJECT;
         }
         CGraphicDocument& document = control.Document();
+        const bool inNet = control.IsInNet(object);
         document.DeleteObject(object);
         CDrawableArray& net = *document.GetNetDrawableObjs();
         for (INT_PTR i = net.GetSize(); i-- > 0;) {
@@ -173,8 +174,10 @@ NrvResult NRV_CALL NrvRemove(NrvHandle handle, NrvId id) {
             }
         }
         control.Watch().Forget(object);
-        KX_REMOVE_MEMORY(object);
-        delete object;
+        if (inNet || control.View().GetHistory() == nullptr) {
+            KX_REMOVE_MEMORY(object);
+            delete object;
+        } // Else it is the history's.
         control.Changed(NRV_CHANGE_REMOVED, {id});
         return NRV_OK;
     });

@@ -107,6 +107,15 @@ void CNrvWindow<Base, ToolEngine>::BreakOff() {
     Repaint();
 }
 
+template <class Base, class ToolEngine>
+int CNrvWindow<Base, ToolEngine>::OnBeforeUndo() {
+    CCommandOperationManager* engine = Engine();
+    if (engine != nullptr && engine->GetHasCommand() != 0) {
+        BreakOff();
+    }
+    return HasEnded() ? 0 : Base::OnBeforeUndo();
+}
+
 // ---- Messages ------------------------------------------------------------------------------------------------------
 
 template <class Base, class ToolEngine>

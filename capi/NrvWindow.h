@@ -42,6 +42,8 @@ public:
 
 protected:
     void OnCreateCommandOperationManager() override;
+    // Breaks off what runs as Escape does.
+    int OnBeforeUndo() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     CPoint PressedPixel() const { return m_Pressed; }
 

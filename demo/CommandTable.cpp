@@ -1,5 +1,8 @@
 #include "CommandTable.h"
 
+#include "DemoIds.h"
+#include "HostText.h"
+
 namespace {
 
 int CountOfRows() {
@@ -13,10 +16,22 @@ const CommandWord* FirstRow() {
     return GetCommandWords(count);
 }
 
+// The number of a command's text, whose first line is its word; 0 where there is none.
+UINT FindText(int row) {
+    for (UINT id = ID_HOST_COMMAND_FIRST; id <= ID_HOST_COMMAND_LAST; ++id) {
+        if (LoadTextLine(id, 0) == CommandRows[row].word) {
+            return id;
+        }
+    }
+    return 0;
+}
+
 } // namespace
 
 const int CommandRowCount = CountOfRows();
 const CommandWord* const CommandRows = FirstRow();
+const int UndoImage = CommandRowCount + 1;
+const int RedoImage = CommandRowCount + 2;
 
 int FindCommandRow(const wchar_t* word) {
     for (int i = 0; i < CommandRowCount; ++i) {
@@ -27,7 +42,33 @@ int FindCommandRow(const wchar_t* word) {
     return -1;
 }
 
-CString PlainCaption(const CommandWord& row) {
-    const CString text = row.caption;
-    return text.Left(text.Find(L"(&"));
+CString GetCaption(int row) {
+    const UINT text = FindText(row);
+    return text != 0 ? LoadTextLine(text, 1) : CString(CommandRows[row].caption);
+}
+
+CString GetPrompt(int row, int clicks) {
+    const UINT text = FindText(row);
+    // The last step is also that of all further clicks.
+    for (int step = text != 0 ? clicks : -1; step >= 0; --step) {
+        const CString prompt = LoadTextLine(text, 2 + step);
+        if (!prompt.IsEmpty()) {
+            return prompt;
+        }
+    }
+    return CommandRows[row].hint;
+}
+
+CString PlainCaption(int row) {
+    return PlainCaption(GetCaption(row));
+}
+
+CString PlainCaption(CString caption) {
+    const int key = caption.Find(L'\t');
+    caption = key >= 0 ? caption.Left(key) : caption;
+    const int mnemonic = caption.Find(L"(&");
+    caption = mnemonic >= 0 ? caption.Left(mnemonic).TrimRight() : caption;
+    caption.Remove(L'&');
+    caption.Remove(L'…');
+    return caption;
 }

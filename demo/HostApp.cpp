@@ -3,19 +3,21 @@
 #include <afxcmn.h>
 #include <afxwin.h>
 
-#include <shellapi.h>
-
 #include <memory>
 
+#include "CommandLine.h"
 #include "HostFrame.h"
+#include "DemoIds.h"
+#include "HostText.h"
 
 namespace {
 
 class CHostApp : public CWinApp {
 public:
-    CHostApp() : CWinApp(L"NRVectorView 演示") {} // the title of message boxes
+    CHostApp() : CWinApp(LoadText(IDS_TITLE)) {} // the title of message boxes
 
     BOOL InitInstance() override {
+        SetThreadLanguage();
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
         ::InitCommonControlsEx(&controls);
         m_frame = std::make_unique<CHostFrame>();
@@ -27,15 +29,13 @@ public:
         m_frame->ShowWindow(m_nCmdShow);
         m_frame->UpdateWindow();
 
-        int count = 0;
-        wchar_t** arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-        if (arguments != nullptr && count > 1) {
+        const CString path = FindFile();
+        if (!path.IsEmpty()) {
             m_frame->SetFocus();
-            m_frame->OpenFile(FullPath(arguments[1]));
-        } else {
+            m_frame->OpenFile(FullPath(path));
+        } else if (!m_frame->OfferRecovery()) {
             m_frame->OpenSection();
         }
-        ::LocalFree(arguments);
         return TRUE;
     }
 

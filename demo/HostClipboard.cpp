@@ -2,6 +2,7 @@
 // Layer 13: demo.
 #include "DemoIds.h"
 #include "HostFrame.h"
+#include "HostText.h"
 
 #include <DrawingClipboard.h>
 #include <OperationPlaceObjects.h>
@@ -11,18 +12,11 @@ namespace {
 
 const CSize LargestPicture(1600, 1200); // pixels
 
-void ShowFailure(LPCTSTR text) {
-    AfxMessageBox(text, MB_OK | MB_ICONWARNING);
+void ShowFailure(UINT text) {
+    AfxMessageBox(LoadText(text), MB_OK | MB_ICONWARNING);
 }
 
 } // namespace
-
-void CHostFrame::AppendClipboardItems(CMenu& edit) {
-    edit.AppendMenu(MF_SEPARATOR);
-    edit.AppendMenu(MF_STRING, ID_EDIT_COPY, L"复制对象到剪贴板(&J)\tCtrl+C");
-    edit.AppendMenu(MF_STRING, ID_HOST_COPY_PICTURE, L"复制为图片(&U)\tCtrl+Shift+C");
-    edit.AppendMenu(MF_STRING, ID_EDIT_PASTE, L"粘贴对象(&V)\tCtrl+V");
-}
 
 // A text being edited has keys of its own for the clipboard.
 bool CHostFrame::GiveToEdit(UINT message) {
@@ -39,7 +33,7 @@ void CHostFrame::OnCopyObjects() {
     CGraphicDocument* document = m_view.GetDocument();
     const CDrawableArray& selected = *document->GetSelectedDrawableObjs();
     if (!GiveToEdit(WM_COPY) && !selected.IsEmpty() && !CDrawingClipboard::CopyObjects(this, document, selected)) {
-        ShowFailure(L"无法复制到剪贴板。");
+        ShowFailure(IDS_CANNOT_COPY);
     }
 }
 
@@ -51,7 +45,7 @@ void CHostFrame::OnCopyPicture() {
     options.margin = 4;
     options.colors = CRenderOptions::BlackOnWhite;
     if (!CDrawingClipboard::CopyPicture(this, m_view.GetDocument(), options)) {
-        ShowFailure(L"无法复制到剪贴板。");
+        ShowFailure(IDS_CANNOT_COPY);
     }
 }
 
@@ -61,7 +55,7 @@ void CHostFrame::OnPasteObjects() {
     }
     CByteArray bytes;
     if (!CDrawingClipboard::PasteObjects(this, bytes) || !m_view.PlaceObjects(bytes)) {
-        ShowFailure(L"无法粘贴剪贴板中的对象。");
+        ShowFailure(IDS_CANNOT_PASTE);
     }
 }
 

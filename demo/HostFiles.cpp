@@ -2,30 +2,34 @@
 // Layer 13: demo.
 #include "HostFrame.h"
 
+#include "DemoIds.h"
+#include "HostText.h"
+
 #include <afxdlgs.h>
+
+#include <shellapi.h>
 
 #include <algorithm>
 
 namespace {
 
-const wchar_t Filter[] = L"图形文件 (*.nrv)|*.nrv|所有文件 (*.*)|*.*||";
 const wchar_t Extension[] = L"nrv";
 
 // Why a file cannot be read, in the user's words.
 CString DescribeCause(const CFileException& error) {
     switch (error.m_cause) {
     case CFileException::fileNotFound:
-        return L"找不到该文件。";
+        return LoadText(IDS_NOT_FOUND);
     case CFileException::badPath:
-        return L"路径无效。";
+        return LoadText(IDS_BAD_PATH);
     case CFileException::accessDenied:
-        return L"没有访问权限。";
+        return LoadText(IDS_NO_ACCESS);
     case CFileException::sharingViolation:
     case CFileException::lockViolation:
-        return L"该文件正被其他程序使用。";
+        return LoadText(IDS_IN_USE);
     default: {
         CString text;
-        text.Format(L"读取失败（错误 %ld）。", static_cast<long>(error.m_lOsError));
+        text.Format(LoadText(IDS_READ_FAILED), static_cast<long>(error.m_lOsError));
         return text;
     }
     }
@@ -35,7 +39,7 @@ CString DescribeCause(const CFileException& error) {
 
 CString CHostFrame::GetShownName() {
     if (m_path.IsEmpty()) {
-        return L"未命名";
+        return LoadText(IDS_UNTITLED);
     }
     const int slash = std::max(m_path.ReverseFind(L'\\'), m_path.ReverseFind(L'/'));
     return m_path.Mid(slash + 1);
@@ -57,13 +61,15 @@ bool CHostFrame::OpenFile(const CString& path) {
     CFile file;
     CFileException error;
     if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
-        AfxMessageBox(L"无法打开文件：\n" + path + L"\n\n" + DescribeCause(error), MB_OK | MB_ICONWARNING);
+        AfxMessageBox(CString(LoadText(IDS_CANNOT_OPEN)) + path + L"\n\n" + DescribeCause(error),
+                      MB_OK | MB_ICONWARNING);
         return false;
     }
     const bool empty = file.GetLength() == 0;
     file.Close();
     if (empty) {
-        AfxMessageBox(L"无法打开文件：\n" + path + L"\n\n文件是空的，不是图形文件。", MB_OK | MB_ICONWARNING);
+        AfxMessageBox(CString(LoadText(IDS_CANNOT_OPEN)) + path + L"\n\n" + LoadText(IDS_EMPTY_FILE),
+                      MB_OK | MB_ICONWARNING);
         return false;
     }
 
@@ -75,24 +81,89 @@ bool CHostFrame::OpenFile(const CString& path) {
         m_path = path;
         document->SetPathName(path, FALSE);
         document->SetModifiedFlag(FALSE);
+        m_recent.Add(path);
     } else {
         // The library has shown a message and kept what it could read. The name is not taken over, so that saving the
         // remains does not overwrite the file by itself.
         const bool some = document->GetDrawableObjs()->GetSize() > 0;
         document->SetPathName(L"", FALSE);
         document->SetModifiedFlag(some);
-        AfxMessageBox(L"文件已损坏或不是图形文件：\n" + path + L"\n\n" +
-                          (some ? L"只载入了能够读出的对象。" : L"没有载入任何对象。"),
+        m_view.RestartHistory();
+        AfxMessageBox(CString(LoadText(IDS_DAMAGED)) + path + L"\n\n" +
+                          (some ? LoadText(IDS_LOADED_SOME) : LoadText(IDS_LOADED_NONE)),
                       MB_OK | MB_ICONWARNING);
     }
-    CGePoint2d low;
-    CGePoint2d high;
-    if (document->GetRect(low, high)) {
-        m_view.ZoomAll();
-    } else {
-        m_view.ResetMapping();
-    }
+    ShowLoaded();
     return loaded;
+}
+
+void CHostFrame::ShowLoaded() {
+    m_view.SetClassic(m_view.IsClassic());
+    if (m_view.GetDocument()->GetDrawableObjs()->IsEmpty()) {
+        m_view.ResetMapping();
+    } else {
+        m_view.ZoomAll();
+    }
+}
+
+void CHostFrame::OnRecent(UINT id) {
+    const size_t index = id - ID_HOST_RECENT_FIRST;
+    if (index >= m_recent.Get().size() || !MayDiscard()) {
+        return;
+    }
+    const CString path = m_recent.Get()[index];
+    if (!OpenFile(path) && ::GetFileAttributesW(path) == INVALID_FILE_ATTRIBUTES) {
+        m_recent.Remove(path);
+    }
+}
+
+void CHostFrame::OnExample(UINT id) {
+    if (!MayDiscard()) {
+        return;
+    }
+    ForgetDrawing();
+    if (id == ID_HOST_EXAMPLE_SECTION) {
+        OpenSection();
+        return;
+    }
+    const LPCTSTR number = MAKEINTRESOURCEW(IDR_EXAMPLE_FIRST + (id - ID_HOST_EXAMPLE_FIRST));
+    const HINSTANCE module = AfxGetInstanceHandle();
+    const HRSRC found = ::FindResourceW(module, number, RT_RCDATA);
+    // The bytes of a resource are read only, and a load only reads.
+    auto* bytes = static_cast<unsigned char*>(::LockResource(::LoadResource(module, found)));
+    m_view.LoadFile(bytes, ::SizeofResource(module, found));
+    m_view.GetDocument()->SetModifiedFlag(FALSE);
+    ShowLoaded();
+}
+
+void CHostFrame::OnDropFiles(HDROP drop) {
+    wchar_t path[MAX_PATH] = L"";
+    const UINT length = ::DragQueryFileW(drop, 0, path, MAX_PATH);
+    ::DragFinish(drop);
+    if (length > 0 && MayDiscard()) {
+        OpenFile(path);
+    }
+}
+
+bool CHostFrame::OfferRecovery() {
+    for (const CString& path : CRecoveryCopy::FindLeft()) {
+        const bool wanted = AfxMessageBox(LoadText(IDS_RECOVER), MB_YESNO | MB_ICONQUESTION) == IDYES;
+        if (wanted) {
+            // It has no file of its own, and is not saved yet.
+            OpenFile(path);
+            m_recent.Remove(path);
+            m_path.Empty();
+            m_view.GetDocument()->SetPathName(L"", FALSE);
+            m_view.GetDocument()->SetModifiedFlag(TRUE);
+            m_view.RestartHistory(); // No undo leads to a saved state.
+            m_recovery.Keep(*m_view.GetDocument());
+        }
+        ::DeleteFileW(path);
+        if (wanted) {
+            return true; // Any further one is offered at the next start.
+        }
+    }
+    return false;
 }
 
 bool CHostFrame::Save() {
@@ -104,8 +175,8 @@ bool CHostFrame::Save() {
 }
 
 bool CHostFrame::SaveAs() {
-    CFileDialog dialog(FALSE, Extension, m_path.IsEmpty() ? L"图形1" : static_cast<LPCTSTR>(m_path),
-                       OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, Filter, this);
+    CFileDialog dialog(FALSE, Extension, m_path.IsEmpty() ? LoadText(IDS_NEW_FILE) : static_cast<LPCTSTR>(m_path),
+                       OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, LoadText(IDS_FILTER), this);
     if (dialog.DoModal() != IDOK) {
         return false;
     }
@@ -114,6 +185,7 @@ bool CHostFrame::SaveAs() {
         return false;
     }
     m_path = path;
+    m_recent.Add(path);
     m_view.GetDocument()->SetModifiedFlag(FALSE);
     return true;
 }
@@ -123,7 +195,9 @@ bool CHostFrame::MayDiscard() {
     if (!m_view.GetDocument()->IsModified()) {
         return true;
     }
-    switch (AfxMessageBox(L"是否保存对“" + GetShownName() + L"”的更改？", MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    CString question;
+    question.Format(LoadText(IDS_SAVE_CHANGES), static_cast<LPCTSTR>(GetShownName()));
+    switch (AfxMessageBox(question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
     case IDYES:
         return Save();
     case IDNO:
@@ -136,7 +210,7 @@ bool CHostFrame::MayDiscard() {
 void CHostFrame::OnFileNew() {
     if (MayDiscard()) {
         ForgetDrawing();
-        m_view.ResetMapping();
+        ShowLoaded();
     }
 }
 
@@ -144,7 +218,7 @@ void CHostFrame::OnFileOpen() {
     if (!MayDiscard()) {
         return;
     }
-    CFileDialog dialog(TRUE, Extension, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, Filter, this);
+    CFileDialog dialog(TRUE, Extension, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, LoadText(IDS_FILTER), this);
     if (dialog.DoModal() == IDOK) {
         OpenFile(dialog.GetPathName());
     }

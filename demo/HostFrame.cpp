@@ -2,7 +2,9 @@
 
 #include "CommandTable.h"
 #include "DemoIds.h"
+#include "HostText.h"
 
+#include <DrawingHistory.h>
 #include <afxres.h>
 #include <resource.h>
 
@@ -11,25 +13,21 @@
 
 namespace {
 
-const int PaneCommand = 0;
-const int PanePoint = 1;
-const int PaneScale = 2;
-const int PaneModes = 3;
-
-const wchar_t* const SnapNames[] = {L"端点", L"插入点", L"中点", L"垂足"};
-
 struct Background {
-    const wchar_t* caption;
     short index;    // into the library's colour table, or -2 for the colour
     COLORREF color; // with index -2
     short pen;      // colour index for new objects, so that they show
 };
-const Background Backgrounds[] = {
-    {L"黑色", 7, 0, 137},
-    {L"深蓝", -2, RGB(16, 32, 64), 137},
-    {L"深灰", -2, RGB(48, 48, 48), 137},
-    {L"白色", 137, 0, 7},
+const Background Backgrounds[CHostFrame::BackgroundCount] = {
+    {7, 0, 137},
+    {-2, RGB(16, 32, 64), 137},
+    {-2, RGB(48, 48, 48), 137},
+    {137, 0, 7},
 };
+
+const UINT DpiChanged = 0x02E0; // WM_DPICHANGED, of newer systems than these headers are asked for.
+const UINT_PTR RecoveryTimer = 1;
+const UINT RecoveryPause = 2000; // Milliseconds.
 
 // As many decimals as one pixel is worth, at most six.
 CString FormatCoordinate(double value, double unitsPerPixel) {
@@ -52,8 +50,13 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_WM_CLOSE()
     ON_WM_DESTROY()
     ON_WM_INITMENUPOPUP()
+    ON_WM_MENUSELECT()
+    ON_WM_CONTEXTMENU()
+    ON_WM_TIMER()
+    ON_WM_DROPFILES()
     ON_WM_MEASUREITEM()
     ON_WM_DRAWITEM()
+    ON_MESSAGE(DpiChanged, &CHostFrame::OnDpiChanged)
     ON_COMMAND(ID_FILE_NEW, &CHostFrame::OnFileNew)
     ON_COMMAND(ID_FILE_OPEN, &CHostFrame::OnFileOpen)
     ON_COMMAND(ID_FILE_SAVE, &CHostFrame::OnFileSave)
@@ -74,11 +77,21 @@ BEGIN_MESSAGE_MAP(CHostFrame, CWnd)
     ON_COMMAND(ID_HOST_SHOW_SECTION, &CHostFrame::OnShowSection)
     ON_COMMAND(ID_HOST_DRAW_SECTION, &CHostFrame::OnDrawSection)
     ON_COMMAND(ID_HOST_PROPERTIES, &CHostFrame::OnProperties)
+    ON_COMMAND(ID_HOST_CLASSIC, &CHostFrame::OnClassic)
+    ON_COMMAND(ID_EDIT_UNDO, &CHostFrame::OnUndo)
+    ON_COMMAND(ID_EDIT_REDO, &CHostFrame::OnRedo)
+    ON_COMMAND(ID_HOST_SELECT_ALL, &CHostFrame::OnSelectAll)
+    ON_COMMAND_RANGE(ID_HOST_RECENT_FIRST, ID_HOST_RECENT_LAST, &CHostFrame::OnRecent)
+    ON_COMMAND_RANGE(ID_HOST_EXAMPLE_FIRST, ID_HOST_EXAMPLE_LAST, &CHostFrame::OnExample)
     ON_NOTIFY(kVpnClick, IDC_HOST_SECTION, &CHostFrame::OnSectionClick)
     ON_COMMAND_RANGE(ID_HOST_SNAP_FIRST, ID_HOST_SNAP_LAST, &CHostFrame::OnSnap)
     ON_COMMAND_RANGE(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST, &CHostFrame::OnBackground)
     ON_COMMAND_RANGE(ID_HOST_COMMAND_FIRST, ID_HOST_COMMAND_LAST, &CHostFrame::OnRunCommand)
 END_MESSAGE_MAP()
+
+CString CHostFrame::GetSnapName(UINT i) {
+    return LoadTextLine(ID_HOST_SNAP_FIRST + i, 0);
+}
 
 // ---- Construction
 
@@ -104,7 +117,7 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     if (CWnd::OnCreate(create) == -1) {
         return -1;
     }
-    MakeImages();
+    ApplyScale(); // For the pictures of menus and toolbar,
     MakeMenus();
     MakeToolbar();
     const CRect nothing(0, 0, 0, 0);
@@ -113,124 +126,30 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
         return -1;
     }
     m_keys = ::LoadAcceleratorsW(AfxGetInstanceHandle(), MAKEINTRESOURCEW(IDR_DEMO_KEYS));
+    ApplyScale(); // and for what has been made meanwhile.
     LayOut();
     m_view.ResetMapping();
+    DragAcceptFiles();
+    SetTimer(RecoveryTimer, RecoveryPause, nullptr);
     return 0;
 }
 
-// Adds the rows of one menu of the command table.
-void CHostFrame::MakeCommandItems(CMenu& menu, bool edit) {
-    for (int i = 0; i < CommandRowCount; ++i) {
-        const CommandWord& row = CommandRows[i];
-        if ((row.menu == CommandMenu::Edit) != edit) {
-            continue;
-        }
-        if (row.flags & kCommandGroup) {
-            menu.AppendMenu(MF_SEPARATOR);
-        }
-        const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
-        menu.AppendMenu(MF_STRING, id, row.caption);
-        SetItemImage(menu, id, i + 1);
+// One picture for each row of the table, in front of them that of the zoom to extents, and those of undo and redo.
+void CHostFrame::MakeImages(int size) {
+    if (m_images != nullptr) {
+        ::ImageList_Destroy(m_images);
     }
-}
-
-void CHostFrame::MakeMenus() {
-    CMenu file;
-    file.CreatePopupMenu();
-    file.AppendMenu(MF_STRING, ID_FILE_NEW, L"新建(&N)\tCtrl+N");
-    file.AppendMenu(MF_STRING, ID_FILE_OPEN, L"打开(&O)…\tCtrl+O");
-    file.AppendMenu(MF_STRING, ID_FILE_SAVE, L"保存(&S)\tCtrl+S");
-    file.AppendMenu(MF_STRING, ID_FILE_SAVE_AS, L"另存为(&A)…");
-    AppendPaperItems(file);
-    file.AppendMenu(MF_SEPARATOR);
-    file.AppendMenu(MF_STRING, ID_APP_EXIT, L"退出(&X)\tAlt+F4");
-
-    CMenu background;
-    background.CreatePopupMenu();
-    for (UINT i = 0; i < std::size(Backgrounds); ++i) {
-        background.AppendMenu(MF_STRING, ID_HOST_BACKGROUND_FIRST + i, Backgrounds[i].caption);
-    }
-    CMenu view;
-    view.CreatePopupMenu();
-    view.AppendMenu(MF_STRING, ID_HOST_ZOOM_ALL, L"全屏缩放(&A)\tF4");
-    SetItemImage(view, ID_HOST_ZOOM_ALL, 0);
-    view.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(background.Detach()), L"背景(&B)");
-    view.AppendMenu(MF_SEPARATOR);
-    view.AppendMenu(MF_STRING, ID_HOST_PROPERTIES, L"对象属性(&R)\tF3");
-    view.AppendMenu(MF_STRING, ID_HOST_SHOW_SECTION, L"参数窗格(&P)");
-    view.AppendMenu(MF_STRING, ID_HOST_DRAW_SECTION, L"按参数绘制截面(&D)\tF5");
-    view.AppendMenu(MF_STRING, ID_HOST_NEXT_PANE, L"切换窗格(&N)\tF6");
-
-    CMenu draw;
-    draw.CreatePopupMenu();
-    MakeCommandItems(draw, false);
-
-    CMenu edit;
-    edit.CreatePopupMenu();
-    MakeCommandItems(edit, true);
-    AppendClipboardItems(edit);
-    edit.AppendMenu(MF_SEPARATOR);
-    edit.AppendMenu(MF_STRING, ID_HOST_DESELECT, L"取消选择(&D)");
-    edit.AppendMenu(MF_STRING, ID_HOST_BREAK_OFF, L"中断命令(&B)\tEsc");
-
-    CMenu snap;
-    snap.CreatePopupMenu();
-    for (UINT i = 0; i < std::size(SnapNames); ++i) {
-        snap.AppendMenu(MF_STRING, ID_HOST_SNAP_FIRST + i, SnapNames[i]);
-    }
-    snap.AppendMenu(MF_SEPARATOR);
-    snap.AppendMenu(MF_STRING, ID_HOST_ORTHO, L"正交(&O)\tF8");
-
-    CMenu help;
-    help.CreatePopupMenu();
-    help.AppendMenu(MF_STRING, ID_HOST_ABOUT, L"关于(&A)…");
-
-    CMenu bar;
-    bar.CreateMenu();
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(file.Detach()), L"文件(&F)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(view.Detach()), L"视图(&V)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(draw.Detach()), L"绘图(&D)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(edit.Detach()), L"编辑(&E)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(snap.Detach()), L"捕捉(&S)");
-    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(help.Detach()), L"帮助(&H)");
-    SetMenu(&bar);
-    bar.Detach(); // the window owns it now
-}
-
-// One picture for each row of the table, and in front of them that of the zoom to extents.
-void CHostFrame::MakeImages() {
-    m_images = ::ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, CommandRowCount + 1, 0);
-    for (int i = -1; i < CommandRowCount; ++i) {
-        const UINT number = i < 0 ? IDI_ZOOMALL : CommandRows[i].icon;
+    m_images = ::ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, CommandRowCount + 3, 0);
+    for (int i = -1; i < CommandRowCount + 2; ++i) {
+        const UINT number = i < 0                  ? IDI_ZOOMALL
+                            : i < CommandRowCount  ? CommandRows[i].icon
+                            : i == CommandRowCount ? IDI_UNDO
+                                                   : IDI_REDO;
         const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(number), RT_GROUP_ICON);
         const HICON icon =
-            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR));
+            static_cast<HICON>(::LoadImageW(module, MAKEINTRESOURCEW(number), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
         ::ImageList_ReplaceIcon(m_images, -1, icon);
         ::DestroyIcon(icon);
-    }
-}
-
-// The item asks for its picture when it is drawn, so that it is drawn on the menu's own background, also highlighted.
-void CHostFrame::SetItemImage(CMenu& menu, UINT id, int image) {
-    MENUITEMINFOW item = {};
-    item.cbSize = sizeof(item);
-    item.fMask = MIIM_BITMAP | MIIM_DATA;
-    item.hbmpItem = HBMMENU_CALLBACK;
-    item.dwItemData = static_cast<ULONG_PTR>(image);
-    ::SetMenuItemInfoW(menu, id, FALSE, &item);
-}
-
-void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
-    if (measure->CtlType == ODT_MENU) {
-        measure->itemWidth = 22;
-        measure->itemHeight = 20;
-    }
-}
-
-void CHostFrame::OnDrawItem(int, LPDRAWITEMSTRUCT draw) {
-    if (draw->CtlType == ODT_MENU) {
-        const int y = (draw->rcItem.top + draw->rcItem.bottom - 16) / 2;
-        ::ImageList_Draw(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, ILD_NORMAL);
     }
 }
 
@@ -260,7 +179,9 @@ void CHostFrame::MakeToolbar() {
     ::SendMessageW(m_toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     ::SendMessageW(m_toolbar, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
     ::SendMessageW(m_toolbar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images));
-    AddButton(ID_HOST_ZOOM_ALL, 0, L"全屏缩放");
+    AddButton(ID_HOST_ZOOM_ALL, 0, PlainCaption(LoadTextLine(ID_HOST_ZOOM_ALL, 0)));
+    AddButton(ID_EDIT_UNDO, UndoImage, PlainCaption(LoadTextLine(ID_EDIT_UNDO, 0)));
+    AddButton(ID_EDIT_REDO, RedoImage, PlainCaption(LoadTextLine(ID_EDIT_REDO, 0)));
     AddButtonGap();
     for (int i = 0; i < CommandRowCount; ++i) {
         const CommandWord& row = CommandRows[i];
@@ -270,7 +191,7 @@ void CHostFrame::MakeToolbar() {
         // Of several rows with one picture only the first gets a button.
         const auto samePicture = [&row](const CommandWord& other) { return other.icon == row.icon; };
         if (std::none_of(CommandRows, CommandRows + i, samePicture)) {
-            AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(row));
+            AddButton(static_cast<UINT>(ID_HOST_COMMAND_FIRST + i), i + 1, PlainCaption(i));
         }
     }
     ::SendMessageW(m_toolbar, TB_AUTOSIZE, 0, 0);
@@ -288,26 +209,34 @@ void CHostFrame::SetStatus(int pane, const CString& text) {
 CString CHostFrame::DescribeCommand() {
     if (m_inSection) {
         const CString hint = m_section.GetHint();
-        return m_drawsSection || m_section.IsRefused() ? hint : hint + L"；F5 绘制截面";
+        return m_drawsSection || m_section.IsRefused() ? hint : hint + LoadText(IDS_DRAW_SECTION);
     }
     const int row = m_view.GetCommandRow();
     if (!m_view.GetManager()->GetHasCommand()) {
-        return L"就绪";
+        return LoadText(IDS_READY);
     }
     if (m_view.IsPlacing()) {
-        return L"粘贴对象：单击放置位置；Esc 取消";
+        return LoadText(IDS_PLACING);
     }
     if (row < 0) {
-        return L"夹点编辑：单击目标点，或键入距离后按回车；Esc 取消";
+        return LoadText(IDS_GRIP);
     }
-    return PlainCaption(CommandRows[row]) + L"：" + CommandRows[row].hint + L"；Esc 取消";
+    return PlainCaption(row) + LoadText(IDS_COLON) + GetPrompt(row, m_view.GetClicks()) + LoadText(IDS_ESCAPE);
 }
 
 void CHostFrame::UpdateShown() {
     if (m_hWnd == nullptr || m_view.m_hWnd == nullptr) {
         return;
     }
+    m_view.ShowBandFigure();
     SetStatus(PaneCommand, DescribeCommand());
+    for (int i = 0; i < CommandRowCount; ++i) {
+        const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
+        ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
+    }
+    for (const UINT id : {ID_EDIT_UNDO, ID_EDIT_REDO}) {
+        ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
+    }
 
     const double scale = static_cast<double>(m_view.GetVectorViewCoordTran()->GetScale());
     CGePoint2d point;
@@ -315,42 +244,24 @@ void CHostFrame::UpdateShown() {
         SetStatus(PanePoint, L"X " + FormatCoordinate(point.x, scale) + L"   Y " + FormatCoordinate(point.y, scale));
     }
     CString text;
-    text.Format(L"1 像素 = %.4g 单位", scale);
+    text.Format(LoadText(IDS_SCALE), scale);
     SetStatus(PaneScale, text);
 
-    text = m_ortho ? L"正交  " : L"";
-    for (UINT i = 0; i < std::size(SnapNames); ++i) {
+    text = m_ortho ? LoadText(IDS_ORTHO) : L"";
+    for (UINT i = 0; i < SnapCount; ++i) {
         if (m_osnap & (1 << i)) {
-            text += CString(SnapNames[i]) + L" ";
+            text += GetSnapName(i) + L" ";
         }
     }
     SetStatus(PaneModes, text);
 
-    const CString title = GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - NRVectorView 演示";
+    const CString title =
+        GetShownName() + (m_view.GetDocument()->IsModified() ? L" *" : L"") + L" - " + LoadText(IDS_TITLE);
     if (title != m_title) {
         m_title = title;
         SetWindowText(title);
     }
     ShowActivePane();
-}
-
-void CHostFrame::OnInitMenuPopup(CMenu* popup, UINT, BOOL sysMenu) {
-    if (sysMenu) {
-        return;
-    }
-    popup->EnableMenuItem(ID_EDIT_COPY,
-                          m_view.GetDocument()->GetSelectedDrawableObjs()->IsEmpty() ? MF_GRAYED : MF_ENABLED);
-    popup->CheckMenuItem(ID_HOST_ORTHO, m_ortho ? MF_CHECKED : MF_UNCHECKED);
-    for (UINT i = 0; i < std::size(SnapNames); ++i) {
-        popup->CheckMenuItem(ID_HOST_SNAP_FIRST + i, m_osnap & (1 << i) ? MF_CHECKED : MF_UNCHECKED);
-    }
-    popup->CheckMenuRadioItem(ID_HOST_BACKGROUND_FIRST, ID_HOST_BACKGROUND_LAST,
-                              static_cast<UINT>(ID_HOST_BACKGROUND_FIRST + m_background), MF_BYCOMMAND);
-    popup->CheckMenuItem(ID_HOST_PROPERTIES, m_view.HasProperties() ? MF_CHECKED : MF_UNCHECKED);
-    popup->CheckMenuItem(ID_HOST_SHOW_SECTION, m_showSection ? MF_CHECKED : MF_UNCHECKED);
-    popup->EnableMenuItem(ID_HOST_DRAW_SECTION, m_showSection ? MF_ENABLED : MF_GRAYED);
-    popup->EnableMenuItem(ID_HOST_NEXT_PANE, m_showSection ? MF_ENABLED : MF_GRAYED);
-    popup->EnableMenuItem(ID_HOST_BREAK_OFF, m_view.GetManager()->GetHasCommand() ? MF_ENABLED : MF_GRAYED);
 }
 
 // ---- Commands
@@ -361,13 +272,38 @@ void CHostFrame::OnProperties() {
 
 void CHostFrame::OnRunCommand(UINT id) {
     const int row = static_cast<int>(id) - ID_HOST_COMMAND_FIRST;
-    if (row < CommandRowCount) {
+    if (row < CommandRowCount && IsEnabled(id)) {
         m_view.RunCommand(row);
     }
 }
 
 void CHostFrame::OnErase() {
-    m_view.RunCommand(FindCommandRow(L"erase"));
+    if (IsEnabled(ID_HOST_ERASE)) {
+        m_view.RunCommand(FindCommandRow(L"erase"));
+    }
+}
+
+void CHostFrame::OnUndo() {
+    // The edit box of a running command has the keys of its own; the menu means the drawing.
+    if (m_view.GetManager()->GetHasCommand() || !GiveToEdit(WM_UNDO)) {
+        m_view.Undo();
+    }
+}
+
+void CHostFrame::OnRedo() {
+    m_view.Redo();
+}
+
+void CHostFrame::OnSelectAll() {
+    if (IsEnabled(ID_HOST_SELECT_ALL)) {
+        m_view.SelectAll();
+    }
+}
+
+void CHostFrame::OnClassic() {
+    m_view.BreakOff();
+    m_view.SetClassic(!m_view.IsClassic());
+    m_view.Invalidate();
 }
 
 void CHostFrame::OnZoomAll() {
@@ -392,14 +328,32 @@ void CHostFrame::OnDeselect() {
     m_view.Invalidate();
 }
 
+void CHostFrame::OnTimer(UINT_PTR id) {
+    if (id == RecoveryTimer && !m_view.GetManager()->GetHasCommand()) {
+        m_recovery.Keep(*m_view.GetDocument());
+    }
+}
+
 void CHostFrame::OnSnap(UINT id) {
     m_osnap ^= 1 << (id - ID_HOST_SNAP_FIRST);
     m_view.GetManager()->SetOsnapMode(m_osnap);
 }
 
+// By the drawing, since an undo may have changed it; black for one that no item gives.
+UINT CHostFrame::GetBackgroundItem() {
+    CGraphicDocument* document = m_view.GetDocument();
+    UINT found = 0;
+    for (UINT i = 0; i < BackgroundCount; ++i) {
+        const Background& background = Backgrounds[i];
+        const bool same = background.index == -2 ? document->GetBKColor() == background.color
+                                                 : document->GetBKColorIndex() == background.index;
+        found = same ? i : found;
+    }
+    return ID_HOST_BACKGROUND_FIRST + found;
+}
+
 void CHostFrame::OnBackground(UINT id) {
-    m_background = static_cast<int>(id - ID_HOST_BACKGROUND_FIRST);
-    const Background& background = Backgrounds[m_background];
+    const Background& background = Backgrounds[id - ID_HOST_BACKGROUND_FIRST];
     CGraphicDocument* document = m_view.GetDocument();
     if (background.index == -2) {
         document->SetBKColor(background.color);
@@ -408,12 +362,13 @@ void CHostFrame::OnBackground(UINT id) {
     }
     document->SetFGColorIndex(background.pen);
     document->SetModifiedFlag(TRUE); // the background is saved with the drawing
+    if (CDrawingHistory* history = m_view.GetHistory()) {
+        const CString name = PlainCaption(LoadText(IDS_MENU_BACKGROUND));
+        history->Mark(name, name);
+    }
     m_view.Invalidate();
 }
 
 void CHostFrame::OnAbout() {
-    AfxMessageBox(L"NRVectorView 演示\n\n嵌入 CVectorView 的宿主程序：滚轮缩放，按住中键平移，双击中键全屏缩放。\n"
-                  L"单击选择对象，再单击夹点进行编辑；任意键取消选择。\n"
-                  L"参数窗格嵌入 CVectorViewParm：单击数值即可编辑，Tab 或回车到下一项，F6 切换窗格。",
-                  MB_OK | MB_ICONINFORMATION);
+    AfxMessageBox(LoadText(IDS_ABOUT), MB_OK | MB_ICONINFORMATION);
 }

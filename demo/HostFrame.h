@@ -7,7 +7,9 @@
 
 #include <vector>
 
+#include "DemoData.h"
 #include "HostView.h"
+#include "SectionDrawing.h"
 #include "SectionView.h"
 #include "SplitBar.h"
 
@@ -23,8 +25,13 @@ public:
     void OpenSection();
     // From the program's idle time: status bar, title, focus.
     void UpdateShown();
+    // Offers the drawings of programs that were killed, and opens one that is wanted; false when there was none.
+    bool OfferRecovery();
     // Counts the messages that are shown to the user: by it the frame detects that a load reported a failure.
     void NoteMessage() { ++m_messages; }
+
+    static const UINT SnapCount = 4;
+    static const UINT BackgroundCount = 4;
 
 protected:
     BOOL PreTranslateMessage(MSG* message) override;
@@ -36,6 +43,11 @@ protected:
     afx_msg void OnClose();
     afx_msg void OnDestroy();
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL sysMenu);
+    afx_msg void OnMenuSelect(UINT id, UINT flags, HMENU menu);
+    afx_msg void OnContextMenu(CWnd* from, CPoint point);
+    afx_msg LRESULT OnDpiChanged(WPARAM dots, LPARAM place);
+    afx_msg void OnTimer(UINT_PTR id);
+    afx_msg void OnDropFiles(HDROP drop);
     afx_msg void OnMeasureItem(int id, LPMEASUREITEMSTRUCT measure);
     afx_msg void OnDrawItem(int id, LPDRAWITEMSTRUCT draw);
     afx_msg void OnFileNew();
@@ -59,19 +71,39 @@ protected:
     afx_msg void OnProperties();
     afx_msg void OnDrawSection();
     afx_msg void OnSectionClick(NMHDR* header, LRESULT* result);
+    afx_msg void OnUndo();
+    afx_msg void OnRedo();
+    afx_msg void OnSelectAll();
+    afx_msg void OnClassic();
+    afx_msg void OnRecent(UINT id);
+    afx_msg void OnExample(UINT id);
     afx_msg void OnSnap(UINT id);
     afx_msg void OnBackground(UINT id);
     afx_msg void OnRunCommand(UINT id);
     DECLARE_MESSAGE_MAP()
 
 private:
+    // Panes of the status bar.
+    static const int PaneCommand = 0;
+    static const int PanePoint = 1;
+    static const int PaneScale = 2;
+    static const int PaneModes = 3;
+
+    static CString GetSnapName(UINT i);
+    bool IsEnabled(UINT id);
+    bool IsChecked(UINT id);
+    UINT GetBackgroundItem();
+    CString Describe(UINT id);
+    void FillRecentMenu();
     void MakeMenus();
-    void AppendPaperItems(CMenu& file);
-    void AppendClipboardItems(CMenu& edit);
     // Whether a text is being edited, which then got the message.
     bool GiveToEdit(UINT message);
     void MakeCommandItems(CMenu& menu, bool edit);
-    void MakeImages();
+    void MakeImages(int size);
+    // Pixels at 96 dots per inch, in those of the window.
+    int Scaled(int pixels) const;
+    void ApplyScale();
+    void NameStep(CMenu& menu, UINT id, const CString& step);
     void SetItemImage(CMenu& menu, UINT id, int image);
     void MakeToolbar();
     void AddButton(UINT id, int image, const wchar_t* tip);
@@ -83,8 +115,11 @@ private:
     void ShowActivePane();
     void ShowSectionPane(bool show);
     void MoveSplit(int x);
-    // Replaces what the last call has drawn; all other objects of the drawing stay.
-    void DrawSection();
+    // Replaces what the last call has drawn; all other objects of the drawing stay. The history begins anew, because it
+    // does not have the parameters. `changed`: the drawing has to be saved.
+    void DrawSection(bool changed);
+    // After a drawing has come from somewhere: fits it, and chooses what depends on its size.
+    void ShowLoaded();
     bool SaveAs();
     bool Save();
     bool MayDiscard();
@@ -96,20 +131,24 @@ private:
     CHostView m_view;
     CSectionView m_section;
     CSplitBar m_split;
-    std::vector<CDrawable*> m_drawn; // the section's objects in the drawing; the drawing owns them
-    bool m_drawsSection = false;     // the drawing follows the parameters and is not that of a file
+    std::vector<DrawnObject> m_drawn; // the section's objects in the drawing; the drawing owns them
+    bool m_drawsSection = false;      // the drawing follows the parameters and is not that of a file
     bool m_showSection = false;
     bool m_inSection = false; // the pane where the keyboard is, or was last
     int m_splitAt = 440;      // left edge of the bar
+    int m_dots = 96;          // Per inch.
+    CFont m_font;
     CStatusBarCtrl m_status;
     HWND m_toolbar = nullptr;
     HIMAGELIST m_images = nullptr;
     HACCEL m_keys = nullptr;
+    HMENU m_recentMenu = nullptr; // A part of the menu bar, which owns it.
+    CRecentFiles m_recent;
+    CRecoveryCopy m_recovery;
     CString m_shown[4]; // texts that the status bar shows
     CString m_title;
     CString m_path; // empty while the drawing has no file of its own
     int m_osnap = 15;
     int m_ortho = 0;
-    int m_background = 0;
     int m_messages = 0;
 };

@@ -26,8 +26,7 @@ bool CHostFrame::MakeSectionPane() {
         m_split.ShowWindow(SW_HIDE);
         m_section.SetChanged([this] {
             if (m_drawsSection) {
-                DrawSection();
-                m_view.GetDocument()->SetModifiedFlag(TRUE);
+                DrawSection(true);
             }
         });
     }
@@ -52,7 +51,8 @@ void CHostFrame::LayOut() {
         ::GetWindowRect(m_toolbar, &bar);
     }
     const int width = client.Width();
-    int edges[] = {std::max(120, width - 480), std::max(120, width - 310), std::max(120, width - 165), -1};
+    int edges[] = {std::max(120, width - Scaled(480)), std::max(120, width - Scaled(310)),
+                   std::max(120, width - Scaled(165)), -1};
     m_status.SetParts(4, edges);
 
     CRect rest(0, bar.Height(), width, std::max(bar.Height(), client.Height() - status.Height()));
@@ -174,15 +174,23 @@ void CHostFrame::OpenSection() {
     m_drawsSection = true;
     m_inSection = true;
     ShowSectionPane(true);
-    DrawSection();
+    DrawSection(false);
     m_section.Enter();
 }
 
-void CHostFrame::DrawSection() {
+void CHostFrame::DrawSection(bool changed) {
     m_view.BreakOff(false); // a running command may hold objects of the section
     m_view.EmptyProperties();
+    m_view.EnableHistory(0);
     RemoveObjects(m_view, m_drawn);
-    m_drawn = ::DrawSection(m_view, m_section.GetSection(), m_section.GetSectionName());
+    m_drawn.clear();
+    for (CDrawable* object : ::DrawSection(m_view, m_section.GetSection(), m_section.GetSectionName())) {
+        m_drawn.push_back({object, object->GetAlive()});
+    }
+    if (changed) {
+        m_view.GetDocument()->SetModifiedFlag(TRUE);
+    }
+    m_view.EnableHistory(1);
     m_view.ZoomAll();
 }
 
@@ -215,6 +223,5 @@ void CHostFrame::OnDrawSection() {
         ForgetDrawing();
         m_drawsSection = true;
     }
-    DrawSection();
-    m_view.GetDocument()->SetModifiedFlag(TRUE);
+    DrawSection(true);
 }

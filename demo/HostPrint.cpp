@@ -2,6 +2,7 @@
 
 #include "DemoIds.h"
 #include "HostFrame.h"
+#include "HostText.h"
 
 #include <DrawingRender.h>
 
@@ -43,7 +44,7 @@ HDC AskForPrinter(CWnd* owner, bool landscape, bool quietly) {
     // The default printer's settings, which get the sheet's direction.
     if (!::PrintDlgW(&dialog) || dialog.hDevMode == nullptr) {
         if (!quietly) {
-            AfxMessageBox(L"没有可用的打印机。", MB_OK | MB_ICONINFORMATION);
+            AfxMessageBox(LoadText(IDS_NO_PRINTER), MB_OK | MB_ICONINFORMATION);
         }
         return nullptr;
     }
@@ -123,7 +124,7 @@ bool PrintDrawing(CWnd* owner, CGraphicDocument* document, const CPaperChoice& c
         }
     }
     if (!done) {
-        AfxMessageBox(L"打印失败。", MB_OK | MB_ICONWARNING);
+        AfxMessageBox(LoadText(IDS_PRINT_FAILED), MB_OK | MB_ICONWARNING);
     }
     return done;
 }
@@ -145,7 +146,7 @@ CPrintPreview::CPrintPreview(CWnd* parent, CGraphicDocument* document)
 BOOL CPrintPreview::OnInitDialog() {
     CDialog::OnInitDialog();
     const HWND scale = ::GetDlgItem(m_hWnd, IDC_PREVIEW_SCALE);
-    for (const wchar_t* text : {L"适合纸张", L"1:1", L"1:2", L"1:5", L"1:10", L"1:20", L"1:50", L"1:100"}) {
+    for (const wchar_t* text : {LoadText(IDS_FIT_SHEET), L"1:1", L"1:2", L"1:5", L"1:10", L"1:20", L"1:50", L"1:100"}) {
         ::SendMessageW(scale, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
     }
     ::SendMessageW(scale, CB_SETCURSEL, 0, 0);
@@ -196,13 +197,13 @@ void CPrintPreview::ShowFacts() {
     CGePoint2d low;
     CGePoint2d high;
     if (render.Status() != RenderStatus::Done) {
-        text = L"比例超出范围";
+        text = LoadText(IDS_SCALE_RANGE);
     } else if (m_document->GetRect(low, high) == 0) {
-        text = L"图形为空";
+        text = LoadText(IDS_EMPTY_DRAWING);
     } else {
-        text.Format(L"比例 1:%.4g", unit * sheet.dotsPerInch / MillimetresPerInch);
+        text.Format(LoadText(IDS_SHEET_SCALE), unit * sheet.dotsPerInch / MillimetresPerInch);
         if (high.x - low.x > unit * sheet.printable.Width() || high.y - low.y > unit * sheet.printable.Height()) {
-            text += L"，图形超出纸张";
+            text += LoadText(IDS_OFF_SHEET);
         }
     }
     SetDlgItemText(IDC_PREVIEW_FACTS, text);
@@ -252,12 +253,6 @@ void CPrintPreview::OnPrint() {
 }
 
 // ---- The main window's commands
-
-void CHostFrame::AppendPaperItems(CMenu& file) {
-    file.AppendMenu(MF_SEPARATOR);
-    file.AppendMenu(MF_STRING, ID_HOST_PRINT_PREVIEW, L"打印预览(&V)…");
-    file.AppendMenu(MF_STRING, ID_FILE_PRINT, L"打印(&P)…\tCtrl+P");
-}
 
 void CHostFrame::OnPrintPreview() {
     m_view.BreakOff();

@@ -2,7 +2,12 @@
 
 #include "CommandTable.h"
 
+#include <DrawingHistory.h>
+#include <KXBaseOpr.h>
 #include <PropertyDialogHost.h>
+
+#include <algorithm>
+#include <cmath>
 
 BEGIN_MESSAGE_MAP(CHostView, CVectorView)
     ON_WM_LBUTTONDOWN()
@@ -11,6 +16,26 @@ BEGIN_MESSAGE_MAP(CHostView, CVectorView)
     ON_WM_MOUSEMOVE()
     ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
+
+namespace {
+
+const double PickDistance = 4.0; // Pixels, times the scale.
+const float TextHeight = 20.0f;  // Of a new text, in drawing units.
+
+} // namespace
+
+// The base's constructor has made an engine of its own: this override does not reach it.
+CHostView::CHostView() {
+    CHostView::OnCreateCommandOperationManager();
+    SetClassic(false);
+    EnableHistory(1);
+}
+
+void CHostView::OnCreateCommandOperationManager() {
+    FreeCommandOperationManager();
+    m_pManager = new CHostEngine(this, &m_Graphic, &m_CoordTran, GetDocument());
+    CKXMemoryManager::Instance()->AddMemoryInfo(m_pManager, __FILE__, __LINE__);
+}
 
 BOOL CHostView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {
     // Double clicks for the zoom on the middle button; no background and no device context of its own, as the view
@@ -27,8 +52,9 @@ void CHostView::RunCommand(int row) {
     const BOOL modified = document->IsModified();
     SetFocus();
     DoCommand(command.word);
-    if (command.flags & kCommandHarmless) {
-        // The view marks the drawing as modified after every word; moving the picture about is no change to save.
+    if ((command.flags & kCommandHarmless) && document->IsModified() != modified) {
+        // In the classic way the view marks the drawing after every word; moving the picture about is no change to
+        // save.
         document->SetModifiedFlag(modified);
     }
     if (command.running == CommandRunning::Installed) {
@@ -62,6 +88,129 @@ void CHostView::BreakOff(bool takeFocus) {
     if (takeFocus) {
         TakeFocus();
     }
+}
+
+int CHostView::OnBeforeUndo() {
+    BreakOff(false);
+    return CVectorView::OnBeforeUndo();
+}
+
+void CHostView::RestartHistory() {
+    if (CDrawingHistory* history = GetHistory()) {
+        history->Restart();
+    }
+}
+
+// ---- Options and selection
+
+void CHostView::SetClassic(bool classic) {
+    CEditingOptions options = classic ? CEditingOptions() : CEditingOptions::Comfortable();
+    // The figures of dimensions are as high as texts, and legible in a large drawing.
+    CGePoint2d low;
+    CGePoint2d high;
+    options.figureHeight = TextHeight;
+    if (GetDocument()->GetRect(low, high)) {
+        const double extent = std::max(high.x - low.x, high.y - low.y);
+        options.figureHeight = std::max(TextHeight, static_cast<float>(extent / 40.0));
+    }
+    options.pixelScale = m_pixelScale;
+    GetDocument()->SetEditingOptions(options);
+}
+
+void CHostView::SetPixelScale(float scale, CFont& font) {
+    m_pixelScale = scale;
+    m_font = font;
+    if (m_figure != nullptr) {
+        ::SendMessageW(m_figure, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+    }
+    SetClassic(IsClassic());
+    if (m_hWnd != nullptr) {
+        Invalidate();
+    }
+}
+
+bool CHostView::IsClassic() {
+    return !GetDocument()->GetEditingOptions().previewsReturn;
+}
+
+bool CHostView::CanSelectAll() {
+    CGraphicDocument* document = GetDocument();
+    return document->GetSelectedDrawableObjs()->GetSize() < document->GetDrawableObjs()->GetSize();
+}
+
+void CHostView::SelectAll() {
+    const CDrawableArray& objects = *GetDocument()->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        CDrawable* object = objects.GetAt(i);
+        if (object->isCanSelect() && object->GetIsShow()) {
+            GetDocument()->AddSelected(object);
+        }
+    }
+    Invalidate();
+}
+
+CDrawable* CHostView::SelectAt(CPoint point) {
+    CGePoint2d place;
+    GetVectorViewCoordTran()->LPToDP(point, place);
+    const CDrawableArray& objects = *GetDocument()->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        CDrawable* object = objects.GetAt(i);
+        const double distance = static_cast<double>(object->HitTest(place));
+        if (object->isCanSelect() && static_cast<double>(GetVectorViewCoordTran()->DToL(distance)) <=
+                                         PickDistance * static_cast<double>(m_pixelScale)) {
+            if (!GetDocument()->IsSelected(object)) {
+                GetDocument()->RemoveAllSelected();
+                GetDocument()->AddSelected(object);
+                Invalidate();
+            }
+            return object;
+        }
+    }
+    return nullptr;
+}
+
+bool CHostView::TakeMenuWish() {
+    const bool wish = m_wantsMenu;
+    m_wantsMenu = false;
+    return wish;
+}
+
+// ---- The figure beside the band
+
+void CHostView::ShowBandFigure() {
+    CPoint from;
+    CPoint to;
+    // In the classic way a small repaint beside the band would leave pieces of it.
+    if (!GetManager()->GetHasCommand() || IsClassic() || !GetManager()->GetBand(from, to)) {
+        if (m_figure != nullptr) {
+            ::ShowWindow(m_figure, SW_HIDE);
+        }
+        return;
+    }
+    if (m_figure == nullptr) {
+        m_figure = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_CENTER | WS_BORDER, 0, 0, 0, 0, m_hWnd, nullptr,
+                                     AfxGetInstanceHandle(), nullptr);
+        ::SendMessageW(m_figure, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+    }
+    const double dx = to.x - from.x;
+    const double dy = from.y - to.y;
+    const double length = GetVectorViewCoordTran()->LToD(static_cast<float>(std::hypot(dx, dy)));
+    double angle = std::atan2(dy, dx) * 57.29577951308232;
+    angle = angle < 0.0 ? angle + 360.0 : angle;
+    CString text;
+    text.Format(L"%.1f  %.1f°", length, angle);
+    if (text != m_figureText) {
+        m_figureText = text;
+        ::SetWindowTextW(m_figure, text);
+    }
+    CRect client;
+    GetClientRect(&client);
+    const auto scaled = [this](int pixels) { return static_cast<int>(static_cast<float>(pixels) * m_pixelScale); };
+    const CSize size(scaled(110), scaled(18));
+    // Beside the mouse, within the view.
+    const int x = std::min<int>(m_cursor.x + scaled(20), client.right - size.cx);
+    const int y = std::min<int>(m_cursor.y + scaled(20), client.bottom - size.cy);
+    ::SetWindowPos(m_figure, nullptr, x, y, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
 // ---- Properties
@@ -172,6 +321,7 @@ void CHostView::OnLButtonDown(UINT nFlags, CPoint point) {
 
 void CHostView::OnRButtonDown(UINT nFlags, CPoint point) {
     TakeFocus();
+    m_wantsMenu = !GetManager()->GetHasCommand();
     const int row = GetCommandRow();
     if (row >= 0 && (CommandRows[row].flags & kCommandRestores) && !CanRestore()) {
         // Before the base point there is nothing to put back, and the command would fail to read its empty memory.
@@ -191,6 +341,7 @@ void CHostView::OnMouseMove(UINT nFlags, CPoint point) {
     m_cursor = point;
     m_hasCursor = true;
     CVectorView::OnMouseMove(nFlags, point);
+    ShowBandFigure();
 }
 
 void CHostView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {

@@ -3,20 +3,35 @@
 #pragma once
 
 #include <vectorview.h>
-#include <CommandOperationManager.h>
+
+#include "HostEngine.h"
 
 class CHostView : public CVectorView {
 public:
-    CHostView() = default;
+    CHostView();
 
     BOOL CreateIn(CWnd* parent, const RECT& rect, UINT id);
-    CCommandOperationManager* GetManager() {
-        return static_cast<CCommandOperationManager*>(GetCommandOperationManager());
-    }
+    CHostEngine* GetManager() { return static_cast<CHostEngine*>(GetCommandOperationManager()); }
     // Starts the command of a row of the table.
     void RunCommand(int row);
     // The row of the running command; -1 when none runs, or one that a click has started.
     int GetCommandRow();
+    // The left clicks that the running command has got.
+    int GetClicks() const { return m_clicks; }
+    // The library's editing options: all on, or off for the classic behaviour.
+    void SetClassic(bool classic);
+    // The factor for apertures, markers and the figure beside the band; the font of that figure stays the caller's.
+    void SetPixelScale(float scale, CFont& font);
+    bool IsClassic();
+    bool CanSelectAll();
+    void SelectAll();
+    // Selects the object at a place in client pixels instead of all others, unless it is selected already; null where
+    // there is none.
+    CDrawable* SelectAt(CPoint point);
+    // Whether the right button went down while no command was running: then it asks for a menu. Only once.
+    bool TakeMenuWish();
+    // Shows the length and the angle of the band beside the mouse, or hides them where there is no band.
+    void ShowBandFigure();
     // Breaks the running command off and repaints, which takes its previews off the window.
     void BreakOff(bool takeFocus = true);
     // The view itself takes no focus; without it neither keys nor the wheel would arrive. The edit box keeps it.
@@ -31,10 +46,15 @@ public:
     // Shows the objects of a stream at the mouse and adds them at the next click. False for a stream that is not whole.
     bool PlaceObjects(const CByteArray& bytes);
     bool IsPlacing() { return GetCommandRow() < 0 && m_placing; }
+    // The history begins anew: after a change that is no step, such as a drawing that is made or recovered.
+    void RestartHistory();
     // The drawing point under the mouse; false while the mouse has not been over the view yet.
     bool GetCursorPoint(CGePoint2d& point);
 
 protected:
+    void OnCreateCommandOperationManager() override;
+    // Breaks off what runs as Escape does.
+    int OnBeforeUndo() override;
     BOOL PreTranslateMessage(MSG* message) override;
 
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
@@ -48,6 +68,11 @@ private:
     bool HandleEditKey(const MSG& message);
     bool CanRestore();
 
+    HWND m_figure = nullptr; // A static control, which lets the mouse through.
+    CString m_figureText;
+    float m_pixelScale = 1.0f;
+    HFONT m_font = nullptr;
+    bool m_wantsMenu = false;
     CPoint m_cursor;
     bool m_hasCursor = false;
     int m_row = -1;         // row of the command started last

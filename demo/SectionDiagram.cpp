@@ -1,5 +1,8 @@
 #include "SectionDiagram.h"
 
+#include "DemoIds.h"
+#include "HostText.h"
+
 #include <TextParm.h>
 #include <vectorview.h>
 
@@ -31,14 +34,13 @@ struct Parameter {
 
 // In the order in which Tab walks.
 const Parameter Parameters[] = {
-    {L"h", &WeldedSection::height, Kind::Number, 40, 400, 68,
-     L"截面高度，两翼缘外表面之间||必须大于两块翼缘的厚度||mm"},
-    {L"b", &WeldedSection::width, Kind::Number, 202, 555, 64, L"翼缘宽度||必须大于腹板厚度||mm"},
-    {L"tw", &WeldedSection::web, Kind::Number, 316, 424, 60, L"腹板厚度||必须小于翼缘宽度||mm"},
-    {L"tf", &WeldedSection::flange, Kind::Number, 376, 508, 56, L"翼缘厚度||两块之和必须小于截面高度||mm"},
-    {L"s", &WeldedSection::fillet, Kind::Number, 316, 355, 60, L"角焊缝的焊脚尺寸，0 表示不计焊缝||||mm"},
-    {L"L", &WeldedSection::length, Kind::Real, 204, 202, 76, L"构件长度||||mm"},
-    {SectionDiagram::NameOfSection, nullptr, Kind::Free, 60, 618, 150, L"构件编号||任意文字||"},
+    {L"h", &WeldedSection::height, Kind::Number, 40, 400, 68, LoadText(IDS_PARM_H)},
+    {L"b", &WeldedSection::width, Kind::Number, 202, 555, 64, LoadText(IDS_PARM_B)},
+    {L"tw", &WeldedSection::web, Kind::Number, 316, 424, 60, LoadText(IDS_PARM_TW)},
+    {L"tf", &WeldedSection::flange, Kind::Number, 376, 508, 56, LoadText(IDS_PARM_TF)},
+    {L"s", &WeldedSection::fillet, Kind::Number, 316, 355, 60, LoadText(IDS_PARM_S)},
+    {L"L", &WeldedSection::length, Kind::Real, 204, 202, 76, LoadText(IDS_PARM_L)},
+    {SectionDiagram::NameOfSection, nullptr, Kind::Free, 60, 618, 150, LoadText(IDS_PARM_NAME)},
 };
 
 struct Row {
@@ -51,11 +53,11 @@ struct Row {
 };
 
 const Row Rows[] = {
-    {L"A", L"截面面积 A", L"cm²", L"毛截面面积，含四条角焊缝", false, 118},
-    {L"Ix", L"惯性矩 Ix", L"cm⁴", L"对平行于翼缘的形心轴", false, 92},
-    {L"Iy", L"惯性矩 Iy", L"cm⁴", L"对平行于腹板的形心轴", false, 66},
-    {L"g", L"每米质量", L"kg/m", L"钢的密度为 7850 kg/m³", false, 40},
-    {L"G", L"总质量", L"kg", L"每米质量乘以构件长度", true, 14},
+    {L"A", LoadText(IDS_ROW_A), L"cm²", LoadText(IDS_DES_A), false, 118},
+    {L"Ix", LoadText(IDS_ROW_IX), L"cm⁴", LoadText(IDS_DES_IX), false, 92},
+    {L"Iy", LoadText(IDS_ROW_IY), L"cm⁴", LoadText(IDS_DES_IY), false, 66},
+    {L"g", LoadText(IDS_ROW_G), L"kg/m", LoadText(IDS_DES_G), false, 40},
+    {L"G", LoadText(IDS_ROW_MASS), L"kg", LoadText(IDS_DES_MASS), true, 14},
 };
 
 // The scheme, always of the same proportions.
@@ -159,8 +161,8 @@ void SectionDiagram::Make(CVectorView& view) {
     }
     MakeScheme(view);
 
-    Text(view, 12, 618, L"编号", Caption);
-    Text(view, 236, 618, L"焊接工字形截面", Caption);
+    Text(view, 12, 618, LoadText(IDS_CAPTION_NAME), Caption);
+    Text(view, 236, 618, LoadText(IDS_CAPTION_SECTION), Caption);
     Text(view, 22, 400, L"h", Dimension);
     Text(view, 184, 555, L"b", Dimension);
     Text(view, 293, 424, L"tw", Dimension);
@@ -168,7 +170,7 @@ void SectionDiagram::Make(CVectorView& view) {
     Text(view, 300, 355, L"s", Dimension);
     Text(view, 186, 202, L"L", Dimension);
     Line(view, 12, 156, 420, 156, Dimension);
-    Text(view, 12, 150, L"计算结果（含焊缝，钢材 7850 kg/m³）", Caption);
+    Text(view, 12, 150, LoadText(IDS_CAPTION_RESULTS), Caption);
     for (const Row& row : Rows) {
         Text(view, 28, row.y, row.caption, Caption);
         Text(view, 326, row.y, row.unit, Caption);

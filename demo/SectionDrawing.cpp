@@ -1,5 +1,8 @@
 #include "SectionDrawing.h"
 
+#include "DemoIds.h"
+#include "HostText.h"
+
 #include <KXBaseOpr.h>
 #include <Text.h>
 #include <VectorLabel.h>
@@ -145,14 +148,14 @@ void Sheet::DrawFigures(const CString& name) {
         y -= 1.5 * m_text;
     };
     CString text;
-    row(name + L"  焊接工字钢 " + FormatLength(m_section.height) + L"×" + FormatLength(m_section.width) + L"×" +
-        FormatLength(m_section.web) + L"×" + FormatLength(m_section.flange) + L"，L = " +
-        FormatLength(m_section.length));
+    row(name + L"  " + LoadText(IDS_SECTION_NAME) + FormatLength(m_section.height) + L"×" +
+        FormatLength(m_section.width) + L"×" + FormatLength(m_section.web) + L"×" + FormatLength(m_section.flange) +
+        LoadText(IDS_SECTION_LENGTH) + FormatLength(m_section.length));
     text.Format(L"A = %.2f cm²", figures.area / 1e2);
     row(text);
-    text.Format(L"Ix = %.1f cm⁴，Iy = %.1f cm⁴", figures.inertiaX / 1e4, figures.inertiaY / 1e4);
+    text.Format(LoadText(IDS_SECTION_INERTIA), figures.inertiaX / 1e4, figures.inertiaY / 1e4);
     row(text);
-    text.Format(L"%.2f kg/m，共 %.1f kg", figures.massPerMetre, figures.mass);
+    text.Format(LoadText(IDS_SECTION_MASS), figures.massPerMetre, figures.mass);
     row(text);
 }
 
@@ -168,15 +171,15 @@ std::vector<CDrawable*> DrawSection(CVectorView& view, const WeldedSection& sect
     return sheet.Take();
 }
 
-void RemoveObjects(CVectorView& view, const std::vector<CDrawable*>& objects) {
+void RemoveObjects(CVectorView& view, const std::vector<DrawnObject>& objects) {
     CGraphicDocument* document = view.GetDocument();
-    for (CDrawable* object : objects) {
+    for (const auto& [object, alive] : objects) {
         CDrawableArray* list = document->GetDrawableObjs();
         bool there = false;
-        for (INT_PTR i = 0; i < list->GetSize() && !there; ++i) {
+        for (INT_PTR i = 0; i < list->GetSize() && !there && alive.IsAlive(); ++i) {
             there = list->GetAt(i) == object;
         }
-        // One that the user has erased stays allocated by the library's design, and is no longer ours.
+        // One that the user has erased is the history's.
         if (there) {
             document->DeleteObject(object);
             CKXMemoryManager::Instance()->RemoveMemoryInfo(object, __FILE__, __LINE__);

@@ -12,8 +12,14 @@
 // back the new objects. They belong to the view's document. Does not repaint.
 std::vector<CDrawable*> DrawSection(CVectorView& view, const WeldedSection& section, const CString& name);
 
+// An object of the drawing, which may have been freed meanwhile.
+struct DrawnObject {
+    CDrawable* object;
+    CKxAliveToken alive;
+};
+
 // Takes those of `objects` that the drawing still holds out of it and frees them. No command may be running.
-void RemoveObjects(CVectorView& view, const std::vector<CDrawable*>& objects);
+void RemoveObjects(CVectorView& view, const std::vector<DrawnObject>& objects);
 
 // A length as a draughtsman writes it: at most two decimals, no zeros after them.
 CString FormatLength(double value);

@@ -1,5 +1,8 @@
 #include "SectionView.h"
 
+#include "DemoIds.h"
+#include "HostText.h"
+
 #include <KxBaseClass.h>
 #include <TextParm.h>
 
@@ -124,7 +127,7 @@ void CSectionView::OnPreEditParm(CTextParm* parm, unsigned int&, int&, CString&)
 }
 
 void CSectionView::ShowResult(CTextParm* parm) {
-    m_result = parm->GetText() + L"：" + parm->GetParmDes() + L"（计算结果，不能编辑）";
+    m_result = parm->GetText() + LoadText(IDS_COLON) + parm->GetParmDes() + LoadText(IDS_RESULT);
 }
 
 void CSectionView::BackToBox() {
@@ -197,21 +200,22 @@ void CSectionView::OnEditTabDown(CTextParm* current) {
 CString CSectionView::FindReason(CTextParm* parm, CString text) {
     text = Trimmed(text);
     if (text.GetLength() > LongestText) {
-        return L"内容太长";
+        return LoadText(IDS_TOO_LONG);
     }
     const CString expression = parm->GetParmRegularExp();
     if (text.IsEmpty() && (!expression.IsEmpty() || parm->GetParmName() == SectionDiagram::NameOfSection)) {
-        return L"不能为空";
+        return LoadText(IDS_EMPTY_VALUE);
     }
     if (!expression.IsEmpty() && !Matches(expression, text)) {
-        return L"“" + text + L"”不是有效的数值" +
-               (expression == RealKeyword ? L"：请输入实数" : L"：请输入不带符号的数，如 12 或 0.5");
+        CString reason;
+        reason.Format(LoadText(expression == RealKeyword ? IDS_NOT_REAL : IDS_NOT_NUMBER), static_cast<LPCTSTR>(text));
+        return reason;
     }
     WeldedSection wanted = m_section;
     if (double* value = SectionDiagram::ValueOf(wanted, parm->GetParmName())) {
         *value = _wtof(text);
-        if (const wchar_t* fault = wanted.FindFault()) {
-            return fault;
+        if (const unsigned fault = wanted.FindFault()) {
+            return LoadText(fault);
         }
     }
     return CString();
@@ -315,9 +319,15 @@ int CSectionView::DrawSpecInfo(CDC* dc, int) {
     return 1;
 }
 
+void CSectionView::SetPixelScale(float scale) {
+    CEditingOptions options;
+    options.pixelScale = scale;
+    GetDocument()->SetEditingOptions(options);
+}
+
 CString CSectionView::GetHint() {
     if (IsRefused()) {
-        return m_reason + L"；Esc 恢复原值";
+        return m_reason + LoadText(IDS_ESCAPE_VALUE);
     }
     if (m_pEditParm == nullptr && !m_result.IsEmpty()) {
         return m_result;
@@ -330,10 +340,9 @@ CString CSectionView::GetHint() {
     const int count = KxMfc::Fun::Split(parm->GetParmDes(), L"||", pieces);
     CString hint = pieces[0];
     if (count >= 3 && !pieces[2].IsEmpty()) {
-        hint += L"（" + pieces[2] + L"）";
+        hint += L" (" + pieces[2] + L")";
     }
-    return hint + (m_pEditParm != nullptr ? L"：Tab/回车 下一项，Shift+Tab 上一项，Esc 恢复原值"
-                                          : L"：回车或键入数值开始编辑，Tab/方向键 换项，F6 换窗格");
+    return hint + (m_pEditParm != nullptr ? LoadText(IDS_HINT_EDIT) : LoadText(IDS_HINT_WALK));
 }
 
 // ---- Keys and mouse

@@ -27,6 +27,8 @@ public:
     CString GetHint();
     // After a click on a result: the hint tells what it is.
     void ShowResult(CTextParm* parm);
+    // The factor for the aperture of clicks.
+    void SetPixelScale(float scale);
     bool IsRefused() const { return !m_reason.IsEmpty(); }
 
 protected:

@@ -1,5 +1,7 @@
 #include "WeldedSection.h"
 
+#include "DemoIds.h"
+
 #include <cmath>
 
 namespace {
@@ -16,26 +18,26 @@ bool IsSize(double value) {
 
 } // namespace
 
-const wchar_t* WeldedSection::FindFault() const {
+unsigned WeldedSection::FindFault() const {
     if (!IsSize(height) || !IsSize(width) || !IsSize(web) || !IsSize(flange) || !IsSize(length)) {
-        return L"尺寸必须大于 0，且不超过 100000 mm";
+        return IDS_FAULT_SIZE;
     }
     if (!(fillet >= 0.0) || fillet > Largest) {
-        return L"焊脚尺寸不能小于 0";
+        return IDS_FAULT_WELD;
     }
     if (web >= width) {
-        return L"腹板厚度必须小于截面宽度";
+        return IDS_FAULT_WEB;
     }
     if (2.0 * flange >= height) {
-        return L"两块翼缘的厚度之和必须小于截面高度";
+        return IDS_FAULT_FLANGE;
     }
     if (web + 2.0 * fillet > width) {
-        return L"焊脚超出翼缘边缘：腹板厚度加两个焊脚不能大于截面宽度";
+        return IDS_FAULT_WELD_WIDE;
     }
     if (2.0 * fillet > GetWebHeight()) {
-        return L"腹板上放不下焊缝：两个焊脚不能大于腹板净高";
+        return IDS_FAULT_WELD_HIGH;
     }
-    return nullptr;
+    return 0;
 }
 
 SectionFigures ComputeFigures(const WeldedSection& section) {

@@ -13,8 +13,8 @@ struct WeldedSection {
 
     // The clear height of the web between the flanges.
     double GetWebHeight() const { return height - 2.0 * flange; }
-    // Why these sizes make no section, in the user's words; null when they do.
-    const wchar_t* FindFault() const;
+    // The number of the text that says why these sizes make no section; 0 when they do.
+    unsigned FindFault() const;
 };
 
 // Kilograms in a cubic metre.

@@ -6,6 +6,11 @@
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 : "${NR_WITH_WINE:?}" "${NR_DEMO:?}" "${NR_OUT:?}" "${DISPLAY:?}"
 
+# What the demo keeps from one start to the next has no place in the pictures.
+kept=$(mktemp -d)
+NRVV_DEMO_DATA=Z:${kept//\//\\}
+export NRVV_DEMO_DATA
+
 demo=
 window=
 
@@ -23,7 +28,7 @@ close_demo() {
     wait "$demo" 2>/dev/null
     demo=
 }
-trap close_demo EXIT
+trap 'close_demo; rm -rf "$kept"' EXIT
 
 find_window() { timeout 10 xdotool search --onlyvisible --name 'NRVectorView' 2>/dev/null | tail -n 1; }
 
@@ -35,7 +40,7 @@ open_demo() {
         [ -n "$(find_window)" ] || break # the one before is still going
         sleep 0.1
     done
-    "$NR_WITH_WINE" "$NR_DEMO" "$@" >"$NR_OUT/demo.log" 2>&1 &
+    "$NR_WITH_WINE" "$NR_DEMO" --lang zh "$@" >"$NR_OUT/demo.log" 2>&1 &
     demo=$!
     for ((tries = 0; tries < 150; tries++)); do
         window=$(find_window)

@@ -79,6 +79,27 @@ TEST(OperationPlaceObjects, TheObjectsAreSeenAtTheMouseAndLeaveNoTrace) {
     }
 }
 
+// A repaint of the left half of the preview wipes that half, and the next move would draw the right half away.
+TEST(OperationPlaceObjects, WherePreviewsReturnARepaintOfAPartLeavesTheWholePreview) {
+    for (const bool on : {false, true}) {
+        ViewDriver d;
+        CEditingOptions options;
+        options.previewsReturn = on;
+        d.Document().SetEditingOptions(options);
+        d.TakeFresh();
+        ASSERT_EQ(1, Begin(d, LineAndCircle()));
+        d.MoveTo(100, 120);
+        const Picture before = d.Take();
+        const CRect left(0, 0, 120, 300);
+        d.view.InvalidateRect(&left);
+        d.Update();
+        EXPECT_EQ(on, d.Take().Difference(before) == 0);
+        d.RightAt(100, 120);
+        d.Update();
+        EXPECT_EQ(0, d.DifferenceFromFresh());
+    }
+}
+
 TEST(OperationPlaceObjects, ManyMovesDoNotMoveTheObjectsByRounding) {
     ViewDriver d;
     ASSERT_EQ(1, Begin(d, LineAndCircle()));

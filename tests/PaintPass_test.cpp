@@ -154,6 +154,12 @@ struct PaintedHost {
         view.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         return TakePicture(view);
     }
+    void SetOptions(bool textsAsShown, float pixelScale) {
+        CEditingOptions options;
+        options.textsAsShown = textsAsShown;
+        options.pixelScale = pixelScale;
+        view.GetDocument()->SetEditingOptions(options);
+    }
     Picture All() {
         view.PaintAll();
         return TakePicture(view);
@@ -198,6 +204,48 @@ TEST(PaintPass, RandomDrawingsLookTheSameAtEveryZoom) {
         }
     }
     EXPECT_EQ(120, compared);
+}
+
+// The grips reach 3 * 4 pixels around their points. Each line runs along an edge of the window, 10 pixels outside.
+TEST(PaintPass, LargeGripsOfASelectedLineOutsideAreDrawn) {
+    PaintedHost host;
+    host.SetOptions(false, 4.0f);
+    const CGePoint2d lines[][2] = {{{-10, 100}, {-10, 200}}, {{410, 100}, {410, 200}}, {{100, -10}, {200, -10}}};
+    for (const auto& ends : lines) {
+        CDrawable* line = host.view.AddLine(ends[0], ends[1], Gdiplus::Color(0xFFFFFFFF), 1);
+        line->SetDrawState(CDrawable::Normal);
+        EXPECT_EQ(host.Own().Count(0), 400 * 300);
+        line->SetDrawState(CDrawable::Selected);
+        const Picture shown = host.Own();
+        EXPECT_LT(shown.Count(0), 400 * 300 - 40);
+        EXPECT_EQ(0, host.All().Difference(shown));
+        line->SetDrawState(CDrawable::Normal);
+    }
+}
+
+// The paint of a text notes the width that it is shown with, also where nothing of it is seen.
+TEST(PaintPass, ATextOutOfSightIsHitOverItsShownWidthAndNoLongerWhenTheOptionGoes) {
+    PaintedHost host;
+    CDrawable* texts[2] = {new CText, new CTextParm};
+    for (CDrawable* object : texts) {
+        auto* text = static_cast<CText*>(object);
+        text->SetPos(CGePoint2d(-4000, 5000));
+        text->SetText(L"MMMMMMMMMMMM");
+        text->SetTextHeight(20);
+        text->SetTextWide(20);
+        host.view.GetDocument()->AddDrawAobject(text);
+    }
+    // Before a parameter text has been painted once it is never left out: it has no height yet.
+    host.Own();
+    for (const bool on : {false, true, false}) {
+        host.SetOptions(on, 1.0f);
+        host.Own();
+        for (CDrawable* text : texts) {
+            EXPECT_EQ(text->HitTest(CGePoint2d(-3995, 4995)), 0.0f);
+            // Twelve wide letters of a height of 20 units are wider than 80.
+            EXPECT_EQ(text->HitTest(CGePoint2d(-3920, 4995)) == 0.0f, on);
+        }
+    }
 }
 
 // The window's edges are at x = 0 and 400, y = 0 and 300; each line is moved across them pixel by pixel, with a pen as

@@ -2,10 +2,11 @@
 // Layer 16: tests.
 #include "../demo/WeldedSection.h"
 
+#include "../demo/DemoIds.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <string>
 
 namespace {
 
@@ -18,11 +19,6 @@ WeldedSection Section(double height, double width, double web, double flange, do
     section.fillet = fillet;
     section.length = length;
     return section;
-}
-
-bool Says(const WeldedSection& section, const wchar_t* word) {
-    const wchar_t* fault = section.FindFault();
-    return fault != nullptr && std::wstring(fault).find(word) != std::wstring::npos;
 }
 
 } // namespace
@@ -63,37 +59,38 @@ TEST(WeldedSection, TheLengthChangesTheMassOnly) {
 }
 
 TEST(WeldedSection, TheSizesThatItBeginsWithAreGood) {
-    EXPECT_EQ(nullptr, WeldedSection().FindFault());
+    EXPECT_EQ(0u, WeldedSection().FindFault());
 }
 
 TEST(WeldedSection, AWebAsThickAsTheFlangeIsWideIsRefused) {
-    EXPECT_TRUE(Says(Section(400, 200, 200, 12, 0, 6000), L"腹板厚度必须小于截面宽度"));
-    EXPECT_EQ(nullptr, Section(400, 200, 199, 12, 0, 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WEB), Section(400, 200, 200, 12, 0, 6000).FindFault());
+    EXPECT_EQ(0u, Section(400, 200, 199, 12, 0, 6000).FindFault());
 }
 
 TEST(WeldedSection, FlangesThatFillTheHeightAreRefused) {
-    EXPECT_TRUE(Says(Section(400, 200, 8, 200, 0, 6000), L"小于截面高度"));
-    EXPECT_EQ(nullptr, Section(400, 200, 8, 199, 0, 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_FLANGE), Section(400, 200, 8, 200, 0, 6000).FindFault());
+    EXPECT_EQ(0u, Section(400, 200, 8, 199, 0, 6000).FindFault());
 }
 
 TEST(WeldedSection, WeldsMustFitOnFlangeAndWeb) {
     // (200 - 8) / 2 = 96 on the flange; a web 20 high takes two legs of 10.
-    EXPECT_TRUE(Says(Section(400, 200, 8, 12, 96.5, 6000), L"超出翼缘"));
-    EXPECT_EQ(nullptr, Section(400, 200, 8, 12, 96, 6000).FindFault());
-    EXPECT_TRUE(Says(Section(44, 200, 8, 12, 10.5, 6000), L"腹板上放不下"));
-    EXPECT_EQ(nullptr, Section(44, 200, 8, 12, 10, 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD_WIDE), Section(400, 200, 8, 12, 96.5, 6000).FindFault());
+    EXPECT_EQ(0u, Section(400, 200, 8, 12, 96, 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD_HIGH), Section(44, 200, 8, 12, 10.5, 6000).FindFault());
+    EXPECT_EQ(0u, Section(44, 200, 8, 12, 10, 6000).FindFault());
 }
 
 TEST(WeldedSection, SizesAreAboveNothingAndFinite) {
     for (const double wrong :
          {0.0, -1.0, 100001.0, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
-        EXPECT_TRUE(Says(Section(wrong, 200, 8, 12, 6, 6000), L"大于 0")) << wrong;
-        EXPECT_TRUE(Says(Section(400, wrong, 8, 12, 6, 6000), L"大于 0")) << wrong;
-        EXPECT_TRUE(Says(Section(400, 200, wrong, 12, 6, 6000), L"大于 0")) << wrong;
-        EXPECT_TRUE(Says(Section(400, 200, 8, wrong, 6, 6000), L"大于 0")) << wrong;
-        EXPECT_TRUE(Says(Section(400, 200, 8, 12, 6, wrong), L"大于 0")) << wrong;
+        EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_SIZE), Section(wrong, 200, 8, 12, 6, 6000).FindFault()) << wrong;
+        EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_SIZE), Section(400, wrong, 8, 12, 6, 6000).FindFault()) << wrong;
+        EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_SIZE), Section(400, 200, wrong, 12, 6, 6000).FindFault()) << wrong;
+        EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_SIZE), Section(400, 200, 8, wrong, 6, 6000).FindFault()) << wrong;
+        EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_SIZE), Section(400, 200, 8, 12, 6, wrong).FindFault()) << wrong;
     }
-    EXPECT_TRUE(Says(Section(400, 200, 8, 12, -1, 6000), L"焊脚"));
-    EXPECT_TRUE(Says(Section(400, 200, 8, 12, std::numeric_limits<double>::quiet_NaN(), 6000), L"焊脚"));
-    EXPECT_EQ(nullptr, Section(400, 200, 8, 12, 0, 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD), Section(400, 200, 8, 12, -1, 6000).FindFault());
+    EXPECT_EQ(static_cast<unsigned>(IDS_FAULT_WELD),
+              Section(400, 200, 8, 12, std::numeric_limits<double>::quiet_NaN(), 6000).FindFault());
+    EXPECT_EQ(0u, Section(400, 200, 8, 12, 0, 6000).FindFault());
 }

@@ -2,6 +2,8 @@
 
 #include "CommandOperationManager.h"
 #include "Document.h"
+#include "DrawingHistory.h"
+#include "MemoryInfo.h"
 #include "support/BoxAnswer.h"
 #include "support/CallMatrix.h"
 
@@ -143,7 +145,55 @@ std::vector<CallState> StatesInsideEvents() {
     };
 }
 
+// The states with the history of the view switched on, and a step to be undone.
+std::vector<CallState> WithHistory(std::vector<CallState> states) {
+    for (CallState& state : states) {
+        state.enter = [enter = state.enter](CallHost& h) {
+            h.view->EnableHistory(1);
+            h.view->AddLine(CGePoint2d(300, 200), CGePoint2d(350, 200), Gdiplus::Color(255, 1, 2, 3), 1);
+            enter(h);
+        };
+    }
+    return states;
+}
+
+std::vector<CallRow> HistoryCalls() {
+    return {
+        {"Undo", [](CallHost& h) { h.view->Undo(); }},
+        {"Undo, Undo, Redo",
+         [](CallHost& h) {
+             h.view->Undo();
+             h.view->Undo();
+             h.view->Redo();
+         }},
+        {"Mark", [](CallHost& h) { h.view->GetHistory()->Mark(); }},
+        {"AddLine",
+         [](CallHost& h) { h.view->AddLine(CGePoint2d(1, 2), CGePoint2d(3, 4), Gdiplus::Color(255, 1, 2, 3), 1); }},
+        {"EnableHistory(0)", [](CallHost& h) { h.view->EnableHistory(0); }},
+        {"Reset",
+         [](CallHost& h) {
+             h.Document().Reset();
+             h.view->Undo();
+         }},
+        {"SetDocument",
+         [](CallHost& h) {
+             h.ReplaceDocument(new CGraphicDocument, 0);
+             KX_ADD_MEMORY(&h.Document());
+             h.view->Undo();
+         }},
+        {"view freed", [](CallHost& h) { h.FreeView(); }},
+    };
+}
+
 } // namespace
+
+TEST(CallMatrix, NoCallOfTheHistoryBetweenTwoEventsFaultsOrLeaks) {
+    RunCallMatrix("history, between two events", WithHistory(StatesBetweenEvents()), HistoryCalls(), MakeHost);
+}
+
+TEST(CallMatrix, NoCallOfTheHistoryInsideAnEventFaultsOrLeaks) {
+    RunCallMatrix("history, inside an event", WithHistory(StatesInsideEvents()), HistoryCalls(), MakeHost);
+}
 
 TEST(CallMatrix, NoPublicCallBetweenTwoEventsFaultsOrLeaks) {
     RunCallMatrix("between two events", StatesBetweenEvents(), PublicCalls(), MakeHost);

@@ -98,6 +98,14 @@ CALL(NrvAddLayer, NrvAddLayer(h, L"layer", &g_uint))
 CALL(NrvGetLayer, NrvGetLayer(h, 0, &g_layer))
 CALL(NrvSetLayer, NrvSetLayer(h, 0, &g_layer))
 CALL(NrvSetSelection, NrvSetSelection(h, NULL, 0))
+CALL(NrvGetHistory, NrvGetHistory(h, &g_int))
+CALL(NrvSetHistory, NrvSetHistory(h, 0))
+CALL(NrvUndo, NrvUndo(h))
+CALL(NrvRedo, NrvRedo(h))
+CALL(NrvGetStepCount, NrvGetStepCount(h, 0, &g_uint))
+CALL(NrvGetStepName, NrvGetStepName(h, 0, 0, g_text, 256, &g_uint))
+CALL(NrvBeginStep, NrvBeginStep(h, NULL, NULL))
+CALL(NrvEndStep, NrvEndStep(h))
 CALL(NrvDoCommand, NrvDoCommand(h, L"line"))
 CALL(NrvGetRunningCommand, NrvGetRunningCommand(h, g_text, 256, &g_uint))
 CALL(NrvCancelCommand, NrvCancelCommand(h))
@@ -196,6 +204,14 @@ static const Row g_rows[] = {
     ROW(NrvGetLayer, ANY, 0),
     ROW(NrvSetLayer, ANY, 0),
     ROW(NrvSetSelection, ANY, 0),
+    ROW(NrvGetHistory, ANY, 0),
+    ROW(NrvSetHistory, ANY, 0),
+    ROW(NrvUndo, ANY, 0),
+    ROW(NrvRedo, ANY, 0),
+    ROW(NrvGetStepCount, ANY, 0),
+    ROW(NrvGetStepName, ANY, 0),
+    ROW(NrvBeginStep, ANY, 0),
+    ROW(NrvEndStep, ANY, 0),
     ROW(NrvDoCommand, WINDOW, 0),
     ROW(NrvGetRunningCommand, WINDOW, 0),
     ROW(NrvCancelCommand, WINDOW, 0),
@@ -407,6 +423,10 @@ C_TEST(CapiCalls, EachCallIsTakenOnEachHandleThatItIsFor) {
         } else if (strcmp(g_rows[i].name, "NrvEnterDistance") == 0 || strcmp(g_rows[i].name, "NrvGetEditText") == 0 ||
                    strcmp(g_rows[i].name, "NrvSetEditText") == 0) {
             expected = NRV_E_STATE; // Nothing waits for a text.
+        } else if (strcmp(g_rows[i].name, "NrvUndo") == 0 || strcmp(g_rows[i].name, "NrvRedo") == 0 ||
+                   strcmp(g_rows[i].name, "NrvGetStepCount") == 0 || strcmp(g_rows[i].name, "NrvGetStepName") == 0 ||
+                   strcmp(g_rows[i].name, "NrvBeginStep") == 0 || strcmp(g_rows[i].name, "NrvEndStep") == 0) {
+            expected = NRV_E_STATE; // No steps are recorded at first.
         } else if (strcmp(g_rows[i].name, "NrvPaint") == 0) {
             expected = NRV_E_ARGUMENT; // A null device context.
         }

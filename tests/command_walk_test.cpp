@@ -1,12 +1,14 @@
 // Seeded random walks over all commands, 200,000 events in four parts: no fault, no leaks except what is required
 // to stay, and a drawing that saves and loads to the same bytes.
 
+#include "DrawingHistory.h"
 #include "MemoryInfo.h"
 #include "support/TestData.h"
 #include "support/ViewDriver.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <set>
 
@@ -43,10 +45,20 @@ class Walk {
 public:
     ViewDriver d;
 
-    explicit Walk(unsigned seed)
+    // `history`: undo and redo come in between, and have to bring back the bytes of each state. `comfortable`: with all
+    // editing options on.
+    explicit Walk(unsigned seed, bool history = false, bool comfortable = false)
         : m_random(seed), m_dialogs({}, [this](HWND dialog) { Answer(dialog); }),
           m_before(CKXMemoryManager::Instance()->GetCount()) {
         Fill();
+        if (comfortable) {
+            d.Document().SetEditingOptions(CEditingOptions::Comfortable());
+        }
+        if (history) {
+            d.view.EnableHistory(1);
+            d.view.GetHistory()->SetLimits(1u << 30, 1 << 30);
+            d.view.GetHistory()->SetListener(&m_listener);
+        }
     }
 
     void Go(int events) {
@@ -60,6 +72,16 @@ public:
             }
             if (d.Count() > kMostObjects) {
                 Empty();
+            }
+            if (d.view.GetHistory() != nullptr) {
+                const size_t at = static_cast<size_t>(d.view.GetHistory()->GetUndoCount());
+                if (tool != nullptr && d.Tool() != nullptr && d.Tool() != tool && at < m_states.size()) {
+                    m_states[at].clear(); // One command has ended another: the selection between them was not noted.
+                }
+                Note();
+                if (OneIn(12)) {
+                    Travel();
+                }
             }
         }
     }
@@ -86,10 +108,72 @@ public:
         }
     }
 
+    // What was erased or undone is freed.
+    void EndHistory() {
+        EndTool();
+        d.view.EnableHistory(0);
+    }
+    int Compared() const { return m_compared; }
     int Questions() const { return m_questions; }
     int Texts() const { return m_texts; }
 
 private:
+    struct Listener : CDrawingHistoryListener {
+        explicit Listener(Walk& owner) : walk(owner) {}
+        void OnHistoryChanged(CDrawingHistory* history, Change change) override {
+            if (change == Marked) { // What could be redone is gone; the bytes of the new state come with the next note.
+                walk.m_states.resize(static_cast<size_t>(history->GetUndoCount()));
+            } else if (change == Forgotten) {
+                walk.m_states.clear();
+            }
+        }
+        Walk& walk;
+    };
+
+    // The drawing without its mapping. All is painted before, because a paint sets the figures of labels.
+    Bytes DrawingBytes() {
+        ::InvalidateRect(d.view.m_hWnd, nullptr, TRUE);
+        d.Update();
+        Bytes bytes = d.Store();
+        std::fill(bytes.begin() + 10, bytes.begin() + 34, BYTE{0}); // After version and background.
+        return bytes;
+    }
+
+    // The bytes of the present state, where it is at rest.
+    void Note() {
+        if (d.Tool() != nullptr) {
+            return;
+        }
+        CDrawingHistory& history = *d.view.GetHistory();
+        history.Mark();
+        m_states.resize(static_cast<size_t>(history.GetUndoCount() + history.GetRedoCount() + 1));
+        m_states[static_cast<size_t>(history.GetUndoCount())] = DrawingBytes();
+        m_words.resize(m_states.size());
+        m_words[static_cast<size_t>(history.GetUndoCount())] = d.AllWords();
+    }
+
+    void Travel() {
+        const bool running = d.Tool() != nullptr;
+        if (d.ToolName() == "COperationCreateRectangle" && d.ClickCount() == 1) {
+            m_leftovers += 4;
+        }
+        const bool back = !OneIn(3);
+        const int done = back ? d.view.Undo() : d.view.Redo();
+        EXPECT_EQ(d.Tool(), nullptr) << "ended first";
+        CDrawingHistory& history = *d.view.GetHistory();
+        const size_t at = static_cast<size_t>(history.GetUndoCount());
+        const size_t left = done == 0 ? at : back ? at + 1 : at - 1;
+        if (running && left < m_states.size()) {
+            m_states[left].clear(); // What is selected after the command has ended was not noted.
+        }
+        if (done != 0 && at < m_states.size() && !m_states[at].empty()) {
+            ++m_compared;
+            EXPECT_EQ(m_words[at], d.AllWords());
+            EXPECT_TRUE(m_states[at] == DrawingBytes()) << m_words[at];
+        }
+        Note();
+    }
+
     int Any(int below) { return static_cast<int>(m_random() % static_cast<unsigned>(below)); }
     bool OneIn(int n) { return Any(n) == 0; }
 
@@ -261,6 +345,10 @@ private:
     int m_questions = 0;
     int m_texts = 0;
     std::set<CDrawable*> m_erased;
+    Listener m_listener{*this};
+    std::vector<Bytes> m_states; // By their number of steps; empty where not noted.
+    std::vector<std::string> m_words;
+    int m_compared = 0;
     std::set<std::string> m_unexpected;
 };
 
@@ -284,7 +372,28 @@ void WalkAndCheck(unsigned seed) {
     EXPECT_EQ(walk.d.Store().size(), once.size());
 }
 
+// With undo and redo at random points, also in the middle of a command.
+void WalkWithHistory(unsigned seed, bool comfortable) {
+    Walk walk(seed, true, comfortable);
+    walk.Go(5000);
+    walk.EndHistory();
+    EXPECT_GT(walk.Compared(), 100);
+    walk.CheckWhatIsLeft();
+}
+
 // A suite each, so that each has a time limit of its own.
+TEST(CommandWalkUndo1, BringsBackTheBytesOfEachState) {
+    WalkWithHistory(4711, false);
+}
+
+TEST(CommandWalkUndo2, BringsBackTheBytesOfEachState) {
+    WalkWithHistory(31, false);
+}
+
+TEST(CommandWalkUndo3, BringsBackTheBytesOfEachStateWithAllEditingOptions) {
+    WalkWithHistory(99, true);
+}
+
 TEST(CommandWalk1, LeaksNothingAndLeavesADrawingThatIsStoredWhole) {
     WalkAndCheck(20240607);
 }

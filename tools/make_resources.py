@@ -437,6 +437,18 @@ def icon_zoomall(c):
     return c
 
 
+def icon_undo(c, way=1):
+    """An arrow back, to the left; with `way` -1 on, to the right."""
+    def at(x, y):
+        return 8 + (x - 8) * way, y
+
+    c.fill(path(1.8, at(5, 5.5), at(9, 5.5)), BLUE)
+    c.fill(arc(*at(9, 9), 3.5, -90 if way > 0 else 90, 90 if way > 0 else 270, 1.8), BLUE)
+    c.fill(path(1.8, at(9, 12.5), at(5.5, 12.5)), BLUE)
+    c.fill(polygon(at(1, 5.5), at(6.2, 1.6), at(6.2, 9.4)), ORANGE)
+    return c
+
+
 ICONS = {
     "line": icon_line,
     "pline": icon_pline,
@@ -485,6 +497,8 @@ def main():
         write_cursor(folder, number, canvas, hot_x, hot_y)
     for word, draw in ICONS.items():
         write_icon(os.path.join(folder, f"ICON_16_{word}.ico"), draw(Canvas(16, smooth=True)))
+    for name, way in (("undo", 1), ("redo", -1)):
+        write_icon(os.path.join(top, "demo", f"{name}.ico"), icon_undo(Canvas(16, smooth=True), way))
     write_icon(os.path.join(top, "demo", "demo.ico"), *[demo_icon(size) for size in (16, 32, 48)])
     return 0
 

@@ -371,6 +371,29 @@ NRV_API NrvResult NRV_CALL NrvSetLayer(NrvHandle handle, uint32_t index, const N
 /* Exactly these objects of the drawing; with count 0 (`ids` may be null) none. */
 NRV_API NrvResult NRV_CALL NrvSetSelection(NrvHandle handle, const NrvId* ids, uint32_t count);
 
+/* ---- Undo and redo ----------------------------------------------------------------------------------------------- */
+
+/* 1 while steps are recorded; off at first. Switching it on or off forgets all steps. NRV_E_MEMORY when there is no
+ * memory for it. All other functions here give NRV_E_STATE while it is off. */
+NRV_API NrvResult NRV_CALL NrvGetHistory(NrvHandle handle, int32_t* on);
+NRV_API NrvResult NRV_CALL NrvSetHistory(NrvHandle handle, int32_t on);
+/* Takes the last step back, or repeats the last one that was taken back. A running command and an open edit are ended
+ * first. NRV_E_STATE when there is no step, and within an event of an edit. An object that comes back has its old id.
+ */
+NRV_API NrvResult NRV_CALL NrvUndo(NrvHandle handle);
+NRV_API NrvResult NRV_CALL NrvRedo(NrvHandle handle);
+/* The steps that can be taken back, or with `redo` 1 those that can be repeated. */
+NRV_API NrvResult NRV_CALL NrvGetStepCount(NrvHandle handle, int32_t redo, uint32_t* count);
+/* What NrvUndo, or with `redo` 1 NrvRedo, would take back or repeat, for a menu: in Chinese, or with `english` 1 in
+ * English. Empty when there is no step. */
+NRV_API NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_t english, NrvChar* buffer,
+                                          uint32_t capacity, uint32_t* length);
+/* What is changed between the two calls is one step. Without them each object that is added is a step, and what the
+ * other functions change is part of the next one; commands and edits of the user are steps in any case. Null names: a
+ * general word. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. */
+NRV_API NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english);
+NRV_API NrvResult NRV_CALL NrvEndStep(NrvHandle handle);
+
 /* ---- Commands: windows only -------------------------------------------------------------------------------------- */
 
 /* The words of all commands, for menus. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
@@ -498,7 +521,10 @@ enum NrvChange {
     NRV_CHANGE_CLEARED = 6,    /* All objects are gone. */
     NRV_CHANGE_LAYERS = 7,     /* A layer is new or has other values. */
     NRV_CHANGE_BACKGROUND = 8, /* The background has another colour. */
-    NRV_CHANGE_COMMAND = 9     /* In NRV_N_CHANGING only. */
+    NRV_CHANGE_COMMAND = 9,    /* In NRV_N_CHANGING only. */
+    /* An undo or a redo; no ids. Before its NRV_N_CHANGED those with the objects come, as for a command; what no object
+     * has, such as the background, may have changed too. */
+    NRV_CHANGE_HISTORY = 10
 };
 
 /* Laid out as NMHDR. */

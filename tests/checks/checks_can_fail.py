@@ -41,6 +41,7 @@ MAP = """# The map
 | `main` | What it is for. |
 """
 ODD = "# Odd\n| 1 | `Low` | It is. | It is not. | `Low.Holds` |\n"
+RC = 'STRINGTABLE\nBEGIN\n    ID_FILE_NEW, "&New\\tCtrl+N\\nBegins"\n    IDS_A, "%s"\nEND\nIDD_A DIALOGEX 0\nBEGIN\n    LTEXT "a", IDC_A, 1\nEND\n'
 SOUND = {
     "ARCHITECTURE.md": MAP,
     "README.md": "See [the map](ARCHITECTURE.md) and `Source/Low.h`.\n",
@@ -59,6 +60,8 @@ SOUND = {
     "render/Shot.h": UNIT.format(layer="4: render", rest="class NRVECTORVIEW_API Shot {};\n"),
     "render/Shot.cpp": '#include "Shot.h"\n#include "High.h"\n',
     "demo/CMakeLists.txt": "main.cpp\n",
+    "demo/demo_zh.rc": RC,
+    "demo/demo_en.rc": RC,
     "demo/main.cpp": UNIT.format(layer="5: demo", rest='#include "High.h"\n#include "Shot.h"\n'),
     "tests/CMakeLists.txt": "*_test.cpp\n",
     "tests/Low_test.cpp": "TEST(Low, Holds) {}\n",
@@ -101,6 +104,11 @@ BROKEN = [
     ("docs.py", "README.md", "`Source/None.h`\n", "no Source/None.h"),
     ("docs.py", "README.md", "`CNone`\n", "there is no CNone"),
     ("docs.py", "README.md", "```cpp\nint x;\n```\n", "smallest host has no such line"),
+    ("resources.py", "demo/demo_en.rc", RC.replace("IDS_A", "IDS_B"), "IDS_A is missing"),
+    ("resources.py", "demo/demo_en.rc", RC.replace("%s", "%d"), "IDS_A differs in form"),
+    ("resources.py", "demo/demo_en.rc", RC.replace("IDC_A", "IDC_B"), "IDD_A differs in form"),
+    ("resources.py", "demo/demo_zh.rc demo/demo_en.rc", RC.replace("\\nBegins", ""), "does not say what it does"),
+    ("resources.py", "demo/main.cpp", UNIT.format(layer="5: demo", rest='const wchar_t a[] = L"中文";\n'), "中文 belongs"),
     ("format.sh", "Source/Low.cpp", "int   x ;\n", "Low.cpp"),
 ]
 

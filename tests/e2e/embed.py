@@ -12,6 +12,7 @@ RED = host.pixel(255, 0, 0)
 
 class MinimalHost(host.Demo):
     PROGRAM = "minimal.exe"
+    LANGUAGE = ()
     TITLE = "^A part$"
 
 

@@ -191,13 +191,15 @@ class Demo:
     """with Demo(out, FILE) as demo: the program with its window up and painted."""
     PROGRAM = "nrvv_demo.exe"
     TITLE = "NRVectorView"
+    LANGUAGE = ("--lang", "zh")
 
     def __init__(self, out, *arguments):
         self.out = out
         self.log = open(os.path.join(out, "demo.log"), "ab")
         program = os.path.join(os.environ["NR_BUILD"], "bin", self.PROGRAM)
-        self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *arguments], stdin=subprocess.DEVNULL,
-                                        stdout=self.log, stderr=self.log)
+        self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *self.LANGUAGE, *arguments],
+                                        stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log,
+                                        env={**os.environ, "NRVV_DEMO_DATA": windows_path(out)})
         try:
             screen().repeat_keys(False)
             self.window = wait_for("the demo's window", self.find_window)

@@ -13,6 +13,7 @@ MARK = 64  # pixels of a mark, 8 by 8
 
 class Points(host.Demo):
     TITLE = "^Points$"
+    LANGUAGE = ()
 
 
 def red_pixels(window):

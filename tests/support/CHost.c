@@ -16,8 +16,8 @@ void CHostWriteDown(NrvEvent* event) {
     static const wchar_t* const kinds[] = {L"none", L"line", L"circle", L"arc",   L"polyline",
                                            L"parm", L"text", L"center", L"label", L"frame"};
     static const wchar_t* const ends[] = {L"?", L"done", L"cancelled", L"lost"};
-    static const wchar_t* const changes[] = {L"?",      L"added",   L"removed", L"modified",   L"order",
-                                             L"loaded", L"cleared", L"layers",  L"background", L"command"};
+    static const wchar_t* const changes[] = {L"?",       L"added",  L"removed",    L"modified", L"order",  L"loaded",
+                                             L"cleared", L"layers", L"background", L"command",  L"history"};
     wchar_t line[512] = L"";
     switch (event->header.code) {
     case NRV_N_CLICK:
@@ -42,11 +42,11 @@ void CHostWriteDown(NrvEvent* event) {
         if (event->reason == NRV_CHANGE_COMMAND) {
             _snwprintf(line, 511, L"changing command %ls", event->text);
         } else {
-            _snwprintf(line, 511, L"changing %ls %u", NameOf(changes, 10, event->reason), event->count);
+            _snwprintf(line, 511, L"changing %ls %u", NameOf(changes, 11, event->reason), event->count);
         }
         break;
     case NRV_N_CHANGED:
-        _snwprintf(line, 511, L"changed %ls %u", NameOf(changes, 10, event->reason), event->count);
+        _snwprintf(line, 511, L"changed %ls %u", NameOf(changes, 11, event->reason), event->count);
         break;
     case NRV_N_EDIT_OPENING:
         _snwprintf(line, 511, L"opening %ls", event->text);

@@ -10,6 +10,8 @@
 #include "OperationCreateLabel.h"
 #include "OperationCreatePline.h"
 #include "OperationCreateRectangle.h"
+#include "PLine.h"
+#include "VectorLabel.h"
 
 // A field is opened by a row NR_PEEK(Tag, Class, Type, Member) below, and read or written by PeekAt(object, Tag()). The
 // language lets an explicit instantiation name a private member.
@@ -31,6 +33,7 @@ auto& PeekAt(Class& object, Tag tag) {
     template struct MemberAccess<Tag, &Class::Member>;
 
 using PixelArray = CArray<CPoint, CPoint&>;
+using ColorArray = CArray<DWORD, DWORD&>;
 
 // clang-format off
 NR_PEEK(RunningTool, CCommandOperation, CCommandOperation*, m_pCommand)
@@ -57,4 +60,7 @@ NR_PEEK(LabelDrawn, COperationCreateLabel, int, m_ObjectDrawn)
 NR_PEEK(PlinePoints, COperationCreatePline, CGePointArray, m_Points)
 NR_PEEK(RectPreview, COperationCreateRectangle, int, m_PreviewDrawn)
 NR_PEEK(SpareObjects, CGraphicDocument, CDrawableArray, m_SpareDrawableObjs)
+NR_PEEK(SegmentColors, CPLine, ColorArray, m_SegPenColorList)
+NR_PEEK(SegmentColorFlags, CPLine, CUIntArray, m_SegPenFlagList)
+NR_PEEK(LabelFigure, CKXVectorLabel, CText, m_LabelText)
 // clang-format on
