@@ -130,13 +130,22 @@ private:
         Walk& walk;
     };
 
-    // The drawing without its mapping. All is painted before, because a paint sets the figures of labels.
+    // The drawing without its mapping. All is painted before, because a paint sets the figures of labels; into a
+    // context in memory, since the window may be covered by that of another test program.
     Bytes DrawingBytes() {
-        ::InvalidateRect(d.view.m_hWnd, nullptr, TRUE);
-        d.Update();
+        CDC memory;
+        EXPECT_TRUE(memory.CreateCompatibleDC(nullptr));
+        EXPECT_EQ(d.view.VectorPaint(&memory), 1);
         Bytes bytes = d.Store();
         std::fill(bytes.begin() + 10, bytes.begin() + 34, BYTE{0}); // After version and background.
         return bytes;
+    }
+
+    static std::string Difference(const Bytes& expected, const Bytes& actual) {
+        const size_t common = std::min(expected.size(), actual.size());
+        const auto at = std::mismatch(expected.begin(), expected.begin() + common, actual.begin()).first;
+        return "; " + std::to_string(expected.size()) + " and " + std::to_string(actual.size()) +
+               " bytes, which differ from byte " + std::to_string(at - expected.begin());
     }
 
     // The bytes of the present state, where it is at rest.
@@ -169,7 +178,8 @@ private:
         if (done != 0 && at < m_states.size() && !m_states[at].empty()) {
             ++m_compared;
             EXPECT_EQ(m_words[at], d.AllWords());
-            EXPECT_TRUE(m_states[at] == DrawingBytes()) << m_words[at];
+            const Bytes now = DrawingBytes();
+            EXPECT_TRUE(m_states[at] == now) << m_words[at] << Difference(m_states[at], now);
         }
         Note();
     }
