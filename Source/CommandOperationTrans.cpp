@@ -26,7 +26,7 @@ CCommandOperationTrans::CCommandOperationTrans(CWnd* wnd, CVectorGraphic* graphi
 CCommandOperation::ResultState CCommandOperationTrans::OnLButtonDown(unsigned int, CGePoint2d point) {
     if (m_Step == 0) {
         m_BasePoint = point;
-        m_Memory.Store(m_Objects);
+        m_Memory.Store(m_Objects, Options().modifiedByChange);
         m_Step = 1;
         return RS_Capture;
     }

@@ -108,7 +108,7 @@ CCommandOperation::ResultState CCommandSelectGripPoint::TakeGrip(const CGePoint2
             Hold(object);
             m_GripIndex = static_cast<int>(g);
             m_GripPoint = grips[g];
-            m_Memory.Store(m_pObject);
+            m_Memory.Store(m_pObject, Options().modifiedByChange);
             m_LastPoint = m_GripPoint;
             return RS_Capture;
         }

@@ -17,16 +17,21 @@ CFile* Rewound(CFile& file) {
 
 CObjectMemory::CObjectMemory() : CMemFile(kMemoryGrow) {}
 
-void CObjectMemory::Store(CDrawable* object) {
-    CArchive ar(this, CArchive::store, kArchiveBuffer);
-    object->Serialize(ar);
-    ar.Close();
+void CObjectMemory::Store(CDrawable* object, bool exactly) {
+    CDrawableArray objects;
+    objects.Add(object);
+    Store(objects, exactly);
 }
 
-void CObjectMemory::Store(const CDrawableArray& objects) {
+void CObjectMemory::Store(const CDrawableArray& objects, bool exactly) {
     CArchive ar(this, CArchive::store, kArchiveBuffer);
+    CObjectStates states;
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
         objects.GetAt(i)->Serialize(ar);
+        if (exactly) {
+            m_States.emplace_back();
+            states.Keep(*objects.GetAt(i), true, m_States.back());
+        }
     }
     ar.Close();
 }
@@ -38,13 +43,18 @@ bool CObjectMemory::IsEqualTo(const CDrawableArray& objects) const {
 }
 
 void CObjectMemory::Restore(CDrawable* object) {
-    CObjectMemoryReader(*this).Read(object);
+    CDrawableArray objects;
+    objects.Add(object);
+    Restore(objects);
 }
 
 void CObjectMemory::Restore(const CDrawableArray& objects) {
     CObjectMemoryReader reader(*this);
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
         reader.Read(objects.GetAt(i));
+        if (!m_States.empty()) {
+            CObjectStates::PutBack(*objects.GetAt(i), m_States[static_cast<std::size_t>(i)]);
+        }
     }
 }
 

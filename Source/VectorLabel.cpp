@@ -125,6 +125,9 @@ void CKXVectorLabel::ExchangeState(CStateExchange& exchange) {
     exchange.Value(m_TextShow);
     exchange.Value(m_LockMode);
     exchange.Derived([&] { m_LabelText.ExchangeState(exchange); });
+    float wide = m_LabelText.GetTextWide(); // Stored, and set by no paint; reading a restore point may change it.
+    exchange.Value(wide);
+    m_LabelText.SetTextWide(wide);
     exchange.Level<CKXVectorLabel>(); // After the figure, which has named its own.
 }
 

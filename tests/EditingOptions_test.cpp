@@ -7,6 +7,7 @@
 #include "VectorLabel.h"
 #include "support/BoxAnswer.h"
 #include "support/DrawStage.h"
+#include "support/PrivateFields.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
@@ -464,6 +465,34 @@ TEST(EditingOptions, ATransformBrokenOffByTheHostPutsTheObjectsBackOnlyWithTheSw
         d.Manager().Cancel();
         EXPECT_EQ(d.AllWords(), on ? "line (100,100)-(150,100) selected -1" : "line (130,160)-(180,160) selected -1");
         EXPECT_EQ(d.Document().IsModified() != 0, !on);
+    }
+}
+
+TEST(EditingOptions, ATransformThatEndsInNothingLeavesSegmentColoursAndNarrowTextsOnlyWithTheSwitch) {
+    for (const bool on : {false, true}) {
+        for (const bool byHost : {false, true}) {
+            Optioned d(&CEditingOptions::modifiedByChange, on);
+            CPLine* polyline = d.AddPolyline({{10, 10}, {80, 10}, {80, 60}});
+            polyline->SetSLPenColor(0, RGB(1, 2, 3));
+            d.view.AddText(CGePoint2d(100, 100), L"R5", 0, Gdiplus::Color(255, 1, 2, 3), 0);
+            auto* text = dynamic_cast<CText*>(d.Object(1));
+            ASSERT_NE(text, nullptr);
+            text->SetTextHeight(50.0f);
+            text->SetTextWide(20.0f); // Reading makes it three times the height.
+            d.Select(polyline);
+            d.Select(text);
+            d.Start(L"translation");
+            d.ClickAt(20, 20);
+            d.MoveTo(50, 80);
+            if (byHost) {
+                d.Manager().Cancel();
+            } else {
+                d.Send(WM_RBUTTONDOWN, MK_RBUTTON, CPoint(50, 50));
+            }
+            EXPECT_FALSE(d.IsRunning());
+            EXPECT_EQ(text->GetTextWide(), on ? 20.0f : 150.0f);
+            EXPECT_EQ(PeekAt(*polyline, SegmentColorFlags())[0], on ? 1u : 0u);
+        }
     }
 }
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <random>
 #include <set>
 
@@ -50,6 +51,8 @@ public:
     explicit Walk(unsigned seed, bool history = false, bool comfortable = false)
         : m_random(seed), m_dialogs({}, [this](HWND dialog) { Answer(dialog); }),
           m_before(CKXMemoryManager::Instance()->GetCount()) {
+        // A turn of the wheel zooms about the place of the real pointer.
+        ::SetCursorPos(300, 230);
         Fill();
         if (comfortable) {
             d.Document().SetEditingOptions(CEditingOptions::Comfortable());
@@ -108,10 +111,11 @@ public:
         }
     }
 
-    // What was erased or undone is freed.
+    // What was erased or undone is freed. Others may have got its addresses.
     void EndHistory() {
         EndTool();
         d.view.EnableHistory(0);
+        m_erased.clear();
     }
     int Compared() const { return m_compared; }
     int Questions() const { return m_questions; }
@@ -389,6 +393,18 @@ void WalkWithHistory(unsigned seed, bool comfortable) {
     walk.EndHistory();
     EXPECT_GT(walk.Compared(), 100);
     walk.CheckWhatIsLeft();
+}
+
+// More walks by hand: NR_SEED the first seed, NR_ROUNDS how many.
+TEST(CommandWalkUndo4, BringsBackTheBytesOfEachStateFromFurtherSeeds) {
+    const char* first = std::getenv("NR_SEED");
+    const char* rounds = std::getenv("NR_ROUNDS");
+    const unsigned from = first != nullptr ? static_cast<unsigned>(std::atoi(first)) : 1000;
+    const unsigned count = rounds != nullptr ? static_cast<unsigned>(std::atoi(rounds)) : 2;
+    for (unsigned seed = from; seed != from + count; ++seed) {
+        SCOPED_TRACE(seed);
+        WalkWithHistory(seed, seed % 2 != 0);
+    }
 }
 
 // A suite each, so that each has a time limit of its own.
