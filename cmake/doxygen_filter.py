@@ -2,7 +2,7 @@
 """doxygen_filter.py HEADER: the header with its comments in the form that Doxygen reads.
 
 A comment counts for all declarations after it, up to the next one or an empty line, but for those with a comment at their end,
-for overrides, which have that of their base, and for what is only deleted or freed. The comment at the head of a C++ header is
+for overrides, which have that of their base, and for what is only deleted or freed. The comment at the head of a header is
 that of the file, and of the class that it names first.
 """
 import re
@@ -15,6 +15,9 @@ CLASS = re.compile(r"(?:class|struct) (?:NRVECTORVIEW_API )?(\w+)\b[^;]*$")
 
 def split_head(text):
     """The lines of the head without their marks, and the other lines."""
+    if text.startswith("/*"):
+        head, _, rest = text[2:].partition("*/")
+        return [re.sub(r"^ \* ?", "", line) for line in head.split("\n")], rest.split("\n")
     lines = text.split("\n")
     count = next(i for i, line in enumerate(lines) if not line.startswith("//"))
     return [line[2:].strip() for line in lines[:count]], lines[count:]
