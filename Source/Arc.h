@@ -21,6 +21,7 @@ public:
     static int Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, double* cx, double* cy, double* radius,
                       double* startAngle, double* endAngle);
 
+    // Radians, anticlockwise from the positive x axis; any value is stored.
     double GetStartAngle() { return m_StartAngle; }
     double GetEndAngle() { return m_EndAngle; }
     // 1 when the angle, in radians, is strictly within the sweep: the ends are outside.
@@ -30,6 +31,7 @@ public:
     // Centre, start, middle, end.
     void getGripPoints(CGePointArray& out, int mask) override;
 
+    // Radians. Nothing repaints.
     void SetStartAngle(double angle) { m_StartAngle = angle; }
     void SetEndAngle(double angle) { m_EndAngle = angle; }
     // The arc from p1 to p3 on the circle through the three points, which the caller gives anticlockwise: the angles
@@ -45,7 +47,7 @@ public:
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // The angles, after the circle.
 
 protected:
     // These write x and y and leave `type` alone.
@@ -53,7 +55,8 @@ protected:
     void GetEndPT(CGePoint2d& p) { PointAt(m_EndAngle, p); }
     void GetMidPT(CGePoint2d& p);
 
-    double m_StartAngle = 0.0; // Radians.
+    // Radians.
+    double m_StartAngle = 0.0;
     double m_EndAngle = 0.0;
 
 private:

@@ -10,9 +10,10 @@ class NRVECTORVIEW_API CCombRect : public CDrawable {
 public:
     CCombRect() = default;
 
-    CString GetVectorId() const { return m_strVectorId; }
-    void GetPoint(CGePoint2d& a, CGePoint2d& b);
+    CString GetVectorId() const { return m_strVectorId; } // The host's name of the group; the library does not use it.
+    void GetPoint(CGePoint2d& a, CGePoint2d& b);          // The corners as SetPoint gave them, in drawing units.
 
+    // Stored with the frame.
     void SetVectorId(CString id) { m_strVectorId = id; }
     // Any two opposite corners; nothing is put into order.
     void SetPoint(const CGePoint2d& a, const CGePoint2d& b);
@@ -25,7 +26,7 @@ public:
     // Paints a hidden or deleted frame too.
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // Identifier and corners.
 
 private:
     CString m_strVectorId;

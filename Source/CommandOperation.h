@@ -36,10 +36,11 @@ inline constexpr int kOsnapAll = 15;
 class NRVECTORVIEW_API CCommandOperation : public CCommand {
     DECLARE_DYNAMIC(CCommandOperation)
 public:
+    // What an event of a tool comes to.
     enum ResultState {
-        RS_Continue = 0, // Handled or ignored; the tool stays. Also: nothing was hit.
-        RS_Done = 1,
-        RS_Cancelled = 2,
+        RS_Continue = 0,   // Handled or ignored; the tool stays. Also: nothing was hit.
+        RS_Done = 1,       // The tool has done its work and ends.
+        RS_Cancelled = 2,  // The tool was broken off and ends. Also: no snap point.
         RS_NotHandled = 5, // A key that means nothing here.
         RS_Capture = 7     // The tool wants further events; a temporary one asks to be installed.
     };
@@ -55,22 +56,24 @@ public:
 
     // At once for commands that act at once; from the host, through the manager, to confirm a typed distance.
     virtual void Execute();
-    virtual void Cancel();
+    virtual void Cancel(); // Takes off what the tool shows, before it is freed; nothing in this base.
+    // `nFlags` as Windows sends them. What is given back tells whether the tool stays.
     virtual ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) = 0;
     virtual ResultState OnLButtonUp(unsigned int nFlags, CGePoint2d point) = 0;
     // Takes a drawn snap marker off the window, before the view scrolls and would move its pixels. 1 when it did.
     virtual int RefreshGrip();
     // Moves the snap marker. RS_Continue when the mouse is on a snap point, RS_Cancelled when not.
     virtual ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point);
+    // The wheel, after which the manager sends a move to the same point; the right button; a key (RS_NotHandled).
     virtual ResultState OnMouseWheel(unsigned int nFlags, short zDelta, CGePoint2d point) = 0;
     virtual ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) = 0;
     virtual ResultState OnKeyDown(unsigned int nChar, unsigned int nRepCnt, unsigned int nFlags);
-    virtual ResultState OnCancel();
-    virtual ResultState OnMouseMoveForL(unsigned int nFlags, CPoint point);
-    virtual ResultState OnButtonDownForL(unsigned int nFlags, CPoint point);
+    virtual ResultState OnCancel(); // Cancel and RS_Cancelled, when a temporary tool takes its place.
+    virtual ResultState OnMouseMoveForL(unsigned int nFlags, CPoint point);  // After OnMouseMove.
+    virtual ResultState OnButtonDownForL(unsigned int nFlags, CPoint point); // After OnLButtonDown.
     // Just before a repaint, which wipes whatever was inverted onto the window.
     virtual void PreRedraw();
-    virtual ResultState OnLButtonDblClk(unsigned int nFlags, CPoint point);
+    virtual ResultState OnLButtonDblClk(unsigned int nFlags, CPoint point); // For hosts: no view calls it.
     // RS_Done (1) when a cursor was set.
     virtual ResultState OnSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message);
 
@@ -80,21 +83,21 @@ public:
     virtual void SetInEdit(int inEdit);
     // The rubber band of the view, in client pixels; the last argument is dropped.
     virtual void DrawShirrLine(CPoint p1, CPoint p2, int erasing);
-    virtual void ErasShirrLine();
+    virtual void ErasShirrLine(); // Takes the band off; nothing where none is drawn.
     // The snap search: the first accepted candidate in object and grip order, not the nearest. Nonzero on a hit.
     virtual int GetGripPoint(CGePoint2d point, CGePoint2d& result);
-    virtual void SetOsnapMode(int mode);
+    virtual void SetOsnapMode(int mode); // Bits as in kOsnapAll.
 
 protected:
     // A veto on a snap candidate: 0 refuses it. `gripIndex` counts the candidates of that object in this search.
     virtual int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d point);
 
 public:
-    void DrawShirrLine(CGePoint2d from, CGePoint2d to);
+    void DrawShirrLine(CGePoint2d from, CGePoint2d to); // The band between two points in drawing units.
     // The search of this base for a point in client pixels, also in tools with a search of their own; the result is in
     // whole pixels. For hosts.
     int GetGripPointForL(CGePoint2d pixel, CGePoint2d& result);
-    int GetHasCommand() { return m_pCommand != nullptr; }
+    int GetHasCommand() { return m_pCommand != nullptr; } // Of the engine: whether a tool is running.
     // For a host that has repainted the window itself: the repaint wiped the band, which must not be inverted again.
     void ResetErasShirrLineState() { m_ShirrDrawn = 0; }
 
@@ -104,7 +107,7 @@ protected:
     // The client area to invert on; without a window a memory context, as the null window's would be the screen.
     class NRVECTORVIEW_API CViewDC : public CDC {
     public:
-        explicit CViewDC(CWnd* wnd);
+        explicit CViewDC(CWnd* wnd); // Throws the resource exception where Windows gives no context.
         ~CViewDC() override;
 
     private:
@@ -113,18 +116,18 @@ protected:
 
     // The window's interface for tools; null where the window does not have it.
     COperationHost* Host() const;
-    CCommandOperation* Engine() const;
+    CCommandOperation* Engine() const;      // The engine of that window; null where there is none.
     const CEditingOptions& Options() const; // The classic ones without a painter.
     void NoteChange();                      // Of the drawing: marks the document, where the options ask for it.
     // Whether the engine draws a preview again after a paint, and whether the host breaks the tool off by Cancel.
     bool IsReturning() const;
     bool IsBrokenOff() const;
-    // Whether the engine still is: for a tool that acts at once and so never is the running one.
+    // Tells whether the engine still exists, for a tool that acts at once and so is never the running one.
     CKxAliveToken EngineAlive() const;
     // Keeps a pointer to a drawing object across events. Once any such object has been freed, the tool gets no further
     // event and is freed without Cancel.
     void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
-    // After foreign code has run: whether the token's owner and all objects held still are.
+    // After foreign code has run: whether the token's owner and all objects held still exist.
     bool GoesOn(const CKxAliveToken& token);
     // Starts tracking a grip on the view's engine.
     void TrackGripPoint(const CGePoint2d& point);
@@ -138,11 +141,9 @@ protected:
     static void ClearScratch(CGePointArray& points) { points.RemoveAt(0, points.GetSize()); }
     // The square test of all searches, inclusive on its four edges.
     static bool IsWithin(const CGePoint2d& grip, const CGePoint2d& point, int aperture);
-    // Whether the object is within four pixels of the point. A hidden object's 100.0 is an ordinary distance here, so
-    // that it can be picked in a view zoomed far out.
+    // Whether the object is within four pixels of the point. A hidden object's 100.0 is an ordinary distance here.
     bool IsHit(CDrawable* object, const CGePoint2d& point) const;
-    // The undermost object of the drawing that is hit and of that kind; selection and selectability play no part. Null
-    // when there is none.
+    // The undermost object of that kind that is hit; selection and selectability play no part. Null when there is none.
     CDrawable* FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const;
     // The aperture in drawing units, cut to a whole number: it may be 0, and then only an exact hit counts.
     int ApertureUnits(float pixels) const;
@@ -164,25 +165,24 @@ protected:
     int TypedDistance();
 
     CCommandOperation* m_pCommand = nullptr; // The manager's running operation, owned by it.
-    CWnd* m_pWnd;
-    CVectorViewCoordTran* m_pCoordTran;
-    CGraphicDocument* m_pDocument;
-    CVectorGraphic* m_pGraphic;
-    CPoint m_ShirrStart; // The rubber band, in client pixels: the manager's copy is the view's one band.
-    CPoint m_ShirrEnd;
-    int m_ShirrDrawn = 0;
-    int m_ShirrPenStyle = PS_SOLID;
-    int m_Step = 0;
-    HCURSOR m_hCursor;
-    int m_SnapEnabled = 1;
-    CGePoint2d m_SnapMark; // Where the marker is drawn, in drawing units.
-    int m_SnapMarkDrawn = 0;
-    CEdit m_Edit;
-    int m_InEdit = 0;
-    int m_OsnapMode = kOsnapAll;
-    CGePoint2d m_LastPoint; // The last accepted point, from which perpendiculars are dropped.
-
-    CKxAlive m_Alive; // Ends when the tool is no longer the running one, and with the engine.
+    CWnd* m_pWnd;                            // Null, or without a window, for a tool that works alone.
+    CVectorViewCoordTran* m_pCoordTran;      // The view's mapping.
+    CGraphicDocument* m_pDocument;           // The painter's document.
+    CVectorGraphic* m_pGraphic;              // The painter; null only for a host's tool that shows nothing.
+    CPoint m_ShirrStart;            // The rubber band, in client pixels: the manager's copy is the view's one band.
+    CPoint m_ShirrEnd;              // Its other end.
+    int m_ShirrDrawn = 0;           // Nonzero: it is on the window.
+    int m_ShirrPenStyle = PS_SOLID; // Solid, or dotted along an axis.
+    int m_Step = 0;                 // How far a transforming tool is.
+    HCURSOR m_hCursor;              // Of the tool; owned.
+    int m_SnapEnabled = 1;          // 0: no snap search and no marker.
+    CGePoint2d m_SnapMark;          // Where the marker is drawn, in drawing units.
+    int m_SnapMarkDrawn = 0;        // Nonzero: it is on the window.
+    CEdit m_Edit;                   // For typed distances; hidden at first.
+    int m_InEdit = 0;               // See SetInEdit.
+    int m_OsnapMode = kOsnapAll;    // See SetOsnapMode.
+    CGePoint2d m_LastPoint;         // The last accepted point, from which perpendiculars are dropped.
+    CKxAlive m_Alive;               // Ends when the tool is no longer the running one, and with the engine.
 
 private:
     friend class CCommandOperationManager;

@@ -13,6 +13,7 @@ struct CEngineEvents;
 class NRVECTORVIEW_API CCommandOperationManager : public CCommandOperation {
     DECLARE_DYNAMIC(CCommandOperationManager)
 public:
+    // All are borrowed. `wnd` may have no window yet; `graphic`, `tran` and `document` are those of one view.
     CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                              CGraphicDocument* document);
     // Does not free a running tool, nor does anything else afterwards: a host that frees a view, or replaces its
@@ -37,11 +38,13 @@ public:
     ResultState OnSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
 
     void SetInEdit(int inEdit) override;
+    // Between two points in drawing units.
     using CCommandOperation::DrawShirrLine;
     void DrawShirrLine(CPoint p1, CPoint p2, int erasing) override;
     void ErasShirrLine() override;
     void SetOsnapMode(int mode) override;
 
+    // Where a pan by the middle button begins, in client pixels.
     virtual ResultState OnMButtonDown(unsigned int nFlags, CGePoint2d pixel);
 
     // ---- Commands ----
@@ -50,6 +53,7 @@ public:
     virtual int DoCommand(CString word);
     // The click with no tool running; drawing units.
     virtual ResultState OnDefaultLButtonDown(unsigned int nFlags, CGePoint2d point);
+    // The cursor with no tool running; RS_Done when it was set.
     virtual ResultState OnDefaultSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message);
     // Cancels and frees the running tool and takes over `op`; gives 1. `inCommand` 0 holds it without giving it events.
     // 0 when this object was freed by what the old tool's end set off: `op` is freed then. The running tool itself may
@@ -65,9 +69,9 @@ public:
 
     // Starts tracking a grip, unless it is tracked already.
     void AddGripPoint(CGePoint2d point);
-    // The dotted lines from tracked grips through the cursor, on a context that inverts.
+    // The dotted lines from tracked grips through the cursor, a client pixel, on a context that inverts.
     void DrawAssistantLine(CDC* dc, CPoint cursor);
-    void ErasDrawAssistantLine(CDC* dc);
+    void ErasDrawAssistantLine(CDC* dc); // The same lines once more, which takes them off.
     // The ortho lock, set by the host only.
     void SetDrawObjLatus(int lock) { m_DrawObjLatus = lock; }
     int GetDrawObjLatus() { return m_DrawObjLatus; }

@@ -5,6 +5,7 @@
 
 #include "CommandOperation.h"
 
+// What the manager does with the tool that a word makes.
 enum class CommandRunning {
     Installed, // Becomes the running tool.
     AtOnce,    // Executed and freed; the running tool stays.
@@ -12,6 +13,7 @@ enum class CommandRunning {
     AtOnceAndKept // Executed and neither installed nor freed: "rotatetext" stays allocated.
 };
 
+// In which of a host's two menus the word belongs: those that draw, or those that change the drawing or the view.
 enum class CommandMenu { Draw, Edit };
 
 // Flags for hosts.
@@ -20,18 +22,20 @@ inline constexpr unsigned kCommandHarmless = 2; // Changes nothing that would ha
 // Moves the objects themselves while it runs: only its right button, and only after the base point, puts them back.
 inline constexpr unsigned kCommandRestores = 4;
 
+// A row of the table. All texts are constants of the library.
 struct CommandWord {
     LPCTSTR word;    // What CVectorView::DoCommand is given.
     LPCTSTR chinese; // What it does, as a step of a history is called.
-    LPCTSTR english;
+    LPCTSTR english; // The same in English.
+    // Makes the tool, which the caller owns; the four objects are borrowed.
     CCommandOperation* (*create)(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                  CGraphicDocument* document);
-    CommandRunning running;
-    LPCTSTR caption; // Menu text with its mnemonic and, after a tab, its key.
-    LPCTSTR hint;    // What the user does while it runs; empty when nothing.
-    UINT icon;       // Resource number in the library.
-    CommandMenu menu;
-    unsigned flags;
+    CommandRunning running; // See CommandRunning.
+    LPCTSTR caption;        // Menu text with its mnemonic and, after a tab, its key.
+    LPCTSTR hint;           // What the user does while it runs; empty when nothing.
+    UINT icon;              // Resource number in the library.
+    CommandMenu menu;       // See CommandMenu.
+    unsigned flags;         // Of kCommandGroup, kCommandHarmless and kCommandRestores.
 };
 
 // With case; null for an unknown word.

@@ -11,7 +11,7 @@
 class CDrawingHistory;
 class CLine;
 
-using CDrawableArray = CArray<CDrawable*, CDrawable*&>;
+using CDrawableArray = CArray<CDrawable*, CDrawable*&>; // Objects in drawing order. The array frees none of them.
 
 // The version word at the head of every stream. There is one version.
 inline constexpr int kDocumentVersion = 1;
@@ -34,14 +34,17 @@ public:
     CDrawableArray* GetDrawableObjs() { return &m_DrawableObjs; }
     // Background lines: drawn first, and in nothing else: not saved, measured, hit, selected, transformed or reset.
     CDrawableArray* GetNetDrawableObjs() { return &m_NetDrawableObjs; }
+    // In the order of selection. Objects of a list that a caller changes keep their draw state: see AddSelected.
     CDrawableArray* GetSelectedDrawableObjs() { return &m_SelectedDrawableObjs; }
-    CLayerManager* GetLayerManager() { return &m_LayerManager; }
+    CLayerManager* GetLayerManager() { return &m_LayerManager; } // The layer table, owned by the document.
+    // The mapping that is stored with the drawing; not owned, null for none.
     CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
     void SetVectorViewCoordTran(CVectorViewCoordTran* tran) { m_pCoordTran = tran; }
     // Extent of the drawable list in drawing units; 0, and nothing written, for an empty one.
     int GetRect(CGePoint2d& min, CGePoint2d& max);
-    int IsSelected(CDrawable* obj);
-    CDrawable* GetCurrentObject() { return m_pCurrentObject; }
+    int IsSelected(CDrawable* obj);                            // Whether the list of selected objects has it.
+    CDrawable* GetCurrentObject() { return m_pCurrentObject; } // See AddCurrentObject; null for none.
+    // Copied in and out; see EditingOptions.h.
     const CEditingOptions& GetEditingOptions() const { return m_EditingOptions; }
     void SetEditingOptions(const CEditingOptions& options) { m_EditingOptions = options; }
     // For code that keeps a pointer to the document while its owner may free it: the token tells whether that has
@@ -57,14 +60,15 @@ public:
     void AddDrawAobjectFront(CDrawable* obj);
     // Without a check for doubles.
     void AddNetobject(CDrawable* obj);
-    void DeleteNet();
+    void DeleteNet(); // Frees the objects of the net.
     // Takes the object out of the lists and the current slot and, in spite of its name, frees nothing: the caller
     // takes over the pointer, or the history where there is one (see CDrawingHistory).
     void DeleteObject(CDrawable* obj);
     // The same for all selected ones. They stay allocated: a running command may still refer to them. A history frees
     // them in the end.
     void DeleteAllSelectedObject();
-    void MoveToTop(CDrawable* obj);
+    void MoveToTop(CDrawable* obj); // To the end of the list; nothing for an object that is not in it.
+    // They keep the list of selected objects and the objects' draw states in step. Nothing repaints.
     void AddSelected(CDrawable* obj);
     void RemoveSelected(CDrawable* obj);
     void RemoveAllSelected();
@@ -80,8 +84,10 @@ public:
 
     // ---- Colours ----
 
+    // Of the background: an index of the colour table, or kColorExplicit for the colour of SetBKColor.
     short GetBKColorIndex() { return m_BKColorIndex; }
     void SetBKColorIndex(short index) { m_BKColorIndex = index; }
+    // Of objects that commands make: see CDrawable::GetPenColorIndex. Not stored.
     short GetFGColorIndex() { return m_FGColorIndex; }
     void SetFGColorIndex(short index) { m_FGColorIndex = index; }
     // COLORREFs. Setting one makes it explicit; a later index hides it and does not lose it.
@@ -100,14 +106,19 @@ public:
     int StoreToMemFile(CMemFile* file);
     // From a host's buffer, which is only read and not copied: 0 for a null or empty one, else 1 whatever the load did.
     int OpenDocument(void* data, unsigned int size);
-    int OpenDocument(CMemFile& file);
+    int OpenDocument(CMemFile& file); // From its beginning; always 1.
     // By the file dialog. Unlike the two above it adds to what the document holds. 0 when cancelled.
     int OpenDocument();
+    // To the document's path, or by DoSave with a null path where that does not exist or can only be read.
     virtual int DoFileSave();
+    // To `path`; a null or empty one is asked for in the file dialog. `replace` nonzero: it becomes the document's
+    // path. 1; 0 when cancelled or not saved.
     virtual int DoSave(const wchar_t* path, int replace);
-    void OnFileSaveAs();
+    void OnFileSaveAs(); // DoSave that asks for a path.
+    // The file dialog, to open or to save, with a title from the module's resources and OFN_ flags. `name` comes in as
+    // the suggestion; 0 when cancelled.
     int DoPromptFileName(CString& name, unsigned int titleId, unsigned long flags, int open);
-    BOOL OnNewDocument() override;
+    BOOL OnNewDocument() override; // As that of CDocument.
     // FALSE also tells the history that the drawing is saved as it is now.
     void SetModifiedFlag(BOOL modified = TRUE) override;
     // There is no XML form: always empty, always 0.
@@ -129,6 +140,6 @@ private:
     CDrawable* m_pCurrentObject = nullptr;
     short m_FGColorIndex = kColorWhite; // Given to new objects; not in the stream.
     CEditingOptions m_EditingOptions;
-    CDrawingHistory* m_pHistory = nullptr; // Sets itself.
+    CDrawingHistory* m_pHistory = nullptr; // Set by the history itself. Not owned.
     CKxAlive m_Alive;
 };

@@ -8,7 +8,7 @@
 
 class CDrawGeometry;
 
-using CBulgeArray = CArray<double, double&>;
+using CBulgeArray = CArray<double, double&>; // One bulge for each segment of a polyline.
 
 // A bulge is the height of an arc over its chord divided by half the chord: 1 is a half circle, 0 straight. With a
 // positive bulge the arc is on the right of the direction from p1 to p2 (y up), so that it runs anticlockwise; with a
@@ -23,6 +23,7 @@ public:
     CDraw_Common() = default;
     virtual ~CDraw_Common() = default;
 
+    // The magnitude.
     static double GetAbs(double x) { return x > 0 ? x : -x; }
     // The point of the arc that is farthest from the chord. A bulge of 0.001 or less counts as a negative one here, so
     // that a tiny positive bulge has it on the left. Not-a-number for a chord without length.

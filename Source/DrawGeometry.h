@@ -13,9 +13,11 @@ class CVectorViewCoordTran;
 // One for each painter. Owns nothing.
 class NRVECTORVIEW_API CDrawGeometry {
 public:
+    // Both are borrowed; `graphic` may be null.
     CDrawGeometry(CVectorGraphic* graphic, CLayerManager* layers);
     virtual ~CDrawGeometry() = default;
 
+    // The layer table in which by-layer attributes are looked up; not owned.
     CLayerManager* GetLayerManager() { return m_pLayerManager; }
     void SetLayerManager(CLayerManager* layers) { m_pLayerManager = layers; }
     // The painter's mapping; there must be a painter.

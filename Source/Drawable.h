@@ -16,8 +16,8 @@
 
 #include <memory>
 
-using CGePointArray = CArray<CGePoint2d, CGePoint2d&>;
-using CIndexArray = CArray<int, int&>;
+using CGePointArray = CArray<CGePoint2d, CGePoint2d&>; // Points, in drawing units unless stated.
+using CIndexArray = CArray<int, int&>;                 // Indices of grips.
 
 // Kinds of grips that can be asked of getGripPoints.
 inline constexpr int kGripVertices = 1;
@@ -35,7 +35,7 @@ public:
     enum DrawState : int {
         Selected = 0, // Drawn dotted, with grips.
         Dragging = 1, // A rubber-band copy of a command: drawn by inversion, so that a second drawing erases it.
-        Normal = 2
+        Normal = 2    // Drawn as it is.
     };
 
     CDrawable() = default;
@@ -47,9 +47,9 @@ public:
 
     // What a pen is made of: a GDI style, a width in pixels and a COLORREF.
     struct PenLook {
-        short style;
-        int width;
-        DWORD color;
+        short style; // PS_SOLID and so on.
+        int width;   // Pixels.
+        DWORD color; // COLORREF.
     };
 
     // ---- The virtual interface, in this order ----
@@ -62,7 +62,9 @@ public:
     // Moves the grip of the first index in `indices` (the others are ignored) by v, in drawing units. An empty array
     // raises the invalid-argument exception in the concrete classes.
     virtual void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v);
+    // A square of GripHalf around each of `grips`, which are drawing units.
     virtual void DrawGripPoints(CDC* pDC, CGePointArray& grips, CDrawGeometry* pGeom);
+    // Moves the geometry by a matrix in drawing units; nothing in this base.
     virtual void transformBy(const CGeMatrix2d& m);
     // The Chinese word for the kind, for display.
     virtual CString GetName();
@@ -73,46 +75,54 @@ public:
     virtual float HitTest(CGePoint2d p);
     // Appends the feet of the perpendiculars from p, with `type` 8; always 1.
     virtual int GetClosetPt(CGePoint2d p, CGePointArray& out);
+    // Appends a row for each editable field, and takes over the rows that were changed since.
     virtual void GetProperty(CDrawableProperty& list);
     virtual void SetProperty(CDrawableProperty& list);
     // Names every field that belongs to the content, stored or not, for a history; not those that follow from painting
-    // or from a hit test, and not the draw state. A kind of a host overrides it to be kept fast and whole: it calls
-    // that of its base, then `exchange.Level<Kind>()`, then names its own fields.
+    // or from a hit test, and not the draw state. A kind of a host that overrides it is kept whole and fast: it
+    // calls that of its base, then `exchange.Level<Kind>()`, then names its own fields.
     virtual void ExchangeState(CStateExchange& exchange);
 
     // ---- Attributes ----
 
+    // An index of the colour table, kColorByLayer or kColorExplicit.
     short GetPenColorIndex() { return m_PenColorIndex; }
     void SetPenColorIndex(short index) { m_PenColorIndex = index; }
     // The entry of the colour table for an index of it; otherwise the explicit colour, also for an object by layer.
     DWORD GetPenColor();
-    // Also makes the colour explicit.
-    void SetPenColor(DWORD color);
+    void SetPenColor(DWORD color); // A COLORREF, which becomes the explicit colour.
+    // Stored for hosts; the library does not use it.
     short GetColorBrush() { return m_ColorBrush; }
     void SetColorBrush(short index) { m_ColorBrush = index; }
-    float GetLineWide() { return m_LineWide; }
+    float GetLineWide() { return m_LineWide; } // Drawing units, or pixels when the width is locked; -1 by layer.
     // Whole widths only; properties and files can also set a fraction.
     void SetLineWide(short width) { m_LineWide = width; }
+    // A GDI pen style; -1 by layer.
     short GetLineType() { return m_LineType; }
     void SetLineType(short type) { m_LineType = type; }
+    // Stored for hosts; the library does not use it.
     float GetScale() { return m_Scale; }
     void SetScale(float scale) { m_Scale = scale; }
+    // An index of the layer table, for what is by layer. Any number is stored.
     short GetLayer() { return m_Layer; }
     void SetLayer(short layer) { m_Layer = layer; }
-    int GetID() { return m_ID; }
-    int IsDelete() { return m_IsDelete; }
+    int GetID() { return m_ID; }          // Stored for hosts; the library does not use it.
+    int IsDelete() { return m_IsDelete; } // Nonzero in a stream: the object is not drawn. Nothing here sets it.
+    // How it is drawn. SetDrawState leaves the document's list of selected objects as it is.
     enum DrawState GetDrawState() { return m_DrawState; }
     void SetDrawState(enum DrawState state) { m_DrawState = state; }
+    // 0 hides the object: most kinds are neither drawn nor hit then.
     int GetIsShow() { return m_IsShow; }
     void SetIsShow(int show) { m_IsShow = show; }
     // Asks the object's state; CGraphicDocument::IsSelected asks the list.
     int IsSelected() { return m_DrawState == Selected; }
     // 0 sets Normal, also for an object that was Dragging.
     void SetSelected(int selected) { m_DrawState = selected != 0 ? Selected : Normal; }
+    // 0: no click selects it, and the command "offset" passes it over.
     int isCanSelect() { return m_CanBeSelect; }
     void SetCanBeSelect(int can) { m_CanBeSelect = can; }
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // Colours, width, line type, layer, state, visibility, selectability.
 
     // For code that keeps a pointer to the object while its owner may free it: the token tells whether that has
     // happened.
@@ -138,6 +148,7 @@ protected:
             ReportDrawFailure(function, stage);
         }
     }
+    // Neither hidden nor deleted.
     bool IsToBeDrawn() const { return m_IsShow != 0 && m_IsDelete == 0; }
 
     // Whether this object, drawn into the context, changes no pixel that is kept: only in the paint of a view's own
@@ -167,18 +178,18 @@ protected:
     // Reports a failed Draw in a message box: "<function>出错:step=" and the stage reached.
     static void ReportDrawFailure(LPCTSTR function, LPCTSTR step);
 
-    short m_PenColorIndex = kColorByLayer;
-    DWORD m_PenColor = 0; // COLORREF
-    short m_ColorBrush = -1;
-    float m_LineWide = -1.0f; // Drawing units, or pixels when the width is locked; -1 by layer.
-    short m_LineType = -1;    // GDI pen style; -1 by layer.
-    float m_Scale = 1.0f;     // Stored for hosts; the library does not use it.
-    short m_Layer = 0;
-    int m_ID = 0;
-    int m_IsDelete = 0;
-    int m_IsShow = 1;
-    enum DrawState m_DrawState = Normal;
-    int m_CanBeSelect = 1;
+    short m_PenColorIndex = kColorByLayer; // See GetPenColorIndex.
+    DWORD m_PenColor = 0;                  // COLORREF
+    short m_ColorBrush = -1;               // Stored for hosts.
+    float m_LineWide = -1.0f;              // Drawing units, or pixels when the width is locked; -1 by layer.
+    short m_LineType = -1;                 // GDI pen style; -1 by layer.
+    float m_Scale = 1.0f;                  // Stored for hosts; the library does not use it.
+    short m_Layer = 0;                     // Index of the layer table.
+    int m_ID = 0;                          // Stored for hosts.
+    int m_IsDelete = 0;                    // Nonzero: not drawn.
+    int m_IsShow = 1;                      // 0: hidden.
+    enum DrawState m_DrawState = Normal;   // Stored too.
+    int m_CanBeSelect = 1;                 // 0: can't be selected.
 
 private:
     friend class CHistoryBaseline;

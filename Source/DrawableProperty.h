@@ -7,29 +7,33 @@
 #include <afxdisp.h>
 #include <afxtempl.h>
 
+// One row. Owned by its list once it has been added to one.
 class NRVECTORVIEW_API CSimpleProperty : public CObject {
     DECLARE_DYNAMIC(CSimpleProperty)
 public:
     // `type` is a VARTYPE; the value's own type may differ from it (a yes-or-no row carries a 4-byte integer).
+    // Without a value the row has an empty one.
     CSimpleProperty(CString key, CString description, CString label, short type, COleVariant value);
     CSimpleProperty(CString key, CString description, CString label, short type);
 
+    // See the data below.
     CString GetKey() const { return m_Key; }
     CString GetLabel() const { return m_Label; }
     COleVariant GetValue() const { return m_Value; }
 
-    CString m_Description;
-    CString m_Label;
-    CString m_Key;
-    VARTYPE m_Type;
-    int m_Changed = 0; // Set by the window that edits the row; never reset.
-    COleVariant m_Value;
+    CString m_Description; // What the field is, in a sentence.
+    CString m_Label;       // What a property window shows beside the value.
+    CString m_Key;         // By which SetProperty of the object finds the row.
+    VARTYPE m_Type;        // As what the value is shown and edited.
+    int m_Changed = 0;     // Set by the window that edits the row; never reset.
+    COleVariant m_Value;   // The value, shown and edited.
 };
 
 // Marks a value that is one number of a list. The names are not known here: the row shows and edits the plain number.
 class NRVECTORVIEW_API CEnumProperty : public CSimpleProperty {
     DECLARE_DYNAMIC(CEnumProperty)
 public:
+    // As those of CSimpleProperty.
     CEnumProperty(CString key, CString description, CString label, short type, COleVariant value);
     CEnumProperty(CString key, CString description, CString label, short type);
 };
@@ -42,10 +46,11 @@ public:
     CDrawableProperty(const CDrawableProperty&) = delete;
     CDrawableProperty& operator=(const CDrawableProperty&) = delete;
 
-    void Add(CSimpleProperty* row);
-    void Clear();
+    void Add(CSimpleProperty* row); // At the end. The row, made with new and registered, is the list's from now on.
+    void Clear();                   // Frees all rows.
     // The first row of that key, with case; null when there is none.
     CSimpleProperty* Find(CString key);
+    // The number of rows.
     int GetSize() const { return static_cast<int>(m_Rows.GetSize()); }
     // Null outside the rows.
     CSimpleProperty* GetRow(int index) const;

@@ -28,11 +28,11 @@ protected:
 
 // The content of one object. Texts are shared with the object; a text that is changed afterwards is another one.
 struct CDrawableState {
-    std::vector<BYTE> bytes; // The fields, one after the other, and then what the object's own Serialize writes.
-    std::vector<CString> texts;
-    size_t fields = 0; // Bytes of the fields.
+    std::vector<BYTE> bytes;    // The fields, one after the other, and then what the object's own Serialize writes.
+    std::vector<CString> texts; // Those of the fields, in their order.
+    size_t fields = 0;          // Bytes of the fields.
 
-    size_t Bytes() const;
+    size_t Bytes() const; // How much memory it takes, with its texts.
 };
 
 // Goes over the fields of an object: keeps them, compares them with what was kept, or puts them back. Each kind names
@@ -51,12 +51,13 @@ public:
         static_assert(std::is_arithmetic<T>::value || std::is_enum<T>::value, "bytes of padding can't be compared");
         Raw(&field, sizeof field);
     }
+    // Both coordinates and the snap kind.
     void Point(CGePoint2d& point) {
         Value(point.x);
         Value(point.y);
         Value(point.type);
     }
-    void Text(CString& field);
+    void Text(CString& field); // Kept as a shared text, not as bytes.
     // A CArray of numbers, points or texts, or a CUIntArray.
     template <class Array>
     void List(Array& list) {
@@ -83,8 +84,8 @@ public:
 private:
     friend class CObjectStates;
 
-    // Reserve and Trim are the two ends of a putting back that may fail: the lists grow to what they will hold, or
-    // shrink to what they held.
+    // Reserve comes before PutBack and is the part that may fail: lists grow to what they will hold. Trim undoes a
+    // Reserve: lists shrink to what they held.
     enum class Mode { Keep, Compare, Reserve, Trim, PutBack };
 
     explicit CStateExchange(CDrawableState& kept) : m_Mode(Mode::Keep), m_Kept(&kept), m_From(kept) {}
@@ -101,7 +102,8 @@ private:
         }
     }
     void RawOther(void* field, size_t size);
-    // Gives the number of elements kept, but in the mode Keep, and for a list that has to be read on to be compared.
+    // In: the present number of elements. Out: how many are gone over, which is the number kept in all modes but Keep;
+    // 0 where the rest need not be compared.
     void Count(INT_PTR& count);
     void Element(CGePoint2d& point) { Point(point); }
     void Element(CString& text) { Text(text); }
@@ -127,11 +129,12 @@ public:
     static bool NamesAllFields(CDrawable& object);
     // Throws what the memory or the object's own Serialize throws.
     void Keep(CDrawable& object, bool namesAll, CDrawableState& kept);
+    // Whether the object still has that content.
     static bool IsAs(CDrawable& object, bool namesAll, const CDrawableState& kept);
-    // What may fail of a putting back. The object's lists grow, and a kind that names too few fields is loaded.
+    // The part of putting back that may fail: the object's lists grow, and a kind that names too few fields is loaded.
     static void Reserve(CDrawable& object, bool namesAll, const CDrawableState& target);
-    // Takes a Reserve back; `present` is what the object held before. Of a kind that names too few fields, as far as it
-    // can be loaded.
+    // Undoes a Reserve; `present` is what the object held before it. A kind that names too few fields is loaded from
+    // that, as far as it can be.
     static void Trim(CDrawable& object, bool namesAll, const CDrawableState& present);
     // After Reserve. Does not throw.
     static void PutBack(CDrawable& object, const CDrawableState& target);

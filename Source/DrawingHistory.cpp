@@ -255,7 +255,7 @@ void CDrawingHistory::SetClean() {
     const CKxAliveToken alive(m_Alive);
     bool recorded = false;
     if (m_Group != 0 || IsQuiet() == 0) {
-        // In the middle of a change there is no state that could be come back to.
+        // In the middle of a change there is no state to return to.
         m_Clean = -1;
         return;
     }
@@ -296,7 +296,7 @@ void CDrawingHistory::SetLimits(size_t bytes, int steps) {
     {
         const CBusyScope busy(m_bBusy);
         if (!Attempt([&] { m_Forgotten.reserve(m_Steps.size()); })) {
-            return; // The next mark sees to it.
+            return; // The next mark trims.
         }
         Trim();
         // Where undone steps alone are too much, those that would be redone last are forgotten.

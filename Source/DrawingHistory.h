@@ -50,13 +50,13 @@ protected:
 // Objects keep their addresses. One that left the drawing (erased, or added by a step that was undone) belongs to the
 // history, which frees it when no step refers to it any more: DeleteObject gives it to no caller then, unless the
 // caller frees it at once or calls GiveUp. An object that a host frees comes back in no step. Reset and LoadFile free
-// the drawing as ever and start the history anew.
+// the objects of the drawing with or without a history, and a history then begins anew.
 //
 // Nothing here throws; where memory does not suffice the drawing stays as it is, and a change that could not be marked
 // is part of the next step. One thread, that of the document.
 class NRVECTORVIEW_API CDrawingHistory {
 public:
-    explicit CDrawingHistory(CGraphicDocument* document);
+    explicit CDrawingHistory(CGraphicDocument* document); // Borrowed; null for none. See Attach.
     // The objects that left the drawing are freed.
     virtual ~CDrawingHistory();
     CDrawingHistory(const CDrawingHistory&) = delete;
@@ -65,14 +65,14 @@ public:
     // Begins anew with another document, or with none. A document has one history: a former one loses it. Called by a
     // document that is freed with null.
     void Attach(CGraphicDocument* document);
-    CGraphicDocument* GetDocument() const { return m_pDocument; }
+    CGraphicDocument* GetDocument() const { return m_pDocument; } // Null where there is none.
 
     // ---- Marking ----
 
     // Makes a step of what has changed since the last mark. 1 when there is a new step. Null names: a general word.
     // Within a group, and while a command runs in a view, nothing is marked. Takes time proportional to the drawing.
     int Mark(LPCTSTR chinese = nullptr, LPCTSTR english = nullptr);
-    // The same after the one change that a new object was added on top or at the very bottom: in no time.
+    // The same after the one change that a new object was added on top or at the very bottom, without comparing.
     int MarkAdded(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
     // What happens between the two is one step. Groups may be nested: the outermost one counts. What was not marked
     // before the group becomes a step of its own. EndGroup gives 1 when there is a new step.
@@ -92,6 +92,7 @@ public:
     // Of the step that would be taken; empty when there is none.
     CString GetUndoName(int english) const;
     CString GetRedoName(int english) const;
+    // How many steps can be undone and redone, as far as they are marked.
     int GetUndoCount() const { return m_Position; }
     int GetRedoCount() const { return static_cast<int>(m_Steps.size()) - m_Position; }
 
@@ -108,7 +109,7 @@ public:
     // Beyond either limit the oldest steps are forgotten; the newest one is kept whatever its size. At first 64 MB and
     // 1,000 steps. The bytes are those of the steps, without what is kept of the present state.
     void SetLimits(size_t bytes, int steps);
-    size_t GetBytes() const { return m_Bytes; }
+    size_t GetBytes() const { return m_Bytes; } // Of all steps.
     // All steps; the drawing stays as it is.
     void Forget();
     // The object, which is not in the drawing any more, is the caller's: it comes back in no step.
@@ -118,7 +119,7 @@ public:
 
     // Null for none. Not owned.
     void SetListener(CDrawingHistoryListener* listener) { m_pListener = listener; }
-    CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); }
+    CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); } // Whether this history still exists.
 
 protected:
     // 0 while a mark would meet a half-made change.
@@ -157,11 +158,12 @@ private:
     int m_Group = 0;
     CString m_GroupChinese;
     CString m_GroupEnglish;
-    std::vector<StepOwner> m_Forgotten; // On their way out. Has memory for all steps: a mark can't stop half-way.
+    std::vector<StepOwner>
+        m_Forgotten; // Taken out, to be freed. Memory for all steps is reserved: a mark can't fail half-way.
     size_t m_Bytes = 0;
     size_t m_MostBytes = 64u << 20;
     int m_MostSteps = 1000;
-    bool m_bBusy = false; // No call gets in while the steps are being changed.
+    bool m_bBusy = false; // While the steps are being changed every call does nothing.
     CDrawingHistoryListener* m_pListener = nullptr;
     CKxAlive m_Alive;
 };
@@ -169,6 +171,7 @@ private:
 // A group for the length of a block. `history` may be null, and may be freed in the block.
 class CHistoryGroup {
 public:
+    // The names are those of the step, as for BeginGroup.
     CHistoryGroup(CDrawingHistory* history, LPCTSTR chinese, LPCTSTR english) : m_pHistory(history) {
         if (history != nullptr) {
             m_HistoryAlive.emplace(history->GetAlive());

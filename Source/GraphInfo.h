@@ -5,16 +5,16 @@
 #include "VectorViewApi.h"
 
 // Colour indices with a meaning of their own, in objects, layers and documents. They are stored in files.
-inline constexpr short kColorByLayer = -1;
-inline constexpr short kColorExplicit = -2;
-inline constexpr short kColorBlack = 7;
-inline constexpr short kColorWhite = 137;
+inline constexpr short kColorByLayer = -1;  // The colour of the object's layer.
+inline constexpr short kColorExplicit = -2; // The COLORREF that is stored beside the index.
+inline constexpr short kColorBlack = 7;     // An entry of the table: black.
+inline constexpr short kColorWhite = 137;   // An entry of the table: white.
 
 // A process-wide singleton, made on first use and never changed, so that any thread may ask it. Release is for a time
 // when no other thread does.
 class NRVECTORVIEW_API CGraphColorInfo {
 public:
-    static CGraphColorInfo* GetInstance();
+    static CGraphColorInfo* GetInstance(); // Never null. Not the caller's to free.
     // Frees the instance, if there is one; a later GetInstance makes a new one.
     static void Release();
     virtual ~CGraphColorInfo();

@@ -25,7 +25,7 @@ struct CHistoryRecord final : CDrawableWatch {
     CDrawableState state; // As last seen.
     unsigned listed = 0;  // Entries in the list of the present state.
     unsigned patched = 0; // Entries in patches.
-    unsigned visit = 0;   // Of the walk that came here last.
+    unsigned visit = 0;   // The number of the last walk over the drawing that met the object.
     bool namesAll;        // CObjectStates::NamesAllFields.
 };
 
@@ -68,7 +68,7 @@ struct CHistoryPatch {
 class CHistoryBaseline {
 public:
     explicit CHistoryBaseline(CGraphicDocument& document) : m_Document(document) {}
-    // Patches are dropped before.
+    // All patches have been dropped before.
     ~CHistoryBaseline();
     CHistoryBaseline(const CHistoryBaseline&) = delete;
     CHistoryBaseline& operator=(const CHistoryBaseline&) = delete;
@@ -82,12 +82,13 @@ public:
     // The drawing as it is in the other state of the patch, which is a neighbour of the present one. The drawing has to
     // be as the baseline is. False when the memory does not suffice: nothing has changed then.
     bool Toggle(CHistoryPatch& patch);
-    // The objects of the drawing are marked, so that they are not freed: before patches are dropped without an Advance.
+    // Marks the objects of the drawing, so that dropping patches without an Advance before it frees none of them.
     void VisitDrawing();
-    // Whether the drop of the patch may free an object.
+    // Whether dropping the patch may free an object.
     static bool MayFree(const CHistoryPatch& patch);
-    // The patch is not used any more. Frees objects; what their destructors do is not caught.
+    // Frees the objects that only this patch refers to; what their destructors throw is not caught.
     void Drop(CHistoryPatch& patch);
+    // See CDrawingHistory::GiveUp.
     void GiveUp(CDrawable* object);
 
 private:
@@ -100,7 +101,7 @@ private:
     RecordList Compose(CHistoryPatch& patch) const;
     std::shared_ptr<const CHistorySelection> Selection();
     void SelectAgain();
-    // Frees the record that nothing refers to any more, with the object that is nowhere in the drawing.
+    // Frees a record that nothing refers to any more, and its object where that is not in the drawing.
     void ReleaseRecord(CHistoryRecord* record);
     void Visit(CDrawable* object);
     void VisitBeside();

@@ -38,36 +38,41 @@ public:
 
     // ---- The virtual interface, in this order ----
 
-    virtual int CheckText(CString text);
+    virtual int CheckText(CString text); // For overrides; nothing here calls it. Always 1.
     // Repaints whatever the second argument is. A null font means the system's.
     virtual LRESULT SetFont(CFont* font, int redraw);
-    virtual void SetEditLimit(unsigned int, unsigned int);
+    virtual void SetEditLimit(unsigned int, unsigned int); // For overrides; does nothing.
     // The window, hidden; 0 when Windows refuses it.
     virtual int Create(CWnd* parent, CTextParm* parm, unsigned int id);
+    // The text in the box, read and replaced; always 1.
     virtual int GetEditText(CString& text);
     virtual int SetEditText(const CString& text);
-    virtual CString FormatText(const CString& text);
+    virtual CString FormatText(const CString& text); // For overrides; nothing here calls it. The text itself.
     // Shows the box on `rect`, in client pixels of the parent, its left edge one pixel further right. It holds `text`,
     // all of it selected. For VK_F2 the caret is at the end of `text`; `useOther` nonzero shows `other` instead.
     virtual void ShowEdit(CRect rect, CString text, unsigned int key, int useOther, CString other);
     // Hides the box.
     virtual void EndEdit();
 
+    // The parameter that the box belongs to; null when it is closed. Not owned.
     CTextParm* GetTextParm() const { return m_pTextParm; }
     void SetTextParm(CTextParm* parm) { m_pTextParm = parm; }
     // The text in the box.
     CString GetShownText() const;
-    unsigned int GetLastKey() const { return m_LastKey; }
-    CRect GetEditRect() const { return m_EditRect; }
+    unsigned int GetLastKey() const { return m_LastKey; } // See m_LastKey.
+    CRect GetEditRect() const { return m_EditRect; }      // See m_EditRect.
 
+    // Tab and Return, and Ctrl with A, C and X, before a host's loop makes anything else of them.
     BOOL PreTranslateMessage(MSG* msg) override;
 
 protected:
-    void PostNcDestroy() override;
+    void PostNcDestroy() override; // Frees nothing: the box is a member of its view.
+    // Each answers the message of its name. A key that ends the edit goes no further; the loss of the focus ends it
+    // too.
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnKillFocus(CWnd* newWnd);
-    afx_msg UINT OnGetDlgCode();
+    afx_msg UINT OnGetDlgCode(); // All keys, so that a dialog leaves Tab, Return and Escape to the box.
     afx_msg void OnCut();
     afx_msg void OnCopy();
     afx_msg void OnClear();
@@ -78,7 +83,7 @@ protected:
     int m_ArrowsEndEdit = 0;          // Nonzero: arrow and page keys are ending keys without Ctrl too.
     CRect m_EditRect;                 // Client pixels of the parent; may have grown wider than the window.
     CTextParm* m_pTextParm = nullptr; // Null when closed.
-    CWnd* m_pParentView = nullptr;
+    CWnd* m_pParentView = nullptr;    // The window that Create was given; not owned.
 
 private:
     CInPlaceEditParent* Parent() const;

@@ -10,16 +10,17 @@
 
 // What a layer consists of.
 struct CLayerFields {
-    char m_Name[21] = {};
-    int m_State = 1; // Stored and loaded; the library does not use it.
-    int m_ColorIndex = 137;
-    DWORD m_Color = 0;    // COLORREF, used with index -2.
-    short m_LineType = 0; // GDI pen style.
-    float m_LineWide = 1.0f;
+    char m_Name[21] = {};    // 8-bit characters, filled up with zeros.
+    int m_State = 1;         // Stored and loaded; the library does not use it.
+    int m_ColorIndex = 137;  // Of the colour table, or -2.
+    DWORD m_Color = 0;       // COLORREF, used with index -2.
+    short m_LineType = 0;    // GDI pen style.
+    float m_LineWide = 1.0f; // Drawing units, or pixels for an object with a locked width.
 
-    bool operator==(const CLayerFields& other) const;
+    bool operator==(const CLayerFields& other) const; // Of all fields; the widths bit by bit.
 };
 
+// One layer.
 class CLayerInfo : public CSerialable, public CLayerFields {
     DECLARE_SERIAL(CLayerInfo)
 public:
@@ -27,7 +28,7 @@ public:
 
     // At most 20 bytes; a longer name is refused with a message and the old one stays. Null is ignored.
     void SetName(const char* name);
-    const char* GetName() const { return m_Name; }
+    const char* GetName() const { return m_Name; } // Valid as long as the layer.
 
     // Of a longer name in a file the first 20 bytes are kept; a negative length raises the archive's exception.
     void Serialize(CArchive& ar) override;
@@ -35,9 +36,9 @@ public:
 
 // The values of a whole layer table.
 struct CLayerTable {
-    int maxLayer = 0;
-    int flag = 0;
-    std::vector<CLayerFields> layers;
+    int maxLayer = 0;                 // The limit of AddLayer.
+    int flag = 0;                     // Stored and loaded; the library does not use it.
+    std::vector<CLayerFields> layers; // In the order of their indices.
 };
 
 // A new document has the one layer "Layer 0". Owns its layers.
@@ -52,8 +53,8 @@ public:
     int AddLayer(const char* name);
     // Null at or above the count; a negative index raises the invalid-argument exception.
     CLayerInfo* GetLayerInfo(int index);
-    int GetLayerCount() const { return static_cast<int>(m_Layers.GetSize()); }
-    void RemoveAll();
+    int GetLayerCount() const { return static_cast<int>(m_Layers.GetSize()); } // 1 in a new document.
+    void RemoveAll();                                                          // Frees all layers.
 
     // For a history: the values as a copy, whether they still are the same, and putting them back. Layers that are
     // there keep their addresses; missing ones are made, surplus ones freed. What PutBack throws leaves all as it was.

@@ -9,6 +9,7 @@ class NRVECTORVIEW_API CLine : public CDrawable {
 public:
     CLine() = default;
 
+    // Drawing units.
     CGePoint2d GetStartPoint() { return CGePoint2d(m_X1, m_Y1); }
     CGePoint2d GetEndPoint() { return CGePoint2d(m_X2, m_Y2); }
     CString GetName() override;
@@ -19,6 +20,7 @@ public:
     // Start, midpoint, end.
     void getGripPoints(CGePointArray& out, int mask) override;
 
+    // Drawing units. Nothing repaints.
     void SetStartPoint(CGePoint2d p);
     void SetEndPoint(CGePoint2d p);
     void SetStartPoint(Gdiplus::PointF p) { SetStartPoint(CGePoint2d(p)); }
@@ -26,6 +28,7 @@ public:
     // 1: the width is in pixels at every zoom. Any other value: it is in drawing units. Only the width depends on it.
     void SetLockMode(int mode) { m_LockMode = mode; }
     int GetLockMode() { return m_LockMode; }
+    // Tags of the host: stored and shown, never interpreted.
     CString GetParmName() { return m_strParmName; }
     void SetParmName(CString name) { m_strParmName = name; }
     CString GetMsgInfo() { return m_strMsgInfo; }
@@ -38,7 +41,7 @@ public:
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // The ends, the tags and the lock.
 
 private:
     double m_X1 = 0.0;

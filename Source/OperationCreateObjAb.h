@@ -7,6 +7,7 @@
 class NRVECTORVIEW_API COperationCreateObjAb : public CCommandOperation {
     DECLARE_DYNAMIC(COperationCreateObjAb)
 public:
+    // As that of CCommandOperation.
     COperationCreateObjAb(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
 
     void Execute() override;
@@ -16,11 +17,12 @@ public:
     // Lets the tool take off what it drew: an override of ErasShirrLine resets its own state in this moment.
     void PreRedraw() override;
 
+    // The object being built; null when there is none. Owned by the tool until it is part of the drawing.
     CDrawable* GetCurrentObject() { return m_pCurrentObject; }
     // Shows the object being built through the document's current slot; 0 when there is none.
     int AddCurrentObjectToDocument();
-    void RemoveCurrentObjectAtDocument();
-    void ResetErasShirrLineState() { m_ShirrDrawn = 0; }
+    void RemoveCurrentObjectAtDocument();                // Empties that slot.
+    void ResetErasShirrLineState() { m_ShirrDrawn = 0; } // As that of CCommandOperation.
 
 protected:
     // Unlike the base search: hidden objects are skipped, the object under construction is searched last, and the

@@ -32,10 +32,11 @@ public:
     CArray<CString, CString&>* GetParmMsgList() { return &m_ParmMsgList; }
     // Nonzero when the bulge differs from exactly 0.0; 0 outside the vertices.
     int IsArc(int i);
-    int IsClosed() { return m_isClosed; }
-    int GetLockMode() { return m_LockMode; }
+    int IsClosed() { return m_isClosed; }    // Nonzero: a segment joins the last vertex to the first one.
+    int GetLockMode() { return m_LockMode; } // See SetLockMode.
     // The segment that the last HitTest found; -1 for none.
     int GetSelSelLine() { return m_SelLine; }
+    // Tags of the host for the whole polyline: stored and shown, never interpreted.
     CString GetParmName() { return m_strParmName; }
     CString GetMsgInfo() { return m_strMsgInfo; }
     // The tags of one segment; 0 outside the vertices.
@@ -47,8 +48,10 @@ public:
     float HitTest(CGePoint2d p) override;
     // Appends the feet on the infinite lines of the straight segments; always 1.
     int GetClosetPt(CGePoint2d p, CGePointArray& out) override;
+    // The foot of p on the infinite line through a and b.
     CGePoint2d GetClosetPt(CGePoint2d a, CGePoint2d b, CGePoint2d p);
-    // Both for one straight segment of two vertices; 0 for any other polyline.
+    // Both for one straight segment of two vertices, and 0 for any other polyline: the distance from p to the segment,
+    // in drawing units; and 1 when p is on the line or on its left, seen from the first vertex.
     double GetClosestDistance(CGePoint2d p);
     int isLeft(CGePoint2d p);
     // By `mask`: each vertex followed by the middle of its segment (`type` 4), then the insert points.
@@ -56,6 +59,7 @@ public:
 
     // ---- Editing ----
 
+    // Appends a counted vertex without tags; `bulge` is that of the segment from it to the next one.
     void AddPoint(CGePoint2d p, double bulge);
     // An index at or beyond the size of the list appends a vertex, which is not counted. A negative index raises the
     // invalid-argument exception.
@@ -63,13 +67,14 @@ public:
     // 0 for an index at or beyond the size; a negative one raises the invalid-argument exception. The same holds for
     // SetSLPenColor and ResetPenColor.
     int SetBulge(int i, double b);
-    int SetSLPenColor(int i, DWORD c);
+    int SetSLPenColor(int i, DWORD c); // Gives the segment a colour of its own, a COLORREF, which no stream holds.
     // Stores the colour too, but the segment is drawn in the polyline's own colour again.
     int ResetPenColor(int i, DWORD c);
-    int SetSLineInfo(int i, CString name, CString msg);
-    void SetClose(int closed) { m_isClosed = closed; }
+    int SetSLineInfo(int i, CString name, CString msg); // The tags of one segment; 0 outside the vertices.
+    void SetClose(int closed) { m_isClosed = closed; }  // See IsClosed.
     // Nonzero: the width is in pixels at every zoom; 0: it is in drawing units.
     void SetLockMode(int mode) { m_LockMode = mode; }
+    // Tags of the host: stored and shown, never interpreted.
     void SetParmName(CString name) { m_strParmName = name; }
     void SetMsgInfo(CString info) { m_strMsgInfo = info; }
     // Further snap points, in drawing units; neither stored nor transformed.
@@ -85,10 +90,11 @@ public:
     void ExchangeState(CStateExchange& exchange) override;
 
     // New virtual operations, after those of CDrawable and in this order.
-    virtual void AddPoint(CGePoint2d p);
+    virtual void AddPoint(CGePoint2d p); // Appends a counted vertex with a straight segment after it.
     // Before vertex i, or at the end, with the bulge of the segment that it divides. 1, or the invalid-argument
     // exception.
     virtual int InsertPoint(int i, CGePoint2d p);
+    // 1; 0 for an index at or beyond the counted vertices. A negative one raises the invalid-argument exception.
     virtual int RemovePoint(int i);
 
     // ---- Painting ----
@@ -99,7 +105,7 @@ public:
 
     // ---- Streaming ----
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // The counted vertices with bulges and tags, closing, lock.
 
 protected:
     // Strokes segment by segment, each with its own pen. 0 for an empty list and for an arc without a circle.
@@ -113,18 +119,20 @@ private:
     void LoadVertices(CArchive& ar, int count, UINT schema);
 
 protected:
-    int m_VertexCount = 0;
-    int m_PLineReserved = 0; // Stored and loaded; the library does not use it.
-    CGePointArray m_PointList;
-    CGePointArray m_InsertPointList;
-    CBulgeArray m_BulgeList;
+    int m_VertexCount = 0;           // The counted vertices.
+    int m_PLineReserved = 0;         // Stored and loaded; the library does not use it.
+    CGePointArray m_PointList;       // Drawing units.
+    CGePointArray m_InsertPointList; // See AddInsertPoint.
+    CBulgeArray m_BulgeList;         // Of the segment from each vertex to the next one.
+    // The tags of these segments.
     CArray<CString, CString&> m_ParmNameList;
     CArray<CString, CString&> m_ParmMsgList;
     CArray<DWORD, DWORD&> m_SegPenColorList; // COLORREFs. Neither these nor the flags are stored.
     CUIntArray m_SegPenFlagList;             // 1 where the segment has a colour of its own.
-    int m_SelLine = -1;
-    int m_isClosed = 0;
-    int m_LockMode = 0;
-    CString m_strMsgInfo; // Tags of the host for the whole polyline: stored and shown, never interpreted.
+    int m_SelLine = -1;                      // See GetSelSelLine.
+    int m_isClosed = 0;                      // See IsClosed.
+    int m_LockMode = 0;                      // See SetLockMode.
+    // Tags of the host for the whole polyline: stored and shown, never interpreted.
+    CString m_strMsgInfo;
     CString m_strParmName;
 };

@@ -14,6 +14,7 @@ struct CPixelBox {
     static CPixelBox Around(double x1, double y1, double x2, double y2) {
         return {x1 < x2 ? x1 : x2, y1 < y2 ? y1 : y2, x1 < x2 ? x2 : x1, y1 < y2 ? y2 : y1};
     }
+    // Grows the box to the point.
     void Add(double x, double y) {
         left = std::min(left, x);
         top = std::min(top, y);
@@ -26,7 +27,11 @@ struct CPixelBox {
         return left > -kMost && top > -kMost && right < kMost && bottom < kMost;
     }
 
-    double left, top, right, bottom;
+    // The edges, y downwards.
+    double left;
+    double top;
+    double right;
+    double bottom;
 };
 
 // The painter makes one and gives it to its CDrawGeometry for as long as the paint takes. Contexts of hosts, printers
@@ -36,8 +41,8 @@ public:
     // `seen`: the pixels that the context keeps, in its logical coordinates.
     CPaintPass(const CDC* pDC, const CRect& seen) : m_pDC(pDC), m_Seen(seen), m_Texts(pDC->m_hDC) {}
 
-    CTextMeasures& GetTexts() { return m_Texts; }
-    const CDC* GetDC() const { return m_pDC; }
+    CTextMeasures& GetTexts() { return m_Texts; } // What the texts of this paint share.
+    const CDC* GetDC() const { return m_pDC; }    // The context that is painted on; not owned.
 
     // The object of the drawing that is drawn next.
     void Enter(const CDrawable* object) { m_Object = object; }

@@ -50,19 +50,22 @@ private:
 // While a hook runs the phase is that of the hook, also when the hook closes the edit or opens another one.
 class CParmEditSession {
 public:
+    // See the table above.
     enum class Phase { Closed, Open, Refused, Accepting, Storing, Ending };
 
-    Phase GetPhase() const;
+    Phase GetPhase() const; // That of the hook, while one runs.
     // Another number for each edit of the view, which distinguishes the one that ends from one that a hook has opened.
     unsigned int GetNumber() const { return m_Number; }
-    bool IsOpen(unsigned int number) const { return m_Parm.has_value() && m_Number == number; }
+    bool IsOpen(unsigned int number) const { return m_Parm.has_value() && m_Number == number; } // Of that number.
+    // See CWatchedParm; both false while no edit is open.
     bool HasParmGone() { return m_Parm.has_value() && m_Parm->HasGone(); }
     bool IsParmAlive() const { return m_Parm.has_value() && m_Parm->IsParmAlive(); }
 
-    void Open(const CWatchedParm& parm);
-    void Close();
+    void Open(const CWatchedParm& parm); // An edit of a new number, not refused.
+    void Close();                        // No edit is open; no hook is called.
     // For a view or a window that ends: closed, and in no hook any more.
     void Abandon();
+    // Whether the text of the open edit has been refused.
     void SetRefused(bool refused) { m_bRefused = refused; }
 
     // Runs a hook in its phase. False when the view, or its window, has ended in it: nothing of the view may be touched

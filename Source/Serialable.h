@@ -32,7 +32,8 @@ public:
     // floor(x) + 1 for d = 0, also for a whole x. Only for hosts.
     static int GetNear_X(double x, int d);
 
-    // The word 5 before the fields of every object; the older schemas do not have it.
+    // Stores or loads the fields of a class after those of its base; docs/stream.md has them all. Here it is the word 5
+    // before the fields of every object, which the older schemas do not have. The archive's exceptions pass through.
     void Serialize(CArchive& ar) override;
 
 protected:

@@ -18,8 +18,8 @@ public:
     // The box below the insertion point, as HitTest without regard to the angle. Measures the height on the screen when
     // no paint has done so yet.
     int GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max) override;
-    // A paint under the editing option textsAsShown has the box follow the text from then on.
-    // 0 inside the box, else the distance to its centre; 1000.0 when hidden.
+    // 0 inside the box, else the distance to its centre; 1000.0 when hidden. A paint under the editing option
+    // textsAsShown makes the box that of the text as shown.
     float HitTest(CGePoint2d p) override;
     // The four corners of the text as a paint shows it, along its angle, measured on the screen; drawing units, round
     // the box from the insertion point.
@@ -38,8 +38,10 @@ public:
     // it.
     float GetTextRatio() const { return m_TextRatio; }
     void SetTextRatio(float ratio) { m_TextRatio = ratio; }
+    // Stored for hosts; the library does not use it.
     float GetOffWide() { return m_OffWide; }
     void SetOffWide(float off) { m_OffWide = off; }
+    // The characters as stored, before the number display. Nothing repaints.
     CString GetText() { return m_Text; }
     void SetText(CString text) { m_Text = text; }
     // A COLORREF and a mode of SetBkMode; neither is stored in drawings.
@@ -59,7 +61,7 @@ public:
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // Text, face, place, sizes and angle.
 
 protected:
     // The height of a sample text in drawing units: in the font selected in pDC or, with a null pDC, in this text's own
@@ -80,16 +82,18 @@ protected:
     // HitTest of a box of that width.
     float HitBox(CGePoint2d p, float wide);
 
+    // The top left corner, in drawing units.
     double m_StartX = 0.0;
     double m_StartY = 0.0;
-    float m_Angle = 0.0f;
-    float m_TextHeight = 20.0f;
-    float m_TextWide = 20.0f;
-    float m_TextRatio = 0.0f;
-    float m_OffWide = 0.0f; // Stored for hosts; the library does not use it.
-    float m_Spare = 0.0f;   // Stored and loaded; the library does not use it.
-    CString m_Text;
-    CString m_fontFaceName = L"宋体";
+    float m_Angle = 0.0f;             // Degrees, anticlockwise.
+    float m_TextHeight = 20.0f;       // Drawing units.
+    float m_TextWide = 20.0f;         // Of the box, in drawing units.
+    float m_TextRatio = 0.0f;         // See GetTextRatio.
+    float m_OffWide = 0.0f;           // Stored for hosts; the library does not use it.
+    float m_Spare = 0.0f;             // Stored and loaded; the library does not use it.
+    CString m_Text;                   // See GetText.
+    CString m_fontFaceName = L"宋体"; // Of the font; stored.
+    // See GetBKColor.
     COLORREF m_BKColor = 0xFFFFFF;
     int m_BKMode = TRANSPARENT;
     float m_ShownWide = 0.0f;    // Drawing units, as painted under textsAsShown; 0: the box is the stored one.

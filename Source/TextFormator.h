@@ -50,8 +50,8 @@ protected:
 
     const float* m_CharPos = nullptr; // Entry i: the extent of the first i + 1 characters. Part of m_Table.
     float m_Height = 0.0f;            // Of one line.
-    float m_Linespace = 0.0f;
-    const wchar_t* m_Str = nullptr; // Not owned.
+    float m_Linespace = 0.0f;         // See GetLinespace.
+    const wchar_t* m_Str = nullptr;   // Not owned.
 
 private:
     std::shared_ptr<const float> m_Table;

@@ -23,18 +23,22 @@ public:
 
     // ---- Editing ----
 
+    // The name by which the host knows the parameter; need not be unique.
     CString GetParmName() { return m_ParmName; }
     void SetParmName(CString name) { m_ParmName = name; }
     // A parameter of type 4 can't be edited; the host gives the other values their meaning.
     short GetParmType() { return m_ParmType; }
     void SetParmType(short type) { m_ParmType = type; }
+    // The host's expression for allowed values; see CVectorViewParm::OnAcceptEditData.
     CString GetParmRegularExp() { return m_ParmRegularExp; }
     void SetParmRegularExp(CString expression) { m_ParmRegularExp = expression; }
     // The tooltip shows it, or the first piece of it.
     CString GetParmDes() { return m_ParmDes; }
     void SetParmDes(CString description) { m_ParmDes = description; }
+    // The host's expression for what a change sets off.
     CString GetParmModifedLinkExp() { return m_ParmModifedLinkExp; }
     void SetParmModifedLinkExp(CString expression) { m_ParmModifedLinkExp = expression; }
+    // A tag of the host: stored and shown, never interpreted.
     CString GetMsgInfo() { return m_strMsgInfo; }
     void SetMsgInfo(CString info) { m_strMsgInfo = info; }
     // Nonzero: a click opens the edit box, and Tab stops here. 0: a click only tells the host.
@@ -49,7 +53,7 @@ public:
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // All fields of a parameter, after the text.
 
 private:
     CString m_ParmDes;

@@ -5,12 +5,13 @@
 #include <climits>
 #include <cstdint>
 
-// Towards zero. A value outside the range of int, and a NaN, gives INT_MIN: that is the processor's own answer,
-// and drawings far outside any window have always been drawn with it.
+// Towards zero. A value outside the range of int, and a not-a-number, gives INT_MIN. That is the processor's own
+// answer, and what lies far outside a window is drawn with it.
 inline int Truncate(double value) {
     return value > -2147483649.0 && value < 2147483648.0 ? static_cast<int>(value) : INT_MIN;
 }
 
+// As Truncate(double).
 inline int Truncate(float value) {
     return value >= -2147483648.0f && value < 2147483648.0f ? static_cast<int>(value) : INT_MIN;
 }
@@ -20,10 +21,12 @@ inline int WrapAdd(int a, int b) {
     return static_cast<int>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
 
+// Difference in 32 bits that wraps around.
 inline int WrapSubtract(int a, int b) {
     return static_cast<int>(static_cast<std::uint32_t>(a) - static_cast<std::uint32_t>(b));
 }
 
+// Product in 32 bits that wraps around.
 inline int WrapMultiply(int a, int b) {
     return static_cast<int>(static_cast<std::uint32_t>(a) * static_cast<std::uint32_t>(b));
 }

@@ -12,8 +12,9 @@ class CVectorViewParm;
 // One thread.
 class NRVECTORVIEW_API CVecotrVeiwParmOpr {
 public:
-    static CVecotrVeiwParmOpr& Instance();
-    CVecotrVeiwParmOpr(const CVecotrVeiwParmOpr&) = default; // A copy shares the view; only one may release it.
+    static CVecotrVeiwParmOpr& Instance(); // Made at the first call, for the life of the process.
+    // A copy shares the view; only one may release it.
+    CVecotrVeiwParmOpr(const CVecotrVeiwParmOpr&) = default;
     CVecotrVeiwParmOpr& operator=(const CVecotrVeiwParmOpr&) = default;
     virtual ~CVecotrVeiwParmOpr();
 
@@ -26,7 +27,7 @@ public:
     void ReleaseVector();
 
 protected:
-    void CreateVector();
+    void CreateVector(); // Makes the view, which this object owns.
 
 private:
     CVecotrVeiwParmOpr() = default;

@@ -15,8 +15,9 @@ public:
     CVectorGraphic(const CVectorGraphic&) = delete;
     CVectorGraphic& operator=(const CVectorGraphic&) = delete;
 
+    // Never null. Owned by this object, but for an external one of SetDocument.
     CGraphicDocument* GetDocument() { return m_pDocument; }
-    CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; }
+    CVectorViewCoordTran* GetVectorViewCoordTran() { return m_pCoordTran; } // Null until one is set. Not owned.
     // Those of the document.
     const CEditingOptions& GetEditingOptions() const;
     // Replaces the document. Nonzero `external`: it belongs to the caller and is not freed here. The
@@ -55,12 +56,15 @@ public:
     CString GetTextParm_ShowText(CString& s);
 
 protected:
+    // ZoomAll with the margin in pixels, and in percent but ten pixels at least.
     void ZoomAll_ByPixs(CRect rc);
     void ZoomAll_ByPrecent(CRect rc);
+    // 1 for digits with at most one point and perhaps a minus sign before them, without needless leading zeros.
     int IsNumeric(const CString& s);
     // Compatibility 60: a value that comes out as zero is shown as nothing.
     // The value rounded half up to `decimals`; a value that comes out as zero is the empty string.
     CString CStr(double value, int decimals);
+    // Powers of ten, for CStr; false for a negative n.
     bool Pow(double base, int n, double& result);
 
 private:

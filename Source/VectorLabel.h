@@ -34,6 +34,7 @@ public:
     double GetLabelLength() const { return m_LabelLength; }
     double GetLabelWidth() const { return m_LabelWidth; }
     double GetTextHoleWidth() const { return m_TextHoleWidth; }
+    // Whether the dimension line has the gap.
     bool GetHasTextHole() const { return m_bHasTextHole; }
     // Nonzero: the figure is shown.
     int GetTextShow() const { return m_TextShow; }
@@ -44,6 +45,7 @@ public:
 
     // ---- Editing ----
 
+    // Drawing units, by the rules of the queries above. Nothing repaints.
     void SetLeftLabel(const CGePoint2d& start, const CGePoint2d& end);
     void SetRightLabel(const CGePoint2d& start, const CGePoint2d& end);
     void SetLeftLabelStartPt(CGePoint2d p) { m_LeftLabelStartPt = p; }
@@ -53,6 +55,7 @@ public:
     void SetLabelLength(double length) { m_LabelLength = length; }
     void SetLabelWidth(double width) { m_LabelWidth = width; }
     void SetTextHoleWidth(double width) { m_TextHoleWidth = width; }
+    // See the queries of the same names.
     void SetHasTextHole(bool has) { m_bHasTextHole = has; }
     void SetTextShow(int show) { m_TextShow = show; }
     void SetLockMode(int mode) { m_LockMode = mode; }
@@ -64,7 +67,7 @@ public:
 
     void Draw(CDC* pDC, CDrawGeometry* pGeom) override;
 
-    void Serialize(CArchive& ar) override;
+    void Serialize(CArchive& ar) override; // The four points, the sizes, the lock and the figure.
 
 protected:
     // All strokes, in pixels. a and b: start and end of the left extension line; c and d: of the right one; len: size

@@ -18,28 +18,28 @@ inline constexpr UINT kVpnDblClk = static_cast<UINT>(-162);    // Left double cl
 
 // Compatibility 68: an arc is reported as a circle.
 // Values of nKind in kVpnClick. There is no 3 in practice: an arc is a circle too, and circles are tested first.
-inline constexpr int kVpkNothing = 0;
-inline constexpr int kVpkLine = 1;
-inline constexpr int kVpkCircle = 2;
-inline constexpr int kVpkArc = 3;
-inline constexpr int kVpkPLine = 4;
-inline constexpr int kVpkParm = 5;
-inline constexpr int kVpkText = 6;
+inline constexpr int kVpkNothing = 0; // No object, or one of a kind without a number.
+inline constexpr int kVpkLine = 1;    // See pLine.
+inline constexpr int kVpkCircle = 2;  // See pCircle.
+inline constexpr int kVpkArc = 3;     // Never sent.
+inline constexpr int kVpkPLine = 4;   // See pPLine and nSelLine.
+inline constexpr int kVpkParm = 5;    // A CTextParm in pText.
+inline constexpr int kVpkText = 6;    // A plain text in pText.
 // The host's answer to kVpnQueryEdit: no edit box.
 inline constexpr int kVpkRefused = -1;
 
 // One record for each view, and it keeps its values between messages: only the field that belongs to nKind is written,
 // so read by nKind. All pointers belong to the document of the view. lParam points to it, wParam is idFrom.
 struct NMVECTORPARM {
-    HWND hwndFrom;   // The view; this and the next two lie as in NMHDR.
-    UINT_PTR idFrom; // The view's control ID.
-    UINT code;
-    CText* pText; // Kinds 5 and 6, and the parameter in question in kVpnQueryEdit; null for kind 0.
-    int nKind;
-    int nSelLine; // Kind 4: the segment that was hit.
-    CLine* pLine;
-    CCircle* pCircle;
-    CPLine* pPLine;
+    HWND hwndFrom;    // The view; this and the next two lie as in NMHDR.
+    UINT_PTR idFrom;  // The view's control ID.
+    UINT code;        // One of the kVpn constants.
+    CText* pText;     // Kinds 5 and 6, and the parameter in question in kVpnQueryEdit; null for kind 0.
+    int nKind;        // One of the kVpk constants; in kVpnQueryEdit the parent's answer.
+    int nSelLine;     // Kind 4: the segment that was hit.
+    CLine* pLine;     // Kind 1.
+    CCircle* pCircle; // Kinds 2 and 3.
+    CPLine* pPLine;   // Kind 4.
 };
 
 static_assert(offsetof(NMVECTORPARM, idFrom) == offsetof(NMHDR, idFrom) &&

@@ -4,10 +4,11 @@
 
 #include <afxwin.h>
 
+// How a class or function of the DLL is declared.
 #ifdef NRVECTORVIEW_BUILD
 #define NRVECTORVIEW_API __declspec(dllexport)
 #else
-#define NRVECTORVIEW_API __declspec(dllimport)
+#define NRVECTORVIEW_API __declspec(dllimport) // Taken from the DLL.
 #endif
 
 // The module that holds the library's cursors, dialogs and menu; null before the library is attached.

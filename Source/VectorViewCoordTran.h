@@ -17,10 +17,13 @@ public:
     // The drawing x of the left edge and the drawing y of the bottom edge (pixel row `hScreen`) of the client area.
     double GetOriginX() const { return originX; }
     double GetOriginY() const { return originY; }
+    // The height of the client area in pixels.
     int GethScreen() const { return hScreen; }
     void SethScreen(int height) { hScreen = height; }
+    // Drawing units; any value is stored.
     void SetOriginX(double x) { originX = x; }
     void SetOriginY(double y) { originY = y; }
+    // Width and height of the client area in pixels. The streams hold the height only.
     CSize GetScreenSize() const { return CSize(wScreen, hScreen); }
     void SetScreenSize(CSize size);
 
@@ -34,6 +37,7 @@ public:
     // changes and the result is false. Fits and zooms of the user are stored by it.
     bool TakeIfFinite(const CVectorViewCoordTran& other);
 
+    // A drawing point to a client pixel with its fraction, rounded to single precision.
     void DPToLP(double x, double y, float* lx, float* ly) const {
         *lx = static_cast<float>((x - originX) / static_cast<double>(scale));
         *ly = static_cast<float>(hScreen) - static_cast<float>((y - originY) / static_cast<double>(scale));
@@ -43,6 +47,7 @@ public:
     // Truncated towards zero.
     void DPToLP(double x, double y, int* lx, int* ly) const;
     void DPToLP(const CGePoint2d& point, CPoint& pixel) const;
+    // A client pixel to the drawing point.
     void LPToDP(float lx, float ly, double* x, double* y) const;
     // Writes x and y of `point`; its `type` stays.
     void LPToDP(CPoint pixel, CGePoint2d& point) const;

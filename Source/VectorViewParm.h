@@ -61,7 +61,7 @@ public:
     // puts the text back that the edit began with and asks about that. The focus is not taken back from another
     // top-level window. ResetVectorView, a new drawing and the end of the window close the edit in any case.
     void SetStrictRefusal(int strict) { m_bStrictRefusal = strict; }
-    int GetStrictRefusal() const { return m_bStrictRefusal; }
+    int GetStrictRefusal() const { return m_bStrictRefusal; } // As SetStrictRefusal set it.
 
     // ---- Tooltip ----
     // Without a window there is none, and these calls do nothing.
@@ -70,10 +70,11 @@ public:
     void InitToolTip();
     // Null leaves everything as it is.
     void SetTooltipText(const wchar_t* text, int activate);
-    void ActivateTooltip(int activate);
+    void ActivateTooltip(int activate); // 0 hides it until it is activated again.
     // The description under a client pixel, on every move of the mouse.
     void SetToolTip(unsigned int nFlags, CPoint point);
 
+    // Passes mouse messages on to the tooltip.
     BOOL PreTranslateMessage(MSG* msg) override;
 
 protected:
@@ -105,33 +106,35 @@ protected:
     // Ends an open edit as DoEndEdit does; a text that is refused is dropped, or, where refusals are strict, prevents
     // the undo. 0 while a hook of an end runs.
     int OnBeforeUndo() override;
-    void PreSubclassWindow() override;
+    void PreSubclassWindow() override; // As that of CWnd.
     // Makes the box on first use and gives it the parameter's font at this zoom.
     void CreateInplaceEdit(CTextParm* parm, CRect& rect, unsigned int n);
 
     // ---- Window messages ----
 
+    // Each answers the message of its name, with the points in client pixels, except for the wheel's, which is a point
+    // of the screen.
     afx_msg void OnNcDestroy();
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
-    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
-    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point); // Tells the parent: kVpnDblClk.
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);   // Opens the view's menu.
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint point);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnKillFocus(CWnd* newWnd);
     afx_msg BOOL OnSetCursor(CWnd* wnd, UINT nHitTest, UINT message);
-    afx_msg void OnMenuitemZoomAll();
-    afx_msg void OnMenuitemMoveVector();
+    afx_msg void OnMenuitemZoomAll();    // The item of the view's menu that calls ZoomAll.
+    afx_msg void OnMenuitemMoveVector(); // The item that starts the command "viewmove".
     DECLARE_MESSAGE_MAP()
 
-    CInPlaceEdit m_Edit;
-    NMVECTORPARM m_Notify = {};
-    CTextParm* m_pEditParm = nullptr; // Null when no edit is open. Not owned; GetEditParm tells whether it was freed.
-    CToolTipCtrl m_ToolTip;
+    CInPlaceEdit m_Edit;               // The box of all edits; hidden in between.
+    NMVECTORPARM m_Notify = {};        // What Notify sends.
+    CTextParm* m_pEditParm = nullptr;  // Null when no edit is open. Not owned; GetEditParm tells whether it was freed.
+    CToolTipCtrl m_ToolTip;            // Made by InitToolTip.
     CDrawable* m_pTipObject = nullptr; // Where the tooltip last stopped. Compared only.
-    int m_bEnableWheel = 1;
+    int m_bEnableWheel = 1;            // See EnableWheel.
 
 private:
     static constexpr UINT_PTR kTipTool = 1; // The tooltip's one tool.

@@ -46,11 +46,11 @@
 #define IDD_SET_ANGLE 134
 #define IDC_ANGLE 1002
 
-// Popup menu that no operation uses, and the one of the parameter view.
+// Popup menus and their items. No operation uses the one of the confirmations.
 #define IDR_CONFIRM_MENU 130
 #define ID_CONFIRM_OK 32777
 #define ID_CONFIRM_CANCEL 32778
 #define ID_CONFIRM_CLOSE 32779
-#define IDR_VIEW_MENU 132
+#define IDR_VIEW_MENU 132 // The parameter view's menu.
 #define ID_VIEW_ZOOM_ALL 32790
 #define ID_VIEW_MOVE 32791

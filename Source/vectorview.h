@@ -28,6 +28,7 @@ public:
     CVectorView(const CVectorView&) = delete;
     CVectorView& operator=(const CVectorView&) = delete;
 
+    // The window, as that of CWnd: a null class name means a class of the layer. 0 when Windows refuses it.
     virtual int Create(const wchar_t* className, const wchar_t* windowName, unsigned long style, const RECT& rect,
                        CWnd* parent, unsigned int id, CCreateContext* context = nullptr);
 
@@ -42,9 +43,12 @@ public:
     void DoCommand(CString word);
     // Fits the drawing into the client area and repaints. Until the first call the mapping has no window size.
     void ZoomAll();
+    // Never null. The painter's, which owns it unless a host has set its own.
     CGraphicDocument* GetDocument() { return m_Graphic.GetDocument(); }
-    CVectorViewCoordTran* GetVectorViewCoordTran() { return &m_CoordTran; }
+    CVectorViewCoordTran* GetVectorViewCoordTran() { return &m_CoordTran; } // The mapping; owned by the view.
+    // The engine, a CCommandOperationManager unless a host has made another; owned by the view. Null while it has none.
     CCommandOperation* GetCommandOperationManager() { return m_pManager; }
+    // Null unless a derived view has made one.
     CDialog_DrawAbleProperty* GetDlgDrawAbleProperty() { return m_pDlgDrawAbleProperty; }
 
     // ---- Undo and redo ----
@@ -61,6 +65,7 @@ public:
     // parameter, which stores its text by the rules of its end.
     int Undo();
     int Redo();
+    // By the steps that are marked; 0 while it is off.
     int CanUndo() const;
     int CanRedo() const;
 
@@ -68,6 +73,7 @@ public:
     // Each call makes one object with an explicit colour (the alpha is dropped), puts it on top, and returns it; the
     // document owns it. `redraw` nonzero repaints: pass 0 and repaint once when adding many.
 
+    // A line. `parm` and `msg` are tags of the host, which the object keeps; `lock` is its SetLockMode.
     CDrawable* AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, CString parm, CString msg, int lock, int redraw);
     // Never repaints.
     CDrawable* AddLine(CGePoint2d a, CGePoint2d b, Gdiplus::Color c, int canSelect);
@@ -79,6 +85,7 @@ public:
     // Through three points; null when they lie on a line.
     CDrawable* AddArc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, Gdiplus::Color c, CString parm, CString msg,
                       int lock, int redraw);
+    // A mark with the width of its lines in pixels.
     CDrawable* AddCenterPoint(CGePoint2d p, CString parm, CString msg, Gdiplus::Color c, int redraw);
     // Null when the numbers of points and bulges differ. Name and message arrays as long as `pts`, or the
     // invalid-argument exception is raised. `wide`: its low 16 bits, signed, are the line width.
@@ -94,7 +101,9 @@ public:
     CDrawable* AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, int redraw);
     CDrawable* AddText(CGePoint2d p, CString text, double angle, Gdiplus::Color c, double height, int canSelect,
                        int redraw);
-    // Parameter texts. The double after the strings is ignored.
+    // Parameter texts. Their expression, which a host's OnAcceptEditData may apply, is that of a number without a sign;
+    // of AddParmTextNoRegExp it is empty, and of AddParmTextForSS the word "$shishu$". The double after the strings is
+    // ignored. `height` in drawing units; without it 5 more than a line of the window's font has pixels.
     CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, int redraw);
     CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, double height,
                            int redraw);
@@ -128,30 +137,33 @@ protected:
 
     // ---- Window messages ----
 
+    // Each answers the message of its name, with the points in client pixels, except for the wheel's, which is a point
+    // of the screen. Mouse and keys are given to the engine first, then to the window's default processing.
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg void OnNcDestroy();
-    afx_msg void OnSize(UINT nType, int cx, int cy);
-    afx_msg void OnPaint();
-    afx_msg BOOL OnEraseBkgnd(CDC* dc);
+    afx_msg void OnSize(UINT nType, int cx, int cy); // The mapping stays: a host calls ZoomAll.
+    afx_msg void OnPaint();                          // Through an off-screen bitmap.
+    afx_msg BOOL OnEraseBkgnd(CDC* dc);              // Nothing: the paint clears.
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
-    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point); // The default processing alone.
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
-    afx_msg void OnMButtonUp(UINT nFlags, CPoint point);
-    afx_msg void OnMButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonUp(UINT nFlags, CPoint point);     // The default processing alone.
+    afx_msg void OnMButtonDblClk(UINT nFlags, CPoint point); // Calls ZoomAll.
     afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint point);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg BOOL OnSetCursor(CWnd* wnd, UINT nHitTest, UINT message);
+    // As those of CWnd.
     afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar);
     afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* scrollBar);
     DECLARE_MESSAGE_MAP()
 
-    CKxAlive m_Alive; // Ends with the window, and with the object.
-    CVectorViewCoordTran m_CoordTran;
-    CVectorGraphic m_Graphic;
-    CCommandOperation* m_pManager = nullptr;
+    CKxAlive m_Alive;                                           // Ends with the window, and with the object.
+    CVectorViewCoordTran m_CoordTran;                           // The mapping.
+    CVectorGraphic m_Graphic;                                   // The painter.
+    CCommandOperation* m_pManager = nullptr;                    // The engine; owned.
     CDialog_DrawAbleProperty* m_pDlgDrawAbleProperty = nullptr; // Nothing here assigns it; a derived view may.
 
 private:
@@ -169,7 +181,7 @@ private:
     CCommandOperationManager* Manager();
     void RepaintAll();
     void PreRedrawEngine();
-    // The call on the engine, if there is one, then the window's default, if the window still is.
+    // The call on the engine, if there is one, then the window's default, if the window still exists.
     template <class Call>
     LRESULT TellEngineThenDefault(Call call);
 

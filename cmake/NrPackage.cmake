@@ -75,7 +75,7 @@ install(FILES ${CMAKE_SOURCE_DIR}/cmake/package.md RENAME README.md DESTINATION 
 # The reference, where Doxygen is: the target makes it, and then it is installed as well.
 find_program(NR_DOXYGEN doxygen)
 if(NR_DOXYGEN)
-  set(reference_input ${headers} ${CMAKE_SOURCE_DIR}/capi/include/nrview.h)
+  set(reference_input ${headers} ${kx_headers} ${CMAKE_SOURCE_DIR}/capi/include/nrview.h)
   list(JOIN reference_input " " reference_input)
   configure_file(${CMAKE_SOURCE_DIR}/cmake/Doxyfile.in ${generated}/Doxyfile @ONLY)
   add_custom_target(reference COMMAND ${NR_DOXYGEN} ${generated}/Doxyfile VERBATIM)

@@ -5,17 +5,18 @@
 #include <afxwin.h>
 #include <afxtempl.h>
 
+// How a class or function of nrkx.dll is declared.
 #ifdef NRKX_EXPORTS
 #define NRKX_API __declspec(dllexport)
 #else
-#define NRKX_API __declspec(dllimport)
+#define NRKX_API __declspec(dllimport) // Taken from the DLL.
 #endif
 
 // The blocks in use that were registered at one place of the sources.
 struct CKXMemorySite {
-    CString file;
-    int line = 0;
-    int count = 0;
+    CString file;  // As the compiler names it.
+    int line = 0;  // From 1.
+    int count = 0; // Blocks.
 };
 
 // Registry of the heap objects of the system: each is added right after new and removed right before delete, so that
@@ -89,11 +90,13 @@ private:
 // on. Off, which is the default, it costs a test of one flag. The label must exist as long as the timer.
 class NRKX_API CScopeTimer {
 public:
+    // `label` is borrowed.
     explicit CScopeTimer(const char* label) : m_narrow(label) {
         if (s_enabled) {
             Start();
         }
     }
+    // The same with a wide label.
     explicit CScopeTimer(const wchar_t* label) : m_wide(label) {
         if (s_enabled) {
             Start();

@@ -10,10 +10,12 @@ class CKxAlive;
 // allocates.
 class CKxAliveToken {
 public:
-    explicit CKxAliveToken(const CKxAlive& owner);
+    explicit CKxAliveToken(const CKxAlive& owner); // Of the owner's present life.
+    // Asks the same question as the other.
     CKxAliveToken(const CKxAliveToken& other) : m_State(other.m_State), m_Life(other.m_Life) { ++m_State->references; }
     CKxAliveToken& operator=(const CKxAliveToken&) = delete;
     ~CKxAliveToken() { Release(m_State); }
+    // Whether that life still lasts.
     bool IsAlive() const { return m_State->life == m_Life; }
 
 private:

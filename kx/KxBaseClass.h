@@ -16,6 +16,7 @@ NRKX_API int CompareDbl(double a, double b);
 
 namespace KxMfc {
 
+// Functions on texts.
 class NRKX_API Fun {
 public:
     // Puts the pieces of text between the separators into pieces, whose former content is removed, and returns their

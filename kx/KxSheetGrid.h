@@ -9,7 +9,7 @@
 
 // What the parent gets with WM_NOTIFY; wParam is the grid's control ID.
 struct NMSHEETGRID {
-    NMHDR hdr;
+    NMHDR hdr;       // the grid, its control ID and the code
     UINT mask;       // SGIF_TEXT when strText is wanted or given
     int nCol;        // 0 the label, 1 the value
     int nRow;        // from 0
@@ -17,7 +17,7 @@ struct NMSHEETGRID {
     CString strText; // the answer to SGN_GETTEXT; otherwise the text concerned
 };
 
-const UINT SGIF_TEXT = 1;
+const UINT SGIF_TEXT = 1; // a bit of the mask
 
 // Notification codes. The result of the parent counts for SGN_BEGINEDIT only.
 const UINT SGN_CLICK = static_cast<UINT>(-161);      // a cell was pressed with the left button
@@ -35,6 +35,7 @@ class CSheetGridEdit : public CEdit {
     friend class CSheetGridCtrl;
 
 protected:
+    // Each answers the message of its name.
     afx_msg UINT OnGetDlgCode();
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
@@ -56,15 +57,16 @@ class NRKX_API CSheetGridCtrl : public CWnd {
 public:
     CSheetGridCtrl();
     virtual ~CSheetGridCtrl();
-    static int RegisterWindowClass();
+    static int RegisterWindowClass(); // nonzero when the class is there
+    // A child window; FALSE when Windows refuses it.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
-    int GetRowCount() const { return m_rowCount; }
-    int GetCurrentRow() const { return m_current; } // -1 for none
-    int GetTopRow() const { return m_top; }
-    int GetDivider() const; // x of the line between the columns, client pixels
-    int IsEditing() const { return m_editRow >= 0; }
-    CEdit* GetEdit() { return &m_edit; }
+    int GetRowCount() const { return m_rowCount; }   // 0 at first
+    int GetCurrentRow() const { return m_current; }  // -1 for none
+    int GetTopRow() const { return m_top; }          // the first row that is shown
+    int GetDivider() const;                          // x of the line between the columns, client pixels
+    int IsEditing() const { return m_editRow >= 0; } // whether the edit box is open
+    CEdit* GetEdit() { return &m_edit; }             // owned by the grid; without a window until the first edit
     // Client rectangle of a cell, also where it is scrolled out of view.
     CRect GetCellRect(int row, int col) const;
     // The row under a client point, or -1; col gets its column.
@@ -72,12 +74,12 @@ public:
 
     // A new number of rows means new contents: a running edit is discarded, and every text is requested again.
     void SetRowCount(int count);
-    void SetShowHeader(int show);
-    void SetAllowEdit(int allow);
+    void SetShowHeader(int show); // 0: no row of titles; shown at first
+    void SetAllowEdit(int allow); // 0: no edit opens, and an open one is discarded
     // Moves the focus mark and scrolls it into view, without a notification.
     void SetCurrentRow(int row);
-    void SetTopRow(int row);
-    void SetDivider(int x);
+    void SetTopRow(int row); // scrolls, as far as the rows reach
+    void SetDivider(int x);  // client pixels
 
     // Opens the edit box on the value of the row with all of it selected. Returns whether it is open.
     int BeginEdit(int row);
@@ -85,6 +87,7 @@ public:
     void EndEdit(int commit);
 
 protected:
+    // Each answers the message of its name.
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnSize(UINT nType, int cx, int cy);
@@ -100,7 +103,7 @@ protected:
     afx_msg void OnSetFocus(CWnd* pOldWnd);
     afx_msg void OnKillFocus(CWnd* pNewWnd);
     afx_msg UINT OnGetDlgCode();
-    afx_msg LRESULT OnLayoutMessage(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnLayoutMessage(WPARAM wParam, LPARAM lParam); // another font, state or system colour
     afx_msg LRESULT OnCaptureChanged(WPARAM wParam, LPARAM lParam);
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()

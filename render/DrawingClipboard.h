@@ -12,7 +12,7 @@ public:
     static bool CopyObjects(CWnd* owner, CGraphicDocument* document, const CDrawableArray& objects);
     // An enhanced metafile (CF_ENHMETAFILE) and the file in the registered format "PNG".
     static bool CopyPicture(CWnd* owner, CGraphicDocument* document, const CRenderOptions& options);
-    static bool HasObjects();
+    static bool HasObjects(); // Whether PasteObjects would find any. Does not open the clipboard.
     // The bytes for CObjectStream or COperationPlaceObjects; the block may be longer than the stream.
     static bool PasteObjects(CWnd* owner, CByteArray& bytes);
 };

@@ -16,13 +16,15 @@
 // - The document is as before afterwards: mapping, current object, states and measured text heights are put back. A
 //   label that shows its figure has placed it, as every paint does.
 struct CRenderOptions {
+    // Which part of the drawing is shown.
     enum Place {
         Fit,     // The whole drawing (or what is selected, with `selectedOnly`) with a margin, as CVectorView::ZoomAll.
         Window,  // The rectangle from windowMin to windowMax in drawing units, centred where the proportions differ.
         AsStored // The document's own scale and origin: what its view shows, from the top left corner on.
     };
+    // What becomes of the colours.
     enum Colors {
-        Stored,
+        Stored,       // As they are.
         BlackOnWhite, // Every stroke and text black, every filled area and the background white.
         Monochrome    // The same, texts without smoothing as well: two colours, and one bit a pixel in a PNG.
     };
@@ -35,10 +37,11 @@ struct CRenderOptions {
     // With a scale: the size is as given, as that of a sheet of paper, and what is shown is in its middle.
     bool keepSize = false;
 
-    Place place = Fit;
+    Place place = Fit; // See Place.
     // Of Fit alone. In percent of the picture (10 pixels at least), both sides together; or in pixels.
     int margin = 15;
-    bool marginInPixels = false;
+    bool marginInPixels = false; // See margin.
+    // Of Window: the two corners, in drawing units.
     CGePoint2d windowMin;
     CGePoint2d windowMax;
 
@@ -46,7 +49,7 @@ struct CRenderOptions {
     bool transparent = false;
     bool ownBackground = false;
     COLORREF background = RGB(255, 255, 255);
-    Colors colors = Stored;
+    Colors colors = Stored; // See Colors.
     // Multiplies the painter's pen widths, which are whole pixels; the results are 1 pixel at least. A dash pattern
     // grows with its line.
     double lineWidthScale = 1.0;
@@ -54,13 +57,14 @@ struct CRenderOptions {
     int leastLineWidth = 1;
 
     bool selectedOnly = false; // The document's selected list; then without net.
-    bool includeNet = true;
-    bool grips = false;       // PNG and EMF only.
-    bool showDecimals = true; // The painter's number display; a parameter view hides decimals.
+    bool includeNet = true;    // The background lines too.
+    bool grips = false;        // PNG and EMF only.
+    bool showDecimals = true;  // The painter's number display; a parameter view hides decimals.
 };
 
+// What a picture came to.
 enum class RenderStatus {
-    Done,
+    Done,       // It is made.
     BadOptions, // A size, scale or window out of range.
     NoResource, // GDI or memory refuses.
     NoEncoder   // The system has no PNG encoder, or it failed.
@@ -83,7 +87,7 @@ public:
     RenderStatus Status() const;
     // In pixels.
     CSize Size() const;
-    const CVectorViewCoordTran& Mapping() const;
+    const CVectorViewCoordTran& Mapping() const; // Between the drawing and the picture's pixels.
 
     // Onto a context of the caller's, whose unit is the pixel, with the top left corner at its origin. No background
     // where the options say transparent. What lies outside the picture is not clipped.

@@ -155,7 +155,7 @@ void CSvgWriter::EndLayer() {
 }
 
 CSvgWriter::WriteKind CSvgWriter::KindOf(CDrawable* object) {
-    // A class of a host is written as the kind of the library that it derives from; a derived kind stands before its
+    // A class of a host is written as the kind of the library that it derives from; a derived kind is listed before its
     // base.
     static const struct {
         const CRuntimeClass* kind;
@@ -643,7 +643,7 @@ bool CSvgWriter::WriteLabel(CDrawable* object) {
         WriteStraight(pen, c, d + beyond, false);
     }
     if (label->GetTextShow() != 0) {
-        // The label itself says what its figure is and where it stands, by drawing it.
+        // The label itself sets its figure and the figure's place, by drawing it.
         (label->*LabelAccess::PlaceFigure())(&m_Measure, &m_Geometry, b, d);
         CText* figure = label->GetLabelText();
         if (!IsHidden(figure) && figure->GetDrawState() != CDrawable::Dragging) {

@@ -78,13 +78,21 @@ def translation_problems(root):
 
 
 def command_problems(root):
-    """docs/commands.md has a heading for each command word, and no others."""
-    table = os.path.join(root, "Source", "CommandWords.cpp")
+    """docs/commands.md has a heading for each command word, and no others. A section has the prompts of the demo."""
+    table, words = os.path.join(root, "Source", "CommandWords.cpp"), ()
     if os.path.exists(table):
         words = set(re.findall(r'^    \{L"(\w+)", L"[^"]*", L"[^"]*", New', common.text_of(table), re.M))
         headings = re.findall(r'^### "(\w+)"', common.text_of(root, "docs", "commands.md"), re.M)
         for word in sorted(words ^ set(headings)):
             yield f"docs/commands.md: the command {word} is {'missing' if word in words else 'none'}"
+    texts = os.path.join(root, "demo", "demo_en.rc")
+    if words and os.path.exists(texts):
+        sections = dict(re.findall(r'^### "(\w+)"\n(.*?)(?=^#|\Z)', common.text_of(root, "docs", "commands.md"), re.S | re.M))
+        for row in re.findall(r'ID_HOST_COMMAND_FIRST \+ \d+, "(.*?)"', common.text_of(texts)):
+            word, _, *prompts = row.split("\\n")
+            for prompt in prompts:
+                if f'"{prompt}"' not in " ".join(sections.get(word, "").split()):
+                    yield f"docs/commands.md: {word} has not the prompt {prompt}"
 
 
 def problems_of(root):

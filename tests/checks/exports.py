@@ -3,7 +3,7 @@
 DLLs below it export is what tests/data/exports/ lists, so that no change of the binary interface goes unnoticed.
 
 exports.py [TREE [BIN]]: BIN, the folder of the DLLs, defaults to $NR_BUILD/bin.
-exports.py --write [TREE [BIN]] writes the lists anew. A line that goes breaks hosts that were built before.
+exports.py --write [TREE [BIN]] writes the lists anew. A line less breaks hosts that were built before.
 """
 import os
 import re
