@@ -79,7 +79,7 @@ void CCombRect::Draw(CDC* pDC, CDrawGeometry* pGeom) {
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------
 
-// There is no version word of its own, and the form is as old as the current schema: an older one holds nothing here.
+// There is no version word of its own, and only the current schema has this level: an older stream has nothing here.
 void CCombRect::Serialize(CArchive& ar) {
     CDrawable::Serialize(ar);
     if (ar.IsStoring()) {

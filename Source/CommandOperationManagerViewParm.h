@@ -3,6 +3,7 @@
 #pragma once
 
 #include "CommandOperationManager.h"
+#include "PlainOperation.h"
 
 // Words work as in the base; a click with no tool running does nothing.
 class CCommandOperationManager_ViewParm : public CCommandOperationManager {
@@ -15,17 +16,12 @@ public:
 };
 
 // Becomes the running tool on its first press and does nothing more. It has no word; derived views may install it.
-class CCommandOperationInplaceEdit_ViewParms : public CCommandOperation {
+class CCommandOperationInplaceEdit_ViewParms : public CPlainOperation {
     DECLARE_DYNAMIC(CCommandOperationInplaceEdit_ViewParms)
 public:
-    using CCommandOperation::CCommandOperation;
+    using CPlainOperation::CPlainOperation;
 
     void Cancel() override {}
     ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Capture; }
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
-    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
     ResultState OnCancel() override;
 };

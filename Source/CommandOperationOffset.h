@@ -2,8 +2,8 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "CommandOperation.h"
 #include "ObjectMemory.h"
+#include "PlainOperation.h"
 
 class CPLine;
 
@@ -18,17 +18,15 @@ class CPLine;
 // | set       | left button  | copy; the object moved to the side and as far as the click | RS_Done    |
 // | set       | Execute      | copy; the object moved by the typed distance               | ended      |
 // | any       | right button | nothing selected any more                                  | RS_Done    |
-class CCommandOperationOffset : public CCommandOperation {
+class CCommandOperationOffset : public COperationOf<CCommandOperation> {
     DECLARE_DYNAMIC(CCommandOperationOffset)
 public:
-    using CCommandOperation::CCommandOperation;
+    using COperationOf::COperationOf;
 
     void Execute() override;
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     void PreRedraw() override {}
 

@@ -17,20 +17,6 @@ CPLine* AsPolyline(CDrawable* object) {
     return DYNAMIC_DOWNCAST(CPLine, object);
 }
 
-// On first need.
-void LoadOnce(HCURSOR& cursor, UINT id) {
-    if (cursor == nullptr) {
-        cursor = ::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(id));
-    }
-}
-
-void GiveBack(HCURSOR& cursor) {
-    if (cursor != nullptr) {
-        ::DestroyCursor(cursor);
-        cursor = nullptr;
-    }
-}
-
 // The vertex nearest to the point, of several the first; -1 when all are too far.
 int NearestVertex(const CGePointArray& vertices, const CGePoint2d& point) {
     double best = kFarthest;
@@ -47,18 +33,27 @@ int NearestVertex(const CGePointArray& vertices, const CGePoint2d& point) {
 
 } // namespace
 
+CCommandOperation_PLine_Point::CCommandOperation_PLine_Point(CWnd* wnd, CVectorGraphic* graphic,
+                                                             CVectorViewCoordTran* tran, CGraphicDocument* document,
+                                                             UINT cursor)
+    : CPlainOperation(wnd, graphic, tran, document), m_Cursor(cursor) {
+    m_hCursor = nullptr; // The base has loaded a shared one, which needs no DestroyCursor.
+}
+
+CCommandOperation::ResultState CCommandOperation_PLine_Point::OnSetCursor(CWnd* wnd, unsigned int nHitTest,
+                                                                          unsigned int message) {
+    if (m_hCursor == nullptr) {
+        m_hCursor = ::LoadCursor(VectorViewModule(), MAKEINTRESOURCE(m_Cursor));
+    }
+    return CCommandOperation::OnSetCursor(wnd, nHitTest, message);
+}
+
 // ---- Adding --------------------------------------------------------------------------------------------------------
 
 CCommandOperation_PLine_AddPoint::CCommandOperation_PLine_AddPoint(CWnd* wnd, CVectorGraphic* graphic,
                                                                    CVectorViewCoordTran* tran,
                                                                    CGraphicDocument* document)
-    : CCommandOperation(wnd, graphic, tran, document) {
-    m_hCursor = nullptr; // The base has loaded a shared one, which needs no DestroyCursor.
-}
-
-CCommandOperation_PLine_AddPoint::~CCommandOperation_PLine_AddPoint() {
-    GiveBack(m_hCursor);
-}
+    : CCommandOperation_PLine_Point(wnd, graphic, tran, document, IDC_CURSOR_ADD_POINT) {}
 
 CCommandOperation::ResultState CCommandOperation_PLine_AddPoint::OnLButtonDown(unsigned int, CGePoint2d point) {
     if (CPLine* line = AsPolyline(FirstHit(point, RUNTIME_CLASS(CPLine)))) {
@@ -69,24 +64,12 @@ CCommandOperation::ResultState CCommandOperation_PLine_AddPoint::OnLButtonDown(u
     return RS_Continue;
 }
 
-CCommandOperation::ResultState CCommandOperation_PLine_AddPoint::OnSetCursor(CWnd* wnd, unsigned int nHitTest,
-                                                                             unsigned int message) {
-    LoadOnce(m_hCursor, IDC_CURSOR_ADD_POINT);
-    return CCommandOperation::OnSetCursor(wnd, nHitTest, message);
-}
-
 // ---- Removing ------------------------------------------------------------------------------------------------------
 
 CCommandOperation_PLine_RemovePoint::CCommandOperation_PLine_RemovePoint(CWnd* wnd, CVectorGraphic* graphic,
                                                                          CVectorViewCoordTran* tran,
                                                                          CGraphicDocument* document)
-    : CCommandOperation(wnd, graphic, tran, document) {
-    m_hCursor = nullptr;
-}
-
-CCommandOperation_PLine_RemovePoint::~CCommandOperation_PLine_RemovePoint() {
-    GiveBack(m_hCursor);
-}
+    : CCommandOperation_PLine_Point(wnd, graphic, tran, document, IDC_CURSOR_REMOVE_POINT) {}
 
 CCommandOperation::ResultState CCommandOperation_PLine_RemovePoint::OnLButtonDown(unsigned int, CGePoint2d point) {
     CPLine* line = AsPolyline(FirstHit(point, RUNTIME_CLASS(CPLine)));
@@ -96,10 +79,4 @@ CCommandOperation::ResultState CCommandOperation_PLine_RemovePoint::OnLButtonDow
     }
     RequestRedraw();
     return RS_Continue;
-}
-
-CCommandOperation::ResultState CCommandOperation_PLine_RemovePoint::OnSetCursor(CWnd* wnd, unsigned int nHitTest,
-                                                                                unsigned int message) {
-    LoadOnce(m_hCursor, IDC_CURSOR_REMOVE_POINT);
-    return CCommandOperation::OnSetCursor(wnd, nHitTest, message);
 }

@@ -2,7 +2,7 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "CommandOperation.h"
+#include "PlainOperation.h"
 
 // Works in client pixels, because the drawing point under a pixel changes with the pan itself. The end of the command
 // leaves the view where it is.
@@ -13,21 +13,15 @@
 // | move, left button held    | the origin moves; repaint  | RS_Continue |
 // | move, without it          | -                          | RS_Continue |
 // | right button              | -                          | RS_Done     |
-class CCommandOperationRTPAN : public CCommandOperation {
+class CCommandOperationRTPAN : public CPlainOperation {
     DECLARE_DYNAMIC(CCommandOperationRTPAN)
 public:
-    using CCommandOperation::CCommandOperation;
+    using CPlainOperation::CPlainOperation;
     ~CCommandOperationRTPAN() override;
 
-    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Done; }
-    ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
     ResultState OnMouseMoveForL(unsigned int nFlags, CPoint point) override;
     ResultState OnButtonDownForL(unsigned int nFlags, CPoint point) override;
-    void PreRedraw() override {}
     ResultState OnSetCursor(CWnd* wnd, unsigned int nHitTest, unsigned int message) override;
 
 private:

@@ -2,21 +2,14 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "CommandOperation.h"
+#include "PlainOperation.h"
 
-class CCommandOperationRotateText : public CCommandOperation {
+class CCommandOperationRotateText : public CPlainOperation {
     DECLARE_DYNAMIC(CCommandOperationRotateText)
 public:
-    using CCommandOperation::CCommandOperation;
+    using CPlainOperation::CPlainOperation;
 
     // Texts and parameter texts; objects of other kinds stay as they are. Without a template for the dialog nothing
     // happens.
     void Execute() override;
-    ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseMove(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
-    ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
-    void PreRedraw() override {}
 };

@@ -14,7 +14,7 @@ IMPLEMENT_DYNAMIC(CCommandOperationCopy, CCommandOperationTrans)
 
 CCommandOperationTrans::CCommandOperationTrans(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                                CGraphicDocument* document)
-    : CCommandOperation(wnd, graphic, tran, document) {
+    : COperationOf(wnd, graphic, tran, document) {
     m_Objects.Copy(*graphic->GetDocument()->GetSelectedDrawableObjs());
     for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
         Hold(m_Objects[i]);

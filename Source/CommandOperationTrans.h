@@ -2,8 +2,8 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "CommandOperation.h"
 #include "ObjectMemory.h"
+#include "PlainOperation.h"
 
 // The objects themselves move: each step reads them back from the restore point and transforms them again, so that
 // no error adds up. When another command breaks this one off, they stay where the last move put them.
@@ -16,18 +16,15 @@
 // | 1      | left button  | preview; keep the originals? (copy: always)              | RS_Done     |
 // | any    | right button | the objects as stored; before the base point and with a  | RS_Done     |
 // |        |              | selection CArchiveException, and the tool stays          |             |
-class CCommandOperationTrans : public CCommandOperation {
+class CCommandOperationTrans : public COperationOf<CCommandOperation> {
     DECLARE_DYNAMIC(CCommandOperationTrans)
 public:
     CCommandOperationTrans(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
 
-    void Execute() override {}
     // Compatibility 20: another command leaves the objects where the last move put them.
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     // Where previews return: the objects are where they were, so that the paint shows them there.
     void PreRedraw() override;

@@ -2,8 +2,8 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "CommandOperation.h"
 #include "ObjectMemory.h"
+#include "PlainOperation.h"
 
 // Click, move, click: nothing happens on a release. The object itself stays as it is until the finishing click; what
 // moves is the band, the edit box and the marker, and the object is drawn inverted at its unchanged place.
@@ -17,10 +17,10 @@
 // | set       | right button | the object as stored                                       | RS_Done                   |
 // | set       | Execute      | the object as stored, its grip moved by the typed distance | ended                     |
 // | set       | Cancel       | nothing selected any more; the object stays as it is       | ended                     |
-class CCommandSelectGripPoint : public CCommandOperation {
+class CCommandSelectGripPoint : public COperationOf<CCommandOperation> {
     DECLARE_DYNAMIC(CCommandSelectGripPoint)
 public:
-    using CCommandOperation::CCommandOperation;
+    using COperationOf::COperationOf;
 
     // Confirms the typed distance in the direction of the last mouse move, without the ortho lock. Ends the tool.
     void Execute() override;
@@ -28,9 +28,7 @@ public:
     void Cancel() override;
     // Takes a grip (RS_Capture, or RS_Continue when none is there), then drops it (RS_Done).
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     // Restores the object.
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     void PreRedraw() override;

@@ -2,18 +2,16 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "CommandOperation.h"
+#include "PlainOperation.h"
 
-class CCommandSelectObj : public CCommandOperation {
+class CCommandSelectObj : public COperationOf<CCommandOperation> {
     DECLARE_DYNAMIC(CCommandSelectObj)
 public:
-    using CCommandOperation::CCommandOperation;
+    using COperationOf::COperationOf;
 
     // RS_Done when an object was newly selected, RS_Continue when not: the click then looks for a grip. Selections
     // add up, and the lowest object within the aperture is taken, not the nearest.
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnKeyDown(unsigned int, unsigned int, unsigned int) override { return RS_Continue; }
     // Declared for the order of the virtual operations; nothing calls it.

@@ -2,7 +2,7 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "OperationCreateObjAb.h"
+#include "PlainOperation.h"
 
 // | m_ClickCount | event        | action                                              | result       |
 // |--------------|--------------|-----------------------------------------------------|--------------|
@@ -12,17 +12,15 @@
 // | 1            | left button  | the circle of the last move is added                | RS_Done      |
 // | 0            | right button | -                                                   | RS_Cancelled |
 // | 1            | right button | the circle is freed; its outline stays on the window| RS_Cancelled |
-class COperationCreateCircle : public COperationCreateObjAb {
+class COperationCreateCircle : public COperationOf<COperationCreateObjAb> {
     DECLARE_DYNAMIC(COperationCreateCircle)
 public:
-    using COperationCreateObjAb::COperationCreateObjAb;
+    using COperationOf::COperationOf;
 
     void Execute() override {}
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     // Takes off the band and the object.
     void ErasShirrLine() override;

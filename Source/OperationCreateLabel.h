@@ -2,7 +2,7 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "OperationCreateObjAb.h"
+#include "PlainOperation.h"
 
 class CKXVectorLabel;
 
@@ -15,10 +15,10 @@ class CKXVectorLabel;
 // | 2            | move         | band off; label off, its height, label on; marker  | RS_Continue  |
 // | 2            | left button  | band off; the label is added with this height      | RS_Done      |
 // | any          | right button | the label is freed; repaint                        | RS_Cancelled |
-class COperationCreateLabel : public COperationCreateObjAb {
+class COperationCreateLabel : public COperationOf<COperationCreateObjAb> {
     DECLARE_DYNAMIC(COperationCreateLabel)
 public:
-    using COperationCreateObjAb::COperationCreateObjAb;
+    using COperationOf::COperationOf;
 
     // COLORREF.
     void SetLabelColor(COLORREF color) { m_LabelColor = color; }
@@ -26,9 +26,7 @@ public:
     void Execute() override {}
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     void ErasShirrLine() override;
     void PreRedraw() override;

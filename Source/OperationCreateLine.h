@@ -2,7 +2,7 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "OperationCreateObjAb.h"
+#include "PlainOperation.h"
 
 // | m_ClickCount | event        | action                                          | result       |
 // |--------------|--------------|-------------------------------------------------|--------------|
@@ -11,17 +11,15 @@
 // | 1            | move         | ortho; marker; band from the start              | RS_Continue  |
 // | 1            | left button  | ortho; the line is added                        | RS_Done      |
 // | any          | right button | band off                                        | RS_Cancelled |
-class COperationCreateLine : public COperationCreateObjAb {
+class COperationCreateLine : public COperationOf<COperationCreateObjAb> {
     DECLARE_DYNAMIC(COperationCreateLine)
 public:
-    using COperationCreateObjAb::COperationCreateObjAb;
+    using COperationOf::COperationOf;
 
     void Execute() override {}
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
 
 private:

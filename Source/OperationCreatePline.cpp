@@ -35,7 +35,7 @@ void COperationCreatePline::Cancel() {
     try {
         ErasShirrLine();
     } catch (...) {
-        // Without it the polyline would belong to nobody.
+        // Otherwise neither the tool nor the document would free the polyline.
         KeepPolyline();
         throw;
     }

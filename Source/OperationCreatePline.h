@@ -2,7 +2,7 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "OperationCreateObjAb.h"
+#include "PlainOperation.h"
 
 class CPLine;
 
@@ -17,10 +17,10 @@ class CPLine;
 // | 1 and more   | Execute      | one more vertex by the typed length; added to the document  | stays       |
 // | any          | right button | band off; what there is is added to the document            | RS_Done     |
 // | any          | Cancel       | the same: another command does not throw the polyline away  | ended       |
-class COperationCreatePline : public COperationCreateObjAb {
+class COperationCreatePline : public COperationOf<COperationCreateObjAb> {
     DECLARE_DYNAMIC(COperationCreatePline)
 public:
-    using COperationCreateObjAb::COperationCreateObjAb;
+    using COperationOf::COperationOf;
     ~COperationCreatePline() override;
 
     // The colour of a new polyline as 0xAARRGGBB, where the document's foreground is the default white.
@@ -29,9 +29,7 @@ public:
     void Execute() override;
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
 
 private:

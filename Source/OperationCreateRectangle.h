@@ -2,7 +2,7 @@
 // Layer 9: command operations.
 #pragma once
 
-#include "OperationCreateObjAb.h"
+#include "PlainOperation.h"
 
 class CLine;
 
@@ -13,17 +13,15 @@ class CLine;
 // | 1            | move         | marker; band along the diagonal; sides by inversion| RS_Continue  |
 // | 1            | left button  | the sides are added                                | RS_Done      |
 // | any          | right button | sides off; the diagonal stays on the window        | RS_Cancelled |
-class COperationCreateRectangle : public COperationCreateObjAb {
+class COperationCreateRectangle : public COperationOf<COperationCreateObjAb> {
     DECLARE_DYNAMIC(COperationCreateRectangle)
 public:
-    using COperationCreateObjAb::COperationCreateObjAb;
+    using COperationOf::COperationOf;
 
     void Execute() override {}
     void Cancel() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnLButtonUp(unsigned int, CGePoint2d) override { return RS_Continue; }
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
-    ResultState OnMouseWheel(unsigned int, short, CGePoint2d) override { return RS_Continue; }
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
     // Erases the sides and not the band, which the next band or the next repaint removes.
     void ErasShirrLine() override;

@@ -5,10 +5,10 @@
 
 namespace {
 
-constexpr double kFlat = 0.4; // device units between a curve's control points and its chord that nobody sees
+constexpr double kFlat = 0.4; // device units between a curve's control points and its chord, too few to be seen
 constexpr int kDeepest = 48;  // halvings of a curve; each quarters the distance to its chord
 
-// A brush of one colour, selected for as long as it lives.
+// A brush of one colour, selected until it is destroyed.
 class SolidBrush {
 public:
     SolidBrush(HDC dc, COLORREF color)

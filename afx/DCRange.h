@@ -19,7 +19,7 @@ inline int AfxPenWidth(int width) {
 }
 
 // The pen that was made last and isn't wide, so that the usual one, made and selected at once, need not be asked. A
-// handle that was freed and made anew by others may stand here: its strokes are then left to GDI, which takes its time.
+// handle may have been freed and made anew by other code: its strokes are then left to GDI, which can take seconds.
 void AfxNoteNarrowPen(HGDIOBJ pen);
 HGDIOBJ AfxLatestNarrowPen();
 
@@ -33,5 +33,5 @@ BOOL AfxLineToFar(HDC dc, int x, int y);
 BOOL AfxArcFar(HDC dc, int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4);
 BOOL AfxEllipseFar(HDC dc, int x1, int y1, int x2, int y2);
 
-// An old-style metafile doesn't tell its current position: each move on a context that isn't plain is told here.
+// An old-style metafile can't be asked for its current position: each move on a context that isn't plain is noted here.
 void AfxNoteMove(HDC dc, int x, int y);

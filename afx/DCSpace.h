@@ -58,7 +58,7 @@ bool AfxIsInPath(HDC dc);
 // A LOGPEN's width in device units, or 0 for any other pen and one that draws nothing.
 double AfxPenWidthOnDevice(HDC dc, const AfxDeviceMap& map);
 
-// For as long as it lives one logical unit of the context is a device unit, from the device's corner. What is selected
+// Until it is destroyed one logical unit of the context is a device unit, from the device's corner. What is selected
 // or set meanwhile is put back, and so is the current position. A pen keeps its width in device units.
 class AfxDeviceUnits {
 public:

@@ -181,7 +181,7 @@ public:
     AfxPoint Off(double along, double down) const {
         return {m_base.x + m_along.x * along + m_down.x * down, m_base.y + m_along.y * along + m_down.y * down};
     }
-    // Of a character that stands at `origin`, the point (x, y) of its design, y up.
+    // Of a character at `origin`, the point (x, y) of its design, y up.
     AfxPoint Of(const AfxPoint& origin, double x, double y) const {
         const double along = x * m_wide;
         const double down = -y * m_tall;

@@ -11,6 +11,6 @@ constexpr int kAfxTallestText = 1000;
 // own text, and printers do up to 16 bits.
 bool AfxIsTextFar(HDC dc);
 
-// As ::ExtTextOut. The characters stand where GDI puts them, each for itself in the order of the text; only what is
-// within the clip box is computed, and the edges are not smoothed.
+// As ::ExtTextOut. Each character is where GDI puts it, in the order of the text; only what is within the clip box is
+// computed, and the edges are not smoothed.
 BOOL AfxTextOutFar(HDC dc, int x, int y, UINT options, LPCRECT rect, LPCWSTR text, UINT count, const int* widths);

@@ -38,13 +38,13 @@ CPaintDC::CPaintDC(CWnd* pWnd) : m_ps(), m_hWnd(AfxHandleOf(pWnd)) {
 }
 
 CPaintDC::~CPaintDC() {
-    // EndPaint also when somebody took the context: the update region and the caret wait for it.
+    // EndPaint also when the handle was detached meanwhile: only it validates the window and shows the caret again.
     Detach();
     ::EndPaint(m_hWnd, &m_ps);
 }
 
 CMetaFileDC::~CMetaFileDC() {
-    // A metafile that nobody closed is thrown away.
+    // A metafile that was not closed is deleted.
     if (m_hDC != nullptr) {
         if (::GetObjectType(m_hDC) == OBJ_ENHMETADC) {
             ::DeleteEnhMetaFile(CloseEnhanced());

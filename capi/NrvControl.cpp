@@ -320,7 +320,7 @@ void CNrvControl::QueueEnd() {
 
 namespace {
 
-// The answer to a question that nobody is asked.
+// The answer to a question that is not shown.
 int HarmlessAnswer(UINT type) {
     switch (type & MB_TYPEMASK) {
     case MB_OK:

@@ -20,7 +20,7 @@ endfunction()
 
 # What the tests share. A static library: each program takes from it what it uses.
 file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
-list(FILTER support EXCLUDE REGEX "/(AfxTestExtension|GuardPages|TestMain|keepalive)\\.cpp$")
+list(FILTER support EXCLUDE REGEX "/(AfxTestExtension|GuardPages|TestMain|keepalive|sheetprinter)\\.cpp$")
 add_library(nr_test_support STATIC ${support})
 target_link_libraries(nr_test_support PRIVATE nr_flags gtest)
 target_include_directories(nr_test_support PRIVATE ${CMAKE_SOURCE_DIR}/Source ${CMAKE_SOURCE_DIR}/tests)
@@ -32,7 +32,7 @@ nr_precompile(nr_test_support <gtest/gtest.h>)
 #              suites whose name begins with "Desktop" do so too.
 #   patterns   of its sources; a source belongs to the first program that has a pattern for it.
 #   LIBRARIES  what it links, or "none"; left out: every DLL of the project.
-# The suites are asked from the program itself when CTest starts; nobody registers them.
+# CTest asks the program itself for its suites when it starts; no list of them is kept.
 function(nr_add_tests name)
   cmake_parse_arguments(arg "WINDOWS" "" "LIBRARIES" ${ARGN})
   if(NOT DEFINED arg_LIBRARIES)

@@ -23,7 +23,7 @@ struct CPaperChoice {
 // A modal window with a sheet of the default printer's size, or of A4 where there is no printer, and what is on it.
 class CPrintPreview : public CDialog {
 public:
-    // Borrows the drawing, which nobody changes meanwhile.
+    // Borrows the drawing, which must not change meanwhile.
     CPrintPreview(CWnd* parent, CGraphicDocument* document);
 
 protected:

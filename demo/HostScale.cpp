@@ -11,7 +11,7 @@ namespace {
 const int UnscaledDots = 96; // Per inch.
 const int IconSize = 16;
 
-// The dots per inch of the window's monitor, where the system tells them for each; otherwise those of the screen.
+// The dots per inch of the window's monitor, where the system gives them for each; otherwise those of the screen.
 int FindDots(HWND window) {
     const int percent = _wtoi(FindOption(L"--scale"));
     if (percent > 0) {

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -90,6 +91,18 @@ private:
     DWORD* m_Bits = nullptr;
 };
 
+// What `make` gives; NoResource where it throws for lack of memory or of an object of GDI.
+template <class Make>
+RenderStatus Guarded(Make make) {
+    try {
+        return make();
+    } catch (CException* e) {
+        e->Delete();
+    } catch (const std::bad_alloc&) {
+    }
+    return RenderStatus::NoResource;
+}
+
 // The colour and alpha that give `onBlack` over black and `onWhite` over white.
 DWORD Unblend(DWORD onBlack, DWORD onWhite) {
     DWORD alpha = 0;
@@ -128,8 +141,10 @@ CDrawingRender::CDrawingRender(CGraphicDocument* document, const CRenderOptions&
     m_Graphic.SetVectorViewCoordTran(&m_Tran);
     m_Graphic.SetDocument(document, 1);
     m_Graphic.SetNeedShowDecimal(options.showDecimals ? 1 : 0);
-    SaveStates();
-    m_Status = Arrange();
+    m_Status = Guarded([this] {
+        SaveStates();
+        return Arrange();
+    });
 }
 
 CDrawingRender::~CDrawingRender() {
@@ -138,7 +153,6 @@ CDrawingRender::~CDrawingRender() {
 }
 
 void CDrawingRender::SaveStates() {
-    m_pDocument->removeCurrentObject();
     ForEachText(m_pDocument, [this](float& height) { m_TextHeights.Add(height); });
     if (!m_Options.grips) {
         for (CDrawableArray* list : {m_pDocument->GetNetDrawableObjs(), m_pDocument->GetDrawableObjs()}) {
@@ -146,10 +160,14 @@ void CDrawingRender::SaveStates() {
                 CDrawable* object = list->GetAt(i);
                 if (object->IsSelected()) {
                     m_Selected.Add(object);
-                    object->SetDrawState(CDrawable::Normal);
                 }
             }
         }
+    }
+    // From here on nothing is refused.
+    m_pDocument->removeCurrentObject();
+    for (INT_PTR i = 0; i < m_Selected.GetSize(); ++i) {
+        m_Selected[i]->SetDrawState(CDrawable::Normal);
     }
 }
 
@@ -158,7 +176,11 @@ void CDrawingRender::RestoreStates() {
         m_Selected[i]->SetDrawState(CDrawable::Selected);
     }
     INT_PTR next = 0;
-    ForEachText(m_pDocument, [this, &next](float& height) { height = m_TextHeights[next++]; });
+    ForEachText(m_pDocument, [this, &next](float& height) {
+        if (next < m_TextHeights.GetSize()) { // Not all of them where there was no memory.
+            height = m_TextHeights[next++];
+        }
+    });
     m_pDocument->AddCurrentObject(m_pCurrent);
 }
 
@@ -373,65 +395,71 @@ RenderStatus CDrawingRender::PaintPixels(CDWordArray& pixels, COLORREF backgroun
 }
 
 RenderStatus CDrawingRender::Pixels(CDWordArray& pixels) {
-    pixels.RemoveAll();
-    if (m_Status != RenderStatus::Done) {
-        return m_Status;
-    }
-    if (!m_Options.transparent) {
-        return PaintPixels(pixels, Background());
-    }
-    CDWordArray onWhite;
-    RenderStatus status = PaintPixels(pixels, RGB(0, 0, 0));
-    if (status == RenderStatus::Done) {
-        status = PaintPixels(onWhite, RGB(255, 255, 255));
-    }
-    if (status == RenderStatus::Done) {
-        std::transform(pixels.GetData(), pixels.GetData() + pixels.GetSize(), onWhite.GetData(), pixels.GetData(),
-                       Unblend);
-    }
-    return status;
+    return Guarded([&] {
+        pixels.RemoveAll();
+        if (m_Status != RenderStatus::Done) {
+            return m_Status;
+        }
+        if (!m_Options.transparent) {
+            return PaintPixels(pixels, Background());
+        }
+        CDWordArray onWhite;
+        RenderStatus status = PaintPixels(pixels, RGB(0, 0, 0));
+        if (status == RenderStatus::Done) {
+            status = PaintPixels(onWhite, RGB(255, 255, 255));
+        }
+        if (status == RenderStatus::Done) {
+            std::transform(pixels.GetData(), pixels.GetData() + pixels.GetSize(), onWhite.GetData(), pixels.GetData(),
+                           Unblend);
+        }
+        return status;
+    });
 }
 
 // ---- Files ---------------------------------------------------------------------------------------------------------
 
 RenderStatus CDrawingRender::Png(CByteArray& file) {
-    file.RemoveAll();
-    CDWordArray pixels;
-    const RenderStatus status = Pixels(pixels);
-    if (status != RenderStatus::Done) {
-        return status;
-    }
-    const COLORREF background = Background();
-    const bool black = background == RGB(0, 0, 0) || background == RGB(255, 255, 255);
-    const auto depth = m_Options.transparent                                     ? PngEncoder::WithAlpha
-                       : m_Options.colors == CRenderOptions::Monochrome && black ? PngEncoder::OneBit
-                                                                                 : PngEncoder::Plain;
-    return PngEncoder::Encode(pixels.GetData(), m_Size.cx, m_Size.cy, depth, file) ? RenderStatus::Done
-                                                                                   : RenderStatus::NoEncoder;
+    return Guarded([&] {
+        file.RemoveAll();
+        CDWordArray pixels;
+        const RenderStatus status = Pixels(pixels);
+        if (status != RenderStatus::Done) {
+            return status;
+        }
+        const COLORREF background = Background();
+        const bool black = background == RGB(0, 0, 0) || background == RGB(255, 255, 255);
+        const auto depth = m_Options.transparent                                     ? PngEncoder::WithAlpha
+                           : m_Options.colors == CRenderOptions::Monochrome && black ? PngEncoder::OneBit
+                                                                                     : PngEncoder::Plain;
+        return PngEncoder::Encode(pixels.GetData(), m_Size.cx, m_Size.cy, depth, file) ? RenderStatus::Done
+                                                                                       : RenderStatus::NoEncoder;
+    });
 }
 
 RenderStatus CDrawingRender::Metafile(HENHMETAFILE& metafile) {
-    metafile = nullptr;
-    if (m_Status != RenderStatus::Done) {
-        return m_Status;
-    }
-    CDC screen;
-    CMetaFileDC recorder;
-    if (!screen.CreateIC(L"DISPLAY", nullptr, nullptr, nullptr)) {
-        return RenderStatus::NoResource;
-    }
-    const auto frame = [&screen](LONG pixels, int millimetres, int resolution) {
-        const double units = 100.0 * pixels * screen.GetDeviceCaps(millimetres) / screen.GetDeviceCaps(resolution);
-        return static_cast<LONG>(Truncate(units + 0.5));
-    };
-    const RECT bounds = {0, 0, frame(m_Size.cx, HORZSIZE, HORZRES), frame(m_Size.cy, VERTSIZE, VERTRES)};
-    if (!recorder.CreateEnhanced(&screen, nullptr, &bounds, L"NRVectorView\0Drawing\0")) {
-        return RenderStatus::NoResource;
-    }
-    recorder.IntersectClipRect(0, 0, m_Size.cx, m_Size.cy);
-    const RenderStatus status = Paint(&recorder);
-    metafile = recorder.CloseEnhanced();
-    return metafile != nullptr ? status : RenderStatus::NoResource;
+    return Guarded([&] {
+        metafile = nullptr;
+        if (m_Status != RenderStatus::Done) {
+            return m_Status;
+        }
+        CDC screen;
+        CMetaFileDC recorder;
+        if (!screen.CreateIC(L"DISPLAY", nullptr, nullptr, nullptr)) {
+            return RenderStatus::NoResource;
+        }
+        const auto frame = [&screen](LONG pixels, int millimetres, int resolution) {
+            const double units = 100.0 * pixels * screen.GetDeviceCaps(millimetres) / screen.GetDeviceCaps(resolution);
+            return static_cast<LONG>(Truncate(units + 0.5));
+        };
+        const RECT bounds = {0, 0, frame(m_Size.cx, HORZSIZE, HORZRES), frame(m_Size.cy, VERTSIZE, VERTRES)};
+        if (!recorder.CreateEnhanced(&screen, nullptr, &bounds, L"NRVectorView\0Drawing\0")) {
+            return RenderStatus::NoResource;
+        }
+        recorder.IntersectClipRect(0, 0, m_Size.cx, m_Size.cy);
+        const RenderStatus status = Paint(&recorder);
+        metafile = recorder.CloseEnhanced();
+        return metafile != nullptr ? status : RenderStatus::NoResource;
+    });
 }
 
 RenderStatus CDrawingRender::Emf(CByteArray& file) {
@@ -441,23 +469,28 @@ RenderStatus CDrawingRender::Emf(CByteArray& file) {
     if (status != RenderStatus::Done) {
         return status;
     }
-    const UINT length = ::GetEnhMetaFileBits(metafile, 0, nullptr);
-    file.SetSize(static_cast<INT_PTR>(length));
-    const UINT got = ::GetEnhMetaFileBits(metafile, length, file.GetData());
+    const RenderStatus taken = Guarded([metafile, &file] {
+        const UINT length = ::GetEnhMetaFileBits(metafile, 0, nullptr);
+        file.SetSize(static_cast<INT_PTR>(length));
+        const UINT got = ::GetEnhMetaFileBits(metafile, length, file.GetData());
+        return got == length && length > 0 ? RenderStatus::Done : RenderStatus::NoResource;
+    });
     ::DeleteEnhMetaFile(metafile);
-    return got == length && length > 0 ? RenderStatus::Done : RenderStatus::NoResource;
+    return taken;
 }
 
 RenderStatus CDrawingRender::Svg(CByteArray& file) {
-    file.RemoveAll();
-    m_LeftOut = 0;
-    if (m_Status != RenderStatus::Done) {
-        return m_Status;
-    }
-    CSvgWriter writer(m_pDocument, m_Options, m_Graphic, m_Size);
-    const CSvgBuffer& text = writer.Write(Background());
-    m_LeftOut = writer.LeftOut();
-    file.SetSize(static_cast<INT_PTR>(text.Size()));
-    std::memcpy(file.GetData(), text.Data(), text.Size());
-    return RenderStatus::Done;
+    return Guarded([&] {
+        file.RemoveAll();
+        m_LeftOut = 0;
+        if (m_Status != RenderStatus::Done) {
+            return m_Status;
+        }
+        CSvgWriter writer(m_pDocument, m_Options, m_Graphic, m_Size);
+        const CSvgBuffer& text = writer.Write(Background());
+        m_LeftOut = writer.LeftOut();
+        file.SetSize(static_cast<INT_PTR>(text.Size()));
+        std::memcpy(file.GetData(), text.Data(), text.Size());
+        return RenderStatus::Done;
+    });
 }

@@ -72,8 +72,8 @@ enum class RenderStatus {
 
 class NRVECTORVIEW_API CDrawingRender {
 public:
-    // Borrows the document for its own life, which is one picture or several of the same options. Nobody paints, edits
-    // or frees the document meanwhile. The document needs a mapping, as every document of a painter has.
+    // Borrows the document for its own life, which is one picture or several of the same options. The document must
+    // not be painted, edited or freed meanwhile. The document needs a mapping, as every document of a painter has.
     CDrawingRender(CGraphicDocument* document, const CRenderOptions& options);
     ~CDrawingRender();
     CDrawingRender(const CDrawingRender&) = delete;

@@ -1,4 +1,4 @@
-// SvgText: numbers, colours and texts as they may stand in an SVG file.
+// SvgText: numbers, colours and texts in the form that an SVG file takes.
 // Layer 8: render.
 #pragma once
 

@@ -21,6 +21,11 @@ constexpr double kTurn = 6.283185307179586;
 constexpr int kMeasured = 1000; // Pixels of the cell in which a face is measured.
 constexpr double kTickOvershoot = 2.5;
 
+// Where the painter has a stroke, in pixels to the right of and below its exact place, on average over all fractions.
+constexpr double kOddWidth = 0.5;   // Its middle is that of a pixel, which lies right of and below the pixel's number.
+constexpr double kTruncated = -0.5; // Coordinates that are truncated; those that are rounded stay on average.
+constexpr double kBoxEnd = -0.25;   // A circle's box is without its last row and column.
+
 // What a Draw of the library reads of its own object, and no accessor gives.
 struct DrawableAccess : CDrawable {
     static auto Color() { return &DrawableAccess::InnerGetPenColor; }
@@ -155,7 +160,7 @@ void CSvgWriter::EndLayer() {
 }
 
 CSvgWriter::WriteKind CSvgWriter::KindOf(CDrawable* object) {
-    // A class of a host is written as the kind of the library that it derives from; a derived kind is listed before its
+    // A class of a host is written as the kind of the library that it derives from; a derived kind comes before its
     // base.
     static const struct {
         const CRuntimeClass* kind;
@@ -255,6 +260,18 @@ void CSvgWriter::Stroke(const Pen& pen, double stretch) {
         PutClass(pen.pixels, style);
         Put("\"");
     }
+    PutPlace(pen.cut + (pen.pixels % 2 != 0 ? kOddWidth : 0.0));
+}
+
+void CSvgWriter::PutPlace(double pixels) {
+    if (pixels != 0.0) {
+        const double units = pixels * m_pTran->GetScale();
+        Put(" transform=\"translate(");
+        Put(units);
+        Put(" ");
+        Put(units);
+        Put(")\"");
+    }
 }
 
 void CSvgWriter::PutPattern(int style, double unit) {
@@ -330,7 +347,8 @@ void CSvgWriter::ArcTo(double radius, bool large, bool clockwise, const CGePoint
     Point(end);
 }
 
-void CSvgWriter::Circle(const CGePoint2d& center, double radius, const Pen& pen, bool filled) {
+void CSvgWriter::Circle(const CGePoint2d& center, double radius, Pen pen, bool filled) {
+    pen.cut = kTruncated + kBoxEnd;
     Put("<circle");
     Put(" cx", center.x);
     Put(" cy", -center.y);
@@ -398,6 +416,8 @@ bool CSvgWriter::WritePLine(CDrawable* object) {
             continue;
         }
         // The radius from the bulge itself: the built one has the digits of a float only.
+        // Between its arcs' quarter pixel and none, as its straight parts have it.
+        open.cut = open.pixels % 2 != 0 ? kBoxEnd : 0.0;
         const double chord = std::hypot(end.x - start.x, end.y - start.y);
         const double size = CDraw_Common::GetAbs(bulge);
         const bool leftOfWay = (end - start).CrossProduct(top - start) > 0.0;
@@ -423,7 +443,8 @@ bool CSvgWriter::WriteArc(CDrawable* object) {
     if (IsHidden(arc)) {
         return true;
     }
-    const Pen pen = PenOf(arc, arc->GetLockMode() != 0, 0.0f);
+    Pen pen = PenOf(arc, arc->GetLockMode() != 0, 0.0f);
+    pen.cut = kTruncated + kBoxEnd;
     const CGePoint2d center = arc->Center();
     const auto at = [&](double angle) {
         return CGePoint2d(center.x + arc->Radius() * std::cos(angle), center.y + arc->Radius() * std::sin(angle));
@@ -452,7 +473,8 @@ bool CSvgWriter::WriteCenterPoint(CDrawable* object) {
     if (IsHidden(mark) || mark->GetRect(m_pTran, min, max) == 0) {
         return true;
     }
-    const Pen pen = PenOf(mark, mark->GetLockMode() != 0);
+    Pen pen = PenOf(mark, mark->GetLockMode() != 0);
+    pen.cut = kTruncated;
     const CGePoint2d center = mark->Center();
     WriteStraight(pen, CGePoint2d(center.x, max.y), CGePoint2d(center.x, min.y), false);
     WriteStraight(pen, CGePoint2d(min.x, center.y), CGePoint2d(max.x, center.y), false);
@@ -618,7 +640,8 @@ bool CSvgWriter::WriteLabel(CDrawable* object) {
     if (label->IsDelete() != 0) {
         return true;
     }
-    const Pen pen = PenOf(label, label->GetLockMode() == 1);
+    Pen pen = PenOf(label, label->GetLockMode() == 1);
+    pen.cut = kTruncated;
     const CGePoint2d a = label->GetLeftLabelStartPt();
     const CGePoint2d b = label->GetLeftLabelEntPt();
     const CGePoint2d c = label->GetRightLabelStartPt();
@@ -643,7 +666,7 @@ bool CSvgWriter::WriteLabel(CDrawable* object) {
         WriteStraight(pen, c, d + beyond, false);
     }
     if (label->GetTextShow() != 0) {
-        // The label itself sets its figure and the figure's place, by drawing it.
+        // The label itself says what its figure is and where its place is, by drawing it.
         (label->*LabelAccess::PlaceFigure())(&m_Measure, &m_Geometry, b, d);
         CText* figure = label->GetLabelText();
         if (!IsHidden(figure) && figure->GetDrawState() != CDrawable::Dragging) {

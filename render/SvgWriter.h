@@ -14,8 +14,9 @@ class CText;
 // The file's coordinates are drawing units with y downwards, that is the drawing's y negated, which loses nothing; the
 // viewBox is the picture's window. Attributes are those that the painter resolves at the picture's scale: colours,
 // styles, and pen widths in its whole pixels, which follow the drawing where they come from drawing units (stroke-width
-// in units) and stay pixels where they are locked or were raised to 1 (vector-effect). Objects stand in drawing order;
-// a group begins whenever the layer changes, so that groups never change what lies on top.
+// in units) and stay pixels where they are locked or were raised to 1 (vector-effect). A transform of less than a pixel
+// moves a stroke to where the painter has it on average. Objects are in drawing order; a group begins whenever the
+// layer changes, so that groups never change what lies on top.
 class CSvgWriter {
 public:
     // All borrowed. `graphic` shows the document and has the picture's mapping.
@@ -31,6 +32,7 @@ private:
         bool fixed = false; // Stays at its pixels at every size of the picture; else it is so many drawing units.
         int style = PS_SOLID;
         bool stepped = false; // A pattern that GDI counts in steps from pixel to pixel, not along the line.
+        double cut = 0.0;     // How far the painter's whole numbers move the stroke on average: see PutPlace.
     };
     // How a face lies in the cell that GDI measures heights by; all for a cell of height 1.
     struct Face {
@@ -64,14 +66,16 @@ private:
 
     Pen PenOf(CDrawable* object, bool locked, float floorWidth = 1.0f);
     void Stroke(const Pen& pen, double stretch = 1.0);
+    // Moves an element by so many pixels to the right and downwards.
+    void PutPlace(double pixels);
     void PutPattern(int style, double unit);
     void PutClass(int pixels, int style);
     void WriteStyles();
     void WriteStraight(const Pen& pen, const CGePoint2d& a, const CGePoint2d& b, bool thereAndBack);
     void ArcTo(double radius, bool large, bool clockwise, const CGePoint2d& end);
-    // Attributes of the stroke of a path whose data stand open, and its end.
+    // The end of a path's data, which are open, the attributes of its stroke and its end.
     void EndPath(const Pen& pen);
-    void Circle(const CGePoint2d& center, double radius, const Pen& pen, bool filled);
+    void Circle(const CGePoint2d& center, double radius, Pen pen, bool filled);
     void Tick(const CGeVector2d& u, const CGePoint2d& p, double len, double half, const Pen& pen);
     // One text; `ratio` as CTextParm has it, `box` on its background.
     void Run(CText* text, const CString& shown, double ratio, bool box);

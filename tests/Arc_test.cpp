@@ -225,7 +225,7 @@ TEST(Arc, GripsAreCentreStartMiddleAndEnd) {
     EXPECT_POINT_NEAR(5, 20, grips[3], 1e-12);
 }
 
-TEST(Arc, TheCentreMovesTheWhole) {
+TEST(Arc, DraggingTheCentreMovesTheArc) {
     Bow arc(10, 20, 5, 0.25, 1.25);
     arc.moveGripPointsAt(Indices({0, 1}), CGeVector2d(1, -1));
     EXPECT_POINT(11, 19, arc.Center());

@@ -115,9 +115,11 @@ TEST(CommandOperationErase, YesAsksForARepaint) {
 TEST(CommandOperationErase, ItAsksAlsoWithNothingSelected) {
     ViewDriver d;
     d.AddLine(100, 100, 150, 100);
+    ::ValidateRect(d.view.m_hWnd, nullptr);
     BoxAnswer boxes({IDYES});
     d.Manager().DoCommand(L"erase");
     EXPECT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_TRUE(::GetUpdateRect(d.view.m_hWnd, nullptr, FALSE)) << "it asks for a repaint";
     EXPECT_EQ(d.Count(), 1);
 }
 

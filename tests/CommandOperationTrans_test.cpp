@@ -138,15 +138,19 @@ TEST(CommandOperationTrans, CopyKeepsTheOriginalsWithoutAsking) {
 }
 
 TEST(CommandOperationTrans, TheObjectsAtTheOldPlaceAreNotRegisteredWithTheLeakTracer) {
+    struct Numbered : CDrawable {
+        static auto Number() { return &Numbered::m_ID; }
+    };
     ViewDriver d;
-    SelectedLine(d);
+    SelectedLine(d)->*Numbered::Number() = 42;
     const int before = CKXMemoryManager::Instance()->GetCount();
     d.Start(L"copy");
     d.ClickAt(20, 20);
     d.ClickAt(50, 80);
     EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);
     EXPECT_FALSE(CKXMemoryManager::Instance()->IsKnown(d.Object(1)));
-    EXPECT_EQ(d.Object(1)->GetID(), d.Object(0)->GetID());
+    EXPECT_EQ(d.Object(0)->GetID(), 42);
+    EXPECT_EQ(d.Object(1)->GetID(), 42);
 }
 
 TEST(CommandOperationTrans, EachMoveStartsFromTheStoredState) {
@@ -234,7 +238,7 @@ TEST(CommandOperationTrans, WithNothingSelectedTheRightButtonEndsAtOnce) {
     }
 }
 
-TEST(CommandOperationTrans, WithNothingSelectedTheClicksRunTheirCourseAndStillAsk) {
+TEST(CommandOperationTrans, WithNothingSelectedTheSecondClickStillAsks) {
     for (LPCTSTR word : {L"translation", L"rotation", L"mirroring", L"copy"}) {
         ViewDriver d;
         d.AddLine(100, 100, 150, 100);

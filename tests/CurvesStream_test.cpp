@@ -100,7 +100,7 @@ TEST(CurvesStream, EveryKindIsWrittenFieldByFieldAsInItsGoldenStream) {
     }
 }
 
-TEST(CurvesStream, AMixedDrawingComesBackToTheBit) {
+TEST(CurvesStream, AMixedDrawingIsReadBackBitForBit) {
     LoneDocument lone;
     const Bytes golden = ReadTestData("curves.nrv");
     ASSERT_EQ(-1, lone.LoadRaw(golden));
@@ -398,9 +398,9 @@ void Exercise(CDrawable& object, DrawStage& stage) {
         object.SetProperty(rows.list);
     });
     auto* line = DYNAMIC_DOWNCAST(CPLine, &object);
-    const bool speaks =
+    const bool showsBox =
         object.GetLayer() < 0 || (line != nullptr && line->IsClosed() != 0 && line->GetPointList()->IsEmpty());
-    if (!speaks) {
+    if (!showsBox) {
         stage.dc.Clear();
         object.Draw(&stage.dc, &stage.geometry);
     }

@@ -1,4 +1,4 @@
-// Pens wider than a device: their strokes cover what GDI's cover, once, and take no time to speak of.
+// Pens wider than a device: their strokes cover what GDI's cover, once, and take milliseconds.
 
 #include "support/PixelCompare.h"
 

@@ -1,4 +1,4 @@
-// Giant texts: of the same place and size as the device's own, in no time to speak of, whatever font a drawing asks
+// Giant texts: of the same place and size as the device's own, in milliseconds, whatever font a drawing asks
 // for.
 
 #include "support/PixelCompare.h"

@@ -567,7 +567,7 @@ TEST(DocumentFiles, AMemoryLoadThatFailsAtItsEndEmptiesOnceMoreAndStillCounts) {
     EXPECT_EQ(2, document.GetDrawableObjs()->GetSize()) << "the base's DeleteContents knows no objects";
 }
 
-TEST(DocumentFiles, ADerivedDocumentsOwnFieldsGoRoundInMemoryAndByPath) {
+TEST(DocumentFiles, FieldsOfADerivedDocumentAreStoredAndLoadedInMemoryAndByPath) {
     CVectorViewCoordTran tran;
     FramedDocument document;
     document.SetVectorViewCoordTran(&tran);

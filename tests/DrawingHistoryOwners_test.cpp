@@ -349,7 +349,7 @@ TEST(DrawingHistoryOwners, AnAddedObjectIsMarkedWithoutAComparison) {
     Drawing d;
     CLine* first = d.Add(1);
     d.Mark();
-    first->SetEndPoint(CGePoint2d(7, 7)); // By nobody's mark.
+    first->SetEndPoint(CGePoint2d(7, 7)); // No mark is set after it.
     CLine* second = d.Add(2);
     EXPECT_EQ(1, d.history.MarkAdded(second, L"加", L"Add"));
     CLine* third = NewLine(3);

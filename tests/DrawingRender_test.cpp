@@ -4,6 +4,7 @@
 
 #include "support/TestData.h"
 #include "support/ViewHost.h"
+#include "support/WatchedCalls.h"
 
 #include <Circle.h>
 #include <CombRect.h>
@@ -24,7 +25,7 @@ constexpr DWORD kBlack = 0xFF000000;
 constexpr DWORD kWhite = 0xFFFFFFFF;
 constexpr DWORD kRed = 0xFFFF0000; // 0xAARRGGBB
 
-// Keeps failed draws from showing boxes that nobody answers.
+// Keeps failed draws from showing boxes, which would wait for an answer.
 class CRenderTestApp : public CWinApp {
 public:
     int DoMessageBox(LPCTSTR, UINT, UINT) override { return IDOK; }
@@ -646,6 +647,48 @@ TEST(DesktopDrawingRender, APictureIsTheViewPixelByPixel) {
     }
     EXPECT_EQ(0, differing);
     EXPECT_GT(ink, 15000);
+}
+
+TEST(DrawingRender, WithAnyRequestForMemoryRefusedItSaysSoAndLeavesTheDrawingAsItWas) {
+    for (const char* form : {"png", "emf", "svg"}) {
+        SCOPED_TRACE(form);
+        LONG refusals = 0;
+        for (LONG nth = 1;; ++nth) {
+            ASSERT_LT(nth, 5000);
+            Drawing d;
+            CLine* line = d.Line(0, 0, 90, 90);
+            d.Document().AddSelected(line);
+            line->SetDrawState(CDrawable::Selected);
+            d.Add(new CText)->SetText(L"310");
+            CByteArray file;
+            RenderStatus status = RenderStatus::NoResource;
+            LONG refused = 0;
+            {
+                WatchedCalls calls;
+                calls.Refuse(WatchedCalls::Memory, nth);
+                try {
+                    CDrawingRender render(&d.Document(), Hundred());
+                    status = *form == 'p' ? render.Png(file) : *form == 'e' ? render.Emf(file) : render.Svg(file);
+                } catch (CMemoryException* e) { // Of the painter that it makes for itself.
+                    e->Delete();
+                } catch (const std::bad_alloc&) {
+                }
+                refused = calls.Refused();
+            }
+            EXPECT_EQ(CDrawable::Selected, line->GetDrawState()) << nth;
+            EXPECT_EQ(&d.tran, d.Document().GetVectorViewCoordTran()) << nth;
+            if (refused == 0) {
+                EXPECT_EQ(RenderStatus::Done, status);
+                EXPECT_LT(0, file.GetSize());
+                break;
+            }
+            // A picture with a text less is one too: what fails to draw is reported by the painter.
+            EXPECT_TRUE(status != RenderStatus::BadOptions) << nth;
+            EXPECT_EQ(status == RenderStatus::Done, file.GetSize() > 0) << nth;
+            ++refusals;
+        }
+        EXPECT_LT(3, refusals);
+    }
 }
 
 } // namespace

@@ -308,7 +308,7 @@ TEST(EditingOptions, TheWheelsPointIsInClientPixelsOnlyWithTheSwitch) {
 
 // ---- repaintsAtEnd -------------------------------------------------------------------------------------------------
 
-TEST(EditingOptions, WhatABrokenOffCommandLeavesOnTheWindowGoesWithTheSwitch) {
+TEST(EditingOptions, WhatABrokenOffCommandLeavesOnTheWindowIsTakenOffWithTheSwitch) {
     for (const bool on : {false, true}) {
         for (LPCTSTR word : {L"rect", L"circle", L"arc", L"line"}) {
             Optioned d(&CEditingOptions::repaintsAtEnd, on);

@@ -104,7 +104,7 @@ TEST(GeVector2d, PixelsAreSubtractedInThirtyTwoBits) {
     EXPECT_EQ(-1.0, v.x) << "4294967295 wrapped around";
 }
 
-TEST(GeVector2d, TheAlgebra) {
+TEST(GeVector2d, VectorsAreAddedSubtractedAndScaled) {
     const CGeVector2d a(3, 4);
     const CGeVector2d b(-2, 5);
     EXPECT_TRUE(a * 0.5 == CGeVector2d(1.5, 2));

@@ -526,7 +526,7 @@ TEST(MemDC, APrinterIsWrappedAndNotBuffered) {
     }
     EXPECT_TRUE(SameCalls({}, target.Calls()));
     EXPECT_EQ(RGB(1, 2, 3), target.Pixel(5, 5));
-    EXPECT_EQ(R2_COPYPEN, target.GetROP2()) << "the wrapped context lives on";
+    EXPECT_EQ(R2_COPYPEN, target.GetROP2()) << "the wrapped context can still be used";
 }
 
 TEST(MemDC, APrintersTwoHandlesAreBothTaken) {

@@ -66,7 +66,7 @@ Bytes Mutated(const Bytes& golden, std::mt19937& random) {
 }
 
 // Drawing of these is known to end in a message box, which is tested where it belongs.
-bool Speaks(CDrawable& object) {
+bool ShowsBox(CDrawable& object) {
     auto* line = DYNAMIC_DOWNCAST(CPLine, &object);
     return object.GetLayer() < 0 || (line != nullptr && line->IsClosed() != 0 && line->GetPointList()->IsEmpty());
 }
@@ -164,7 +164,7 @@ void PaintMutations(unsigned seed, int rounds) {
         const double begin = SpentTime();
         for (INT_PTR i = 0; i < lone.Objects().GetSize(); ++i) {
             CDrawable& object = *lone.Objects()[i];
-            if (round >= from && !Speaks(object)) {
+            if (round >= from && !ShowsBox(object)) {
                 object.SetDrawState(state);
                 object.Draw(&dc, &geometry);
                 ++painted;

@@ -35,7 +35,7 @@ struct ListOf : CDrawableArray {
     }
 };
 
-// What Load hands over belongs to the caller.
+// The caller owns what Load gives.
 struct Loaded : CDrawableArray {
     ~Loaded() {
         for (INT_PTR i = 0; i < GetSize(); ++i) {

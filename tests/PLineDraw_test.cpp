@@ -1,6 +1,7 @@
 // CPLine on a device context: every call, its arguments and its order, in each state; and pixels where calls don't
 // tell.
 
+#include "Line.h"
 #include "PLine.h"
 
 #include "support/BoxAnswer.h"
@@ -64,6 +65,41 @@ TEST(PLineDraw, AStraightSegmentIsStrokedThereAndBack) {
     CPLineInk line;
     FillStraight(line);
     EXPECT_TRUE(SameCalls(Segment("style=0 width=1 color=0x00302010", kStraightStroke), stage.Draw(line)));
+}
+
+TEST(PLineDraw, AStraightLineLeavesOutItsLastPixelAndAPolylineInksBoth) {
+    Stage stage;
+    CLine line;
+    line.SetPenColor(kInk);
+    line.SetStartPoint(CGePoint2d(10, 10));
+    line.SetEndPoint(CGePoint2d(30, 10));
+    stage.Draw(line);
+    EXPECT_EQ(kInk, stage.dc.Pixel(10, 90));
+    EXPECT_EQ(kInk, stage.dc.Pixel(29, 90));
+    EXPECT_NE(kInk, stage.dc.Pixel(30, 90));
+    CPLineInk pline;
+    FillStraight(pline);
+    stage.Draw(pline);
+    EXPECT_EQ(kInk, stage.dc.Pixel(10, 90));
+    EXPECT_EQ(kInk, stage.dc.Pixel(30, 90));
+}
+
+TEST(PLineDraw, ABulgeBetweenTheTwoLimitsIsDrawnAndBoundedStraightAndHitAsAnArc) {
+    Stage stage;
+    CPLineInk line;
+    line.AddPoint(CGePoint2d(10, 10), 0.0009);
+    line.AddPoint(CGePoint2d(30, 10));
+    EXPECT_TRUE(SameCalls(Segment("style=0 width=1 color=0x00302010", kStraightStroke), stage.Draw(line)));
+    CGePoint2d min;
+    CGePoint2d max;
+    EXPECT_EQ(1, line.GetRect(nullptr, min, max));
+    EXPECT_EQ(10.0, max.y) << "an arc's top would be 0.009 above: so tiny a bulge has it on the left";
+    // A chord of 20 and a top of 0.009: a circle of (100 + 0.000081) / 0.009 = 11111.12 across, mostly below.
+    EXPECT_LT(line.HitTest(CGePoint2d(20, -11101.1)), 1.0f);
+    line.SetBulge(0, 0.0011);
+    const Calls drawn = stage.Draw(line);
+    ASSERT_LT(3u, drawn.size());
+    EXPECT_EQ(0u, drawn[3].find("Arc(")) << drawn[3];
 }
 
 TEST(PLineDraw, AnArcIsOneCallAnticlockwiseFromItsStart) {

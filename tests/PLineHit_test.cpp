@@ -1,6 +1,12 @@
 // CPLine: distances, feet and extents, with their two thresholds for straightness and their deliberate oddities.
 
+#include "Arc.h"
+#include "CenterPoint.h"
+#include "CombRect.h"
+#include "Line.h"
 #include "PLine.h"
+#include "TextParm.h"
+#include "VectorLabel.h"
 
 #include "support/AfxCaught.h"
 #include "support/CurveTools.h"
@@ -127,6 +133,26 @@ TEST(PLineHit, FartherThanAThousandUnitsIsNoHit) {
     EXPECT_EQ(0, line.GetSelSelLine());
     EXPECT_EQ(1000.0f, line.HitTest(CGePoint2d(5, 1000)));
     EXPECT_EQ(-1, line.GetSelSelLine());
+}
+
+TEST(PLineHit, AHiddenObjectIsAThousandUnitsAwayOrAHundredByItsKind) {
+    CPLine pline;
+    CText text;
+    CTextParm parm;
+    CCenterPoint mark;
+    CKXVectorLabel label;
+    for (CDrawable* object : std::initializer_list<CDrawable*>{&pline, &text, &parm, &mark, &label}) {
+        object->SetIsShow(0);
+        EXPECT_EQ(1000.0f, object->HitTest(CGePoint2d(0, 0))) << object->GetRuntimeClass()->m_lpszClassName;
+    }
+    CLine line;
+    CCircle circle;
+    CArc arc;
+    CCombRect frame;
+    for (CDrawable* object : std::initializer_list<CDrawable*>{&line, &circle, &arc, &frame}) {
+        object->SetIsShow(0);
+        EXPECT_EQ(100.0f, object->HitTest(CGePoint2d(0, 0))) << object->GetRuntimeClass()->m_lpszClassName;
+    }
 }
 
 TEST(PLineHit, AHiddenPolylineAnswersAThousandAndKeepsItsSegment) {

@@ -224,7 +224,7 @@ TEST(PaintPass, LargeGripsOfASelectedLineOutsideAreDrawn) {
 }
 
 // The paint of a text notes the width that it is shown with, also where nothing of it is seen.
-TEST(PaintPass, ATextOutOfSightIsHitOverItsShownWidthAndNoLongerWhenTheOptionGoes) {
+TEST(PaintPass, ATextOutOfSightIsHitOverItsShownWidthUntilTheOptionIsSwitchedOff) {
     PaintedHost host;
     CDrawable* texts[2] = {new CText, new CTextParm};
     for (CDrawable* object : texts) {

@@ -218,7 +218,7 @@ TEST(RubberBand, AToolsBandIsTheManagersAndDropsItsThirdArgument) {
     tool.DrawShirrLine(CPoint(10, 10), CPoint(200, 200), 1);
     EXPECT_EQ(CPoint(10, 10), b.manager.m_ShirrStart);
     EXPECT_EQ(1, b.manager.m_ShirrDrawn);
-    EXPECT_LT(20, b.DifferentInColumn(200, 210, 300)) << "drawn, not taken off: the assistant line stands";
+    EXPECT_LT(20, b.DifferentInColumn(200, 210, 300)) << "drawn and not taken off: the assistant line is on the window";
     tool.ErasShirrLine();
     EXPECT_EQ(0, b.manager.m_ShirrDrawn);
     EXPECT_EQ(0, b.Difference());
@@ -461,12 +461,12 @@ TEST(RubberBand, AClickEndsTrackingAndLeavesTheAssistantLineUntilTheNextPaint) {
     b.view.DoCommand(L"line");
     b.manager.AddGripPoint(CGePoint2d(200, 250));
     b.view.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(200, 200));
-    const int standing = b.DifferentInColumn(200, 210, 300);
-    EXPECT_LT(20, standing);
+    const int drawn = b.DifferentInColumn(200, 210, 300);
+    EXPECT_LT(20, drawn);
     b.view.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(200, 200));
-    EXPECT_EQ(standing, b.DifferentInColumn(200, 210, 300));
+    EXPECT_EQ(drawn, b.DifferentInColumn(200, 210, 300));
     b.view.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(260, 260));
-    EXPECT_EQ(standing, b.DifferentInColumn(200, 210, 300)) << "forgotten, so no later erasure finds it";
+    EXPECT_EQ(drawn, b.DifferentInColumn(200, 210, 300)) << "forgotten, so no later erasure finds it";
     b.view.SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(1, 1));
     b.view.InvalidateRect(nullptr, TRUE);
     b.view.UpdateWindow();

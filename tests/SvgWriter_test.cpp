@@ -1,4 +1,4 @@
-// CSvgWriter: what stands in an SVG file, element by element.
+// CSvgWriter: the elements of an SVG file.
 
 #include <DrawingRender.h>
 
@@ -46,7 +46,7 @@ struct SvgWriter : testing::Test {
         leftOut = render.LeftOut();
         return std::string(reinterpret_cast<const char*>(file.GetData()), static_cast<size_t>(file.GetSize()));
     }
-    // What stands in the groups of the objects.
+    // The elements of the objects, without what is around them.
     std::string Objects() {
         const std::string whole = Whole();
         const size_t begin = whole.find("</title>\n");
@@ -62,6 +62,10 @@ struct SvgWriter : testing::Test {
 };
 
 const std::string kHair = " stroke=\"#ff8000\" stroke-width=\"2\" class=\"px1s0\"";
+// A pixel is 2 units. Rounded coordinates: the middle of the pixel, half a pixel on.
+const std::string kRounded = kHair + " transform=\"translate(1 1)\"";
+// The box of a circle: half a pixel back by truncation, and a quarter since it ends before its last row and column.
+const std::string kRound = kHair + " transform=\"translate(-0.5 -0.5)\"";
 
 TEST_F(SvgWriter, AFileHasItsSizeItsWindowAndItsBackground) {
     Line(1, 2, 3, 4);
@@ -73,7 +77,7 @@ TEST_F(SvgWriter, AFileHasItsSizeItsWindowAndItsBackground) {
               "<g fill=\"none\" stroke-linejoin=\"round\">\n"
               "<g id=\"layer0\"><title>Layer 0</title>\n"
               "<path d=\"M1 -2L3 -4\"" +
-                  kHair +
+                  kRounded +
                   "/>\n"
                   "</g>\n</g>\n<style>@supports (vector-effect: non-scaling-stroke) {\n"
                   ".px1s0 { vector-effect: non-scaling-stroke; stroke-width: 1px; }\n}</style>\n</svg>\n",
@@ -84,22 +88,33 @@ TEST_F(SvgWriter, AFileHasItsSizeItsWindowAndItsBackground) {
 
 TEST_F(SvgWriter, NumbersAreExact) {
     Line(0.1, 1e-300, 1e21, -123456789.125);
-    EXPECT_EQ("<path d=\"M0.1 -1e-300L1e+21 123456789.125\"" + kHair + "/>\n", Objects());
+    EXPECT_EQ("<path d=\"M0.1 -1e-300L1e+21 123456789.125\"" + kRounded + "/>\n", Objects());
 }
 
 TEST_F(SvgWriter, WidthsFollowTheDrawingOrStayPixels) {
     // 7 units are 3.5 pixels, of which 3 are drawn: 6 units.
     Line(0, 0, 1, 1)->SetLineWide(7);
-    EXPECT_EQ("<path d=\"M0 0L1 -1\" stroke=\"#ff8000\" stroke-width=\"6\" stroke-linecap=\"round\"/>\n", Objects());
+    EXPECT_EQ("<path d=\"M0 0L1 -1\" stroke=\"#ff8000\" stroke-width=\"6\" stroke-linecap=\"round\" "
+              "transform=\"translate(1 1)\"/>\n",
+              Objects());
     graphic.GetDocument()->Reset();
     CLine* locked = Line(0, 0, 1, 1);
     locked->SetLineWide(7);
     locked->SetLockMode(1);
     EXPECT_EQ("<path d=\"M0 0L1 -1\" stroke=\"#ff8000\" stroke-width=\"14\" stroke-linecap=\"round\" "
-              "class=\"px7s0\"/>\n",
+              "class=\"px7s0\" transform=\"translate(1 1)\"/>\n",
               Objects());
     options.lineWidthScale = 2.0;
     EXPECT_NE(std::string::npos, Objects().find("stroke-width=\"28\""));
+}
+
+TEST_F(SvgWriter, AStrokeOfAnEvenNumberOfPixelsIsOnItsCoordinates) {
+    // Two pixels are those on either side of a whole coordinate. Only what is truncated is half a pixel back then.
+    Line(0, 0, 1, 1)->SetLineWide(4);
+    EXPECT_EQ("<path d=\"M0 0L1 -1\" stroke=\"#ff8000\" stroke-width=\"4\" stroke-linecap=\"round\"/>\n", Objects());
+    graphic.GetDocument()->Reset();
+    Add(new CCircle(Gdiplus::PointF(10, 20), 5, 0))->SetLineWide(4);
+    EXPECT_NE(std::string::npos, Objects().find("transform=\"translate(-1.5 -1.5)\"/>")) << Objects();
 }
 
 TEST_F(SvgWriter, DashesAreAsLongAsGdiStepsThem) {
@@ -131,7 +146,7 @@ TEST_F(SvgWriter, AnEmptyPenDrawsNoStroke) {
 
 TEST_F(SvgWriter, AFilledCircleIsWhiteInside) {
     Add(new CCircle(Gdiplus::PointF(10, 20), 5, 1));
-    EXPECT_EQ("<circle cx=\"10\" cy=\"-20\" r=\"5\"" + kHair + " fill=\"#ffffff\"/>\n", Objects());
+    EXPECT_EQ("<circle cx=\"10\" cy=\"-20\" r=\"5\"" + kRound + " fill=\"#ffffff\"/>\n", Objects());
 }
 
 TEST_F(SvgWriter, AnArcRunsAnticlockwise) {
@@ -144,7 +159,7 @@ TEST_F(SvgWriter, AnArcRunsAnticlockwise) {
 
 TEST_F(SvgWriter, AnArcWithEqualEndsIsTheCircle) {
     Add(new CArc(Gdiplus::PointF(10, 20), 5, 0, 0));
-    EXPECT_EQ("<circle cx=\"10\" cy=\"-20\" r=\"5\"" + kHair + "/>\n", Objects());
+    EXPECT_EQ("<circle cx=\"10\" cy=\"-20\" r=\"5\"" + kRound + "/>\n", Objects());
 }
 
 TEST_F(SvgWriter, APolylinesBulgesAreArcs) {
@@ -153,7 +168,9 @@ TEST_F(SvgWriter, APolylinesBulgesAreArcs) {
     line->AddPoint(CGePoint2d(2, 0), -0.5); // To the left: radius 2 * (1 + 0.25) / (4 * 0.5) = 1.25.
     line->AddPoint(CGePoint2d(4, 0), 0.0);
     line->SetClose(1);
-    EXPECT_EQ("<path d=\"M0 0A1 1 0 0 0 2 0A1.25 1.25 0 0 1 4 0L0 0\"" + kHair + "/>\n", Objects());
+    EXPECT_EQ("<path d=\"M0 0A1 1 0 0 0 2 0A1.25 1.25 0 0 1 4 0L0 0\"" + kHair +
+                  " transform=\"translate(0.5 0.5)\"/>\n",
+              Objects());
 }
 
 TEST_F(SvgWriter, ASegmentsOwnColourBeginsAPath) {
@@ -163,16 +180,17 @@ TEST_F(SvgWriter, ASegmentsOwnColourBeginsAPath) {
     }
     line->SetSLPenColor(1, RGB(0, 0, 255));
     const std::string text = Objects();
-    EXPECT_EQ("<path d=\"M0 0L1 0\"" + kHair + "/>\n" +
-                  "<path d=\"M1 0L2 0\" stroke=\"#0000ff\" stroke-width=\"2\" class=\"px1s0\"/>\n" +
-                  "<path d=\"M2 0L3 0\"" + kHair + "/>\n",
+    EXPECT_EQ("<path d=\"M0 0L1 0\"" + kRounded + "/>\n" +
+                  "<path d=\"M1 0L2 0\" stroke=\"#0000ff\" stroke-width=\"2\" class=\"px1s0\" "
+                  "transform=\"translate(1 1)\"/>\n" +
+                  "<path d=\"M2 0L3 0\"" + kRounded + "/>\n",
               text);
 }
 
 TEST_F(SvgWriter, ACentreMarkIsACrossWithACircleOfHalfItsSize) {
     Add(new CCenterPoint(Gdiplus::PointF(100, 50)));
     EXPECT_EQ("<path d=\"M100 -120L100 20\"" + kHair + "/>\n<path d=\"M30 -50L170 -50\"" + kHair +
-                  "/>\n<circle cx=\"100\" cy=\"-50\" r=\"35\"" + kHair + "/>\n",
+                  "/>\n<circle cx=\"100\" cy=\"-50\" r=\"35\"" + kRound + "/>\n",
               Objects());
 }
 
@@ -181,7 +199,7 @@ TEST_F(SvgWriter, AHiddenFrameIsShownAndAHiddenLineIsNot) {
     auto* frame = Add(new CCombRect);
     frame->SetPoint(CGePoint2d(1, 2), CGePoint2d(3, 5));
     frame->SetIsShow(0);
-    EXPECT_EQ("<path d=\"M1 -2L3 -2L3 -5L1 -5Z\"" + kHair + "/>\n", Objects());
+    EXPECT_EQ("<path d=\"M1 -2L3 -2L3 -5L1 -5Z\"" + kRounded + "/>\n", Objects());
     EXPECT_EQ(0, leftOut);
 }
 
@@ -295,7 +313,7 @@ TEST_F(SvgWriter, AKindOfAHostIsWrittenAsWhatItDerivesFrom) {
     class CHostLine : public CLine {};
     auto* line = Add(new CHostLine);
     line->SetEndPoint(CGePoint2d(1, 1));
-    EXPECT_EQ("<path d=\"M0 0L1 -1\"" + kHair + "/>\n", Objects());
+    EXPECT_EQ("<path d=\"M0 0L1 -1\"" + kRounded + "/>\n", Objects());
     Add(new CDrawable);
     Objects();
     EXPECT_EQ(1, leftOut);

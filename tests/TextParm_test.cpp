@@ -34,7 +34,7 @@ TEST(TextParm, ANewParameterNeedsAnEditBoxAndIsEmptyOtherwise) {
     EXPECT_TRUE(parm.GetParmModifedLinkExp().IsEmpty());
     EXPECT_TRUE(parm.GetMsgInfo().IsEmpty());
     EXPECT_EQ(1, parm.GetNeedEditBox());
-    EXPECT_EQ(CString(L"多行文字"), parm.GetName()) << "the word of the text that it is";
+    EXPECT_EQ(CString(L"多行文字"), parm.GetName()) << "the name of its base, the text";
     EXPECT_EQ(20.0f, parm.GetTextHeight());
 }
 

@@ -150,6 +150,7 @@ TEST(VectorLabelDraw, AHiddenLabelStillDrawsAndAnErasedOneDoesNot) {
     OpenLabel label;
     Place(label).SetIsShow(0);
     EXPECT_EQ(Strokes().size() + 3, stage.Draw(label).size());
+    EXPECT_EQ(1000.0f, label.HitTest(label.GetLeftLabelStartPt())) << "and can't be hit";
     label.m_IsDelete = 1;
     EXPECT_TRUE(stage.Draw(label).empty());
 }

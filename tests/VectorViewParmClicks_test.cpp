@@ -131,6 +131,13 @@ TEST_F(ParmClicks, ADoubleClickIsTwoPressesAndItsOwnCodeWithTheFieldsOfTheLast) 
     EXPECT_EQ(static_cast<UINT>(-162), parent.last.code);
     EXPECT_EQ(1, parent.last.nKind);
     EXPECT_EQ(line, parent.last.pLine);
+    // Also where nothing is: the fields are still those of the click.
+    ::PostMessage(view.m_hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(400, 250));
+    ::PostMessage(view.m_hWnd, WM_LBUTTONUP, 0, MAKELPARAM(400, 250));
+    Pump();
+    EXPECT_EQ(Events{"dblclk"}, Take());
+    EXPECT_EQ(1, parent.last.nKind);
+    EXPECT_EQ(line, parent.last.pLine);
 }
 
 TEST_F(ParmClicks, AClickSelectsNothing) {

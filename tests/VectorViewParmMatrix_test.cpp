@@ -360,7 +360,7 @@ const std::vector<Call> kCalls = {
     {"SendClickNotify", [](Case& x) { x.view->SendClickNotify(nullptr); }},
     {"ZoomAll", [](Case& x) { x.view->ZoomAll(); }},
     {"DoCommand line", [](Case& x) { x.view->DoCommand(L"line"); }},
-    // No word of a text: its dialog has nobody here to answer it.
+    // No command of a text: nothing here would answer its dialog.
     {"DoCommand circle", [](Case& x) { x.view->DoCommand(L"circle"); }},
     {"DoCommand viewmove", [](Case& x) { x.view->DoCommand(L"viewmove"); }},
     {"DoCommand erase of A",

@@ -185,7 +185,7 @@ TEST_F(ParmTip, ALoadEmptiesAndDeactivatesIt) {
     TakeSent();
     view.LoadFile(bytes.data(), static_cast<unsigned int>(bytes.size()));
     EXPECT_EQ((Events{"text ", "activate 0"}), TakeSent());
-    EXPECT_EQ(nullptr, view.TipObject()) << "another parameter may have come to stand at that address";
+    EXPECT_EQ(nullptr, view.TipObject()) << "another parameter may be at that address now";
     Paint();
     Hover(56, 56);
     EXPECT_EQ((Events{"text height", "activate 1", "update"}), TakeSent());

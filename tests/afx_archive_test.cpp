@@ -132,7 +132,7 @@ void ExpectKeptWhenCut(T value) {
                     ar.Read(skipped.data(), static_cast<UINT>(before));
                     T read = value;
                     EXPECT_EQ(ArchiveCause([&] { ar >> read; }), CArchiveException::endOfFile);
-                    EXPECT_EQ(read, value) << sizeof(T) << " bytes, " << have << " there, behind " << before;
+                    EXPECT_EQ(read, value) << sizeof(T) << " bytes, " << have << " there, after " << before;
                 },
                 128);
         }

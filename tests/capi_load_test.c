@@ -220,7 +220,7 @@ C_TEST(CapiLoad, TheMappingConvertsBothWaysAndFits) {
     EXPECT_INT(NRV_OK, NrvSetZoomMargin(drawing, 10, 1));
     EXPECT_INT(NRV_OK, NrvZoomInto(drawing, 0, 0, 220, 120));
     EXPECT_INT(NRV_OK, NrvGetMapping(drawing, &mapping));
-    EXPECT_NEAR_TO(0.476190, mapping.scale, 1e-6); // 100 units on 220 - 10 pixels; the height has more room.
+    EXPECT_NEAR_TO(0.476190, mapping.scale, 1e-6); // 100 units on 220 - 10 pixels; the height fits.
     EXPECT_INT(120, mapping.height);
     EXPECT_INT(NRV_OK, NrvToPixels(drawing, 50, 25, &a, &b));
     EXPECT_NEAR_TO(110, a, 0.6); // The middle of the line is in the middle.

@@ -371,7 +371,7 @@ C_TEST(CapiParm, NumbersAreShownShortAtFirst) {
     CHostClose(&p.host);
 }
 
-// A view in a plain loop: nobody asks PreTranslateMessage, without which a tooltip never shows.
+// A view in a plain message loop, without a call of PreTranslateMessage, without which a tooltip never shows.
 C_TEST(CapiParm, TheTooltipShowsTheDescriptionInAPlainLoop) {
     Parms p;
     REQUIRE(Open(&p));

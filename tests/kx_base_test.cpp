@@ -262,11 +262,11 @@ TEST(KxError, PrintInfoReachesDebuggerAndListener) {
     void* context = nullptr;
     EXPECT_EQ(&Listen, KXERROR::SetListener(nullptr, nullptr, &context));
     EXPECT_EQ(&heard, context);
-    KXERROR::PrintInfo(L"nobody hears", 1);
+    KXERROR::PrintInfo(L"no sink is set", 1);
     EXPECT_EQ(1, heard.times);
     EXPECT_EQ(3, heard.level);
     EXPECT_EQ(CString(L"layer 100% %s"), heard.text);
-    EXPECT_EQ(L"3: layer 100% %s\n1: nobody hears\n", output.Text());
+    EXPECT_EQ(L"3: layer 100% %s\n1: no sink is set\n", output.Text());
 }
 
 TEST(KxError, ListenerGetsChineseAsItIs) {

@@ -13,7 +13,7 @@ Member Exported(HMODULE library, const char* name) {
 
 } // namespace
 
-TEST(LibraryLoad, ComesAndGoesManyTimesInOneProcess) {
+TEST(LibraryLoad, ItIsLoadedAndUnloadedManyTimesInOneProcess) {
     // A view is made in between, so that everything that makes itself at first use is there to be taken down.
     alignas(16) static char place[1 << 18];
     for (int round = 0; round < 30; ++round) {

@@ -415,6 +415,18 @@ TEST_F(Nrv, SeveralProcessesPrintAsOne) {
     EXPECT_EQ(0u, Slurp(folder + L"pf 6.svg").find("<?xml"));
 }
 
+TEST_F(Nrv, TwoFilesWithOneOutputAreRefused) {
+    CVectorView view;
+    Save(L"a.nrv", view);
+    Save(L"A.old", view);
+    for (const wchar_t* jobs : {L"", L" -j 2"}) {
+        const Outcome run = Start(std::wstring(L"render a.nrv A.old -o p*.svg") + jobs);
+        EXPECT_EQ(2u, run.code);
+        EXPECT_NE(std::string::npos, run.err.find("two files have one output: pa.svg")) << run.err;
+        EXPECT_EQ(INVALID_FILE_ATTRIBUTES, ::GetFileAttributesW((folder + L"pa.svg").c_str()));
+    }
+}
+
 TEST_F(Nrv, ReadsTheStandardInput) {
     CVectorView view;
     AddParm(view, L"A", L"1", 0, 0);

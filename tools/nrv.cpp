@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cwchar>
 #include <cwctype>
+#include <new>
 
 // The C runtime leaves arguments as they are: in the name of an output a star has a meaning of its own.
 extern "C" {
@@ -35,7 +36,7 @@ constexpr char kHelp[] = R"(Usage: nrv info|list|params|check [--json] [-j N] FI
   render  a picture of each file; with several files OUT holds a *, for which each file's name is put
   check   says whether each file is whole and how much of it is lost
 
-A FILE of "-" is the standard input, an OUT of "-" the standard output; a FILE with * or ? stands for what it finds.
+A FILE of "-" is the standard input, an OUT of "-" the standard output; a FILE with * or ? is replaced by the files it finds.
 Output is UTF-8. On plain lines with more than one FILE the file's name and a tab come first; within a field a tab is
 written \t, a line feed \n, a carriage return \r, any other control character \xNN, and a backslash \\.
 
@@ -212,6 +213,31 @@ bool HasValue(const CString& name, bool render) {
            std::any_of(std::begin(kNames), std::end(kNames), [&name](LPCTSTR known) { return name == known; });
 }
 
+// An output that two files would have, one over the other; empty where each has its own.
+CString DoubledOutput(const NrvOptions& options) {
+    std::vector<CString> outputs;
+    for (const CString& file : options.files) {
+        outputs.push_back(NrvOutputOf(options, file));
+        outputs.back().MakeLower();
+    }
+    const auto less = [](const CString& a, const CString& b) { return a.Compare(b) < 0; };
+    std::sort(outputs.begin(), outputs.end(), less);
+    const auto found = std::adjacent_find(outputs.begin(), outputs.end());
+    return found != outputs.end() ? *found : CString();
+}
+
+// A lack of memory is a failure of the one file.
+int Run(NrvCommand run, const NrvOptions& options, const CString& file, CNrvPrinter& printer) {
+    try {
+        return run(options, file, printer);
+    } catch (CMemoryException* e) {
+        e->Delete();
+    } catch (const std::bad_alloc&) {
+    }
+    NrvText::Complain(file, L"not enough memory");
+    return kNrvFailed;
+}
+
 // What the arguments after the command say; `problem` stays empty when all of it is understood.
 void Parse(const std::vector<CString>& arguments, NrvOptions& options, CString& problem) {
     const bool render = options.command == L"render";
@@ -271,6 +297,8 @@ void Parse(const std::vector<CString>& arguments, NrvOptions& options, CString& 
         problem = L"set takes one file and one NAME=VALUE or more";
     } else if (render && options.files.size() > 1 && options.output.Find(L'*') < 0 && !options.part) {
         problem = L"with several files the output needs a *";
+    } else if (render && options.files.size() > 1 && !options.part && !DoubledOutput(options).IsEmpty()) {
+        problem = L"two files have one output: " + DoubledOutput(options);
     } else if (render && options.pictureKind.IsEmpty()) {
         CString kind = options.output.Mid(options.output.ReverseFind(L'.') + 1);
         kind.MakeLower();
@@ -384,7 +412,7 @@ int wmain(int argc, wchar_t** argv) {
         }
         for (size_t i = 0; i < options.files.size(); ++i) {
             NrvProgress(i, options.files.size(), options.part ? CString() : options.files[i]);
-            code = std::max(code, run(options, options.files[i], printer));
+            code = std::max(code, Run(run, options, options.files[i], printer));
         }
         NrvProgress(0, 0, CString());
         if (!prints) {

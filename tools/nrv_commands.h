@@ -59,6 +59,9 @@ int NrvCheck(const NrvOptions& options, const CString& file, CNrvPrinter& printe
 int NrvSet(const NrvOptions& options, const CString& file, CNrvPrinter& printer);
 int NrvRender(const NrvOptions& options, const CString& file, CNrvPrinter& printer);
 
+// Where the picture of a file is put.
+CString NrvOutputOf(const NrvOptions& options, const CString& file);
+
 // Several processes of this program, each with a part of the files; the output comes in the order of the files.
 int NrvRunJobs(const NrvOptions& options, CNrvPrinter& printer);
 // "3 of 10 NAME" on the standard error while it is a terminal; an empty name takes the line away.

@@ -48,7 +48,7 @@ public:
     // How many objects the header announces.
     int Announced() const { return m_Announced; }
     int Kept();
-    // The byte behind the last object that could be read, or the header's end.
+    // The offset after the last object that could be read, or the header's end.
     size_t EndOfWhole();
     // The schema that the stream's class record of that name has; -1 when there is none.
     int SchemaOf(const char* className) const;

@@ -34,6 +34,12 @@ CString StemOf(const CString& file) {
 
 } // namespace
 
+CString NrvOutputOf(const NrvOptions& options, const CString& file) {
+    CString output = options.output;
+    output.Replace(L"*", StemOf(file));
+    return output;
+}
+
 int NrvRender(const NrvOptions& options, const CString& file, CNrvPrinter&) {
     CNrvDrawing drawing;
     int code = kNrvDone;
@@ -73,8 +79,7 @@ int NrvRender(const NrvOptions& options, const CString& file, CNrvPrinter&) {
         note.Format(L"%d objects are not in the picture", leftOut);
         NrvText::Complain(file, note);
     }
-    CString output = options.output;
-    output.Replace(L"*", StemOf(file));
+    const CString output = NrvOutputOf(options, file);
     CString reason;
     if (!NrvWriteFile(output, bytes.GetData(), static_cast<size_t>(bytes.GetSize()), reason)) {
         NrvText::Complain(output, reason);

@@ -2,10 +2,10 @@
 # Installs the packages that building and testing need (as root, on Debian or Ubuntu); otherwise names what is missing.
 # packages.sh [PACKAGE...]: these as well.
 packages=(wine wine64 xvfb xauth x11-utils xdotool imagemagick fonts-wqy-microhei g++-mingw-w64-x86-64-posix cmake
-    ninja-build ccache libgtest-dev googletest clang-format clang lld llvm doxygen python3 librsvg2-bin
+    ninja-build ccache libgtest-dev googletest clang-format clang lld llvm doxygen python3 librsvg2-bin ghostscript
     "$@")
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-    for program in x86_64-w64-mingw32-g++-posix cmake ninja python3 clang-format clang lld-link llvm-dlltool doxygen rsvg-convert \
+    for program in x86_64-w64-mingw32-g++-posix cmake ninja python3 clang-format clang lld-link llvm-dlltool doxygen rsvg-convert gs \
         Xvfb xdpyinfo xdotool import /usr/lib/wine/wine64 /usr/src/googletest/CMakeLists.txt; do
         command -v "$program" >/dev/null || [ -e "$program" ] || missing+=" $program"
     done

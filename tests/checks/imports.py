@@ -13,7 +13,7 @@ import common
 
 SYSTEM = frozenset(name + ".dll" for name in (
     "advapi32", "comctl32", "comdlg32", "gdi32", "imm32", "kernel32", "msimg32", "msvcrt", "ole32", "oleaut32",
-    "rpcrt4", "shell32", "shlwapi", "user32", "uuid", "uxtheme", "version", "winmm"))
+    "rpcrt4", "shell32", "shlwapi", "user32", "uuid", "uxtheme", "version", "winmm")) | {"winspool.drv"}
 # What each DLL of the project may need of the others.
 OWN = {"nrafx.dll": (), "nrkx.dll": ("nrafx.dll",), "nrvectorview.dll": ("nrafx.dll", "nrkx.dll"),
        "nrvectorviewopen.dll": ("nrafx.dll", "nrkx.dll")}

@@ -98,7 +98,7 @@ def problems_of(root):
                 if name == "demo" and target[0] in LIBRARY and target not in public:
                     yield f"{where}, which is no public header"
                 if own is None or other is None or other <= own:
-                    continue  # where the map doesn't tell a layer, its own check says so
+                    continue  # a unit without a layer in the map is reported by the map's own check
                 if file.endswith(".cpp") and unit in folder.rows and other_unit in folder.rows[unit].also:
                     used.add((unit, other_unit))
                 else:

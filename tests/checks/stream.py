@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""docs/stream.md tells the stored form: by its tables alone the samples and the newest golden streams are read to their last
+"""docs/stream.md describes the stored form: by its tables alone the samples and the newest golden streams are read to their last
 byte, and each row of its worked example is in the file that it names."""
 import glob
 import os

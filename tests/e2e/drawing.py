@@ -139,7 +139,7 @@ def read_drawing(data):
         BODIES[kind](reader, fields)
         drawing["objects"].append(fields)
     if reader.at != len(data):
-        raise ValueError(f"{len(data) - reader.at} bytes behind the last object")
+        raise ValueError(f"{len(data) - reader.at} bytes after the last object")
     return drawing
 
 

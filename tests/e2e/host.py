@@ -35,14 +35,14 @@ def expect(condition, text):
 
 
 def wait_for(what, test, limit=LIMIT):
-    """Until test() gives something true, which is handed back."""
+    """Until test() gives something true, which it returns."""
     end = time.monotonic() + limit
     while True:
         result = test()
         if result:
             return result
         if time.monotonic() > end:
-            raise Failed(f"waited {limit:.0f} s in vain for {what}")
+            raise Failed(f"after {limit:.0f} s there is not yet {what}")
         time.sleep(0.03)
 
 
@@ -253,7 +253,7 @@ class Demo:
         return grab(self.x, self.y, self.width, self.height)
 
     def settled(self, limit=LIMIT):
-        """The window's picture once it has stood still for a while, but for a caret that blinks."""
+        """The window's picture once it has not changed for a while, but for a caret that blinks."""
         kept = self.grab()
         since = time.monotonic()
 
@@ -264,7 +264,7 @@ class Demo:
                 since = time.monotonic()
             kept = now
             return time.monotonic() - since > STILL
-        wait_for("the picture to stand still", still, limit)
+        wait_for("the picture to change no more", still, limit)
         return kept
 
     def find_view(self, picture):

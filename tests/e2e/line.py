@@ -52,7 +52,7 @@ def main(out):
     expected = [[float(first[0]), float(height - first[1])], [float(second[0]), float(height - second[1])]]
     host.expect(line["class"] == "CLine" and line["points"] == expected, f"{line['points']} instead of {expected}")
     host.expect((line["color_index"], line["state"], line["shown"]) == (137, 2, 1), f"attributes: {line}")
-    # The same in bytes: two doubles for each end, behind header, class and base.
+    # The same in bytes: two doubles for each end, after header, class and base.
     host.expect(struct.pack("<dddd", *expected[0], *expected[1]) in data, "the ends' bytes")
 
     with host.Demo(out, host.windows_path(path)) as demo:

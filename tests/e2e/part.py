@@ -162,10 +162,10 @@ def compare(stored, height):
     check.number("the arc's start", arc["start"], 2 * math.pi - slope)
     check.number("the arc's end", arc["end"], math.pi + slope)
 
-    # Polylines go to the bottom of the drawing, the last one first, and so does what an offset leaves behind.
+    # Polylines go to the bottom of the drawing, the last one first, and so does the copy that an offset leaves.
     former, line, turned = check.of("CPLine", 3)
     check.points("the line before its offset", former["points"], (620, 420), (860, 420))
-    check.points("the line behind its offset", line["points"], (620, 385), (860, 385))
+    check.points("the line that an offset left", line["points"], (620, 385), (860, 385))
     # A quarter turn about (200, 500): what lay right of it comes to lie above it.
     check.points("the turned polyline", turned["points"], (100, 600), (80, 450), (80, 330))
     host.expect(all(bulge == 0 for thing in (former, turned, line) for bulge in thing["bulges"]), "a bulge")

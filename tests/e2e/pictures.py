@@ -201,7 +201,7 @@ def random_drawings(out):
         sums = [a + b for a, b in zip(sums, found)]
         if found[2]:
             bad.append(f"{name}: {found} pixels alone within one, two and three pixels, of {ink}")
-    if sums[0] > 0.005 * total:
+    if sums[0] > 0.001 * total or sums[1] > 0.0001 * total:
         bad.append(f"{sums[0]} pixels alone of {total}")
     print(f"{len(names)} random drawings with {total} inked pixels; alone within one, two and three pixels: {sums}")
     return bad

@@ -14,7 +14,7 @@ RUN = array.array("I", [host.WHITE] * 12)
 
 
 def near(at, place):
-    """Whether a box found at `at` stands at `place`: where its white begins depends on the value that is selected."""
+    """Whether a box found at `at` is at `place`: where its white begins depends on the value that is selected."""
     return at is not None and abs(at[0] - place[0]) < 40 and abs(at[1] - place[1]) < 4
 
 
@@ -50,10 +50,10 @@ class Pane:
         return picture.part(self.left, self.top, self.right - self.left, self.bottom - self.top).count(color)
 
     def wait_box(self, test, what):
-        """Until the box stands where test says; its place once the picture stands still."""
+        """Waits until the box is where `test` says; its place once the picture no longer changes."""
         host.wait_for(what, lambda: test(self.box()))
         place = self.box(self.demo.settled())
-        host.expect(test(place), f"{what}: it stands at {place}")
+        host.expect(test(place), f"{what}: it is at {place}")
         return place
 
     def drawing_of(self, picture):
@@ -138,7 +138,7 @@ def main(out):
         demo.type("B-7")
         demo.key("Return")
         pane.wait_box(lambda at: near(at, height), "the walk to begin again at the height")
-        host.expect(name[1] < height[1], "the name stands above the height")
+        host.expect(name[1] < height[1], "the name is above the height")
 
         before = demo.windows()
         demo.key("ctrl+s")

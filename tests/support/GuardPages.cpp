@@ -15,11 +15,11 @@ namespace {
 enum class Form : std::uint32_t { Single = 0x53494E47, Array = 0x41525259 };
 enum class Place : std::uint32_t { Slot = 1, Pages = 2, Heap = 3 };
 
-// Stands right before the block. An underrun destroys it, which delete notices.
+// Is right before the block. An underrun overwrites it, which delete notices.
 struct Header {
     Form form;
     Place place;
-    void* base; // the slot, or what VirtualAlloc or HeapAlloc handed out
+    void* base; // the slot, or what VirtualAlloc or HeapAlloc gave
     std::size_t size;
     std::uint64_t check; // all of the above mixed with the header's own address
 };
@@ -226,7 +226,7 @@ void Release(void* pointer, Form form) {
     const std::size_t tail = h.place != Place::Heap ? page - end : kHeapTail;
     for (std::size_t i = 0; i < tail; i++) {
         if (block[h.size + i] != kCanary) {
-            Fail("something wrote behind the block", pointer);
+            Fail("something wrote beyond the block", pointer);
         }
     }
 

@@ -56,7 +56,7 @@ LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
     EndWithNote();
 }
 
-// abort(), in whatever module: an exception that nobody catches, a failed check of the runtime.
+// abort(), in whatever module: an exception that is not caught, a failed check of the runtime.
 [[noreturn]] void OnAbort(int) {
     std::fprintf(stderr, "ABORT");
     EndWithNote();

@@ -1,4 +1,4 @@
-// Drives the commands of a view by pixel events and tells the state after each: results, document, band, marker.
+// Drives the commands of a view by pixel events and gives the state after each: results, document, band, marker.
 // Layer 16: tests.
 #pragma once
 
