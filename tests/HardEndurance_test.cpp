@@ -13,6 +13,8 @@
 #include <cstdio>
 #include <functional>
 
+#include <psapi.h>
+
 namespace {
 
 // The long form is for a run by hand: NR_LONG=1.
@@ -41,15 +43,25 @@ void Click(CWnd& view, int x, int y) {
     view.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(x, y));
 }
 
+// The private bytes of the process: what it alone keeps in memory or in the paging file.
+SIZE_T PrivateBytes() {
+    PROCESS_MEMORY_COUNTERS counters = {};
+    ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+    return counters.PagefileUsage;
+}
+
 struct Counts {
     LONG blocks;
     LONG objects;
     int registered;
+    SIZE_T bytes;
 };
 
 class HardEndurance : public testing::Test {
 protected:
-    Counts Now() const { return {calls.Blocks(), calls.DrawingObjects(), CKXMemoryManager::Instance()->GetCount()}; }
+    Counts Now() const {
+        return {calls.Blocks(), calls.DrawingObjects(), CKXMemoryManager::Instance()->GetCount(), PrivateBytes()};
+    }
 
     // Does it `shortly` times, or `fully` times in the long form, after a warm-up. With a loop, what waits is handled
     // each time, and temporary objects are freed as a message loop frees them.
@@ -72,9 +84,10 @@ protected:
             once();
         }
         const Counts after = Now();
-        std::printf("%s, %s a loop: %d times, blocks %+ld, drawing objects %+ld, registered %+d\n", name,
-                    hasLoop ? "with" : "without", rounds, after.blocks - before.blocks, after.objects - before.objects,
-                    after.registered - before.registered);
+        const long long bytes = static_cast<long long>(after.bytes) - static_cast<long long>(before.bytes);
+        std::printf("%s, %s a loop: %d times, blocks %+ld, drawing objects %+ld, registered %+d, private bytes %+lld\n",
+                    name, hasLoop ? "with" : "without", rounds, after.blocks - before.blocks,
+                    after.objects - before.objects, after.registered - before.registered, bytes);
         EXPECT_EQ(before.blocks, after.blocks);
         EXPECT_EQ(before.objects, after.objects);
         EXPECT_EQ(before.registered, after.registered);
