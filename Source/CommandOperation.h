@@ -126,6 +126,8 @@ protected:
     void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
     // After foreign code has run: whether the token's owner and all objects held still are.
     bool GoesOn(const CKxAliveToken& token);
+    // For a destructor, after which painter and document may be gone: whether document and held objects still are.
+    bool IsDocumentWhole() const { return m_DocumentAlive && m_DocumentAlive->IsAlive() && !HasLostObject(); }
     // Starts tracking a grip on the view's engine.
     void TrackGripPoint(const CGePoint2d& point);
     // Ends this tool from within itself, and repaints.

@@ -8,6 +8,8 @@ class NRVECTORVIEW_API COperationCreateObjAb : public CCommandOperation {
     DECLARE_DYNAMIC(COperationCreateObjAb)
 public:
     COperationCreateObjAb(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
+    // Frees the object being built where a host has ended the tool by its state, without Cancel.
+    ~COperationCreateObjAb() override;
 
     void Execute() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;

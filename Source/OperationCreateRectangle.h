@@ -31,6 +31,7 @@ public:
 private:
     static constexpr int kSides = 4;
 
+    void MakeSides();
     void SetSides(const CGePoint2d& corner);
     void InvertSides();
     // The four sides as one stroke, a pixel wide at every zoom.
