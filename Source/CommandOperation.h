@@ -121,12 +121,10 @@ protected:
     bool IsBrokenOff() const;
     // Whether the engine still is: for a tool that acts at once and so never is the running one.
     CKxAliveToken EngineAlive() const;
-    // Keeps a pointer to a drawing object across events. Once any such object has been freed, the tool gets no further
-    // event and is freed without Cancel.
+    // Keeps a pointer to a drawing object across events. Once one has been freed, so is the tool, without Cancel.
     void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
-    // After foreign code has run: whether the token's owner and all objects held still are.
+    // After foreign code: whether the token's owner, or in a destructor the document, and all objects held still exist.
     bool GoesOn(const CKxAliveToken& token);
-    // For a destructor, after which painter and document may be gone: whether document and held objects still are.
     bool IsDocumentWhole() const { return m_DocumentAlive && m_DocumentAlive->IsAlive() && !HasLostObject(); }
     // Starts tracking a grip on the view's engine.
     void TrackGripPoint(const CGePoint2d& point);
