@@ -124,11 +124,11 @@ protected:
     bool IsBrokenOff() const;
     // Tells whether the engine still exists, for a tool that acts at once and so is never the running one.
     CKxAliveToken EngineAlive() const;
-    // Keeps a pointer to a drawing object across events. Once any such object has been freed, the tool gets no further
-    // event and is freed without Cancel.
+    // Keeps a pointer to a drawing object across events. Once one has been freed, so is the tool, without Cancel.
     void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
-    // After foreign code has run: whether the token's owner and all objects held still exist.
+    // After foreign code: whether the token's owner, or in a destructor the document, and all objects held still exist.
     bool GoesOn(const CKxAliveToken& token);
+    bool IsDocumentWhole() const { return m_DocumentAlive && m_DocumentAlive->IsAlive() && !HasLostObject(); }
     // Starts tracking a grip on the view's engine.
     void TrackGripPoint(const CGePoint2d& point);
     // Ends this tool from within itself, and repaints.

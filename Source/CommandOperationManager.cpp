@@ -359,6 +359,7 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
         if (!MakeRoom(false)) {
             return 0;
         }
+        m_Events->ended.reserve(m_Events->ended.size() + 1);
         m_pCommand = owner.release();
         m_Chinese = nullptr;
         m_English = nullptr;
@@ -395,6 +396,7 @@ void CCommandOperationManager::CheckResultState(CCommandOperation* op, ResultSta
         if (!MakeRoom(true)) {
             return;
         }
+        m_Events->ended.reserve(m_Events->ended.size() + 1);
         m_pCommand = owner.release();
         const bool grip = m_pCommand->IsKindOf(RUNTIME_CLASS(CCommandSelectGripPoint)) != 0;
         m_Chinese = grip ? L"夹点编辑" : nullptr;

@@ -5,6 +5,8 @@
 #include "VectorGraphic.h"
 
 #include <algorithm>
+#include <memory>
+#include <vector>
 
 IMPLEMENT_DYNAMIC(CCommandOperationTrans, CCommandOperation)
 IMPLEMENT_DYNAMIC(CCommandOperationTranslation, CCommandOperationTrans)
@@ -124,26 +126,22 @@ void CCommandOperationTrans::KeepOriginals() {
     // Compatibility 101: copies have the number of their originals and are not registered.
     // The existing objects are at their new place, and new objects take the old one. The new objects, unlike all
     // others, are not registered with the leak tracer, and have the same m_ID as the ones that they were read from.
-    CDrawableArray originals;
+    std::vector<std::unique_ptr<CDrawable>> originals;
+    originals.reserve(static_cast<size_t>(m_Objects.GetSize()));
     for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
-        auto* original = static_cast<CDrawable*>(m_Objects[i]->GetRuntimeClass()->CreateObject());
-        originals.Add(original);
+        originals.emplace_back(static_cast<CDrawable*>(m_Objects[i]->GetRuntimeClass()->CreateObject()));
         m_Objects[i]->SetDrawState(CDrawable::Normal);
     }
     CObjectMemoryReader reader(m_Memory);
-    for (INT_PTR i = 0; i < originals.GetSize(); ++i) {
-        CDrawable* original = originals[i];
+    for (std::unique_ptr<CDrawable>& original : originals) {
         if (original == nullptr) {
             // A host's own kind that its class record cannot create: it gets no second object, and where the next
             // object begins in the memory is unknown.
-            for (INT_PTR rest = i + 1; rest < originals.GetSize(); ++rest) {
-                delete originals[rest];
-            }
             break;
         }
-        reader.Read(original);
-        m_pDocument->AddDrawAobject(original);
-        original->SetDrawState(CDrawable::Normal);
+        reader.Read(original.get());
+        m_pDocument->AddDrawAobject(original.get());
+        original.release()->SetDrawState(CDrawable::Normal);
     }
     m_pDocument->RemoveAllSelected();
 }

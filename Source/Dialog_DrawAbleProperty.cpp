@@ -195,7 +195,7 @@ void CDialog_DrawAbleProperty::OnCancel() {
 BOOL CDialog_DrawAbleProperty::PreTranslateMessage(MSG* msg) {
     if (msg->message == WM_KEYDOWN && msg->wParam == VK_ESCAPE) {
         // Given to the dialog manager it would be the missing Cancel button, and close the window.
-        return CWnd::PreTranslateMessage(msg);
+        return CWnd::PreTranslateMessage(msg); // NOLINT(bugprone-parent-virtual-call): the dialog's own is left out.
     }
     return CDialog::PreTranslateMessage(msg);
 }

@@ -171,13 +171,13 @@ void CGraphicDocument::RemoveAllSelected() {
 }
 
 CLine* CGraphicDocument::AddLine(short, short, float, float, short, int, float x1, float y1, float x2, float y2) {
-    auto* line = new CLine;
-    KX_ADD_MEMORY(line);
+    CTracedOwner<CLine> line(new CLine);
+    KX_ADD_MEMORY(line.get());
     line->SetStartPoint(CGePoint2d(x1, y1));
     line->SetEndPoint(CGePoint2d(x2, y2));
-    CDrawable* obj = line;
+    CDrawable* obj = line.get();
     m_DrawableObjs.Add(obj);
-    return line;
+    return line.release();
 }
 
 void CGraphicDocument::Reset() {

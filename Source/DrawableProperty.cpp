@@ -63,16 +63,18 @@ const COleVariant* Changed(CDrawableProperty& list, LPCTSTR key) {
 
 void Add(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
          const COleVariant& value) {
-    auto* row = new CSimpleProperty(key, description, label, static_cast<short>(type), value);
-    KX_ADD_MEMORY(row);
-    list.Add(row);
+    CTracedOwner<CSimpleProperty> row(new CSimpleProperty(key, description, label, static_cast<short>(type), value));
+    KX_ADD_MEMORY(row.get());
+    list.Add(row.get());
+    row.release();
 }
 
 void AddEnum(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, LPCTSTR description, VARTYPE type,
              const COleVariant& value) {
-    auto* row = new CEnumProperty(key, description, label, static_cast<short>(type), value);
-    KX_ADD_MEMORY(row);
-    list.Add(row);
+    CTracedOwner<CEnumProperty> row(new CEnumProperty(key, description, label, static_cast<short>(type), value));
+    KX_ADD_MEMORY(row.get());
+    list.Add(row.get());
+    row.release();
 }
 
 void AddText(CDrawableProperty& list, LPCTSTR key, LPCTSTR label, const CString& value) {
@@ -140,7 +142,7 @@ void TakeFlag(CDrawableProperty& list, LPCTSTR key, int& field) {
 
 void TakeLowByte(CDrawableProperty& list, LPCTSTR key, int& field) {
     if (const COleVariant* value = Changed(list, key)) {
-        field = static_cast<signed char>(value->bVal);
+        field = static_cast<signed char>(value->bVal); // NOLINT(bugprone-signed-char-misuse): -1 is a value of a row.
     }
 }
 

@@ -10,21 +10,14 @@
 #include <utility>
 #include <vector>
 
-// Deregisters and deletes a tool.
-struct CToolDeleter {
-    void operator()(CCommandOperation* tool) const {
-        KX_REMOVE_MEMORY(tool);
-        delete tool;
-    }
-};
-using CToolOwner = std::unique_ptr<CCommandOperation, CToolDeleter>;
+using CToolOwner = CTracedOwner<CCommandOperation>;
 
 // The events of one engine that run at this moment, one inside the other, and the tools that have ended in them.
 // Shared by the engine and its open scopes, because the engine may be freed in one of its own events.
 struct CEngineEvents {
     int depth = 0;
-    std::vector<CToolOwner> ended;
-    CWnd* window = nullptr; // The engine's; null once the engine has been freed.
+    std::vector<CToolOwner> ended; // Has memory for the running tool as well: its end can't be refused.
+    CWnd* window = nullptr;        // The engine's; null once the engine has been freed.
     // What the window is told when the outermost event is over.
     bool changed = false;
     LPCTSTR chinese = nullptr;
@@ -58,8 +51,8 @@ public:
     ~CEventScope() {
         // A tool's destructor may end another tool, whose scope is an inner one for as long as the depth is kept.
         while (m_Events->depth == 1 && !m_Events->ended.empty()) {
-            std::vector<CToolOwner> freed;
-            freed.swap(m_Events->ended);
+            const CToolOwner freed = std::move(m_Events->ended.front());
+            m_Events->ended.erase(m_Events->ended.begin());
         }
         if (--m_Events->depth == 0 && m_Events->changed) {
             m_Events->TellAtRest();

@@ -15,6 +15,7 @@ IMPLEMENT_SERIAL(CLayerManager, CSerialable, VERSIONABLE_SCHEMA | 5)
 bool CLayerFields::operator==(const CLayerFields& other) const {
     return std::strcmp(m_Name, other.m_Name) == 0 && m_State == other.m_State && m_ColorIndex == other.m_ColorIndex &&
            m_Color == other.m_Color && m_LineType == other.m_LineType &&
+           // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the stored bits count, also of a not-a-number.
            std::memcmp(&m_LineWide, &other.m_LineWide, sizeof m_LineWide) == 0;
 }
 

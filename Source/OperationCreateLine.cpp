@@ -21,12 +21,13 @@ CCommandOperation::ResultState COperationCreateLine::OnLButtonDown(unsigned int,
     if (IsOrthoOn()) {
         OrthoStep(m_StartPoint, point);
     }
-    auto* line = new CLine;
-    KX_ADD_MEMORY(line);
-    OnCreateObject(line);
+    CTracedOwner<CLine> line(new CLine);
+    KX_ADD_MEMORY(line.get());
+    OnCreateObject(line.get());
     line->SetStartPoint(m_StartPoint);
     line->SetEndPoint(point);
-    m_pDocument->AddDrawAobject(line);
+    m_pDocument->AddDrawAobject(line.get());
+    line.release();
     NoteChange();
     RequestRedraw();
     return RS_Done;

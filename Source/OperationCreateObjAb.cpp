@@ -3,12 +3,26 @@
 #include "Document.h"
 #include "MemoryInfo.h"
 
+#include <algorithm>
+
 IMPLEMENT_DYNAMIC(COperationCreateObjAb, CCommandOperation)
 
 COperationCreateObjAb::COperationCreateObjAb(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                                              CGraphicDocument* document)
     : CCommandOperation(wnd, graphic, tran, document) {
     m_ShirrDrawn = 0;
+}
+
+COperationCreateObjAb::~COperationCreateObjAb() {
+    if (m_pCurrentObject == nullptr || !IsDocumentWhole() || m_pDocument->GetCurrentObject() != m_pCurrentObject) {
+        return;
+    }
+    // A host may have entered it into the drawing.
+    const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
+    const auto* end = objects.GetData() + objects.GetSize();
+    if (std::find(objects.GetData(), end, m_pCurrentObject) == end) {
+        DiscardCurrentObject();
+    }
 }
 
 // ---- Events --------------------------------------------------------------------------------------------------------
@@ -40,7 +54,13 @@ int COperationCreateObjAb::AddCurrentObjectToDocument() {
     if (m_pCurrentObject == nullptr) {
         return 0;
     }
-    Hold(m_pCurrentObject);
+    try {
+        Hold(m_pCurrentObject);
+    } catch (...) {
+        // Without memory for that, the next click makes another object.
+        DiscardCurrentObject();
+        throw;
+    }
     m_pDocument->AddCurrentObject(m_pCurrentObject);
     return 1;
 }

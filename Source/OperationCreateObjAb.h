@@ -9,6 +9,8 @@ class NRVECTORVIEW_API COperationCreateObjAb : public CCommandOperation {
 public:
     // As that of CCommandOperation.
     COperationCreateObjAb(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
+    // Frees the object being built where a host has ended the tool by its state, without Cancel.
+    ~COperationCreateObjAb() override;
 
     void Execute() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;

@@ -19,16 +19,14 @@ void COperationCreateRectangle::Cancel() {
 }
 
 CCommandOperation::ResultState COperationCreateRectangle::OnLButtonDown(unsigned int, CGePoint2d point) {
+    if (m_ClickCount == 0) {
+        MakeSides();
+    }
     m_LastPoint = point;
     ++m_ClickCount;
     if (m_ClickCount == 1) {
         m_FirstCorner = point;
         TrackGripPoint(m_FirstCorner);
-        for (CLine*& side : m_Lines) {
-            side = new CLine;
-            KX_ADD_MEMORY(side);
-            side->SetDrawState(CDrawable::Dragging);
-        }
         return RS_Continue;
     }
     for (CLine* side : m_Lines) {
@@ -78,6 +76,18 @@ void COperationCreateRectangle::ErasShirrLine() {
     if (m_PreviewDrawn != 0) {
         m_PreviewDrawn = 0;
         InvertSides();
+    }
+}
+
+void COperationCreateRectangle::MakeSides() {
+    CTracedOwner<CLine> sides[kSides]; // All or none: a side that is missing could not be moved.
+    for (CTracedOwner<CLine>& side : sides) {
+        side.reset(new CLine);
+        KX_ADD_MEMORY(side.get());
+        side->SetDrawState(CDrawable::Dragging);
+    }
+    for (int i = 0; i < kSides; ++i) {
+        m_Lines[i] = sides[i].release();
     }
 }
 

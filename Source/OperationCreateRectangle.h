@@ -29,6 +29,7 @@ public:
 private:
     static constexpr int kSides = 4;
 
+    void MakeSides();
     void SetSides(const CGePoint2d& corner);
     void InvertSides();
     // The four sides as one stroke, a pixel wide at every zoom.

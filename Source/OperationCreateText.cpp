@@ -21,11 +21,12 @@ CCommandOperation::ResultState COperationCreateText::OnLButtonDown(unsigned int,
     if (answer != IDOK || !GoesOn(running)) {
         return RS_Continue;
     }
-    CText* text = CreateTextObject();
-    OnCreateObject(text);
+    CTracedOwner<CText> text(CreateTextObject());
+    OnCreateObject(text.get());
     text->SetText(dialog.m_EditText);
     text->SetPos(point);
-    m_pDocument->AddDrawAobject(text);
+    m_pDocument->AddDrawAobject(text.get());
+    text.release();
     NoteChange();
     RequestRedraw();
     return RS_Done;

@@ -59,15 +59,15 @@ CCommandOperation::ResultState COperationPlaceObjects::OnLButtonDown(unsigned in
     }
     const CGeMatrix2d matrix = CGeMatrix2d::translation(point - m_At);
     m_pDocument->RemoveAllSelected();
-    for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {
-        CDrawable* object = m_Objects[i];
+    while (!m_Objects.IsEmpty()) {
+        CDrawable* object = m_Objects[0];
         object->transformBy(matrix);
         m_pDocument->AddDrawAobject(object);
+        m_Objects.RemoveAt(0); // The drawing's from now on.
         if (object->isCanSelect() != 0) {
             m_pDocument->AddSelected(object);
         }
     }
-    m_Objects.RemoveAll();
     m_pDocument->SetModifiedFlag(TRUE);
     RequestRedraw();
     return RS_Done;

@@ -16,20 +16,27 @@ namespace {
 // that is derived from the view's buffer may look on, and gets every call.
 class CPassScope {
 public:
-    CPassScope(CDrawGeometry& geometry, CDC* pDC) : m_Geometry(geometry), m_pOuter(geometry.GetPass()) {
+    // `painter` is that of the owner of the geometry, which may be freed inside the pass.
+    CPassScope(CDrawGeometry& geometry, CDC* pDC, const CKxAliveToken& painter)
+        : m_Geometry(geometry), m_pOuter(geometry.GetPass()), m_Painter(painter) {
         const auto* buffer = dynamic_cast<const CMemDC*>(pDC);
         if (buffer != nullptr && typeid(*pDC) == typeid(CMemDC) && !pDC->IsPrinting()) {
             m_Pass.emplace(pDC, buffer->GetRect());
         }
         geometry.SetPass(m_Pass ? &*m_Pass : nullptr);
     }
-    ~CPassScope() { m_Geometry.SetPass(m_pOuter); }
+    ~CPassScope() {
+        if (m_Painter.IsAlive()) {
+            m_Geometry.SetPass(m_pOuter);
+        }
+    }
     CPassScope(const CPassScope&) = delete;
     CPassScope& operator=(const CPassScope&) = delete;
 
 private:
     CDrawGeometry& m_Geometry;
     CPaintPass* const m_pOuter;
+    const CKxAliveToken m_Painter;
     std::optional<CPaintPass> m_Pass;
 };
 
@@ -78,18 +85,23 @@ void CVectorGraphic::SetVectorViewCoordTran(CVectorViewCoordTran* tran) {
 void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
     CDrawable* drawing = nullptr; // The object that is being drawn, for the message.
     CPaintPass* pass = nullptr;
+    const CKxAliveToken alive(m_Alive);
     const auto draw = [&](CDrawable* object) {
         drawing = object;
         if (pass != nullptr) {
             pass->Enter(object);
         }
         object->Draw(pDC, m_pDrawGeometry);
+        return alive.IsAlive();
     };
     const auto drawAll = [&](CDrawableArray* list) {
         for (INT_PTR i = 0; i < list->GetSize(); ++i) {
             FetchAhead(*list, i);
-            draw(list->GetAt(i));
+            if (!draw(list->GetAt(i))) {
+                return false;
+            }
         }
+        return true;
     };
     const auto report = [&] {
         CString text;
@@ -105,10 +117,11 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
             pDC->PatBlt(clip.left, clip.top, clip.Width(), clip.Height(), PATCOPY);
             selected.Restore();
         }
-        const CPassScope own(*m_pDrawGeometry, pDC);
+        const CPassScope own(*m_pDrawGeometry, pDC, alive);
         pass = m_pDrawGeometry->GetPass();
-        drawAll(m_pDocument->GetNetDrawableObjs());
-        drawAll(m_pDocument->GetDrawableObjs());
+        if (!drawAll(m_pDocument->GetNetDrawableObjs()) || !drawAll(m_pDocument->GetDrawableObjs())) {
+            return;
+        }
         CDrawable* current = m_pDocument->GetCurrentObject();
         // A preview that its command draws again after the paint would be erased by that.
         const bool returns = current != nullptr && current->GetDrawState() == CDrawable::Dragging && erase == 1 &&

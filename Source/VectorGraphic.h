@@ -5,6 +5,8 @@
 #include "Drawable.h"
 #include "VectorViewApi.h"
 
+#include <KxAlive.h>
+
 struct CEditingOptions;
 class CGraphicDocument;
 
@@ -77,4 +79,5 @@ private:
     int m_ZoomAllMargin = 15;
     int m_ZoomByPixs = 0;
     int m_NeedShowDecimal = 1;
+    CKxAlive m_Alive; // A failed drawing is shown in a message box, inside which a host may free the view.
 };

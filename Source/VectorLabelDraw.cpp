@@ -88,6 +88,7 @@ void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
     CutRows(outline, static_cast<double>(std::max(seen.top, -kLastRow)) - 1.0, 1.0);
     CutRows(outline, static_cast<double>(std::min(seen.bottom, kLastRow)) + 1.0, -1.0);
     std::vector<POINT> points;
+    points.reserve(outline.size());
     for (const CGePoint2d& corner : outline) {
         points.push_back(TruncatedPoint(corner));
     }

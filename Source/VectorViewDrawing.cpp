@@ -37,20 +37,10 @@ Gdiplus::PointF Narrow(const CGePoint2d& p) {
     return Gdiplus::PointF(static_cast<float>(p.x), static_cast<float>(p.y));
 }
 
-// Gives up an object that never reached a document: something is thrown on the way.
-struct Discard {
-    void operator()(CDrawable* obj) const {
-        KX_REMOVE_MEMORY(obj);
-        delete obj;
-    }
-};
-template <class Object>
-using Pending = std::unique_ptr<Object, Discard>;
-
 // A registered object with an explicit colour.
 template <class Object, class... Args>
-Pending<Object> Make(Gdiplus::Color color, Args... args) {
-    Pending<Object> obj(new Object(args...));
+CTracedOwner<Object> Make(Gdiplus::Color color, Args... args) {
+    CTracedOwner<Object> obj(new Object(args...));
     KX_ADD_MEMORY(obj.get());
     obj->SetPenColor(ExchangeRedBlue(color.GetValue()));
     return obj;
@@ -69,7 +59,7 @@ void Tag(CCircle* obj, const CString& parm, const CString& msg, int lock) {
 }
 
 // Null, with nothing allocated, when the sizes differ.
-Pending<CPLine> MakePLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color color) {
+CTracedOwner<CPLine> MakePLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color color) {
     if (pts.GetSize() != bulges.GetSize()) {
         return nullptr;
     }
@@ -89,7 +79,7 @@ void NameSegments(CPLine* pline, CStringArray& names, CStringArray& msgs) {
 }
 
 template <class Object>
-Pending<Object> MakeText(const CGePoint2d& p, const CString& text, Gdiplus::Color color) {
+CTracedOwner<Object> MakeText(const CGePoint2d& p, const CString& text, Gdiplus::Color color) {
     auto obj = Make<Object>(color);
     obj->SetText(text);
     obj->SetPos(p);
@@ -114,8 +104,8 @@ float ScaledWide(const CSize& size, double height) {
     return static_cast<float>(wide + kWideMargin);
 }
 
-Pending<CTextParm> MakeSizedParm(HWND window, const CGePoint2d& p, const CString& text, const CString& name,
-                                 Gdiplus::Color color, double height, LPCTSTR expression) {
+CTracedOwner<CTextParm> MakeSizedParm(HWND window, const CGePoint2d& p, const CString& text, const CString& name,
+                                      Gdiplus::Color color, double height, LPCTSTR expression) {
     auto obj = MakeText<CTextParm>(p, text, color);
     obj->SetParmName(name);
     obj->SetParmType(kParmTypeSized);
@@ -134,7 +124,7 @@ CDrawable* Marked(CVectorView* view, CDrawable* obj) {
 }
 
 // On top of the drawing; repaints when asked to, and never a window that is not there: that would be the desktop.
-CDrawable* Enter(CVectorView* view, Pending<CDrawable> obj, int redraw) {
+CDrawable* Enter(CVectorView* view, CTracedOwner<CDrawable> obj, int redraw) {
     view->GetDocument()->AddDrawAobject(obj.get());
     CDrawable* entered = obj.release();
     if (redraw != 0 && view->m_hWnd != nullptr) {

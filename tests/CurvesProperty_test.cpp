@@ -402,3 +402,21 @@ TEST(CurvesProperty, ARoundTripThroughAStreamIsExactToTheBit) {
         }
     }
 }
+
+template <class Kind>
+void ExpectTags(Kind&& object) {
+    object.SetParmName(L"R");
+    object.SetMsgInfo(L"radius");
+    object.SetLockMode(7);
+    EXPECT_EQ(L"R", object.GetParmName());
+    EXPECT_EQ(L"radius", object.GetMsgInfo());
+    EXPECT_EQ(7, object.GetLockMode());
+}
+
+TEST(CurvesProperty, TheTagsOfAHostAreKeptAsTheyAre) {
+    ExpectTags(CCircle());
+    ExpectTags(CCenterPoint());
+    CPLine line;
+    line.SetMsgInfo(L"side");
+    EXPECT_EQ(L"side", line.GetMsgInfo());
+}

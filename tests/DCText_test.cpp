@@ -253,3 +253,22 @@ TEST(DCText, AFontTooTallForTheDeviceShowsItsPartAtThePlaceWhereItBelongs) {
         small.dc.SelectStockObject(SYSTEM_FONT);
     }
 }
+
+// The device keeps the face's own width where the width asked for is more than a hundred times that, but gives it to a
+// character that it takes from another face: its bitmap would have more bytes than 32 bits count.
+TEST(DCText, ACharacterOfALinkedFaceIsDrawnWhereTheFaceKeepsItsOwnWidth) {
+    for (const int width : {100000, 196602, 1000000}) {
+        for (const int escapement : {0, 450}) {
+            Picture picture(200, 200);
+            picture.dc.SetBkMode(TRANSPARENT);
+            CFont font;
+            font.CreateFont(40, width, escapement, 0, FW_NORMAL, 0, 0, 0, 0, OUT_TT_PRECIS, 0, 0, 0, L"DejaVu Sans");
+            CFont* old = picture.dc.SelectObject(&font);
+            picture.dc.TextOut(100, 100, L"\u7F80", 1);
+            picture.dc.SelectObject(old);
+            // A character of 40 pixels has some hundreds of inked ones, and all lie near it.
+            EXPECT_GT(picture.Inked(), 100) << width << ' ' << escapement;
+            EXPECT_LT(picture.Inked(), 1600) << width << ' ' << escapement;
+        }
+    }
+}

@@ -446,3 +446,21 @@ TEST(Document, WithoutAMappingANewDrawingIsStoredWithTheValuesOfANewView) {
     EXPECT_EQ(0.0, y);
     EXPECT_EQ(0, height);
 }
+
+// ---- Size ----------------------------------------------------------------------------------------------------------
+
+TEST(Document, ADrawingOfThousandsOfObjectsIsLoadedWhole) {
+    constexpr int kObjects = 5000;
+    LoneDocument lone;
+    for (int i = 0; i < kObjects; ++i) {
+        lone.document.AddDrawAobject(NewLine(i, 2 * i, 0, 0));
+    }
+    const Bytes bytes = lone.Store();
+    LoneDocument again;
+    ASSERT_EQ(-1, again.LoadRaw(bytes));
+    ASSERT_EQ(kObjects, again.Objects().GetSize());
+    for (int i = 0; i < kObjects; ++i) {
+        ASSERT_TRUE(static_cast<CLine*>(again.Objects()[i])->GetStartPoint() == CGePoint2d(i, 2 * i)) << i;
+    }
+    EXPECT_EQ(bytes, again.Store());
+}

@@ -175,6 +175,34 @@ TEST(OperationCreateCircle, AnotherCommandFreesTheCircle) {
     EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), before);
 }
 
+TEST(OperationCreateCircle, AToolThatAHostEndsByItsStateFreesWhatItWasBuilding) {
+    for (const LPCTSTR word : {L"circle", L"arc", L"pline"}) {
+        ViewDriver d;
+        const int registered = CKXMemoryManager::Instance()->GetCount();
+        d.Start(word);
+        d.ClickAt(150, 150);
+        ASSERT_NE(d.Document().GetCurrentObject(), nullptr);
+        d.Manager().CheckResultState(CCommandOperation::RS_Done);
+        EXPECT_FALSE(d.IsRunning());
+        EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
+        EXPECT_EQ(d.Count(), 0);
+        EXPECT_EQ(CKXMemoryManager::Instance()->GetCount(), registered) << CStringA(word);
+    }
+}
+
+TEST(OperationCreateCircle, AnObjectThatAHostHasEnteredStaysWhenItEndsTheTool) {
+    ViewDriver d;
+    d.Start(L"circle");
+    d.ClickAt(150, 150);
+    CDrawable* circle = d.Document().GetCurrentObject();
+    d.Document().AddDrawAobject(circle);
+    d.Manager().CheckResultState(CCommandOperation::RS_Done);
+    ASSERT_EQ(d.Count(), 1);
+    EXPECT_EQ(d.Object(0), circle);
+    EXPECT_TRUE(circle->IsKindOf(RUNTIME_CLASS(CCircle)));
+    d.Document().removeCurrentObject();
+}
+
 TEST(OperationCreateCircle, ItsOwnQuadrantPointsSnap) {
     ViewDriver d;
     d.Start(L"circle");

@@ -5,11 +5,14 @@
 #include "MemoryInfo.h"
 #include "VectorGraphic.h"
 #include "support/BoxAnswer.h"
+#include "support/OnBox.h"
 #include "support/RecordingDC.h"
+#include "support/ViewHost.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -244,4 +247,29 @@ TEST(PaintFailure, EachFailedLineOfAPaintHasItsOwnMessage) {
     BoxAnswer boxes;
     EXPECT_EQ((Calls{"MoveTo(1,300)", "MoveTo(2,300)"}), p.PaintedStarts());
     EXPECT_EQ((Texts{"CLine::Draw出错:step=1", "CLine::Draw出错:step=1"}), boxes.Texts());
+}
+
+// ---- A host in the message box -------------------------------------------------------------------------------------
+
+TEST(PaintFailure, AHostMayFreeTheViewInsideTheMessageBoxOfAnyDrawing) {
+    for (const int failing : {0, 1, 2}) {
+        ParentWindow parent;
+        auto view = std::make_unique<CVectorView>();
+        ShowView(*view, parent);
+        for (int i = 0; i < 3; ++i) {
+            view->AddLine(CGePoint2d(10, 10), CGePoint2d(100, 10 + i), Gdiplus::Color(255, 255, 255, 255), 0)
+                ->SetLayer(i == failing ? -1 : 0);
+        }
+        OnBox box([&](HWND window) {
+            view.reset();
+            ::PostMessage(window, WM_COMMAND, IDOK, 0);
+        });
+        const HWND window = view->m_hWnd;
+        // Not by a message: the system hides a fault in a window procedure.
+        RecordingDC dc;
+        view->VectorPaint(&dc);
+        EXPECT_EQ(1u, box.Seen());
+        EXPECT_EQ(nullptr, view);
+        EXPECT_FALSE(::IsWindow(window));
+    }
 }

@@ -58,6 +58,14 @@ TEST(VectorViewParmAlone, WorksWithoutAWindow) {
     EXPECT_EQ(nullptr, view.Tip().GetSafeHwnd());
 }
 
+TEST_F(VectorViewParm, AKeyReachesTheEngineWhichDeselects) {
+    Three();
+    view.GetDocument()->AddSelected(a);
+    view.SendMessage(WM_KEYDOWN, 'A', 1);
+    EXPECT_EQ(0, view.GetDocument()->GetSelectedDrawableObjs()->GetSize());
+    EXPECT_EQ(CDrawable::Normal, a->GetDrawState());
+}
+
 // ---- Opening -------------------------------------------------------------------------------------------------------
 
 TEST_F(VectorViewParm, AClickOpensTheBoxOverTheTextWithAllOfItSelected) {

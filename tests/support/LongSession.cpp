@@ -1,6 +1,8 @@
 #include "LongSession.h"
 
 #include "CommandOperationManager.h"
+#include "ObjectStream.h"
+#include "OperationPlaceObjects.h"
 #include "TextParm.h"
 #include "VectorViewParm.h"
 #include "support/ViewHost.h"
@@ -13,6 +15,7 @@ namespace {
 class SessionView : public CVectorViewParm {
 public:
     using CVectorViewParm::m_Edit;
+    using CVectorViewParm::m_Graphic;
 };
 
 // The frame of the window may be refused too, which is no failure of a test.
@@ -100,6 +103,21 @@ void RunLongSession(const TemporaryPath& path, const std::function<void(const ch
         attempt("line", [&] { Draw(*view, L"line"); });
         attempt("polyline", [&] { Draw(*view, L"pline"); });
         attempt("circle", [&] { Draw(*view, L"circle"); });
+        attempt("arc", [&] { Draw(*view, L"arc"); });
+        attempt("paste", [&] {
+            CByteArray bytes;
+            CDrawableArray all;
+            all.Copy(*view->GetDocument()->GetDrawableObjs());
+            CObjectStream::Store(view->GetDocument(), all, bytes);
+            auto* manager = static_cast<CCommandOperationManager*>(view->GetCommandOperationManager());
+            auto* tool = COperationPlaceObjects::Make(view.get(), &view->m_Graphic, view->GetVectorViewCoordTran(),
+                                                      view->GetDocument(), bytes.GetData(),
+                                                      static_cast<size_t>(bytes.GetSize()));
+            if (manager != nullptr && tool != nullptr && manager->SetCommand(tool, 1) != 0) {
+                Click(*view, 200, 200);
+                manager->Cancel();
+            }
+        });
         attempt("grip", [&] {
             Click(*view, 150, 200); // the line
             Click(*view, 50, 250);  // its end
