@@ -246,9 +246,15 @@ void CCommandOperationManager::PreRedraw() {
 
 void CCommandOperationManager::ReturnPreview() {
     const CEventScope scope(m_Events);
-    if (Options().previewsReturn && m_LastPixel && !m_Returning && RunningTool() != nullptr) {
-        const CFlagScope returning(m_Returning, m_Alive);
+    if (!Options().previewsReturn || !m_LastPixel || m_Returning || RunningTool() == nullptr) {
+        return;
+    }
+    const CFlagScope returning(m_Returning, m_Alive);
+    try {
         OnMouseMove(0, *m_LastPixel);
+    } catch (CException* e) {
+        e->Delete(); // The next move of the mouse reports it.
+    } catch (...) {
     }
 }
 

@@ -39,6 +39,9 @@ CCommandOperation::ResultState CCommandOperationTrans::OnLButtonDown(unsigned in
         // While the question was open, a host has started another command, or freed the objects.
         return RS_Continue;
     }
+    if (Options().previewsReturn) {
+        DoTransPreview(point); // A paint behind the question has put the preview at the last place of the mouse.
+    }
     NoteMove();
     if (answer == IDYES) {
         KeepOriginals();

@@ -137,6 +137,9 @@ void CGraphicDocument::DeleteAllSelectedObject() {
     m_SelectedDrawableObjs.RemoveAll();
     for (INT_PTR i = 0; i < erased.GetSize(); ++i) {
         DeleteObject(erased[i]);
+        if (m_pHistory != nullptr) {
+            m_pHistory->Adopt(erased[i]);
+        }
     }
 }
 

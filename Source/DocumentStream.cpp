@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -26,6 +25,28 @@ constexpr UINT kTitleOpen = 0xF000;
 constexpr UINT kTitleSave = 0xF001;
 constexpr UINT kFilterAllFiles = 0xF002;
 constexpr UINT kTitleSaveCopy = 0xF004;
+
+// For the length of a load the history takes no note; then it starts anew, once, also after an exception.
+class CHistoryPause {
+public:
+    explicit CHistoryPause(CDrawingHistory* history) : m_pHistory(history) {
+        if (history != nullptr) {
+            m_HistoryAlive.emplace(history->GetAlive());
+            history->BeginLoad();
+        }
+    }
+    CHistoryPause(const CHistoryPause&) = delete;
+    CHistoryPause& operator=(const CHistoryPause&) = delete;
+    ~CHistoryPause() {
+        if (m_HistoryAlive && m_HistoryAlive->IsAlive()) {
+            m_pHistory->EndLoad();
+        }
+    }
+
+private:
+    CDrawingHistory* m_pHistory;
+    std::optional<CKxAliveToken> m_HistoryAlive;
+};
 
 // A set of addresses: open addressing, half full at most. Addresses that follow each other on the heap have places that
 // follow each other.
@@ -161,12 +182,7 @@ int CGraphicDocument::StoreToMemFile(CMemFile* file) {
 int CGraphicDocument::OpenDocument(CMemFile& file) {
     IsModified();
     file.Seek(0, CFile::begin);
-    // The history is told once, when all is loaded.
-    CDrawingHistory* const history = std::exchange(m_pHistory, nullptr);
-    std::optional<CKxAliveToken> historyAlive;
-    if (history != nullptr) {
-        historyAlive.emplace(history->GetAlive());
-    }
+    const CHistoryPause pause(m_pHistory);
     // The old drawing is freed even if the new one can't be read.
     Reset();
     DeleteContents();
@@ -190,10 +206,6 @@ int CGraphicDocument::OpenDocument(CMemFile& file) {
         }
     }
     SetModifiedFlag(FALSE);
-    if (history != nullptr && historyAlive->IsAlive()) {
-        m_pHistory = history;
-        history->Restart();
-    }
     return 1;
 }
 

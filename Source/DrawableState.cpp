@@ -5,6 +5,7 @@
 #include <afx.h>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -48,8 +49,12 @@ void Store(CDrawable& object, std::vector<BYTE>& bytes) {
         StoreWhole(object, bytes);
     } catch (CMemoryException*) {
         throw;
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (CException* e) {
         e->Delete();
+        bytes.resize(before);
+    } catch (...) {
         bytes.resize(before);
     }
 }

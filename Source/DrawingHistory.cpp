@@ -27,13 +27,14 @@ bool Attempt(Call call) {
 // True for the length of a block.
 class CBusyScope {
 public:
-    explicit CBusyScope(bool& busy) : m_bBusy(busy) { m_bBusy = true; }
-    ~CBusyScope() { m_bBusy = false; }
+    explicit CBusyScope(bool& busy) : m_bBusy(busy), m_bBefore(busy) { m_bBusy = true; }
+    ~CBusyScope() { m_bBusy = m_bBefore; }
     CBusyScope(const CBusyScope&) = delete;
     CBusyScope& operator=(const CBusyScope&) = delete;
 
 private:
     bool& m_bBusy;
+    bool m_bBefore;
 };
 
 } // namespace
@@ -64,6 +65,7 @@ void CDrawingHistory::Attach(CGraphicDocument* document) {
 }
 
 void CDrawingHistory::Clear() {
+    const CBusyScope busy(m_bBusy); // For destructors of a host.
     m_Forgotten.swap(m_Steps);
     m_Position = 0;
     m_Clean = -1;
@@ -89,6 +91,11 @@ void CDrawingHistory::Restart() {
         m_Clean = m_pDocument->IsModified() ? -1 : 0;
     }
     Tell(CDrawingHistoryListener::Forgotten);
+}
+
+void CDrawingHistory::EndLoad() {
+    m_bBusy = false;
+    Restart();
 }
 
 // ---- Marking -------------------------------------------------------------------------------------------------------
@@ -139,7 +146,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
             return false;
         }
         if (recorded) {
-            m_pDocument->SetModifiedFlag(TRUE);
+            SetModified(TRUE);
         }
         DropForgotten(!quick);
     }
@@ -224,7 +231,7 @@ int CDrawingHistory::Travel(bool back) {
         m_Bytes -= step.bytes;
         step.bytes = step.patch->Bytes();
         m_Bytes += step.bytes;
-        m_pDocument->SetModifiedFlag(m_Position != m_Clean);
+        SetModified(m_Position != m_Clean);
     }
     Tell(back ? CDrawingHistoryListener::Undone : CDrawingHistoryListener::Redone);
     return 1;
@@ -266,7 +273,7 @@ void CDrawingHistory::SetClean() {
     m_Clean = marked ? m_Position : -1;
     if (recorded) {
         const CBusyScope busy(m_bBusy);
-        m_pDocument->SetModifiedFlag(FALSE); // The mark has set it.
+        SetModified(FALSE); // The mark has set it.
     }
     Tell(CDrawingHistoryListener::Saved);
 }
@@ -347,7 +354,22 @@ void CDrawingHistory::GiveUp(CDrawable* object) {
     }
 }
 
+int CDrawingHistory::Knows(CDrawable* object) const {
+    return object != nullptr && m_Baseline != nullptr && m_Baseline->Knows(object);
+}
+
+void CDrawingHistory::Adopt(CDrawable* object) {
+    if (m_Baseline != nullptr && !m_bBusy) {
+        Attempt([&] { m_Baseline->Adopt(object); });
+    }
+}
+
 // ---- Telling -------------------------------------------------------------------------------------------------------
+
+// A host's document may throw, and a mark is also made in destructors.
+void CDrawingHistory::SetModified(BOOL modified) {
+    Attempt([&] { m_pDocument->SetModifiedFlag(modified); });
+}
 
 void CDrawingHistory::OnChanged(CDrawingHistoryListener::Change) {}
 

@@ -114,8 +114,14 @@ public:
     void Forget();
     // The object, which is not in the drawing any more, is the caller's: it comes back in no step.
     void GiveUp(CDrawable* object);
+    // 1 when the object is this history's once it has left the drawing: a mark has seen it there, or the document has
+    // erased it. One that came and went by DeleteObject between two marks is the caller's.
+    int Knows(CDrawable* object) const;
     // Forgets everything and takes the drawing as it is for the first state.
     void Restart();
+    // Round a load: nothing is marked or undone in between, and then it starts anew.
+    void BeginLoad() { m_bBusy = true; }
+    void EndLoad();
 
     // Null for none. Not owned.
     void SetListener(CDrawingHistoryListener* listener) { m_pListener = listener; }
@@ -130,6 +136,7 @@ protected:
     virtual void OnChanged(CDrawingHistoryListener::Change change);
 
 private:
+    friend class CGraphicDocument;
     struct Step {
         CString chinese;
         CString english;
@@ -138,7 +145,7 @@ private:
     };
     using StepOwner = std::unique_ptr<Step>;
 
-    // False when the memory did not suffice. `added`: see MarkAdded; null for a whole comparison.
+    // False when the memory did not suffice. `added`: see MarkAdded; or null.
     bool Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english, bool& recorded);
     int Travel(bool back);
     CString NameOf(int step, int english) const;
@@ -147,8 +154,11 @@ private:
     // Those that were taken out, with the objects that only they know. `visited`: see CHistoryBaseline::Advance.
     void DropForgotten(bool visited);
     void Tell(CDrawingHistoryListener::Change change);
+    void SetModified(BOOL modified);
     // All records and steps, and the objects that are the history's.
     void Clear();
+    // By the document, of each object that it erases: the history's, also when no mark has seen it.
+    void Adopt(CDrawable* object);
 
     CGraphicDocument* m_pDocument = nullptr;
     std::unique_ptr<CHistoryBaseline> m_Baseline; // Null without a document, and until there is memory for it.

@@ -42,13 +42,12 @@ size_t CHistoryPatch::Bytes() const {
 }
 
 CHistoryBaseline::~CHistoryBaseline() {
-    std::sort(m_List.begin(), m_List.end()); // A host may have an object in its list twice.
-    m_List.erase(std::unique(m_List.begin(), m_List.end()), m_List.end());
-    for (CHistoryRecord* record : m_List) {
-        if (record->object != nullptr) {
-            record->object->m_pWatch = nullptr;
+    VisitDrawing();
+    ReleaseAdopted();
+    for (CHistoryRecord* record : m_List) { // A host may have an object in its list twice.
+        if (--record->listed == 0) {
+            ReleaseRecord(record);
         }
-        delete record;
     }
 }
 
@@ -114,6 +113,26 @@ void CHistoryBaseline::GiveUp(CDrawable* object) {
     if (CHistoryRecord* record = RecordOf(object)) {
         object->m_pWatch = nullptr;
         record->OnDrawableFreed();
+    }
+}
+
+void CHistoryBaseline::Adopt(CDrawable* object) {
+    if (!Knows(object)) {
+        m_Adopted.push_back(nullptr); // First, so that the record is never without an owner.
+        try {
+            m_Adopted.back() = MakeRecord(object).release();
+        } catch (...) {
+            m_Adopted.pop_back();
+            throw;
+        }
+    }
+}
+
+void CHistoryBaseline::ReleaseAdopted() {
+    RecordList adopted;
+    adopted.swap(m_Adopted);
+    for (CHistoryRecord* record : adopted) {
+        ReleaseRecord(record);
     }
 }
 
@@ -251,6 +270,7 @@ std::unique_ptr<CHistoryPatch> CHistoryBaseline::Advance() {
         record.release();
     }
     VisitBeside();
+    ReleaseAdopted();
     if (same && patch->changes.empty() && patch->settings == nullptr) {
         return nullptr;
     }

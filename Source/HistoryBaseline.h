@@ -68,7 +68,7 @@ struct CHistoryPatch {
 class CHistoryBaseline {
 public:
     explicit CHistoryBaseline(CGraphicDocument& document) : m_Document(document) {}
-    // All patches have been dropped before.
+    // All patches have been dropped before. Frees the objects that have left the drawing and were not marked since.
     ~CHistoryBaseline();
     CHistoryBaseline(const CHistoryBaseline&) = delete;
     CHistoryBaseline& operator=(const CHistoryBaseline&) = delete;
@@ -90,6 +90,10 @@ public:
     void Drop(CHistoryPatch& patch);
     // See CDrawingHistory::GiveUp.
     void GiveUp(CDrawable* object);
+    // The object has been erased; it is freed with the others, also when no mark has seen it. Throws.
+    void Adopt(CDrawable* object);
+    // Whether a mark has seen the object, or it was adopted.
+    bool Knows(const CDrawable* object) const { return RecordOf(object) != nullptr; }
 
 private:
     friend struct CHistoryRecord;
@@ -103,6 +107,8 @@ private:
     void SelectAgain();
     // Frees a record that nothing refers to any more, and its object where that is not in the drawing.
     void ReleaseRecord(CHistoryRecord* record);
+    // The same for the adopted ones.
+    void ReleaseAdopted();
     void Visit(CDrawable* object);
     void VisitBeside();
     CHistorySettings Settings() const;
@@ -112,8 +118,9 @@ private:
 
     CGraphicDocument& m_Document;
     CObjectStates m_States;
-    RecordList m_List;  // The present state, with the places of freed objects.
-    size_t m_Freed = 0; // Places of freed objects in the list.
+    RecordList m_List;    // The present state, with the places of freed objects.
+    RecordList m_Adopted; // Erased since the last mark, and not seen by one before.
+    size_t m_Freed = 0;   // Places of freed objects in the list.
     CHistorySettings m_Settings;
     std::shared_ptr<const CHistorySelection> m_Selection;
     CHistorySelection m_Seen; // Scratch.

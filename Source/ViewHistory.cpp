@@ -4,17 +4,13 @@
 #include "Dialog_DrawAbleProperty.h"
 #include "vectorview.h"
 
-CViewHistory::CViewHistory(CVectorView& view) : CDrawingHistory(view.GetDocument()), m_View(view) {}
+CViewHistory::CViewHistory(CVectorView& view) : CDrawingHistory(nullptr), m_View(view) {}
 
 int CViewHistory::IsQuiet() {
-    CCommandOperation* engine = m_View.GetCommandOperationManager();
-    return engine == nullptr || engine->GetHasCommand() == 0;
+    return !m_View.IsCommandRunning();
 }
 
 int CViewHistory::OnBeforeTravel() {
-    if (GetDocument() != m_View.GetDocument()) {
-        Attach(m_View.GetDocument());
-    }
     return m_View.OnBeforeUndo();
 }
 
@@ -32,6 +28,7 @@ int CVectorView::EnableHistory(int enable) {
     } else if (m_pHistory == nullptr) {
         try {
             m_pHistory = std::make_unique<CViewHistory>(*this);
+            GetHistory();
         } catch (CException* e) {
             e->Delete();
         } catch (...) {
@@ -40,20 +37,53 @@ int CVectorView::EnableHistory(int enable) {
     return m_pHistory != nullptr;
 }
 
+CDrawingHistory* CVectorView::GetHistory() {
+    if (m_pHistory == nullptr) {
+        return nullptr;
+    }
+    if (GetDocument()->GetHistory() == nullptr) {
+        m_pHistory->Attach(GetDocument());
+    }
+    return GetDocument()->GetHistory();
+}
+
 int CVectorView::Undo() {
-    return m_pHistory != nullptr ? m_pHistory->Undo() : 0;
+    return Travel(&CDrawingHistory::Undo);
 }
 
 int CVectorView::Redo() {
-    return m_pHistory != nullptr ? m_pHistory->Redo() : 0;
+    return Travel(&CDrawingHistory::Redo);
 }
 
-int CVectorView::CanUndo() const {
-    return m_pHistory != nullptr ? m_pHistory->CanUndo() : 0;
+// A history that is not this view's own ends nothing here and repaints nothing.
+int CVectorView::Travel(int (CDrawingHistory::*go)()) {
+    const CDrawingHistory* before = GetHistory();
+    const CKxAliveToken alive(m_Alive);
+    if (before == nullptr || (before != m_pHistory.get() && OnBeforeUndo() == 0) || !alive.IsAlive()) {
+        return 0;
+    }
+    CDrawingHistory* history = GetHistory();
+    if (history == nullptr || (history->*go)() == 0) {
+        return 0;
+    }
+    if (alive.IsAlive() && GetHistory() != m_pHistory.get()) {
+        OnHistoryTravelled();
+    }
+    return 1;
 }
 
-int CVectorView::CanRedo() const {
-    return m_pHistory != nullptr ? m_pHistory->CanRedo() : 0;
+int CVectorView::CanUndo() {
+    CDrawingHistory* history = GetHistory();
+    return history != nullptr ? history->CanUndo() : 0;
+}
+
+int CVectorView::CanRedo() {
+    CDrawingHistory* history = GetHistory();
+    return history != nullptr ? history->CanRedo() : 0;
+}
+
+bool CVectorView::IsCommandRunning() {
+    return m_pManager != nullptr && m_pManager->GetHasCommand() != 0;
 }
 
 int CVectorView::OnBeforeUndo() {
@@ -70,14 +100,10 @@ int CVectorView::OnBeforeUndo() {
 }
 
 void CVectorView::OnEngineAtRest(const wchar_t* chinese, const wchar_t* english) {
-    if (m_pHistory == nullptr) {
-        return;
+    CDrawingHistory* history = GetHistory();
+    if (history != nullptr && !IsCommandRunning()) {
+        history->Mark(chinese, english);
     }
-    if (m_pHistory->GetDocument() != GetDocument()) {
-        m_pHistory->Attach(GetDocument());
-        return;
-    }
-    m_pHistory->Mark(chinese, english);
 }
 
 void CVectorView::OnHistoryTravelled() {
@@ -89,7 +115,11 @@ void CVectorView::OnHistoryTravelled() {
         for (INT_PTR i = 0; i < objects.GetSize() && !listed; ++i) {
             listed = objects.GetAt(i) == object;
         }
+        const CKxAliveToken alive(m_Alive);
         dialog->LoadObject(listed ? object : nullptr);
+        if (!alive.IsAlive()) {
+            return;
+        }
     }
     RepaintAll();
 }

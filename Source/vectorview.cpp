@@ -77,8 +77,12 @@ int CVectorView::Create(const wchar_t* className, const wchar_t* windowName, uns
 int CVectorView::VectorPaint(CDC* dc) {
     LPCTSTR failure = L"CVectorView::VectorPaint() 错误";
     try {
+        const CKxAliveToken alive(m_Alive);
         PreRedrawEngine();
         m_Graphic.OnDraw(dc, 0);
+        if (alive.IsAlive()) {
+            ReturnPreview();
+        }
         return 1;
     } catch (CException* e) {
         ReportPaintFailure(e, failure);
@@ -109,7 +113,7 @@ void CVectorView::DoCommand(CString word) {
     if (word == L"open") {
         const INT_PTR before = GetDocument()->GetDrawableObjs()->GetSize();
         {
-            const CHistoryGroup step(m_pHistory.get(), L"打开", L"Open");
+            const CHistoryGroup step(GetHistory(), L"打开", L"Open");
             GetDocument()->OpenDocument();
         }
         if (!alive.IsAlive()) {
@@ -141,6 +145,12 @@ void CVectorView::ZoomAll() {
     GetClientRect(&rect);
     m_Graphic.ZoomAll(rect);
     RepaintAll();
+}
+
+void CVectorView::ReturnPreview() {
+    if (CCommandOperationManager* manager = Manager()) {
+        manager->ReturnPreview();
+    }
 }
 
 void CVectorView::RepaintAll() {
@@ -268,9 +278,7 @@ void CVectorView::OnPaint() {
     }
     // Only now is the picture on the window.
     if (painted && alive.IsAlive()) {
-        if (CCommandOperationManager* manager = Manager()) {
-            manager->ReturnPreview();
-        }
+        ReturnPreview();
     }
 }
 

@@ -55,19 +55,20 @@ public:
 
     // Off at first, and then costs nothing. On, a step is marked after each command, grip edit, property edit,
     // parameter edit, and call of this class outside a command. 0 turns it off again and forgets all steps. Follows
-    // CVectorGraphic::SetDocument at the next mark. A command that runs at this moment is not undone as a whole. Gives
-    // 1 when it is on, and 0 also when there is no memory for it.
+    // CVectorGraphic::SetDocument. A command that runs at this moment is not undone as a whole. Gives 1 when it is on,
+    // and 0 also when there is no memory for it.
     int EnableHistory(int enable);
-    // Null while it is off. Owned by the view. Objects that a host changes by their own setters are part of the next
-    // step, unless it calls Mark.
-    CDrawingHistory* GetHistory() { return m_pHistory.get(); }
+    // Null while it is off. Of a document that had a history before, such as that of another view on it, it is that
+    // one; otherwise the view owns it. Objects that a host changes by their own setters are part of the next step,
+    // unless it calls Mark.
+    CDrawingHistory* GetHistory();
     // 1 when the drawing has changed; 0 also while it is off. A running command is ended first, and so is the edit of a
     // parameter, which stores its text by the rules of its end.
     int Undo();
     int Redo();
     // By the steps that are marked; 0 while it is off.
-    int CanUndo() const;
-    int CanRedo() const;
+    int CanUndo();
+    int CanRedo();
 
     // ---- Filling a drawing ----
     // Each call makes one object with an explicit colour (the alpha is dropped), puts it on top, and returns it; the
@@ -178,9 +179,12 @@ private:
 
     friend class CViewHistory;
     void OnHistoryTravelled();
+    int Travel(int (CDrawingHistory::*go)());
+    bool IsCommandRunning();
     CCommandOperationManager* Manager();
     void RepaintAll();
     void PreRedrawEngine();
+    void ReturnPreview();
     // The call on the engine, if there is one, then the window's default, if the window still exists.
     template <class Call>
     LRESULT TellEngineThenDefault(Call call);

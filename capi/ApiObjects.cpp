@@ -6,6 +6,7 @@
 #include "CenterPoint.h"
 #include "Circle.h"
 #include "CombRect.h"
+#include "DrawingHistory.h"
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "PLine.h"
@@ -174,7 +175,8 @@ NrvResult NRV_CALL NrvRemove(NrvHandle handle, NrvId id) {
             }
         }
         control.Watch().Forget(object);
-        if (inNet || control.View().GetHistory() == nullptr) {
+        CDrawingHistory* history = control.View().GetHistory();
+        if (inNet || history == nullptr || history->Knows(object) == 0) {
             KX_REMOVE_MEMORY(object);
             delete object;
         } // Else it is the history's.

@@ -1,9 +1,12 @@
-// Undo and redo on a document without a view: whose the objects are, limits, the clean point, groups, notifications.
+// Undo and redo on a document without a view: whose the objects are, limits, the clean point, groups, notifications,
+// cost.
 
 #include "support/HistoryDrawing.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <new>
 
@@ -393,4 +396,171 @@ TEST(DrawingHistoryOwners, TheListenerIsToldInOrderAndMayCall) {
     EXPECT_EQ(1, d.Objects().GetSize());
     listener.act = [](CDrawingHistory*) { AfxThrowNotSupportedException(); };
     EXPECT_EQ(1, d.history.Redo());
+}
+
+// ---- What no mark has seen -----------------------------------------------------------------------------------------
+
+TEST(DrawingHistoryOwners, WhatLeftTheDrawingAfterTheLastMarkIsFreedTooWhenTheHistoryEnds) {
+    for (const std::string how : {"end", "document", "reset", "load", "another"}) {
+        SCOPED_TRACE(how);
+        const int before = Registered();
+        {
+            auto d = std::make_unique<LoneDocument>();
+            const int empty = Registered(); // With the document's layer.
+            auto history = std::make_unique<CDrawingHistory>(&d->document);
+            CLine* left = NewLine(1);
+            CLine* stays = NewLine(2);
+            d->document.AddDrawAobject(left);
+            d->document.AddDrawAobject(stays);
+            history->Mark();
+            const Bytes stored = d->Store();
+            d->document.DeleteObject(left);
+            EXPECT_EQ(empty + 2, Registered());
+            if (how == "end") {
+                history.reset();
+                EXPECT_EQ(empty + 1, Registered());
+            } else if (how == "document") {
+                d.reset();
+                EXPECT_EQ(before, Registered());
+            } else if (how == "reset") {
+                d->document.Reset();
+                EXPECT_EQ(empty, Registered());
+            } else if (how == "load") {
+                d->Load(stored);
+                EXPECT_EQ(empty + 2, Registered()) << "the two of the stream";
+            } else {
+                CDrawingHistory other(&d->document);
+                EXPECT_EQ(empty + 1, Registered());
+            }
+        }
+        EXPECT_EQ(before, Registered());
+    }
+}
+
+TEST(DrawingHistoryOwners, AnObjectThatIsErasedBeforeAMarkHasSeenItIsFreedByTheNextOne) {
+    Drawing d;
+    d.Add(1);
+    d.Mark();
+    const int before = Registered();
+    d.history.BeginGroup(L"组", L"Group");
+    CLine* erased = d.Add(2);
+    CLine* back = d.Add(3);
+    CLine* freed = d.Add(4);
+    for (CLine* line : {erased, back, freed}) {
+        d.document.AddSelected(line);
+    }
+    d.document.DeleteAllSelectedObject();
+    d.document.AddDrawAobject(back);
+    Free(freed);
+    EXPECT_EQ(before + 2, Registered());
+    EXPECT_EQ(1, d.history.EndGroup());
+    EXPECT_EQ(before + 1, Registered());
+    EXPECT_EQ(back, d.List().back());
+    d.history.Undo();
+    EXPECT_EQ(1u, d.List().size());
+    d.history.Redo();
+    EXPECT_EQ(back, d.List().back());
+    EXPECT_EQ(3, X(back));
+}
+
+// ---- Failures of a host --------------------------------------------------------------------------------------------
+
+namespace {
+
+class CThrowingDocument : public CGraphicDocument {
+public:
+    bool throwing = false;
+    void SetModifiedFlag(BOOL modified = TRUE) override {
+        CGraphicDocument::SetModifiedFlag(modified);
+        if (throwing) {
+            throw 5;
+        }
+    }
+};
+
+} // namespace
+
+TEST(DrawingHistoryOwners, AHistoryOutlivesALoadThatThrows) {
+    CVectorViewCoordTran tran;
+    auto document = std::make_unique<CThrowingDocument>();
+    document->SetVectorViewCoordTran(&tran);
+    CDrawingHistory history(document.get());
+    document->AddDrawAobject(NewLine(1));
+    EXPECT_EQ(1, history.Mark());
+    BYTE none = 0;
+    CMemFile file;
+    file.Attach(&none, 0, 0);
+    document->throwing = true;
+    EXPECT_ANY_THROW(document->OpenDocument(file));
+    document->throwing = false;
+    EXPECT_EQ(&history, document->GetHistory());
+    EXPECT_EQ(0, history.Undo()) << "the drawing has been emptied";
+    document->AddDrawAobject(NewLine(2));
+    EXPECT_EQ(1, history.Mark());
+    document.reset();
+    EXPECT_EQ(nullptr, history.GetDocument());
+}
+
+TEST(DrawingHistoryOwners, ADocumentWhoseModifiedMarkThrowsIsMarkedAndUndone) {
+    CVectorViewCoordTran tran;
+    CThrowingDocument document;
+    document.SetVectorViewCoordTran(&tran);
+    CDrawingHistory history(&document);
+    document.AddDrawAobject(NewLine(1));
+    document.throwing = true;
+    EXPECT_EQ(1, history.Mark());
+    EXPECT_EQ(1, history.Undo());
+    EXPECT_EQ(0, document.GetDrawableObjs()->GetSize());
+    EXPECT_EQ(1, history.Redo());
+    document.throwing = false;
+}
+
+// ---- Cost -----------------------------------------------------------------------------------------------------------
+
+TEST(DrawingHistory, AMarkOverAHundredThousandObjectsOfWhichOneChangedIsQuick) {
+    LoneDocument d;
+    constexpr int kObjects = 100000;
+    d.Objects().SetSize(0, kObjects);
+    for (int i = 0; i < kObjects; ++i) {
+        CDrawable* line = NewLine(i);
+        d.Objects().Add(line); // Without the search for doubles.
+    }
+    LARGE_INTEGER frequency;
+    ::QueryPerformanceFrequency(&frequency);
+    const auto milliseconds = [&](const std::function<void()>& call) {
+        LARGE_INTEGER begin;
+        LARGE_INTEGER end;
+        ::QueryPerformanceCounter(&begin);
+        call();
+        ::QueryPerformanceCounter(&end);
+        return 1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
+    };
+    std::unique_ptr<CDrawingHistory> history;
+    std::printf("begin: %.1f ms\n", milliseconds([&] { history = std::make_unique<CDrawingHistory>(&d.document); }));
+    double best = 1e9;
+    for (int i = 0; i < 15; ++i) {
+        static_cast<CLine*>(d.Objects()[i * 6000])->SetStartPoint(CGePoint2d(-1, -1));
+        int marked = 0;
+        best = std::min(best, milliseconds([&] { marked = history->Mark(); }));
+        ASSERT_EQ(1, marked);
+    }
+    std::printf("mark: %.2f ms\n", best);
+    std::printf("undo: %.2f ms\n", milliseconds([&] { history->Undo(); }));
+    const double fill = milliseconds([&] {
+        for (int i = 0; i < 10000; ++i) {
+            CDrawable* line = NewLine(i);
+            d.Objects().Add(line);
+            ASSERT_EQ(1, history->MarkAdded(line, L"", L""));
+        }
+    });
+    std::printf("10,000 objects added, a step each: %.1f ms\n", fill);
+    for (INT_PTR i = 0; i < d.Objects().GetSize(); ++i) {
+        d.Objects()[i]->SetPenColorIndex(5);
+    }
+    std::printf("mark of 110,000 changes: %.1f ms\n", milliseconds([&] { history->Mark(); }));
+    std::printf("its undo: %.1f ms\n", milliseconds([&] { history->Undo(); }));
+    std::printf("end: %.1f ms\n", milliseconds([&] { history.reset(); }));
+#ifndef NR_GUARDED
+    EXPECT_LT(best, 30.0);
+#endif
 }

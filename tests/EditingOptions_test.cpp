@@ -277,6 +277,84 @@ TEST(EditingOptions, ThePaintShowsMovedObjectsWhereTheyWereSoThatNoGhostStays) {
     EXPECT_EQ(Words(d.Object(1)), "line (60,30)-(90,60) selected -1");
 }
 
+TEST(EditingOptions, APaintBehindTheQuestionLeavesTheObjectsWhereTheClickHasPutThem) {
+    Optioned d(&CEditingOptions::previewsReturn, true);
+    for (const bool moved : {true, false}) {
+        CDrawable* line = d.AddLine(60, 30, 90, 60);
+        d.Select(line);
+        if (moved) {
+            d.MoveTo(10, 250); // And nothing up to the click.
+        }
+        const DialogScript dialogs({}, [&](HWND box) {
+            ::InvalidateRect(d.view.m_hWnd, nullptr, TRUE);
+            d.Update();
+            DialogScript::Answer(IDNO)(box);
+        });
+        d.view.DoCommand(L"translation");
+        d.ClickAt(50, 50);
+        d.ClickAt(250, 150);
+        EXPECT_EQ(1u, dialogs.Seen());
+        EXPECT_EQ(Words(line), "line (260,130)-(290,160) selected -1");
+        d.Document().RemoveAllSelected();
+    }
+}
+
+TEST(EditingOptions, APreviewStaysOnTheWindowWhenTheViewPaintsIntoAContextOfTheHost) {
+    Optioned d(&CEditingOptions::previewsReturn, true);
+    d.Select(d.AddLine(60, 30, 90, 60));
+    d.TakeFresh();
+    d.Start(L"translation");
+    d.ClickAt(50, 50);
+    d.MoveTo(200, 150);
+    const Picture before = d.Take();
+    CClientDC screen(nullptr);
+    CDC memory;
+    memory.CreateCompatibleDC(&screen);
+    EXPECT_EQ(d.view.VectorPaint(&memory), 1);
+    EXPECT_EQ(d.Take().Difference(before), 0);
+    EXPECT_EQ(Words(d.Object(0)), "line (210,130)-(240,160) selected -1");
+}
+
+namespace {
+
+class CFailingPreview : public CLine {
+public:
+    int m_Inversions = 100; // Further ones that succeed.
+    void Draw(CDC* pDC, CDrawGeometry* pGeom) override {
+        if (m_DrawState == Dragging && --m_Inversions < 0) {
+            throw 5;
+        }
+        CLine::Draw(pDC, pGeom);
+    }
+};
+
+} // namespace
+
+TEST(EditingOptions, APreviewThatFailsDoesNotBreakThePaint) {
+    Optioned d(&CEditingOptions::previewsReturn, true);
+    auto* line = new CFailingPreview;
+    KX_ADD_MEMORY(line);
+    line->SetStartPoint(CGePoint2d(60, 30));
+    line->SetEndPoint(CGePoint2d(90, 60));
+    d.Document().AddDrawAobject(line);
+    d.Select(line);
+    d.Start(L"translation");
+    d.ClickAt(50, 50);
+    d.MoveTo(200, 150);
+    line->m_Inversions = 1; // It is taken off before the paint, and cannot be drawn after it.
+    {
+        const BoxAnswer boxes;
+        EXPECT_NO_THROW(d.TakeFresh());
+        EXPECT_EQ(boxes.Texts(), std::vector<std::string>());
+    }
+    EXPECT_LT(line->m_Inversions, 0);
+    line->m_Inversions = 100;
+    d.MoveTo(100, 100);
+    EXPECT_TRUE(d.IsRunning());
+    d.RightAt(100, 100);
+    EXPECT_EQ(Words(line), "line (60,30)-(90,60) selected -1");
+}
+
 TEST(EditingOptions, APreviewThatReturnsLeavesTheFocusAndTheTypedTextAlone) {
     Optioned d(&CEditingOptions::previewsReturn, true);
     d.AddLine(10, 10, 390, 10);

@@ -198,3 +198,27 @@ C_TEST(CapiHistory, AnEditOfAParameterIsAStepAndCannotBeTakenBackWithinItsEvents
     EXPECT_TEXT(L"34", CHostString(host.view, parm, NRV_STRING_TEXT));
     CHostClose(&host);
 }
+
+C_TEST(CapiHistory, ARemovedObjectIsFreedOnceWhetherAStepHasItOrNot) {
+    NrvHandle drawing = NULL;
+    NrvId id = 0;
+    const int before = CTestRegistered();
+    for (int group = 0; group < 2; ++group) {
+        REQUIRE(NrvCreateDrawing(&drawing) == NRV_OK);
+        const int empty = CTestRegistered();
+        EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 1));
+        if (group != 0) {
+            EXPECT_INT(NRV_OK, NrvBeginStep(drawing, NULL, NULL));
+        }
+        EXPECT_INT(NRV_OK, NrvAddLine(drawing, 0, 0, 1, 1, 0, &id));
+        EXPECT_INT(NRV_OK, NrvRemove(drawing, id));
+        if (group != 0) {
+            EXPECT_INT(empty, CTestRegistered());
+            EXPECT_INT(NRV_OK, NrvEndStep(drawing));
+        }
+        EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 0));
+        EXPECT_INT(empty, CTestRegistered());
+        EXPECT_INT(NRV_OK, NrvFreeDrawing(drawing));
+    }
+    EXPECT_INT(before, CTestRegistered());
+}

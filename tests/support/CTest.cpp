@@ -1,5 +1,6 @@
 #include "CTest.h"
 
+#include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -29,6 +30,10 @@ std::string Quoted(const wchar_t* text) {
 void CTestRegister(const char* suite, const char* name, const char* file, int line, void (*run)()) {
     testing::RegisterTest(suite, name, nullptr, nullptr, file, line,
                           [run]() -> testing::Test* { return new CFunctionTest(run); });
+}
+
+int CTestRegistered() {
+    return CKXMemoryManager::Instance()->GetCount();
 }
 
 int CTestTrue(int met, const char* text, const char* file, int line) {

@@ -14,6 +14,8 @@ void CTestRegister(const char* suite, const char* name, const char* file, int li
 int CTestTrue(int met, const char* text, const char* file, int line);
 int CTestInt(int64_t expected, int64_t actual, const char* text, const char* file, int line);
 int CTestNear(double expected, double actual, double tolerance, const char* text, const char* file, int line);
+// Objects of the library that are registered with the leak tracer.
+int CTestRegistered(void);
 int CTestText(const wchar_t* expected, const wchar_t* actual, const char* text, const char* file, int line);
 
 #ifdef __cplusplus
