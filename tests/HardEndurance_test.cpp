@@ -94,7 +94,7 @@ protected:
         std::printf("%s, %s a loop: %d times, blocks %+ld, drawing objects %+ld, registered %+d, private bytes %+lld\n",
                     name, hasLoop ? "with" : "without", rounds, after.blocks - before.blocks,
                     after.objects - before.objects, after.registered - before.registered, bytes);
-        EXPECT_EQ(before.blocks, after.blocks);
+        EXPECT_GE(before.blocks, after.blocks); // What the warm-up still held may have been given back.
         EXPECT_EQ(before.objects, after.objects);
         EXPECT_EQ(before.registered, after.registered);
         EXPECT_LT(bytes, kMoreBytes);
