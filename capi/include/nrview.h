@@ -429,7 +429,7 @@ NRV_API NrvResult NRV_CALL NrvSetStepLimits(NrvHandle handle, uint64_t bytes, ui
 
 /* ---- Commands: windows only -------------------------------------------------------------------------------------- */
 
-/* The words of all commands, for menus. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
+/* What there is to know of a command, for menus. */
 enum NrvCommandField {
     NRV_COMMAND_WORD = 1,
     NRV_COMMAND_CAPTION = 2, /* For a menu, with its mnemonic and, after a tab, its key. */
@@ -437,7 +437,9 @@ enum NrvCommandField {
     NRV_COMMAND_CHINESE = 4, /* What it does, as its step is called. */
     NRV_COMMAND_ENGLISH = 5
 };
+/* How many there are. */
 NRV_API NrvResult NRV_CALL NrvGetCommandCount(uint32_t* count);
+/* A text of one, of enum NrvCommandField. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
 NRV_API NrvResult NRV_CALL NrvGetCommand(uint32_t index, int32_t field, NrvChar* buffer, uint32_t capacity,
                                          uint32_t* length);
 /* Starts a command by its word, with case; "open" and "save" show the file dialog. A running one is broken off.
