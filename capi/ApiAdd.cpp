@@ -5,6 +5,7 @@
 
 #include "Arc.h"
 #include "CombRect.h"
+#include "DrawingHistory.h"
 #include "MemoryInfo.h"
 #include "VectorLabel.h"
 #include "vectorview.h"
@@ -47,6 +48,10 @@ CDrawable* Make(CVectorView& view, uint32_t color, Fill fill) {
     fill(*object);
     view.GetDocument()->AddDrawAobject(object.get());
     KX_ADD_MEMORY(object.get());
+    if (CDrawingHistory* history = view.GetHistory()) {
+        // As the view's own adding calls do.
+        history->MarkAdded(object.get(), L"添加对象", L"Add object");
+    }
     return object.release();
 }
 

@@ -109,6 +109,37 @@ NrvResult AccessInt(CNrvControl& control, CDrawable& object, int32_t what, int32
             access([&] { return label.GetTextShow() != 0; }, [&] { label.SetTextShow(set); });
         });
         return result(has, IsFlag(set));
+    case NRV_INT_GAP:
+        has = VisitAs<CKXVectorLabel>(object, [&](CKXVectorLabel& label) {
+            access([&] { return label.GetHasTextHole(); }, [&] { label.SetHasTextHole(set != 0); });
+        });
+        return result(has, IsFlag(set));
+    case NRV_INT_INVERTED:
+        access([&] { return object.GetDrawState() == CDrawable::Dragging; },
+               [&] {
+                   if (set != 0) {
+                       control.Document().RemoveSelected(&object);
+                       object.SetDrawState(CDrawable::Dragging);
+                   } else if (object.GetDrawState() != CDrawable::Selected) {
+                       object.SetDrawState(CDrawable::Normal);
+                   }
+               });
+        return result(true, IsFlag(set));
+    case NRV_INT_BRUSH:
+        access([&] { return object.GetColorBrush(); }, [&] { object.SetColorBrush(static_cast<short>(set)); });
+        return result(true, IsShort(set));
+    case NRV_INT_TEXT_COLOR:
+        has = VisitAs<CText>(object, [&](CText& text) {
+            access([&] { return NrvSwapColor(text.GetBKColor()); },
+                   [&] { text.SetBKColor(NrvSwapColor(static_cast<DWORD>(set))); });
+        });
+        return result(has, true);
+    case NRV_INT_TEXT_OPAQUE:
+        has = VisitAs<CText>(object, [&](CText& text) {
+            access([&] { return text.GetBKMode() == OPAQUE; },
+                   [&] { text.SetBKMode(set != 0 ? OPAQUE : TRANSPARENT); });
+        });
+        return result(has, IsFlag(set));
     default:
         return NRV_E_ARGUMENT;
     }
@@ -195,6 +226,14 @@ NrvResult AccessDouble(CDrawable& object, int32_t what, double* get, double set,
         has = VisitAs<CKXVectorLabel>(object, [&](CKXVectorLabel& label) {
             access([&] { return label.GetTextHoleWidth(); }, [&] { label.SetTextHoleWidth(set); });
         });
+        break;
+    case NRV_DOUBLE_SCALE:
+        has = true;
+        access([&] { return object.GetScale(); }, [&] { object.SetScale(narrow); });
+        break;
+    case NRV_DOUBLE_TEXT_OFFSET:
+        has = VisitAs<CText>(
+            object, [&](CText& text) { access([&] { return text.GetOffWide(); }, [&] { text.SetOffWide(narrow); }); });
         break;
     default:
         return NRV_E_ARGUMENT;

@@ -97,3 +97,24 @@ NrvResult NRV_CALL NrvSetWheel(NrvHandle handle, int32_t on) {
         return NRV_OK;
     });
 }
+
+NrvResult NRV_CALL NrvGetWheel(NrvHandle handle, int32_t* on) {
+    return ParmCall(handle, [&](CNrvParmView& view) -> NrvResult {
+        if (on == nullptr) {
+            return NRV_E_ARGUMENT;
+        }
+        *on = view.IsWheelEnabled();
+        return NRV_OK;
+    });
+}
+
+NrvResult NRV_CALL NrvSetTooltip(NrvHandle handle, const NrvChar* text) {
+    return ParmCall(handle, [&](CNrvParmView& view) -> NrvResult {
+        if (text != nullptr) {
+            view.SetTooltipText(text, 1);
+        } else {
+            view.ActivateTooltip(0);
+        }
+        return NRV_OK;
+    });
+}

@@ -100,3 +100,13 @@ NrvResult NRV_CALL NrvEndStep(NrvHandle handle) {
         return NRV_OK;
     });
 }
+
+NrvResult NRV_CALL NrvSetStepLimits(NrvHandle handle, uint64_t bytes, uint32_t steps) {
+    return HistoryCall(handle, [&](CNrvControl&, CDrawingHistory& history) -> NrvResult {
+        if (steps == 0 || steps > INT32_MAX) {
+            return NRV_E_ARGUMENT;
+        }
+        history.SetLimits(static_cast<size_t>(bytes), static_cast<int>(steps));
+        return NRV_OK;
+    });
+}

@@ -276,6 +276,75 @@ NrvResult NRV_CALL NrvSetBulges(NrvHandle handle, NrvId id, const double* bulges
     });
 }
 
+namespace {
+
+// A change of one polyline; `valid` and `change` get it.
+template <class Valid, class Change>
+NrvResult EditPolyline(NrvHandle handle, NrvId id, Valid valid, Change change) noexcept {
+    return NrvEditCall(handle, id, [&](CNrvControl&, CDrawable& object, bool apply) -> NrvResult {
+        auto* pline = dynamic_cast<CPLine*>(&object);
+        if (pline == nullptr) {
+            return NRV_E_KIND;
+        }
+        if (!valid(*pline)) {
+            return NRV_E_ARGUMENT;
+        }
+        if (apply) {
+            change(*pline);
+        }
+        return NRV_OK;
+    });
+}
+
+} // namespace
+
+NrvResult NRV_CALL NrvInsertVertex(NrvHandle handle, NrvId id, uint32_t index, double x, double y) {
+    return EditPolyline(
+        handle, id,
+        [&](CPLine& pline) {
+            const auto vertices = static_cast<uint32_t>(pline.GetVertexCount());
+            return vertices > 0 && index <= vertices && NrvAreFinite(x, y);
+        },
+        [&](CPLine& pline) { pline.InsertPoint(static_cast<int>(index), CGePoint2d(x, y)); });
+}
+
+NrvResult NRV_CALL NrvRemoveVertex(NrvHandle handle, NrvId id, uint32_t index) {
+    return EditPolyline(
+        handle, id,
+        [&](CPLine& pline) {
+            return pline.GetVertexCount() > 1 && index < static_cast<uint32_t>(pline.GetVertexCount());
+        },
+        [&](CPLine& pline) { pline.RemovePoint(static_cast<int>(index)); });
+}
+
+NrvResult NRV_CALL NrvSetSegmentColor(NrvHandle handle, NrvId id, uint32_t segment, int32_t own, uint32_t color) {
+    return EditPolyline(
+        handle, id, [&](CPLine& pline) { return segment < static_cast<uint32_t>(pline.GetVertexCount()); },
+        [&](CPLine& pline) {
+            const int at = static_cast<int>(segment);
+            const DWORD swapped = NrvSwapColor(color);
+            own != 0 ? pline.SetSLPenColor(at, swapped) : pline.ResetPenColor(at, swapped);
+        });
+}
+
+NrvResult NRV_CALL NrvSetSnapPoints(NrvHandle handle, NrvId id, const NrvPoint* points, uint32_t count) {
+    return EditPolyline(
+        handle, id,
+        [&](CPLine&) {
+            return count == 0 || (points != nullptr && std::all_of(points, points + count, [](const NrvPoint& point) {
+                                      return NrvAreFinite(point.x, point.y);
+                                  }));
+        },
+        [&](CPLine& pline) {
+            pline.ClearInsertPoints();
+            for (uint32_t i = 0; i < count; ++i) {
+                CGePoint2d point = PointOf(points[i]);
+                point.SetType(kGripInsertPoints);
+                pline.AddInsertPoint(point);
+            }
+        });
+}
+
 // ---- Geometry ------------------------------------------------------------------------------------------------------
 
 NrvResult NRV_CALL NrvGetExtents(NrvHandle handle, NrvId id, NrvRect* extents) {
@@ -298,6 +367,32 @@ NrvResult NRV_CALL NrvGetExtents(NrvHandle handle, NrvId id, NrvRect* extents) {
         }
         *extents = {min.x, min.y, max.x, max.y};
         return NRV_OK;
+    });
+}
+
+NrvResult NRV_CALL NrvGetDistance(NrvHandle handle, NrvId id, double x, double y, double* distance) {
+    return NrvObjectCall(handle, id, [&](CNrvControl&, CDrawable& object) -> NrvResult {
+        if (distance == nullptr || !NrvAreFinite(x, y)) {
+            return NRV_E_ARGUMENT;
+        }
+        *distance = static_cast<double>(object.HitTest(CGePoint2d(x, y)));
+        return NRV_OK;
+    });
+}
+
+NrvResult NRV_CALL NrvGetFeet(NrvHandle handle, NrvId id, double x, double y, NrvPoint* points, uint32_t capacity,
+                              uint32_t* count) {
+    return NrvObjectCall(handle, id, [&](CNrvControl&, CDrawable& object) -> NrvResult {
+        if (!NrvAreFinite(x, y)) {
+            return NRV_E_ARGUMENT;
+        }
+        CGePointArray feet;
+        object.GetClosetPt(CGePoint2d(x, y), feet);
+        std::vector<NrvPoint> all;
+        for (INT_PTR i = 0; i < feet.GetSize(); ++i) {
+            all.push_back(PointOf(feet[i]));
+        }
+        return NrvGive(all.data(), all.size(), points, capacity, count);
     });
 }
 

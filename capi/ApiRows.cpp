@@ -268,3 +268,14 @@ NrvResult NRV_CALL NrvSetLayer(NrvHandle handle, uint32_t index, const NrvLayer*
         return NRV_OK;
     });
 }
+
+NrvResult NRV_CALL NrvRemoveLayers(NrvHandle handle) {
+    return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
+        if (!control.Changing(NRV_CHANGE_LAYERS)) {
+            return NRV_E_ENDED;
+        }
+        control.Document().GetLayerManager()->RemoveAll();
+        control.Changed(NRV_CHANGE_LAYERS);
+        return NRV_OK;
+    });
+}

@@ -5,8 +5,15 @@
 
 #include "CommandWords.h"
 #include "InPlaceEdit.h"
+#include "PLine.h"
 #include "VectorGraphic.h"
 #include "vectorview.h"
+
+namespace {
+
+constexpr int32_t kLastColor = 140; // Of the colour table.
+
+} // namespace
 
 // ---- Commands ------------------------------------------------------------------------------------------------------
 
@@ -70,6 +77,10 @@ NrvResult NRV_CALL NrvGetCommand(uint32_t index, int32_t field, NrvChar* buffer,
             return NrvGive(CString(words[index].caption), buffer, capacity, length);
         case NRV_COMMAND_HINT:
             return NrvGive(CString(words[index].hint), buffer, capacity, length);
+        case NRV_COMMAND_CHINESE:
+            return NrvGive(CString(words[index].chinese), buffer, capacity, length);
+        case NRV_COMMAND_ENGLISH:
+            return NrvGive(CString(words[index].english), buffer, capacity, length);
         default:
             return NRV_E_ARGUMENT;
         }
@@ -172,6 +183,95 @@ NrvResult NRV_CALL NrvGetOrtho(NrvHandle handle, int32_t* ortho) {
 NrvResult NRV_CALL NrvSetOrtho(NrvHandle handle, int32_t ortho) {
     return NrvCall(handle, NrvNeeds::Window, [&](CNrvControl& control) -> NrvResult {
         control.Engine()->SetDrawObjLatus(ortho != 0);
+        return NRV_OK;
+    });
+}
+
+namespace {
+
+// The mode of the engine's own search, without that of the tool that is running.
+struct COpenEngine : CCommandOperationManager {
+    static int& OwnMode(CCommandOperationManager& engine) { return engine.*(&COpenEngine::m_OsnapMode); }
+};
+
+} // namespace
+
+NrvResult NRV_CALL NrvSnap(NrvHandle handle, double px, double py, double* sx, double* sy, int32_t* kind) {
+    return NrvCall(handle, NrvNeeds::Window, [&](CNrvControl& control) -> NrvResult {
+        if (sx == nullptr || sy == nullptr || kind == nullptr || !NrvFitsFloat(px) || !NrvFitsFloat(py)) {
+            return NRV_E_ARGUMENT;
+        }
+        CGePoint2d found;
+        *kind = 0;
+        int& mode = COpenEngine::OwnMode(*control.Engine());
+        mode = control.snapMode & ~kOsnapPerpendicular;
+        const int hit = control.Engine()->GetGripPointForL(CGePoint2d(px, py), found);
+        mode = control.snapMode;
+        if (hit != 0) {
+            *sx = found.x;
+            *sy = found.y;
+            *kind = found.type != 0 ? found.type : 1;
+        }
+        return NRV_OK;
+    });
+}
+
+// ---- Editing options -----------------------------------------------------------------------------------------------
+
+namespace {
+
+// Of the first version of the record.
+constexpr uint32_t kOptionsSize = sizeof(NrvEditingOptions);
+
+NrvEditingOptions RecordOf(const CEditingOptions& options) {
+    NrvEditingOptions record = {};
+    record.strokes_once = options.strokesOnce ? 1 : 0;
+    record.no_self_snap = options.noSelfSnap ? 1 : 0;
+    record.previews_return = options.previewsReturn ? 1 : 0;
+    record.repaints_at_end = options.repaintsAtEnd ? 1 : 0;
+    record.modified_by_change = options.modifiedByChange ? 1 : 0;
+    record.texts_as_shown = options.textsAsShown ? 1 : 0;
+    record.clean_rectangle = options.cleanRectangle ? 1 : 0;
+    record.transforms_end_early = options.transformsEndEarly ? 1 : 0;
+    record.figure_height = static_cast<double>(options.figureHeight);
+    record.pixel_scale = static_cast<double>(options.pixelScale);
+    return record;
+}
+
+bool IsPositiveFloat(double number) {
+    return NrvFitsFloat(number) && static_cast<float>(number) > 0.0f;
+}
+
+} // namespace
+
+NrvResult NRV_CALL NrvGetEditingOptions(NrvHandle handle, NrvEditingOptions* options) {
+    return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
+        return NrvGiveRecord(RecordOf(control.Document().GetEditingOptions()), kOptionsSize, options);
+    });
+}
+
+NrvResult NRV_CALL NrvSetEditingOptions(NrvHandle handle, const NrvEditingOptions* options) {
+    return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
+        CEditingOptions set = control.Document().GetEditingOptions();
+        NrvEditingOptions record = RecordOf(set);
+        const NrvResult taken = NrvTakeRecord(options, kOptionsSize, record);
+        if (taken != NRV_OK) {
+            return taken;
+        }
+        if (!IsPositiveFloat(record.figure_height) || !IsPositiveFloat(record.pixel_scale)) {
+            return NRV_E_ARGUMENT;
+        }
+        set.strokesOnce = record.strokes_once != 0;
+        set.noSelfSnap = record.no_self_snap != 0;
+        set.previewsReturn = record.previews_return != 0;
+        set.repaintsAtEnd = record.repaints_at_end != 0;
+        set.modifiedByChange = record.modified_by_change != 0;
+        set.textsAsShown = record.texts_as_shown != 0;
+        set.cleanRectangle = record.clean_rectangle != 0;
+        set.transformsEndEarly = record.transforms_end_early != 0;
+        set.figureHeight = static_cast<float>(record.figure_height);
+        set.pixelScale = static_cast<float>(record.pixel_scale);
+        control.Document().SetEditingOptions(set);
         return NRV_OK;
     });
 }
@@ -306,22 +406,31 @@ NrvResult NRV_CALL NrvHitTest(NrvHandle handle, int32_t px, int32_t py, NrvId* i
     });
 }
 
+NrvResult NRV_CALL NrvHitCurve(NrvHandle handle, int32_t px, int32_t py, NrvId* id, int32_t* segment) {
+    return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
+        if (id == nullptr) {
+            return NRV_E_ARGUMENT;
+        }
+        int hit = -1;
+        CPLine* pline = control.View().GetPLine_IsArc(CPoint(px, py), hit);
+        *id = control.Ids().IdOf(pline);
+        if (segment != nullptr) {
+            *segment = pline != nullptr ? hit : -1;
+        }
+        return NRV_OK;
+    });
+}
+
 // ---- Paint ---------------------------------------------------------------------------------------------------------
 
 NrvResult NRV_CALL NrvPaint(NrvHandle handle, void* hdc) {
     return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
-        const DWORD type = hdc != nullptr ? ::GetObjectType(hdc) : 0;
-        if (type != OBJ_DC && type != OBJ_MEMDC && type != OBJ_ENHMETADC && type != OBJ_METADC) {
+        if (!NrvIsDeviceContext(hdc)) {
             return NRV_E_ARGUMENT;
         }
-        struct Attached {
-            explicit Attached(HDC handle) { dc.Attach(handle); }
-            ~Attached() { dc.Detach(); }
-            CDC dc;
-        };
-        Attached attached(static_cast<HDC>(hdc));
+        CNrvBorrowedDC dc(hdc);
         const CNrvControl::CQuiet quiet(control);
-        const bool painted = control.View().VectorPaint(&attached.dc) != 0;
+        const bool painted = control.View().VectorPaint(&dc) != 0;
         return painted && quiet.Count() == 0 ? NRV_OK : NRV_E_PAINT;
     });
 }
@@ -366,6 +475,40 @@ NrvResult NRV_CALL NrvSetBackground(NrvHandle handle, uint32_t color) {
     });
 }
 
+NrvResult NRV_CALL NrvGetBackgroundIndex(NrvHandle handle, int32_t* index) {
+    return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
+        if (index == nullptr) {
+            return NRV_E_ARGUMENT;
+        }
+        *index = control.Document().GetBKColorIndex();
+        return NRV_OK;
+    });
+}
+
+NrvResult NRV_CALL NrvSetBackgroundIndex(NrvHandle handle, int32_t index) {
+    return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
+        if (index != kColorExplicit && (index < 0 || index > kLastColor)) {
+            return NRV_E_ARGUMENT;
+        }
+        if (!control.Changing(NRV_CHANGE_BACKGROUND)) {
+            return NRV_E_ENDED;
+        }
+        control.Document().SetBKColorIndex(static_cast<short>(index));
+        control.Changed(NRV_CHANGE_BACKGROUND);
+        return NRV_OK;
+    });
+}
+
+NrvResult NRV_CALL NrvGetTableColor(int32_t index, uint32_t* color) {
+    return NrvGuarded([&]() -> NrvResult {
+        if (color == nullptr || index < 0 || index > kLastColor) {
+            return NRV_E_ARGUMENT;
+        }
+        *color = NrvSwapColor(CGraphColorInfo::GetInstance()->GetColor(index));
+        return NRV_OK;
+    });
+}
+
 NrvResult NRV_CALL NrvGetPenIndex(NrvHandle handle, int32_t* index) {
     return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
         if (index == nullptr) {
@@ -378,7 +521,7 @@ NrvResult NRV_CALL NrvGetPenIndex(NrvHandle handle, int32_t* index) {
 
 NrvResult NRV_CALL NrvSetPenIndex(NrvHandle handle, int32_t index) {
     return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
-        if (index < kColorByLayer || index > 140) {
+        if (index < kColorByLayer || index > kLastColor) {
             return NRV_E_ARGUMENT;
         }
         control.Document().SetFGColorIndex(static_cast<short>(index));

@@ -3,12 +3,10 @@
 // Layer 12: capi.
 #pragma once
 
+#include "NrvArguments.h"
 #include "NrvControl.h"
 
 #include <afxstat_.h>
-
-#include <algorithm>
-#include <cmath>
 
 // One entry into a control, on the stack. While it exists the library's own module state is current, so that a message
 // box becomes an event of the innermost entry's control.
@@ -135,43 +133,4 @@ NrvResult NrvEditCall(NrvHandle handle, NrvId id, Edit edit) noexcept {
         control.Changed(NRV_CHANGE_MODIFIED, {id});
         return result;
     });
-}
-
-// ---- Arguments and results -----------------------------------------------------------------------------------------
-
-// Writes into a buffer of the caller, as the head of nrview.h says.
-NrvResult NrvGive(const CString& text, NrvChar* buffer, uint32_t capacity, uint32_t* length);
-
-template <class Item>
-NrvResult NrvGive(const Item* items, size_t size, Item* buffer, uint32_t capacity, uint32_t* count) {
-    if (count == nullptr || (buffer == nullptr && capacity != 0)) {
-        return NRV_E_ARGUMENT;
-    }
-    if (size > UINT32_MAX) {
-        return NRV_E_MEMORY;
-    }
-    *count = static_cast<uint32_t>(size);
-    if (buffer == nullptr) {
-        return NRV_OK;
-    }
-    if (capacity < size) {
-        return NRV_E_BUFFER;
-    }
-    std::copy(items, items + size, buffer);
-    return NRV_OK;
-}
-
-template <class... Numbers>
-bool NrvAreFinite(Numbers... numbers) {
-    return (std::isfinite(numbers) && ...);
-}
-
-// Whether it can be kept in single precision.
-inline bool NrvFitsFloat(double number) {
-    return std::isfinite(number) && std::isfinite(static_cast<float>(number));
-}
-
-// 0x00RRGGBB and COLORREF, either way; the highest byte is dropped.
-inline DWORD NrvSwapColor(DWORD color) {
-    return ((color & 0xFFu) << 16) | (color & 0xFF00u) | ((color >> 16) & 0xFFu);
 }

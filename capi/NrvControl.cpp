@@ -126,14 +126,15 @@ CDrawable* CNrvControl::HitAt(CPoint pixel, int32_t& segment) {
     CGePoint2d point;
     Mapping().LPToDP(pixel, point);
     const bool parm = m_Kind == NRV_HANDLE_PARM_VIEW;
+    const float aperture = kPickAperture * Document().GetEditingOptions().pixelScale;
     const CDrawableArray& objects = *Document().GetDrawableObjs();
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
         CDrawable* object = objects.GetAt(i);
         const float pixels = Mapping().DToL(static_cast<double>(object->HitTest(point)));
         // A parameter view reports some kinds only, and takes a distance that is not-a-number for a hit. The other view
         // selects what may be selected.
-        const bool hit = parm ? !(kPickAperture < pixels) && NrvKindOf(object) <= NRV_KIND_TEXT
-                              : object->isCanSelect() != 0 && pixels <= kPickAperture;
+        const bool hit = parm ? !(aperture < pixels) && NrvKindOf(object) <= NRV_KIND_TEXT
+                              : object->isCanSelect() != 0 && pixels <= aperture;
         if (!hit) {
             continue;
         }
@@ -177,6 +178,7 @@ int32_t CNrvControl::Send(const CNrvNote& note, const CString* oldText) {
     event.kind = note.kind;
     event.segment = note.segment;
     event.reason = note.reason;
+    event.hdc = note.dc;
     const HWND window = Window();
     if (window != nullptr) {
         event.header.identity = static_cast<uintptr_t>(::GetDlgCtrlID(window));
@@ -299,7 +301,7 @@ void CNrvControl::ToolEnded(CCommandOperationManager::ToolEnd how) {
     CNrvNote ended(NRV_N_COMMAND_ENDED);
     ended.text = m_Word;
     ended.reason = how == End::Done ? NRV_END_DONE : how == End::Cancelled ? NRV_END_CANCELLED : NRV_END_LOST;
-    if (how == End::Done) {
+    if (how == End::Done && !Document().GetEditingOptions().modifiedByChange) {
         // Commands that a word starts have done so already; a grip that was moved has not.
         Document().SetModifiedFlag(TRUE);
     }
@@ -336,9 +338,16 @@ int HarmlessAnswer(UINT type) {
 
 } // namespace
 
-CNrvControl::CQuiet::CQuiet(CNrvControl& control) : m_Control(control), m_Before(control.m_MessageCount) {
+CNrvControl::CQuiet::CQuiet(CNrvControl& control, bool later)
+    : m_Control(control), m_Before(control.m_MessageCount), m_Later(later ? 1 : 0) {
     control.m_LastMessage.Empty();
     ++control.m_Quiet;
+    control.m_Later += m_Later;
+}
+
+CNrvControl::CQuiet::~CQuiet() {
+    --m_Control.m_Quiet;
+    m_Control.m_Later -= m_Later;
 }
 
 int CNrvControl::OnMessage(LPCTSTR text, UINT type, UINT help) {
@@ -349,6 +358,10 @@ int CNrvControl::OnMessage(LPCTSTR text, UINT type, UINT help) {
     CNrvNote note(NRV_N_MESSAGE);
     note.text = text;
     note.reason = static_cast<int32_t>(type);
+    if (m_Later != 0) {
+        Queue(std::move(note));
+        return HarmlessAnswer(type);
+    }
     const int32_t answer = Send(note);
     if (answer != 0) {
         return answer;

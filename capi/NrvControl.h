@@ -29,6 +29,7 @@ struct CNrvNote {
     CGePoint2d point;
     CString text;
     std::vector<NrvId> ids;
+    HDC dc = nullptr;
 };
 
 // A second base of the two view classes of this layer. Calls and window messages hold a reference while they run, so
@@ -113,11 +114,12 @@ public:
     void SetMessages(int32_t mode) { m_Messages = mode; }
     const CString& GetLastMessage() const { return m_LastMessage; }
 
-    // While it exists messages are counted and never shown in a box.
+    // While it exists messages are counted and never shown in a box. With `later` the host hears of them when all is
+    // settled, so that it can't change what is being worked on.
     class CQuiet {
     public:
-        explicit CQuiet(CNrvControl& control);
-        ~CQuiet() { --m_Control.m_Quiet; }
+        explicit CQuiet(CNrvControl& control, bool later = false);
+        ~CQuiet();
         CQuiet(const CQuiet&) = delete;
         CQuiet& operator=(const CQuiet&) = delete;
         int Count() const { return m_Control.m_MessageCount - m_Before; }
@@ -125,6 +127,7 @@ public:
     private:
         CNrvControl& m_Control;
         int m_Before;
+        int m_Later;
     };
 
     // ---- State of the functions ----
@@ -151,7 +154,7 @@ private:
     CNrvWatch m_Watch;
     NrvCallback m_Callback = nullptr;
     void* m_User = nullptr;
-    uint32_t m_Mask = 0xFFFFFFFFu & ~NRV_EVENT_BIT(NRV_N_HOVER);
+    uint32_t m_Mask = 0xFFFFFFFFu & ~(NRV_EVENT_BIT(NRV_N_HOVER) | NRV_EVENT_BIT(NRV_N_PAINT));
     std::deque<CNrvNote> m_Notes;
     std::vector<const CDrawable*> m_Selection; // As last told. Compared only.
     CString m_NextWord;                        // Of the tool that a command word installs.
@@ -159,6 +162,7 @@ private:
     std::optional<CNrvNote> m_End;             // Of the tool that has ended in the event that is being handled.
     int32_t m_Messages = NRV_MESSAGES_BOX;
     int m_Quiet = 0;
+    int m_Later = 0; // Of the quiet spans those whose messages wait.
     int m_MessageCount = 0;
     CString m_LastMessage;
 };

@@ -116,6 +116,18 @@ int CNrvWindow<Base, ToolEngine>::OnBeforeUndo() {
     return HasEnded() ? 0 : Base::OnBeforeUndo();
 }
 
+template <class Base, class ToolEngine>
+int CNrvWindow<Base, ToolEngine>::DrawSpecInfo(CDC* dc, int n) {
+    if (Wants(NRV_N_PAINT)) {
+        CNrvNote note(NRV_N_PAINT);
+        note.dc = dc->m_hDC;
+        const int saved = ::SaveDC(note.dc);
+        Send(note);
+        ::RestoreDC(note.dc, saved);
+    }
+    return HasEnded() ? 1 : Base::DrawSpecInfo(dc, n);
+}
+
 // ---- Messages ------------------------------------------------------------------------------------------------------
 
 template <class Base, class ToolEngine>
@@ -422,4 +434,13 @@ void CNrvParmView::OnEndEdit(CTextParm* parm) {
     CNrvNote note(NRV_N_EDIT_ENDED);
     note.id = Ids().IdOf(parm);
     Send(note);
+}
+
+void CNrvParmView::OnEditTabDown(CTextParm* current) {
+    const auto keep = shared_from_this();
+    CNrvNote note(NRV_N_EDIT_NEXT);
+    note.id = Ids().IdOfGone(current);
+    if (Send(note) != 0 && !HasEnded()) {
+        CVectorViewParm::OnEditTabDown(current);
+    }
 }

@@ -44,6 +44,7 @@ protected:
     void OnCreateCommandOperationManager() override;
     // Breaks off what runs as Escape does.
     int OnBeforeUndo() override;
+    int DrawSpecInfo(CDC* dc, int n) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     CPoint PressedPixel() const { return m_Pressed; }
 
@@ -75,6 +76,7 @@ public:
     // Opens the box over the parameter, as a click on it does.
     void OpenEdit(CTextParm* parm);
     void SetOpenText(const CString& text) { m_Edit.SetEditText(text); }
+    int IsWheelEnabled() const { return m_bEnableWheel == 1; }
 
 protected:
     void Notify(UINT code) override;
@@ -82,4 +84,5 @@ protected:
     void OnEditChanging(CTextParm* parm, CString& oldText, CString& newText) override;
     void OnEditChanged(CTextParm* parm, CString oldText, CString newText) override;
     void OnEndEdit(CTextParm* parm) override;
+    void OnEditTabDown(CTextParm* current) override;
 };

@@ -31,6 +31,8 @@ static NrvRect g_rect;
 static NrvLoad g_load;
 static NrvLayer g_layer;
 static NrvMapping g_mapping;
+static NrvEditingOptions g_options = {.size = sizeof g_options, .figure_height = 1, .pixel_scale = 1};
+static NrvPictureResult g_facts = {sizeof g_facts, 0, 0, 0, 0, 0, 0};
 static unsigned char g_bytes[65536];
 static const NrvPoint g_four[4] = {{0, 0}, {0, 10}, {20, 0}, {20, 10}};
 static const double g_same[6] = {1, 0, 0, 0, 1, 0};
@@ -129,6 +131,31 @@ CALL(NrvGetBackground, NrvGetBackground(h, &g_uint))
 CALL(NrvSetBackground, NrvSetBackground(h, 0))
 CALL(NrvGetPenIndex, NrvGetPenIndex(h, &g_int))
 CALL(NrvSetPenIndex, NrvSetPenIndex(h, 137))
+CALL(NrvMeasurePicture, NrvMeasurePicture(h, NULL, &g_facts))
+CALL(NrvRender, NrvRender(h, NULL, NRV_FORMAT_SVG, g_bytes, sizeof g_bytes, &g_uint, NULL))
+CALL(NrvRenderFile, NrvRenderFile(h, NULL, NRV_FORMAT_SVG, L"no such folder\\file", NULL))
+CALL(NrvPaintPicture, NrvPaintPicture(h, NULL, NULL, NULL))
+CALL(NrvSaveObjects, NrvSaveObjects(h, &id, 1, g_bytes, sizeof g_bytes, &g_uint))
+CALL(NrvInsertBuffer, NrvInsertBuffer(h, "x", 1, 0, 0, &g_uint))
+CALL(NrvCopyObjects, NrvCopyObjects(h, &id, 1))
+CALL(NrvCopyPicture, NrvCopyPicture(h, NULL))
+CALL(NrvPaste, NrvPaste(h))
+CALL(NrvGetEditingOptions, NrvGetEditingOptions(h, &g_options))
+CALL(NrvSetEditingOptions, NrvSetEditingOptions(h, &g_options))
+CALL(NrvInsertVertex, NrvInsertVertex(h, id, 0, 1, 1))
+CALL(NrvRemoveVertex, NrvRemoveVertex(h, id, 0))
+CALL(NrvSetSegmentColor, NrvSetSegmentColor(h, id, 0, 1, 0xFF))
+CALL(NrvSetSnapPoints, NrvSetSnapPoints(h, id, NULL, 0))
+CALL(NrvGetDistance, NrvGetDistance(h, id, 1, 1, &g_double))
+CALL(NrvGetFeet, NrvGetFeet(h, id, 1, 1, g_points, 64, &g_uint))
+CALL(NrvRemoveLayers, NrvRemoveLayers(h))
+CALL(NrvSetStepLimits, NrvSetStepLimits(h, 1000, 1))
+CALL(NrvSnap, NrvSnap(h, 1, 1, &g_double, &g_double2, &g_int))
+CALL(NrvHitCurve, NrvHitCurve(h, 1, 1, &g_id, NULL))
+CALL(NrvGetBackgroundIndex, NrvGetBackgroundIndex(h, &g_int))
+CALL(NrvSetBackgroundIndex, NrvSetBackgroundIndex(h, 7))
+CALL(NrvGetWheel, NrvGetWheel(h, &g_int))
+CALL(NrvSetTooltip, NrvSetTooltip(h, NULL))
 CALL(NrvBeginEdit, NrvBeginEdit(h, id))
 CALL(NrvGetEdit, NrvGetEdit(h, &g_id))
 CALL(NrvGetEditText, NrvGetEditText(h, g_text, 256, &g_uint))
@@ -235,6 +262,31 @@ static const Row g_rows[] = {
     ROW(NrvSetBackground, ANY, 0),
     ROW(NrvGetPenIndex, ANY, 0),
     ROW(NrvSetPenIndex, ANY, 0),
+    ROW(NrvMeasurePicture, ANY, 0),
+    ROW(NrvRender, ANY, 0),
+    ROW(NrvRenderFile, ANY, 0),
+    ROW(NrvPaintPicture, ANY, 0),
+    ROW(NrvSaveObjects, ANY, 1),
+    ROW(NrvInsertBuffer, ANY, 0),
+    ROW(NrvCopyObjects, WINDOW, 1),
+    ROW(NrvCopyPicture, WINDOW, 0),
+    ROW(NrvPaste, WINDOW, 0),
+    ROW(NrvGetEditingOptions, ANY, 0),
+    ROW(NrvSetEditingOptions, ANY, 0),
+    ROW(NrvInsertVertex, ANY, 1),
+    ROW(NrvRemoveVertex, ANY, 1),
+    ROW(NrvSetSegmentColor, ANY, 1),
+    ROW(NrvSetSnapPoints, ANY, 1),
+    ROW(NrvGetDistance, ANY, 1),
+    ROW(NrvGetFeet, ANY, 1),
+    ROW(NrvRemoveLayers, ANY, 0),
+    ROW(NrvSetStepLimits, ANY, 0),
+    ROW(NrvSnap, WINDOW, 0),
+    ROW(NrvHitCurve, ANY, 0),
+    ROW(NrvGetBackgroundIndex, ANY, 0),
+    ROW(NrvSetBackgroundIndex, ANY, 0),
+    ROW(NrvGetWheel, PARM_VIEW, 0),
+    ROW(NrvSetTooltip, PARM_VIEW, 0),
     ROW(NrvBeginEdit, PARM_VIEW, 1),
     ROW(NrvGetEdit, PARM_VIEW, 0),
     ROW(NrvGetEditText, PARM_VIEW, 0),
@@ -416,18 +468,20 @@ C_TEST(CapiCalls, EachCallIsTakenOnEachHandleThatItIsFor) {
             strcmp(g_rows[i].name, "NrvBeginEdit") == 0 || strcmp(g_rows[i].name, "NrvGetShownText") == 0;
         const NrvResult result = g_rows[i].call(handle, wantsParm ? parm : polyline);
         NrvResult expected = NRV_OK;
-        if (strcmp(g_rows[i].name, "NrvLoadBuffer") == 0) {
+        if (strcmp(g_rows[i].name, "NrvLoadBuffer") == 0 || strcmp(g_rows[i].name, "NrvInsertBuffer") == 0) {
             expected = NRV_E_REFUSED; // One byte is no stream.
-        } else if (strcmp(g_rows[i].name, "NrvLoadFile") == 0 || strcmp(g_rows[i].name, "NrvSaveFile") == 0) {
+        } else if (strcmp(g_rows[i].name, "NrvLoadFile") == 0 || strcmp(g_rows[i].name, "NrvSaveFile") == 0 ||
+                   strcmp(g_rows[i].name, "NrvRenderFile") == 0) {
             expected = NRV_E_FILE;
-        } else if (strcmp(g_rows[i].name, "NrvEnterDistance") == 0 || strcmp(g_rows[i].name, "NrvGetEditText") == 0 ||
-                   strcmp(g_rows[i].name, "NrvSetEditText") == 0) {
+        } else if (strcmp(g_rows[i].name, "NrvPaste") == 0 || strcmp(g_rows[i].name, "NrvEnterDistance") == 0 ||
+                   strcmp(g_rows[i].name, "NrvGetEditText") == 0 || strcmp(g_rows[i].name, "NrvSetEditText") == 0) {
             expected = NRV_E_STATE; // Nothing waits for a text.
-        } else if (strcmp(g_rows[i].name, "NrvUndo") == 0 || strcmp(g_rows[i].name, "NrvRedo") == 0 ||
-                   strcmp(g_rows[i].name, "NrvGetStepCount") == 0 || strcmp(g_rows[i].name, "NrvGetStepName") == 0 ||
-                   strcmp(g_rows[i].name, "NrvBeginStep") == 0 || strcmp(g_rows[i].name, "NrvEndStep") == 0) {
+        } else if (strcmp(g_rows[i].name, "NrvSetStepLimits") == 0 || strcmp(g_rows[i].name, "NrvUndo") == 0 ||
+                   strcmp(g_rows[i].name, "NrvRedo") == 0 || strcmp(g_rows[i].name, "NrvGetStepCount") == 0 ||
+                   strcmp(g_rows[i].name, "NrvGetStepName") == 0 || strcmp(g_rows[i].name, "NrvBeginStep") == 0 ||
+                   strcmp(g_rows[i].name, "NrvEndStep") == 0) {
             expected = NRV_E_STATE; // No steps are recorded at first.
-        } else if (strcmp(g_rows[i].name, "NrvPaint") == 0) {
+        } else if (strcmp(g_rows[i].name, "NrvPaint") == 0 || strcmp(g_rows[i].name, "NrvPaintPicture") == 0) {
             expected = NRV_E_ARGUMENT; // A null device context.
         }
         ExpectOfRow(&g_rows[i], expected, result);
@@ -513,6 +567,21 @@ C_TEST(CapiCalls, NullIsRefusedWhereItIsNotAllowed) {
         NrvToDrawing(d, 0, 0, &x, NULL),
         NrvHitTest(d, 0, 0, NULL, NULL),
         NrvPaint(d, NULL),
+        NrvSaveObjects(d, NULL, 1, NULL, 0, &n),
+        NrvSaveObjects(d, &line, 0, NULL, 0, &n),
+        NrvSaveObjects(d, &line, 1, g_bytes, 1, NULL),
+        NrvSaveObjects(d, &line, 1, NULL, 1, &n),
+        NrvInsertBuffer(d, NULL, 1, 0, 0, NULL),
+        NrvInsertBuffer(d, "x", 0, 0, 0, NULL),
+        NrvCanPaste(NULL),
+        NrvGetEditingOptions(d, NULL),
+        NrvSetEditingOptions(d, NULL),
+        NrvSetSnapPoints(d, line, NULL, 1),
+        NrvGetDistance(d, line, 0, 0, NULL),
+        NrvGetFeet(d, line, 0, 0, g_points, 64, NULL),
+        NrvHitCurve(d, 0, 0, NULL, NULL),
+        NrvGetBackgroundIndex(d, NULL),
+        NrvGetTableColor(0, NULL),
         NrvGetShowDecimals(d, NULL),
         NrvGetBackground(d, NULL),
         NrvGetPenIndex(d, NULL),
@@ -543,6 +612,10 @@ C_TEST(CapiCalls, NullIsRefusedByTheFunctionsOfWindows) {
     EXPECT_INT(NRV_E_ARGUMENT, NrvGetEdit(host.view, NULL));
     EXPECT_INT(NRV_E_ARGUMENT, NrvSetEditText(host.view, NULL));
     EXPECT_INT(NRV_E_ARGUMENT, NrvGetStrictRefusal(host.view, NULL));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvGetWheel(host.view, NULL));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSnap(host.view, 0, 0, NULL, &g_double, &g_int));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSnap(host.view, 0, 0, &g_double, NULL, &g_int));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSnap(host.view, 0, 0, &g_double, &g_double, NULL));
     EXPECT_INT(NRV_E_STATE, NrvGetEditText(host.view, g_text, 256, &n));
     CHostClose(&host);
 }
@@ -575,10 +648,15 @@ C_TEST(CapiCalls, NumbersThatAreNotFiniteAreRefused) {
         EXPECT_INT(NRV_E_ARGUMENT, NrvSetDouble(d, line, NRV_DOUBLE_LINE_WIDTH, bad[i]));
         EXPECT_INT(NRV_E_ARGUMENT, NrvTransform(d, line, matrix));
         EXPECT_INT(NRV_E_ARGUMENT, NrvMoveGrip(d, line, 0, bad[i], 0));
+        EXPECT_INT(NRV_E_ARGUMENT, NrvInsertVertex(d, line, 0, bad[i], 0));
+        EXPECT_INT(NRV_E_ARGUMENT, NrvGetDistance(d, line, 0, bad[i], &x));
+        EXPECT_INT(NRV_E_ARGUMENT, NrvGetFeet(d, line, bad[i], 0, g_points, 64, &count));
+        EXPECT_INT(NRV_E_ARGUMENT, NrvInsertBuffer(d, "x", 1, bad[i], 0, NULL));
         EXPECT_INT(NRV_E_ARGUMENT, NrvToPixels(d, bad[i], 0, &x, &y));
         EXPECT_INT(NRV_E_ARGUMENT, NrvToDrawing(d, bad[i], 0, &x, &y));
     }
     EXPECT_INT(NRV_E_ARGUMENT, NrvSetPoints(d, line, &badPoint, 1));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetSnapPoints(d, line, &badPoint, 1));
     EXPECT_INT(NRV_E_ARGUMENT, NrvAddArc(d, 0, 0, 1e300, 0, 1, 0, NULL)); // Beyond single precision.
     EXPECT_INT(NRV_E_ARGUMENT, NrvSetDouble(d, line, NRV_DOUBLE_LINE_WIDTH, 1e300));
     EXPECT_INT(NRV_OK, NrvGetObjects(d, NRV_LIST_DRAWING, NULL, 0, &count));

@@ -222,3 +222,36 @@ C_TEST(CapiHistory, ARemovedObjectIsFreedOnceWhetherAStepHasItOrNot) {
     }
     EXPECT_INT(before, CTestRegistered());
 }
+
+C_TEST(CapiHistory, EachObjectThatIsAddedIsAStepWhateverItsKind) {
+    NrvHandle drawing = NULL;
+    const NrvPoint four[4] = {{0, 0}, {0, 10}, {20, 0}, {20, 10}};
+    REQUIRE(NrvCreateDrawing(&drawing) == NRV_OK);
+    EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 1));
+    EXPECT_INT(NRV_OK, NrvAddLine(drawing, 0, 0, 1, 1, 0, NULL));
+    EXPECT_INT(NRV_OK, NrvAddCircle(drawing, 0, 0, 5, 0, NULL));
+    EXPECT_INT(NRV_OK, NrvAddLabel(drawing, four, 0, NULL));
+    EXPECT_INT(NRV_OK, NrvAddFrame(drawing, 0, 0, 1, 1, L"f", 0, NULL));
+    EXPECT_INT(4, Steps(drawing, 0));
+    EXPECT_INT(NRV_OK, NrvUndo(drawing));
+    EXPECT_INT(3, Count(drawing));
+    EXPECT_INT(NRV_OK, NrvFreeDrawing(drawing));
+}
+
+C_TEST(CapiHistory, BeyondItsLimitsTheOldestStepsAreForgotten) {
+    NrvHandle drawing = NULL;
+    REQUIRE(NrvCreateDrawing(&drawing) == NRV_OK);
+    EXPECT_INT(NRV_E_STATE, NrvSetStepLimits(drawing, 1000, 1)); // Off.
+    EXPECT_INT(NRV_OK, NrvSetHistory(drawing, 1));
+    EXPECT_INT(NRV_OK, NrvSetStepLimits(drawing, 1u << 20, 2));
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_INT(NRV_OK, NrvAddLine(drawing, i, 0, i, 1, 0, NULL));
+    }
+    EXPECT_INT(2, Steps(drawing, 0));
+    EXPECT_INT(NRV_OK, NrvSetStepLimits(drawing, 1, 100)); // The newest one is kept whatever its size.
+    EXPECT_INT(NRV_OK, NrvAddLine(drawing, 9, 0, 9, 1, 0, NULL));
+    EXPECT_INT(1, Steps(drawing, 0));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetStepLimits(drawing, 1000, 0));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetStepLimits(drawing, 1000, UINT32_MAX));
+    EXPECT_INT(NRV_OK, NrvFreeDrawing(drawing));
+}

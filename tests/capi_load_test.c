@@ -334,3 +334,77 @@ C_TEST(CapiLoad, EachThreadMayHaveItsOwnWindows) {
         EXPECT_INT(0, failed);
     }
 }
+
+// A view of its own in each of several threads at once: commands by clicks, pictures, events.
+static void NRV_CALL CountEvent(NrvEvent* event, void* user) {
+    if (event->header.code == NRV_N_COMMAND_ENDED && event->reason == NRV_END_DONE) {
+        ++*(int*)user;
+    }
+}
+
+static void ClickOnce(HWND view, int x, int y) {
+    SendMessageW(view, WM_MOUSEMOVE, 0, MAKELPARAM(x, y));
+    SendMessageW(view, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+    SendMessageW(view, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+}
+
+static DWORD WINAPI DrawOnThread(LPVOID number) {
+    const int own = (int)(intptr_t)number;
+    int failed = 0;
+    int done = 0;
+    const HWND view = CreateWindowExW(0, NRV_VIEW_CLASS, L"", WS_POPUP | WS_VISIBLE, 0, 0, 300, 300, NULL, NULL,
+                                      GetModuleHandleW(NULL), NULL);
+    failed += view == NULL || NrvSetCallback(view, CountEvent, &done) != NRV_OK;
+    failed += NrvSetSnapMode(view, 0) != NRV_OK;
+    for (int round = 0; round < 20; ++round) {
+        NrvId id = 0;
+        NrvPoint points[2] = {{0, 0}};
+        uint32_t count = 0;
+        failed += NrvDoCommand(view, L"line") != NRV_OK;
+        ClickOnce(view, 20 * own, 10 * (round + 1));
+        ClickOnce(view, 20 * own + 100, 10 * (round + 1));
+        UpdateWindow(view);
+        failed += NrvGetObject(view, NRV_LIST_DRAWING, (uint32_t)round, &id) != NRV_OK;
+        failed += NrvGetPoints(view, id, points, 2, &count) != NRV_OK || points[0].x != 20 * own;
+        failed += NrvRender(view, NULL, NRV_FORMAT_SVG, NULL, 0, &count, NULL) != NRV_OK;
+        MSG message;
+        while (PeekMessageW(&message, NULL, 0, 0, PM_REMOVE)) {
+            DispatchMessageW(&message);
+        }
+    }
+    failed += done != 20;
+    failed += !DestroyWindow(view);
+    return (DWORD)failed;
+}
+
+C_TEST(CapiLoad, SeveralThreadsHaveWindowsAtOnce) {
+    HANDLE threads[3];
+    for (int i = 0; i < 3; ++i) {
+        threads[i] = CreateThread(NULL, 0, DrawOnThread, (LPVOID)(intptr_t)(i + 1), 0, NULL);
+        REQUIRE(threads[i] != NULL);
+    }
+    EXPECT_INT(WAIT_OBJECT_0, WaitForMultipleObjects(3, threads, TRUE, INFINITE));
+    for (int i = 0; i < 3; ++i) {
+        DWORD failed = 99;
+        EXPECT(GetExitCodeThread(threads[i], &failed));
+        EXPECT_INT(0, failed);
+        CloseHandle(threads[i]);
+    }
+}
+
+static void TranslateThere(void* window) {
+    MSG message = {0};
+    int32_t translated = 9;
+    message.hwnd = (HWND)window;
+    message.message = WM_KEYDOWN;
+    message.wParam = VK_RETURN;
+    EXPECT_INT(NRV_E_THREAD, NrvTranslateMessage(&message, &translated));
+    EXPECT_INT(0, translated);
+}
+
+C_TEST(CapiLoad, AMessageIsTranslatedOnItsWindowsThreadOnly) {
+    CHost host;
+    REQUIRE(CHostOpen(&host, NRV_VIEW_CLASS));
+    CHostRunOnThread(TranslateThere, host.view);
+    CHostClose(&host);
+}

@@ -663,3 +663,178 @@ C_TEST(CapiObjects, BackgroundAndPenIndexAreSet) {
     EXPECT_INT(NRV_E_ARGUMENT, NrvSetPenIndex(g_drawing, -2));
     End();
 }
+
+C_TEST(CapiObjects, TheBackgroundHasAnIndexAndTheTableItsColours) {
+    uint32_t color = 1;
+    int32_t index = 0;
+    REQUIRE(Begin());
+    EXPECT_INT(NRV_OK, NrvGetTableColor(137, &color));
+    EXPECT_INT(0xFFFFFF, color);
+    EXPECT_INT(NRV_OK, NrvSetBackgroundIndex(g_drawing, 137));
+    EXPECT_INT(NRV_OK, NrvGetBackground(g_drawing, &color));
+    EXPECT_INT(0xFFFFFF, color);
+    EXPECT_INT(NRV_OK, NrvGetBackgroundIndex(g_drawing, &index));
+    EXPECT_INT(137, index);
+    EXPECT_INT(NRV_OK, NrvSetBackground(g_drawing, 0x102030));
+    EXPECT_INT(NRV_OK, NrvGetBackgroundIndex(g_drawing, &index));
+    EXPECT_INT(-2, index);
+    EXPECT_INT(NRV_OK, NrvSetBackgroundIndex(g_drawing, 0));
+    EXPECT_INT(NRV_OK, NrvSetBackgroundIndex(g_drawing, -2));
+    EXPECT_INT(NRV_OK, NrvGetBackground(g_drawing, &color));
+    EXPECT_INT(0x102030, color); // Hidden by the index, not lost.
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetBackgroundIndex(g_drawing, -1));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetBackgroundIndex(g_drawing, 141));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvGetTableColor(141, &color));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvGetTableColor(-1, &color));
+    End();
+}
+
+C_TEST(CapiObjects, WhatIsKeptForTheHostComesBackFromAStream) {
+    static unsigned char bytes[4096];
+    uint32_t size = 0;
+    NrvId text = 0;
+    REQUIRE(Begin());
+    REQUIRE(NrvAddText(g_drawing, 0, 0, L"text", 0, 10, 0, &text) == NRV_OK);
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_BRUSH, -7));
+    EXPECT_INT(NRV_OK, NrvSetDouble(g_drawing, text, NRV_DOUBLE_SCALE, 2.5));
+    EXPECT_INT(NRV_OK, NrvSetDouble(g_drawing, text, NRV_DOUBLE_TEXT_OFFSET, -0.5));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_INVERTED, 1));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_TEXT_COLOR, 0x0000FF));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_TEXT_OPAQUE, 1));
+    EXPECT_INT(0x0000FF, Int(text, NRV_INT_TEXT_COLOR));
+    EXPECT_INT(1, Int(text, NRV_INT_TEXT_OPAQUE));
+    EXPECT_INT(NRV_OK, NrvSaveBuffer(g_drawing, bytes, sizeof bytes, &size));
+    EXPECT_INT(NRV_OK, NrvLoadBuffer(g_drawing, bytes, size, NULL));
+    REQUIRE(NrvGetObject(g_drawing, NRV_LIST_DRAWING, 0, &text) == NRV_OK);
+    EXPECT_INT(-7, Int(text, NRV_INT_BRUSH));
+    EXPECT_NEAR_TO(2.5, Double(text, NRV_DOUBLE_SCALE), 0);
+    EXPECT_NEAR_TO(-0.5, Double(text, NRV_DOUBLE_TEXT_OFFSET), 0);
+    EXPECT_INT(1, Int(text, NRV_INT_INVERTED));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_INVERTED, 0));
+    EXPECT_INT(0, Int(text, NRV_INT_INVERTED));
+    EXPECT_INT(0, Int(text, NRV_INT_TEXT_OPAQUE)); // Not stored.
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetInt(g_drawing, text, NRV_INT_TEXT_OPAQUE, 2));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetInt(g_drawing, text, NRV_INT_BRUSH, 40000));
+    EXPECT_INT(NRV_E_KIND, NrvSetInt(g_drawing, text, NRV_INT_GAP, 0));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_SELECTED, 1));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_INVERTED, 0)); // It is not.
+    EXPECT_INT(1, Count(NRV_LIST_SELECTED));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, text, NRV_INT_INVERTED, 1));
+    EXPECT_INT(0, Count(NRV_LIST_SELECTED));
+    EXPECT_INT(0, Int(text, NRV_INT_SELECTED));
+    End();
+}
+
+C_TEST(CapiObjects, ALabelHasAGapOrNone) {
+    const NrvPoint four[4] = {{0, 0}, {0, 10}, {20, 0}, {20, 10}};
+    NrvId label = 0;
+    REQUIRE(Begin());
+    REQUIRE(NrvAddLabel(g_drawing, four, 0, &label) == NRV_OK);
+    EXPECT_INT(1, Int(label, NRV_INT_GAP));
+    EXPECT_INT(NRV_OK, NrvSetInt(g_drawing, label, NRV_INT_GAP, 0));
+    EXPECT_INT(0, Int(label, NRV_INT_GAP));
+    End();
+}
+
+C_TEST(CapiObjects, VerticesComeAndGoWithTheTagsAndBulgesOfTheirSegments) {
+    const NrvPoint three[3] = {{0, 0}, {10, 0}, {10, 10}};
+    const double bulges[3] = {0.5, 0, 0};
+    const NrvPoint four[4] = {{0, 0}, {5, -3}, {10, 0}, {10, 10}};
+    const NrvPoint left[3] = {{5, -3}, {10, 0}, {10, 10}};
+    const NrvPoint five[4] = {{5, -3}, {10, 0}, {10, 10}, {7, 7}};
+    double got[5] = {0};
+    uint32_t count = 0;
+    wchar_t text[16];
+    NrvId id = 0;
+    NrvId line = 0;
+    REQUIRE(Begin());
+    REQUIRE(NrvAddPolyline(g_drawing, three, bulges, 3, 0, 0xFF0000, &id) == NRV_OK);
+    REQUIRE(NrvAddLine(g_drawing, 0, 0, 1, 1, 0, &line) == NRV_OK);
+    EXPECT_INT(NRV_OK, NrvSetSegmentString(g_drawing, id, 1, NRV_STRING_NAME, L"side"));
+    EXPECT_INT(NRV_OK, NrvInsertVertex(g_drawing, id, 1, 5, -3));
+    ExpectPoints(id, four, 4);
+    EXPECT_INT(NRV_OK, NrvGetBulges(g_drawing, id, got, 5, &count));
+    EXPECT_NEAR_TO(0.5, got[0], 0);
+    EXPECT_NEAR_TO(0.5, got[1], 0); // Of the segment that was divided.
+    EXPECT_INT(NRV_OK, NrvGetSegmentString(g_drawing, id, 2, NRV_STRING_NAME, text, 16, &count));
+    EXPECT_TEXT(L"side", text);
+    EXPECT_INT(NRV_OK, NrvRemoveVertex(g_drawing, id, 0));
+    ExpectPoints(id, left, 3);
+    EXPECT_INT(NRV_OK, NrvInsertVertex(g_drawing, id, 3, 7, 7));
+    ExpectPoints(id, five, 4);
+    EXPECT_INT(NRV_E_ARGUMENT, NrvInsertVertex(g_drawing, id, 5, 0, 0));
+    EXPECT_INT(NRV_E_ARGUMENT, NrvRemoveVertex(g_drawing, id, 4));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_INT(NRV_OK, NrvRemoveVertex(g_drawing, id, 0));
+    }
+    EXPECT_INT(NRV_E_ARGUMENT, NrvRemoveVertex(g_drawing, id, 0)); // The last one stays.
+    EXPECT_INT(NRV_E_KIND, NrvInsertVertex(g_drawing, line, 0, 0, 0));
+    EXPECT_INT(NRV_E_KIND, NrvRemoveVertex(g_drawing, line, 0));
+    EXPECT_INT(NRV_E_KIND, NrvSetSegmentColor(g_drawing, line, 0, 1, 0));
+    EXPECT_INT(NRV_E_KIND, NrvSetSnapPoints(g_drawing, line, NULL, 0));
+    End();
+}
+
+C_TEST(CapiObjects, ASegmentHasAColourOfItsOwn) {
+    const NrvPoint three[3] = {{10, 50}, {50, 50}, {90, 50}};
+    static uint32_t pixels[100 * 100];
+    NrvPicture p = {.size = sizeof p};
+    NrvId id = 0;
+    uint32_t size = 0;
+    REQUIRE(Begin());
+    REQUIRE(NrvAddPolyline(g_drawing, three, NULL, 3, 0, 0xFF0000, &id) == NRV_OK);
+    EXPECT_INT(NRV_OK, NrvGetDefaultPicture(&p));
+    p.show = NRV_SHOW_WINDOW;
+    p.width = p.height = 100;
+    p.window.right = p.window.top = 100;
+    EXPECT_INT(NRV_OK, NrvSetSegmentColor(g_drawing, id, 1, 1, 0x00FF00));
+    EXPECT_INT(NRV_OK, NrvRender(g_drawing, &p, NRV_FORMAT_PIXELS, pixels, sizeof pixels, &size, NULL));
+    EXPECT_INT(0xFFFF0000, pixels[50 * 100 + 30]);
+    EXPECT_INT(0xFF00FF00, pixels[50 * 100 + 70]);
+    EXPECT_INT(NRV_OK, NrvSetSegmentColor(g_drawing, id, 1, 0, 0));
+    EXPECT_INT(NRV_OK, NrvRender(g_drawing, &p, NRV_FORMAT_PIXELS, pixels, sizeof pixels, &size, NULL));
+    EXPECT_INT(0xFFFF0000, pixels[50 * 100 + 70]);
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetSegmentColor(g_drawing, id, 3, 1, 0));
+    End();
+}
+
+C_TEST(CapiObjects, DistancesAndFeetAreMeasured) {
+    NrvId line = 0;
+    NrvId circle = 0;
+    double distance = -1;
+    NrvPoint feet[2] = {{0, 0}};
+    uint32_t count = 99;
+    REQUIRE(Begin());
+    REQUIRE(NrvAddLine(g_drawing, 0, 0, 10, 0, 0, &line) == NRV_OK);
+    REQUIRE(NrvAddCircle(g_drawing, 0, 0, 5, 0, &circle) == NRV_OK);
+    EXPECT_INT(NRV_OK, NrvGetDistance(g_drawing, line, 4, 3, &distance));
+    EXPECT_NEAR_TO(3, distance, 1e-6);
+    EXPECT_INT(NRV_OK, NrvGetDistance(g_drawing, line, 13, 4, &distance));
+    EXPECT_NEAR_TO(5, distance, 1e-6); // From the end.
+    EXPECT_INT(NRV_OK, NrvGetDistance(g_drawing, circle, 0, 8, &distance));
+    EXPECT_NEAR_TO(3, distance, 1e-6);
+    EXPECT_INT(NRV_OK, NrvGetFeet(g_drawing, line, 14, 3, feet, 2, &count));
+    EXPECT_INT(1, count);
+    EXPECT_NEAR_TO(14, feet[0].x, 1e-9); // Beyond the end.
+    EXPECT_NEAR_TO(0, feet[0].y, 1e-9);
+    EXPECT_INT(NRV_OK, NrvGetFeet(g_drawing, circle, 14, 3, feet, 2, &count));
+    EXPECT_INT(0, count);
+    End();
+}
+
+C_TEST(CapiObjects, LayersAreRemovedAndAddedAnew) {
+    uint32_t count = 9;
+    uint32_t index = 9;
+    NrvLayer layer = {.size = sizeof layer};
+    REQUIRE(Begin());
+    EXPECT_INT(NRV_OK, NrvAddLayer(g_drawing, L"more", NULL));
+    EXPECT_INT(NRV_OK, NrvAddLine(g_drawing, 0, 0, 1, 1, 0, NULL));
+    EXPECT_INT(NRV_OK, NrvRemoveLayers(g_drawing));
+    EXPECT_INT(NRV_OK, NrvGetLayerCount(g_drawing, &count));
+    EXPECT_INT(0, count);
+    EXPECT_INT(NRV_E_ARGUMENT, NrvGetLayer(g_drawing, 0, &layer));
+    EXPECT_INT(NRV_OK, NrvRender(g_drawing, NULL, NRV_FORMAT_SVG, NULL, 0, &count, NULL));
+    EXPECT_INT(NRV_OK, NrvAddLayer(g_drawing, L"first", &index));
+    EXPECT_INT(0, index);
+    End();
+}

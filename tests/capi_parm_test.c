@@ -346,7 +346,12 @@ C_TEST(CapiParm, TheWheelZoomsUnlessItIsSwitchedOff) {
     Parms p;
     NrvMapping mapping = {sizeof mapping, 0, 0, 0, 0};
     REQUIRE(Open(&p));
+    int32_t on = -1;
+    EXPECT_INT(NRV_OK, NrvGetWheel(p.host.view, &on));
+    EXPECT_INT(1, on);
     EXPECT_INT(NRV_OK, NrvSetWheel(p.host.view, 0));
+    EXPECT_INT(NRV_OK, NrvGetWheel(p.host.view, &on));
+    EXPECT_INT(0, on);
     SendMessageW(p.host.view, WM_MOUSEWHEEL, MAKEWPARAM(0, 120), 0);
     EXPECT_INT(NRV_OK, NrvGetMapping(p.host.view, &mapping));
     EXPECT_NEAR_TO(1.0, mapping.scale, 0);
@@ -389,5 +394,65 @@ C_TEST(CapiParm, TheTooltipShowsTheDescriptionInAPlainLoop) {
         }
     }
     EXPECT(shown);
+    CHostClose(&p.host);
+}
+
+static void GoFromAToC(NrvEvent* event) {
+    if (event->header.code == NRV_N_EDIT_NEXT) {
+        NrvId parm = 0;
+        uint32_t length = 0;
+        wchar_t name[8];
+        EXPECT_INT(NRV_OK, NrvGetString(event->source, event->id, NRV_STRING_NAME, name, 8, &length));
+        EXPECT_INT(1, event->answer);
+        if (wcscmp(name, L"A") == 0) {
+            event->answer = 0;
+            EXPECT_INT(NRV_OK, NrvFindParm(event->source, L"C", &parm));
+            EXPECT_INT(NRV_OK, NrvBeginEdit(event->source, parm));
+        }
+    }
+}
+
+C_TEST(CapiParm, AHandlerDecidesWhereTabGoes) {
+    Parms p;
+    REQUIRE(Open(&p));
+    CHostSetHandler(GoFromAToC);
+    CHostClick(&p.host, X, Y_A);
+    CHostType(L"7");
+    CHostPostKey(VK_TAB);
+    CHostPump();
+    EXPECT(Edited(&p) == p.c);
+    EXPECT_TEXT(L"7", Value(&p, p.a));
+    CHostPostKey(VK_RETURN); // From the last one on to the first.
+    CHostPump();
+    EXPECT(Edited(&p) == p.a);
+    CHostClose(&p.host);
+}
+
+// The tooltip of this thread that is shown; null for none.
+static HWND ShownTip(void) {
+    for (HWND tip = FindWindowExW(NULL, NULL, L"tooltips_class32", NULL); tip != NULL;
+         tip = FindWindowExW(NULL, tip, L"tooltips_class32", NULL)) {
+        if (GetWindowThreadProcessId(tip, NULL) == GetCurrentThreadId() && IsWindowVisible(tip)) {
+            return tip;
+        }
+    }
+    return NULL;
+}
+
+C_TEST(CapiParm, TheHostSetsTheTooltip) {
+    Parms p;
+    REQUIRE(Open(&p));
+    EXPECT_INT(NRV_OK, NrvSetTooltip(p.host.view, L"from the host"));
+    SetCursorPos(100 + 200, 80 + 290);
+    CHostMove(&p.host, 200, 290);
+    const DWORD begun = GetTickCount();
+    while (ShownTip() == NULL && GetTickCount() - begun < 5000) {
+        MsgWaitForMultipleObjects(0, NULL, FALSE, 50, QS_ALLINPUT);
+        CHostPump();
+    }
+    EXPECT(ShownTip() != NULL);
+    EXPECT_INT(NRV_OK, NrvSetTooltip(p.host.view, NULL));
+    CHostPump();
+    EXPECT(ShownTip() == NULL);
     CHostClose(&p.host);
 }

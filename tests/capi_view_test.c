@@ -77,7 +77,11 @@ C_TEST(CapiView, TheCommandsAreListed) {
     EXPECT_INT(NRV_OK, NrvGetCommand(0, NRV_COMMAND_HINT, text, 64, &length));
     EXPECT(length > 0);
     EXPECT_INT(NRV_E_ARGUMENT, NrvGetCommand(20, NRV_COMMAND_WORD, text, 64, &length));
-    EXPECT_INT(NRV_E_ARGUMENT, NrvGetCommand(0, 4, text, 64, &length));
+    EXPECT_INT(NRV_OK, NrvGetCommand(0, NRV_COMMAND_CHINESE, text, 64, &length));
+    EXPECT(length > 0 && text[0] >= 0x4E00);
+    EXPECT_INT(NRV_OK, NrvGetCommand(0, NRV_COMMAND_ENGLISH, text, 64, &length));
+    EXPECT(length > 0 && text[0] < 128);
+    EXPECT_INT(NRV_E_ARGUMENT, NrvGetCommand(0, 6, text, 64, &length));
     EXPECT_INT(NRV_E_BUFFER, NrvGetCommand(0, NRV_COMMAND_WORD, text, 4, &length));
 }
 

@@ -169,7 +169,8 @@ NRV_API NrvResult NRV_CALL NrvSaveFile(NrvHandle handle, const NrvChar* path);
 /* Frees all objects of the drawing; net, layers, background and mapping stay. Breaks off an open edit, and a running
  * command that works on them. */
 NRV_API NrvResult NRV_CALL NrvClear(NrvHandle handle);
-/* Whether something was changed since the last load or save. Every command of NrvDoCommand counts as a change. */
+/* Whether something was changed since the last load or save. Every command of NrvDoCommand counts as a change, unless
+ * the editing option modified_by_change is set. */
 NRV_API NrvResult NRV_CALL NrvGetModified(NrvHandle handle, int32_t* modified);
 NRV_API NrvResult NRV_CALL NrvSetModified(NrvHandle handle, int32_t modified);
 
@@ -258,7 +259,14 @@ enum NrvInt {
     NRV_INT_FILLED = 10,      /* Circles: 0 or 1. */
     NRV_INT_PARM_TYPE = 11,   /* Parameters: 4 is never edited; the others have the meaning that the host gives. */
     NRV_INT_PARM_BOX = 12,    /* Parameters: 1: a click opens the edit box; 0: it is only reported. */
-    NRV_INT_FIGURE = 13       /* Labels: 1: the measured length is shown. */
+    NRV_INT_FIGURE = 13,      /* Labels: 1: the measured length is shown. */
+    NRV_INT_GAP = 14,         /* Labels: 1: the dimension line has a gap. */
+    /* 1: drawn by inversion, as a preview is; the sides of a rectangle that a command drew are, unless the editing
+     * option clean_rectangle is set. 0 for a selected object. Setting 1 takes it out of the selection. */
+    NRV_INT_INVERTED = 15,
+    NRV_INT_BRUSH = 16,      /* For the host: stored, not used. */
+    NRV_INT_TEXT_COLOR = 17, /* Texts and parameters: 0x00RRGGBB behind the characters, not stored. */
+    NRV_INT_TEXT_OPAQUE = 18 /* Texts and parameters: 1: NRV_INT_TEXT_COLOR is painted. Not stored. */
 };
 
 /* Numbers of objects, in drawing units where nothing else is told. All but radius, angles and label sizes are kept in
@@ -274,7 +282,9 @@ enum NrvDouble {
     NRV_DOUBLE_TEXT_RATIO = 8,  /* Width of the characters by half their height; 0 leaves it to the font. */
     NRV_DOUBLE_TICK_SIZE = 9,   /* Labels. */
     NRV_DOUBLE_TICK_WIDTH = 10, /* Labels. */
-    NRV_DOUBLE_GAP = 11         /* Labels: half the gap in the dimension line. */
+    NRV_DOUBLE_GAP = 11,        /* Labels: half the gap in the dimension line. */
+    NRV_DOUBLE_SCALE = 12,      /* For the host: stored, not used. */
+    NRV_DOUBLE_TEXT_OFFSET = 13 /* Texts and parameters. For the host: stored, not used. */
 };
 
 /* Strings of objects. */
@@ -302,10 +312,27 @@ NRV_API NrvResult NRV_CALL NrvGetSegmentString(NrvHandle handle, NrvId id, uint3
 NRV_API NrvResult NRV_CALL NrvSetSegmentString(NrvHandle handle, NrvId id, uint32_t segment, int32_t what,
                                                const NrvChar* value);
 
+/* Polylines: a vertex more, before the one at `index` or at the end, with the bulge of the segment that it divides; one
+ * less; a colour of its own, 0x00RRGGBB, for the segment that begins at a vertex, which is not stored (with `own` 0 it
+ * is drawn in the polyline's again); and further snap points, exactly these, insert points of the snap mode, which are
+ * neither stored nor transformed (with count 0, `points` may be null, none). */
+NRV_API NrvResult NRV_CALL NrvInsertVertex(NrvHandle handle, NrvId id, uint32_t index, double x, double y);
+NRV_API NrvResult NRV_CALL NrvRemoveVertex(NrvHandle handle, NrvId id, uint32_t index);
+NRV_API NrvResult NRV_CALL NrvSetSegmentColor(NrvHandle handle, NrvId id, uint32_t segment, int32_t own,
+                                              uint32_t color);
+NRV_API NrvResult NRV_CALL NrvSetSnapPoints(NrvHandle handle, NrvId id, const NrvPoint* points, uint32_t count);
+
+/* The distance of a point from an object, in drawing units, as hits measure it; 100 or more for what can't be hit,
+ * and not-a-number for a line without a length. */
+NRV_API NrvResult NRV_CALL NrvGetDistance(NrvHandle handle, NrvId id, double x, double y, double* distance);
+/* The feet of the perpendiculars from a point on the infinite lines of lines and of straight segments. */
+NRV_API NrvResult NRV_CALL NrvGetFeet(NrvHandle handle, NrvId id, double x, double y, NrvPoint* points,
+                                      uint32_t capacity, uint32_t* count);
+
 /* The extent of an object, or with id 0 of the drawing. NRV_E_STATE when there is none. */
 NRV_API NrvResult NRV_CALL NrvGetExtents(NrvHandle handle, NrvId id, NrvRect* extents);
 /* Transforms an object, or with id 0 all of the drawing: x' = m[0] x + m[1] y + m[2], y' = m[3] x + m[4] y + m[5].
- * Circles and texts only move; the bulges of a polyline stay. */
+ * Circles and texts only move, frames do not; the bulges of a polyline stay. */
 NRV_API NrvResult NRV_CALL NrvTransform(NrvHandle handle, NrvId id, const double* matrix);
 /* The grips that a selected object shows. */
 NRV_API NrvResult NRV_CALL NrvGetGrips(NrvHandle handle, NrvId id, NrvPoint* points, uint32_t capacity,
@@ -364,6 +391,8 @@ NRV_API NrvResult NRV_CALL NrvGetLayerCount(NrvHandle handle, uint32_t* count);
 NRV_API NrvResult NRV_CALL NrvAddLayer(NrvHandle handle, const NrvChar* name, uint32_t* index);
 NRV_API NrvResult NRV_CALL NrvGetLayer(NrvHandle handle, uint32_t index, NrvLayer* layer);
 NRV_API NrvResult NRV_CALL NrvSetLayer(NrvHandle handle, uint32_t index, const NrvLayer* layer);
+/* All of them, also the first one. Objects keep their numbers of layers. */
+NRV_API NrvResult NRV_CALL NrvRemoveLayers(NrvHandle handle);
 
 /* ---- Selection -------------------------------------------------------------------------------------------------- */
 /* See also NRV_LIST_SELECTED and NRV_INT_SELECTED. */
@@ -394,11 +423,23 @@ NRV_API NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_
 NRV_API NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english);
 NRV_API NrvResult NRV_CALL NrvEndStep(NrvHandle handle);
 
+/* Beyond either limit the oldest steps are forgotten; the newest one is kept whatever its size. At first 64 MB and
+ * 1,000 steps. NRV_E_ARGUMENT for no step. */
+NRV_API NrvResult NRV_CALL NrvSetStepLimits(NrvHandle handle, uint64_t bytes, uint32_t steps);
+
 /* ---- Commands: windows only -------------------------------------------------------------------------------------- */
 
-/* The words of all commands, for menus. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
-enum NrvCommandField { NRV_COMMAND_WORD = 1, NRV_COMMAND_CAPTION = 2, NRV_COMMAND_HINT = 3 };
+/* What there is to know of a command, for menus. */
+enum NrvCommandField {
+    NRV_COMMAND_WORD = 1,
+    NRV_COMMAND_CAPTION = 2, /* For a menu, with its mnemonic and, after a tab, its key. */
+    NRV_COMMAND_HINT = 3,    /* What the user does while it runs. */
+    NRV_COMMAND_CHINESE = 4, /* What it does, as its step is called. */
+    NRV_COMMAND_ENGLISH = 5
+};
+/* How many there are. */
 NRV_API NrvResult NRV_CALL NrvGetCommandCount(uint32_t* count);
+/* A text of one, of enum NrvCommandField. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
 NRV_API NrvResult NRV_CALL NrvGetCommand(uint32_t index, int32_t field, NrvChar* buffer, uint32_t capacity,
                                          uint32_t* length);
 /* Starts a command by its word, with case; "open" and "save" show the file dialog. A running one is broken off.
@@ -417,6 +458,36 @@ NRV_API NrvResult NRV_CALL NrvSetSnapMode(NrvHandle handle, int32_t mode);
 /* 1: new segments are horizontal or vertical. */
 NRV_API NrvResult NRV_CALL NrvGetOrtho(NrvHandle handle, int32_t* ortho);
 NRV_API NrvResult NRV_CALL NrvSetOrtho(NrvHandle handle, int32_t ortho);
+
+/* The snap point that a command would take for a pixel, by the snap mode, without the feet of perpendiculars, which
+ * only a running command has. *kind is 1 for a vertex and other grips, 2 for an insert point, 4 for a midpoint, and
+ * (*sx, *sy) the whole pixel under the point; or *kind is 0 and nothing else is written. */
+NRV_API NrvResult NRV_CALL NrvSnap(NrvHandle handle, double px, double py, double* sx, double* sy, int32_t* kind);
+
+/* ---- Editing options --------------------------------------------------------------------------------------------- */
+
+/* What a host may choose instead of the classic behaviour of commands, previews and picks; editing-options.md describes
+ * both. Each switch is 0 at first, which is the classic behaviour. */
+typedef struct NrvEditingOptions {
+    uint32_t size;                /* Of this record, in bytes. */
+    int32_t strokes_once;         /* 1: a polyline that is moved or taken by a grip is seen whole. */
+    int32_t no_self_snap;         /* 1: what a command moves or draws offers it no snap points. */
+    int32_t previews_return;      /* 1: previews are drawn again after a paint of the window. */
+    int32_t repaints_at_end;      /* 1: the end of every command asks for a repaint. */
+    int32_t modified_by_change;   /* 1: NrvGetModified tells of changes, and not of each command. */
+    int32_t texts_as_shown;       /* 1: texts are hit where they are seen; figures of labels count in extents. */
+    int32_t clean_rectangle;      /* 1: the sides of a rectangle are ordinary lines; its preview is seen whole. */
+    int32_t transforms_end_early; /* 1: the right button before the base point ends a command. The windows of this
+                                     interface do so in any case. */
+    int32_t reserved;             /* 0. */
+    double figure_height;         /* Drawing units, above 0, with texts_as_shown: that of the figure of a label. 100. */
+    double pixel_scale;           /* Above 0. Factor for what is measured in pixels: how near a click or a snap has to
+                                     be, markers, grips. 1 at first, for 96 dots per inch. */
+} NrvEditingOptions;
+
+/* Kept through loads and clears, and in no stream. A change takes effect at the next event and asks for no repaint. */
+NRV_API NrvResult NRV_CALL NrvGetEditingOptions(NrvHandle handle, NrvEditingOptions* options);
+NRV_API NrvResult NRV_CALL NrvSetEditingOptions(NrvHandle handle, const NrvEditingOptions* options);
 
 /* ---- Mapping, zoom, paint ---------------------------------------------------------------------------------------- */
 
@@ -442,9 +513,12 @@ NRV_API NrvResult NRV_CALL NrvZoomInto(NrvHandle handle, int32_t left, int32_t t
 NRV_API NrvResult NRV_CALL NrvSetZoomMargin(NrvHandle handle, int32_t margin, int32_t pixels);
 NRV_API NrvResult NRV_CALL NrvToPixels(NrvHandle handle, double x, double y, double* px, double* py);
 NRV_API NrvResult NRV_CALL NrvToDrawing(NrvHandle handle, double px, double py, double* x, double* y);
-/* The undermost object within four pixels of a pixel, which is the one that a click takes; NRV_OK and 0 for none.
- * `segment` (may be null): of a polyline, else -1. */
+/* The undermost object within four pixels (times the pixel_scale of the editing options) of a pixel, which is the one
+ * that a click takes; NRV_OK and 0 for none. `segment` (may be null): of a polyline, else -1. */
 NRV_API NrvResult NRV_CALL NrvHitTest(NrvHandle handle, int32_t px, int32_t py, NrvId* id, int32_t* segment);
+/* The first polyline with a curved segment within four pixels of a pixel, and that segment; NRV_OK and 0 for none.
+ * `segment` may be null. */
+NRV_API NrvResult NRV_CALL NrvHitCurve(NrvHandle handle, int32_t px, int32_t py, NrvId* id, int32_t* segment);
 /* Paints the drawing, without its background, into a device context of the caller: an HDC. */
 NRV_API NrvResult NRV_CALL NrvPaint(NrvHandle handle, void* hdc);
 
@@ -454,9 +528,135 @@ NRV_API NrvResult NRV_CALL NrvSetShowDecimals(NrvHandle handle, int32_t show);
 /* The background, 0x00RRGGBB; black at first. */
 NRV_API NrvResult NRV_CALL NrvGetBackground(NrvHandle handle, uint32_t* color);
 NRV_API NrvResult NRV_CALL NrvSetBackground(NrvHandle handle, uint32_t color);
+/* The same as an entry of the colour table, 0 to 140, or -2 for a colour of its own, which an index hides and does not
+ * lose. */
+NRV_API NrvResult NRV_CALL NrvGetBackgroundIndex(NrvHandle handle, int32_t* index);
+NRV_API NrvResult NRV_CALL NrvSetBackgroundIndex(NrvHandle handle, int32_t index);
+/* An entry of the colour table, 0x00RRGGBB. NRV_E_ARGUMENT outside 0 to 140. On any thread. */
+NRV_API NrvResult NRV_CALL NrvGetTableColor(int32_t index, uint32_t* color);
 /* The colour index of the objects that commands make; 137, white, at first. Not part of the stream. */
 NRV_API NrvResult NRV_CALL NrvGetPenIndex(NrvHandle handle, int32_t* index);
 NRV_API NrvResult NRV_CALL NrvSetPenIndex(NrvHandle handle, int32_t index);
+
+/* ---- Pictures ---------------------------------------------------------------------------------------------------- */
+/* Of views and of drawings without a window. A picture shows what the view's window shows at that size, without the
+ * marks of the selection; the drawing is as before afterwards. */
+
+/* Forms of pictures. */
+enum NrvFormat {
+    NRV_FORMAT_PNG = 1,   /* 24 bits a pixel, 32 without a background, 1 with NRV_COLORS_MONOCHROME. */
+    NRV_FORMAT_EMF = 2,   /* An enhanced metafile: lines as lines, texts as texts. */
+    NRV_FORMAT_SVG = 3,   /* UTF-8: arcs as arcs, texts as texts, layers as groups. */
+    NRV_FORMAT_PIXELS = 4 /* A uint32_t for each pixel, 0xAARRGGBB, from the top left corner, row by row. The colours
+                             are not multiplied by alpha. */
+};
+
+/* What a picture shows. */
+enum NrvShow {
+    NRV_SHOW_FIT = 0,    /* The whole drawing, or with `selected_only` what is selected, with a margin. */
+    NRV_SHOW_WINDOW = 1, /* The rectangle `window`, in the middle where the proportions differ. */
+    NRV_SHOW_MAPPING = 2 /* What the mapping of the view or drawing shows, from its top left corner on. */
+};
+
+/* In which colours. */
+enum NrvColors {
+    NRV_COLORS_STORED = 0,
+    NRV_COLORS_BLACK = 1,     /* Every stroke and text black, every filled area and the background white. */
+    NRV_COLORS_MONOCHROME = 2 /* The same, with texts that are not smoothed. */
+};
+
+/* On which background. */
+enum NrvGround {
+    NRV_GROUND_DRAWING = 0, /* That of the drawing; white in the two black forms. */
+    NRV_GROUND_COLOR = 1,   /* `ground_color`. */
+    NRV_GROUND_NONE = 2     /* Transparent. */
+};
+
+/* How a picture is made. Begin with NrvGetDefaultPicture or NrvGetPaperPicture and change what is to be different. */
+typedef struct NrvPicture {
+    uint32_t size;     /* Of this record, in bytes. */
+    int32_t show;      /* Of enum NrvShow. */
+    int32_t width;     /* Pixels, 1 to 32767, and at most 2^27 pixels in all. 0 in one of the two: it follows */
+    int32_t height;    /* from the other by the proportion of what is shown. */
+    double scale;      /* Drawing units per pixel. Above 0 the size follows from it; not for NRV_SHOW_MAPPING. */
+    NrvRect window;    /* For NRV_SHOW_WINDOW. */
+    int32_t keep_size; /* 1: also with a scale the size is width and height, and what is shown is in its middle. */
+    int32_t margin;    /* For NRV_SHOW_FIT: both sides together, in percent of the picture, 10 pixels at least. */
+    int32_t margin_in_pixels; /* 1: the margin is in pixels. */
+    int32_t colors;           /* Of enum NrvColors. */
+    int32_t ground;           /* Of enum NrvGround. */
+    uint32_t ground_color;    /* 0x00RRGGBB. */
+    double line_width_scale;  /* Multiplies the widths of pens; above 0, at most 1000. */
+    int32_t least_line_width; /* Pixels, 1 to 1000: thinner lines are widened to it. */
+    int32_t selected_only;    /* 1: only what is selected, without the net. */
+    int32_t net;              /* 0: without the background net. */
+    int32_t grips;            /* 1: with the marks of the selection; PNG, EMF and pixels. */
+    int32_t decimals;         /* -1: numbers as the view or drawing shows them; else as in NrvSetShowDecimals. */
+    int32_t reserved;         /* 0. */
+} NrvPicture;
+
+/* What a picture came to. */
+typedef struct NrvPictureResult {
+    uint32_t size;     /* Of this record, in bytes. */
+    int32_t width;     /* Pixels. */
+    int32_t height;    /* Pixels: also the row of the lower edge, on which origin_y lies. */
+    uint32_t left_out; /* How many objects are not in it, because painting them failed. An SVG also leaves
+                            out those that are drawn by inversion and those with numbers that are not finite. */
+    double scale;      /* Drawing units per pixel. */
+    double origin_x;   /* Drawing units: the left edge. */
+    double origin_y;   /* Drawing units: the lower edge. */
+} NrvPictureResult;
+
+/* 1024 by 768 pixels of the whole drawing with a margin of 15 percent, as stored, on its own background. */
+NRV_API NrvResult NRV_CALL NrvGetDefaultPicture(NrvPicture* picture);
+/* For a sheet of paper whose printable area is so many dots wide and high: black on white, thin lines a quarter of a
+ * millimetre wide. `n` 0 fits the drawing; otherwise it is shown as 1:n in the middle, a drawing unit being a
+ * millimetre. For NrvPaintPicture with the device context of a printer. */
+NRV_API NrvResult NRV_CALL NrvGetPaperPicture(NrvPicture* picture, int32_t width, int32_t height, double dots_per_inch,
+                                              double n);
+
+/* For the functions below: `picture` may be null for the default one; NRV_E_ARGUMENT when its size, scale or another
+ * number is out of range. `result` may be null, but not where it is all that is asked for. NRV_E_PAINT when `left_out`
+ * is not 0: the picture is made all the same. NRV_E_MEMORY without memory for it, NRV_E_SYSTEM when the system has no
+ * encoder for PNG. What goes wrong with an object is an NRV_N_MESSAGE after the picture. */
+
+/* The size and the mapping of the picture, without making it. */
+NRV_API NrvResult NRV_CALL NrvMeasurePicture(NrvHandle handle, const NrvPicture* picture, NrvPictureResult* result);
+/* A picture of enum NrvFormat into the caller's buffer; capacity and size in bytes. Each call makes it anew, also one
+ * that asks for the size alone. */
+NRV_API NrvResult NRV_CALL NrvRender(NrvHandle handle, const NrvPicture* picture, int32_t format, void* buffer,
+                                     uint32_t capacity, uint32_t* size, NrvPictureResult* result);
+/* Into a file. One that is there is replaced only by a whole one. NRV_E_FILE when it can't be written. */
+NRV_API NrvResult NRV_CALL NrvRenderFile(NrvHandle handle, const NrvPicture* picture, int32_t format,
+                                         const NrvChar* path, NrvPictureResult* result);
+/* Onto a device context of the caller: an HDC whose unit is the pixel, with the top left corner at its origin. What
+ * lies outside the picture is not clipped. */
+NRV_API NrvResult NRV_CALL NrvPaintPicture(NrvHandle handle, const NrvPicture* picture, void* hdc,
+                                           NrvPictureResult* result);
+
+/* ---- Parts of a drawing, clipboard ------------------------------------------------------------------------------- */
+
+/* Some objects of the drawing as a stream of their own, in drawing order; anything that loads drawings loads it.
+ * NRV_E_ARGUMENT for none, NRV_E_KIND for objects of the net. */
+NRV_API NrvResult NRV_CALL NrvSaveObjects(NrvHandle handle, const NrvId* ids, uint32_t id_count, void* buffer,
+                                          uint32_t capacity, uint32_t* size);
+/* Adds the objects of a stream on top of the drawing, moved by (dx, dy) drawing units as NrvTransform moves. All or
+ * nothing: NRV_E_REFUSED, without a message, for a stream that is not whole or has no object. `count` (may be null) is
+ * how many there are; they are the last ones of NRV_LIST_DRAWING. */
+NRV_API NrvResult NRV_CALL NrvInsertBuffer(NrvHandle handle, const void* data, uint32_t size, double dx, double dy,
+                                           uint32_t* count);
+/* The same stream to the clipboard, in the registered format "NRVectorView Objects". Windows only. NRV_E_SYSTEM while
+ * another program has the clipboard open. */
+NRV_API NrvResult NRV_CALL NrvCopyObjects(NrvHandle handle, const NrvId* ids, uint32_t id_count);
+/* A picture to the clipboard, as an enhanced metafile and in the registered format "PNG". Windows only. `picture` may
+ * be null. NRV_E_PAINT as above. */
+NRV_API NrvResult NRV_CALL NrvCopyPicture(NrvHandle handle, const NrvPicture* picture);
+/* 1 when there are objects on the clipboard. On any thread. */
+NRV_API NrvResult NRV_CALL NrvCanPaste(int32_t* can);
+/* Begins a command, "paste", that puts the objects of the clipboard where the user clicks: the lower left corner of
+ * their extent comes to the click. Windows only. A running command is broken off. NRV_E_STATE when there are none,
+ * NRV_E_REFUSED when they can't be read. */
+NRV_API NrvResult NRV_CALL NrvPaste(NrvHandle handle);
 
 /* ---- Editing a parameter: windows of NRV_PARM_VIEW_CLASS only -----------------------------------------------------
  */
@@ -478,7 +678,11 @@ NRV_API NrvResult NRV_CALL NrvEndEdit(NrvHandle handle);
 NRV_API NrvResult NRV_CALL NrvGetStrictRefusal(NrvHandle handle, int32_t* strict);
 NRV_API NrvResult NRV_CALL NrvSetStrictRefusal(NrvHandle handle, int32_t strict);
 /* 1, as at first: the wheel zooms. */
+NRV_API NrvResult NRV_CALL NrvGetWheel(NrvHandle handle, int32_t* on);
 NRV_API NrvResult NRV_CALL NrvSetWheel(NrvHandle handle, int32_t on);
+
+/* The tooltip's text, until the mouse comes to another object, whose description it shows; null: no tooltip. */
+NRV_API NrvResult NRV_CALL NrvSetTooltip(NrvHandle handle, const NrvChar* text);
 
 /* ---- Events ------------------------------------------------------------------------------------------------------ */
 
@@ -505,7 +709,13 @@ enum NrvCode {
     NRV_N_EDIT_ENDED = 0x4E0E,  /* The box is about to close: id. */
     /* A message: text, reason: the flags of MessageBox. answer: set to a number of a button (IDOK 1, IDCANCEL 2, IDYES
      * 6, IDNO 7) it is the answer, and no box is shown. Left at 0: a box is shown, see NrvSetMessages. */
-    NRV_N_MESSAGE = 0x4E0F
+    NRV_N_MESSAGE = 0x4E0F,
+    /* Tab or Return has ended the edit of the parameter id, and the next one is about to open. answer 0: it is not; the
+     * handler may open another one by NrvBeginEdit. */
+    NRV_N_EDIT_NEXT = 0x4E10,
+    /* The window is being painted, and the drawing is: hdc, in pixels of the window, on which the handler may paint
+     * more. What it selects there is put back after it. */
+    NRV_N_PAINT = 0x4E11
 };
 
 /* How a command ended: it did its work, it was broken off, or what it worked on was freed. */
@@ -543,8 +753,8 @@ typedef struct NrvEvent {
     NrvHandle source;        /* The view or drawing. */
     NrvId id;                /* The object; 0 for none. */
     const NrvId* ids;        /* Several objects; null for none. */
-    const NrvChar* text;     /* As the code tells; null for none. */
-    const NrvChar* old_text; /* The text that was there before. */
+    const NrvChar* text;     /* As the code tells; else empty. */
+    const NrvChar* old_text; /* The text that was there before; else empty. */
     double x;                /* Drawing units. */
     double y;                /* Drawing units, upwards. */
     int32_t px;              /* Pixels. */
@@ -553,6 +763,7 @@ typedef struct NrvEvent {
     int32_t kind;            /* Of the object, of enum NrvKind. */
     int32_t segment;         /* Of a polyline; -1 for none. */
     int32_t reason;          /* As the code tells. */
+    void* hdc;               /* Null but in NRV_N_PAINT: an HDC. */
 } NrvEvent;
 
 /* What a host gives to NrvSetCallback. The event is valid until it returns. */
@@ -561,7 +772,7 @@ typedef void(NRV_CALL* NrvCallback)(NrvEvent* event, void* user);
 /* Called for each event before the parent gets it; null for none. `user` is given back with each call. */
 NRV_API NrvResult NRV_CALL NrvSetCallback(NrvHandle handle, NrvCallback callback, void* user);
 /* Which events are sent: bit (code - 0x4E01) for each code. At first all but NRV_N_HOVER, which costs a hit test for
- * each move of the mouse. Without NRV_N_CHANGED no comparison is made at the end of a command. */
+ * each move of the mouse, and NRV_N_PAINT. Without NRV_N_CHANGED no comparison is made at the end of a command. */
 #define NRV_EVENT_BIT(code) (1u << ((code)-0x4E01))
 /* All such bits of a view or drawing together. */
 NRV_API NrvResult NRV_CALL NrvGetEventMask(NrvHandle handle, uint32_t* mask);

@@ -220,6 +220,38 @@ def use_javascript(package, out):
         host.windows_path(os.path.join(folder, "rectangle.js")), host.windows_path(os.path.join(package, "bin")))
 
 
+def use_headless(package, out):
+    """The programs and the commands of the page on drawings without a window, built by its own commands, without a display;
+    each prints what the page says. Its blocks of text are those of the two programs and of the commands, in this order."""
+    folder = os.path.join(out, "headless")
+    os.mkdir(folder)
+    with open(os.path.join(package, "doc", "headless.md"), encoding="utf-8") as file:
+        text = file.read()
+    printed = re.findall(r"```text\n(.*?)```", text, re.S)
+    scripts = re.findall(r"```sh\n(.*?)```", text, re.S)
+    host.expect(len(printed) == 3 and len(scripts) == 2, f"{len(printed)} texts and {len(scripts)} scripts in headless.md")
+    for name, kind in (("report.c", "c"), ("sheet.cpp", "cpp")):
+        with open(os.path.join(folder, name), "w", encoding="utf-8") as file:
+            file.write("\n".join(re.findall(rf"```{kind}\n(.*?)```", text, re.S)))
+    run(["sh", "-e", "-c", scripts[0].replace("FOLDER_OF_THE_PACKAGE", package)], folder)
+    for name in ("NRVectorView.dll", "nrkx.dll", "nrafx.dll"):
+        shutil.copy(os.path.join(package, "bin", name), folder)
+    environment = {name: value for name, value in os.environ.items() if name != "DISPLAY"}
+    runs = ('"$NR_WITH_WINE" ./report.exe', '"$NR_WITH_WINE" ./sheet.exe',
+            f'nrv() {{ "$NR_WITH_WINE" "{package}/bin/nrv.exe" "$@"; }}\n' + scripts[1])
+    for script, expected in zip(runs, printed):
+        done = subprocess.run(["sh", "-e", "-c", script], cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, timeout=120, check=False, env=environment)
+        said = done.stdout.decode("utf-8").replace("\r\n", "\n")
+        host.expect(said == expected and done.returncode == 0,
+                    f"headless.md: ends with {done.returncode} and prints\n{said}{done.stderr.decode('utf-8', 'replace')}")
+    heads = {"plate.png": b"\x89PNG\r\n\x1a\n", "plate.svg": b"<", "sheet.svg": b"<", "plate.emf": b"\1\0\0\0",
+             "sheet.emf": b"\1\0\0\0"}
+    for name, head in heads.items():
+        with open(os.path.join(folder, name), "rb") as file:
+            host.expect(file.read(len(head)) == head, f"{name} is no such picture")
+
+
 def main(out):
     package = unpack(out)
     look(package)
@@ -229,6 +261,7 @@ def main(out):
     has_c = os.path.exists(os.path.join(package, "include", "NRVectorView", "nrview.h"))
     if has_c:
         visual_c(package, out)
+        use_headless(package, out)
     for name in SAMPLES + (C_SAMPLES if has_c else ()):
         use(os.path.join(build, name + ".exe"), os.path.join(out, name))
     if os.environ.get("NR_JAVASCRIPT"):

@@ -78,7 +78,7 @@ void CHostWriteDown(NrvEvent* event) {
 static LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY) {
         NrvEvent* event = (NrvEvent*)lParam;
-        if (event->header.code >= NRV_N_CLICK && event->header.code <= NRV_N_MESSAGE) {
+        if (event->header.code >= NRV_N_CLICK && event->header.code <= NRV_N_PAINT) {
             CHostWriteDown(event);
             if (g_handler != NULL) {
                 g_handler(event);

@@ -19,7 +19,7 @@ static class Nrv
     {
         public NrvEventHeader header; public uint size; public int answer; public IntPtr source; public ulong id;
         public IntPtr ids; public IntPtr text; public IntPtr old_text; public double x; public double y;
-        public int px; public int py; public uint count; public int kind; public int segment; public int reason;
+        public int px; public int py; public uint count; public int kind; public int segment; public int reason; public IntPtr hdc;
     }
 
     const CallingConvention C = CallingConvention.Cdecl;

@@ -15,7 +15,7 @@ const NrvEventHeader = koffi.struct('NrvEventHeader', { window: 'void*', identit
 const NrvEvent = koffi.struct('NrvEvent', {
   header: NrvEventHeader, size: 'uint32_t', answer: 'int32_t', source: 'void*', id: 'uint64_t', ids: 'void*', text: 'str16',
   old_text: 'str16', x: 'double', y: 'double', px: 'int32_t', py: 'int32_t', count: 'uint32_t', kind: 'int32_t',
-  segment: 'int32_t', reason: 'int32_t'
+  segment: 'int32_t', reason: 'int32_t', hdc: 'void*'
 });
 const NrvCallback = koffi.proto('void NrvCallback(void* event, void* user)');
 

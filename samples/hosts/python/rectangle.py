@@ -25,7 +25,7 @@ class NrvEvent(ctypes.Structure):
     _fields_ = [("header", NrvEventHeader), ("size", c_uint32), ("answer", c_int32), ("source", c_void_p), ("id", c_uint64),
                 ("ids", POINTER(c_uint64)), ("text", c_wchar_p), ("old_text", c_wchar_p), ("x", c_double), ("y", c_double),
                 ("px", c_int32), ("py", c_int32), ("count", c_uint32), ("kind", c_int32), ("segment", c_int32),
-                ("reason", c_int32)]
+                ("reason", c_int32), ("hdc", c_void_p)]
 
 
 NrvCallback = ctypes.CFUNCTYPE(None, POINTER(NrvEvent), c_void_p)
