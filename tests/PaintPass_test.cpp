@@ -316,8 +316,8 @@ TEST(PaintPass, TheSegmentsOfAPolylineThatCrossesTheWindowAreAllThere) {
 
 TEST(PaintPass, AnObjectOutOfSightWhoseLayerFailsIsStillReported) {
     PaintedHost host;
-    host.parent.ShowWindow(
-        SW_HIDE); // So that no message box uncovers a part of it, whose paint would report once more.
+    // Hidden, so that no message box uncovers a part of the view, whose paint would report once more.
+    host.parent.ShowWindow(SW_HIDE);
     const auto add = [&](CDrawable* object, short layer) {
         object->SetLayer(layer); // The colour is by layer, the width is not.
         object->SetLineWide(1);
