@@ -1,6 +1,7 @@
 #include "CommandOperation.h"
 
-#include "FetchAhead.h"
+#include "Document.h"
+#include "GripReach.h"
 #include "OperationHost.h"
 #include "VectorGraphic.h"
 #include "resource.h"
@@ -169,8 +170,10 @@ int CCommandOperation::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
     const int aperture = ApertureUnits(kSnapAperture);
     CGePointArray grips;
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
-        FetchAhead(objects, i);
         CDrawable* object = objects[i];
+        if (AreGripsFar(object, point, aperture)) {
+            continue; // These kinds have no feet of perpendiculars either.
+        }
         ClearScratch(grips);
         object->getGripPoints(grips, m_OsnapMode);
         if ((m_OsnapMode & kOsnapPerpendicular) != 0) {
@@ -292,7 +295,6 @@ bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const 
 CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const {
     const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
-        FetchAhead(objects, i);
         CDrawable* object = objects.GetAt(i);
         // The hit test comes first, for all kinds: polylines remember the segment that it found.
         if (IsHit(object, point) && object->IsKindOf(kind)) {

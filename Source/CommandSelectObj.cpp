@@ -1,6 +1,6 @@
 #include "CommandSelectObj.h"
 
-#include "FetchAhead.h"
+#include "Document.h"
 
 IMPLEMENT_DYNAMIC(CCommandSelectObj, CCommandOperation)
 
@@ -16,7 +16,6 @@ CCommandOperation::ResultState CCommandSelectObj::OnLButtonDown(unsigned int, CG
     const CKxAliveToken engine = EngineAlive();
     const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
-        FetchAhead(objects, i);
         CDrawable* object = objects.GetAt(i);
         if (object->isCanSelect() == 0 || !IsHit(object, point)) {
             continue;

@@ -1,7 +1,6 @@
 #include "Document.h"
 
 #include "DrawingHistory.h"
-#include "FetchAhead.h"
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "TextMeasures.h"
@@ -84,7 +83,6 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
         max.SetPoint(1e-20, 1e-20);
     }
     for (INT_PTR i = 1; i < m_DrawableObjs.GetSize(); ++i) {
-        FetchAhead(m_DrawableObjs, i);
         CGePoint2d low;
         CGePoint2d high;
         if (ExtentOf(*m_DrawableObjs[i], m_pCoordTran, m_EditingOptions, low, high)) {

@@ -117,6 +117,7 @@ int CGraphicDocument::StoreData(CArchive& ar) {
     CVectorViewCoordTran& mapping = m_pCoordTran != nullptr ? *m_pCoordTran : newView;
     ar << mapping.GetScale() << mapping.GetOriginX() << mapping.GetOriginY() << mapping.GethScreen();
     ar << static_cast<int>(m_DrawableObjs.GetSize());
+    ar.SetStoreParams(static_cast<UINT>(m_DrawableObjs.GetSize()));
     for (INT_PTR i = 0; i < m_DrawableObjs.GetSize(); ++i) {
         if (m_DrawableObjs[i] != nullptr) {
             ar.WriteObject(m_DrawableObjs[i]);

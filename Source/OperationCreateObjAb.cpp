@@ -1,6 +1,7 @@
 #include "OperationCreateObjAb.h"
 
 #include "Document.h"
+#include "GripReach.h"
 #include "MemoryInfo.h"
 
 #include <algorithm>
@@ -100,7 +101,7 @@ int COperationCreateObjAb::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
     CGePointArray candidates;
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
         CDrawable* object = objects[i];
-        if (object->GetIsShow() == 0) {
+        if (object->GetIsShow() == 0 || AreGripsFar(object, point, aperture)) {
             continue;
         }
         ClearScratch(candidates);

@@ -64,6 +64,8 @@ public:
     void Serialize(CArchive& ar) override; // Text, face, place, sizes and angle.
 
 protected:
+    friend bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture);
+
     // The height of a sample text in drawing units: in the font selected in pDC or, with a null pDC, in this text's own
     // font on the screen. With a null pDC a font below one pixel gives the text height itself.
     float GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran);

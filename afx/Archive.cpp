@@ -305,6 +305,11 @@ void CArchive::WriteCount(DWORD_PTR dwCount) {
 // ---- text ----------------------------------------------------------------------------------------------------------
 
 void AFXAPI AfxWriteStringLength(CArchive& ar, UINT_PTR nLength, BOOL bUnicode) {
+    if (bUnicode && nLength < 255) {
+        // The mark below and the length at once: of most texts these are all bytes or half of them.
+        ar << (0x00FFFEFFu | static_cast<DWORD>(nLength) << 24);
+        return;
+    }
     if (bUnicode) {
         ar << static_cast<BYTE>(0xFF) << static_cast<WORD>(0xFFFE);
     }

@@ -3,8 +3,6 @@
 #include "ThreadState.h"
 #include "AfxInternal.h"
 
-#include <atomic>
-
 #include <algorithm>
 #include <exception>
 
@@ -48,36 +46,11 @@ int MessageBoxForHook(LPCTSTR lpszText, UINT nType) {
 
 // --- thread state ------------------------------------------------------------------------------------------------
 
-namespace {
-
-// Each pen of a paint asks for the state four times, and nearly always on the first thread that asked for it: that one
-// is identified by its environment block. Written once, state before block, until that thread ends.
-std::atomic<void*> g_firstBlock{nullptr};
-AfxThreadState* g_firstState = nullptr;
-
-void* OwnBlock() {
-    return ::NtCurrentTeb();
-}
-
-void ForgetState(const AfxThreadState* state) {
-    if (g_firstState == state && g_firstBlock.load(std::memory_order_relaxed) == OwnBlock()) {
-        g_firstBlock.store(nullptr, std::memory_order_relaxed);
-    }
-}
-
-} // namespace
-
 AfxThreadState* AfxStateIfAny() {
-    if (g_firstBlock.load(std::memory_order_acquire) == OwnBlock()) {
-        return g_firstState;
-    }
     return g_tlsIndex == TLS_OUT_OF_INDEXES ? nullptr : static_cast<AfxThreadState*>(::TlsGetValue(g_tlsIndex));
 }
 
 AfxThreadState& AfxState() {
-    if (g_firstBlock.load(std::memory_order_acquire) == OwnBlock()) {
-        return *g_firstState;
-    }
     auto* state = static_cast<AfxThreadState*>(::TlsGetValue(g_tlsIndex));
     if (state == nullptr) {
         if (g_tlsIndex == TLS_OUT_OF_INDEXES) {
@@ -85,11 +58,6 @@ AfxThreadState& AfxState() {
         }
         state = new AfxThreadState;
         ::TlsSetValue(g_tlsIndex, state);
-        static std::atomic_flag taken = ATOMIC_FLAG_INIT;
-        if (!taken.test_and_set()) {
-            g_firstState = state;
-            g_firstBlock.store(OwnBlock(), std::memory_order_release);
-        }
     }
     return *state;
 }
@@ -303,7 +271,6 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserve
         if (AfxThreadState* state = AfxStateIfAny()) {
             state->depth = 0;
             AfxDeleteTemporaries();
-            ForgetState(state);
             ::TlsSetValue(g_tlsIndex, nullptr);
             delete state;
         }
@@ -314,7 +281,6 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserve
             if (AfxThreadState* state = AfxStateIfAny()) {
                 state->depth = 0;
                 AfxDeleteTemporaries();
-                ForgetState(state);
                 delete state;
             }
             ::TlsFree(g_tlsIndex);

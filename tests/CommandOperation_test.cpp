@@ -1,14 +1,19 @@
 // The base of the tools: snap search, marker, edit box, cursor, and what it answers by itself.
 
+#include "Arc.h"
 #include "CommandOperation.h"
 #include "CommandOperationManager.h"
+#include "GripReach.h"
 #include "Line.h"
 #include "MemoryInfo.h"
+#include "Text.h"
+#include "support/EdgeNumbers.h"
 #include "support/ViewHost.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <memory>
 
@@ -30,6 +35,7 @@ public:
         return veto == index ? 0 : CCommandOperation::OnGetGripPoint(object, index, point);
     }
 
+    using CCommandOperation::IsWithin;
     using CCommandOperation::m_Edit;
     using CCommandOperation::m_hCursor;
     using CCommandOperation::m_InEdit;
@@ -160,6 +166,95 @@ TEST(CommandOperation, AVetoLetsTheSearchGoOn) {
     EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(100, 100), hit));
     EXPECT_EQ(102.0, hit.y);
     EXPECT_EQ((std::vector<int>{0, 1}), tool.asked);
+}
+
+TEST(CommandOperation, NoGripOfARoundKindOrATextIsPassedOverForAnyNumbers) {
+    EdgeNumbers random(21);
+    CVectorViewCoordTran fromAfar; // The texts are below a pixel there, so that none is measured with a font.
+    fromAfar.SetScale(1e30f);
+    int within = 0;
+    int passedOver = 0;
+    for (int i = 0; i < 300000; ++i) {
+        const int rarity = i % 2 == 0 ? 4 : 1000000;
+        CArc arc;
+        CCircle circle;
+        CText text;
+        CDrawable* object = &text;
+        if (const int kind = random.Below(3); kind == 0) {
+            object = &circle;
+            circle.SetCenter(CGePoint2d(random.Coordinate(rarity), random.Coordinate(rarity)));
+            circle.setRadius(random.Coordinate(rarity));
+        } else if (kind == 1) {
+            object = &arc;
+            arc.SetCenter(CGePoint2d(random.Coordinate(rarity), random.Coordinate(rarity)));
+            arc.setRadius(random.Coordinate(rarity));
+            arc.SetStartAngle(random.Coordinate(rarity));
+            arc.SetEndAngle(random.Coordinate(rarity));
+        } else {
+            text.SetPos(CGePoint2d(random.Coordinate(rarity), random.Coordinate(rarity)));
+            text.SetTextWide(static_cast<float>(random.Coordinate(rarity)));
+            text.SetTextHeight(static_cast<float>(random.Coordinate(rarity)));
+            text.SetAngle(static_cast<float>(random.Coordinate(rarity)));
+            CGePoint2d min;
+            CGePoint2d max;
+            text.GetRect(&fromAfar, min, max);
+        }
+        const int apertures[] = {7, 0, 1, -3, 100, 1000000, INT_MAX, INT_MIN};
+        const int aperture = apertures[i % 3 == 0 ? random.Below(8) : 0];
+        CGePointArray grips;
+        object->getGripPoints(grips, 15);
+        ASSERT_EQ(object == &circle ? 5 : 4, grips.GetSize());
+        // On a grip, on the edge of its square, or anywhere.
+        CGePoint2d point(random.Coordinate(rarity), random.Coordinate(rarity));
+        if (const int grip = random.Below(6); grip < 4) {
+            point = grips[grip];
+            point.x += random.Below(2) == 0 ? aperture : 0.0;
+            point.y -= random.Below(2) == 0 ? aperture : 0.0;
+        }
+        bool isWithin = false;
+        for (INT_PTR k = 0; k < grips.GetSize(); ++k) {
+            isWithin = isWithin || Tool::IsWithin(grips[k], point, aperture);
+        }
+        const bool isFar = AreGripsFar(object, point, aperture);
+        ASSERT_FALSE(isWithin && isFar) << i << ": " << point.x << ", " << point.y << ", aperture " << aperture;
+        within += isWithin ? 1 : 0;
+        passedOver += isFar ? 1 : 0;
+    }
+    EXPECT_GT(within, 30000);
+    EXPECT_GT(passedOver, 10000);
+}
+
+TEST(CommandOperation, AHostsKindOfArcSnapsByItsOwnGrips) {
+    class Marked : public CArc {
+    public:
+        void getGripPoints(CGePointArray& out, int) override {
+            CGePoint2d mark(400, 400);
+            out.Add(mark);
+        }
+    };
+    ViewHost host;
+    auto* arc = new Marked;
+    arc->SetCenter(CGePoint2d(10, 10));
+    arc->setRadius(5);
+    host.Document().AddDrawAobject(arc);
+    Tool tool(host);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(401, 399), hit));
+    EXPECT_TRUE(hit == CGePoint2d(400, 400));
+}
+
+// The arc's ends are (20, 10) and (10, 20), its middle 10 * cos(45 degrees) from the centre.
+TEST(CommandOperation, TheGripsOfAnArcAreFoundUpToTheEdgeOfTheAperture) {
+    ViewHost host;
+    auto* arc = new CArc(Gdiplus::PointF(10, 10), 10.0f, 0.0f, 1.5707963f);
+    host.Document().AddDrawAobject(arc);
+    Tool tool(host);
+    tool.SetOsnapMode(7);
+    CGePoint2d hit;
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(27, 10), hit));
+    EXPECT_EQ((std::vector<int>{1}), tool.asked);
+    EXPECT_NE(0, tool.GetGripPoint(CGePoint2d(10, 26.999), hit));
+    EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(27.001, 10), hit));
 }
 
 TEST(CommandOperation, SwitchedOffTheSnapFindsNothing) {

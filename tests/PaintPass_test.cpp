@@ -10,6 +10,7 @@
 #include "PLine.h"
 #include "TextParm.h"
 #include "VectorLabel.h"
+#include "support/BoxAnswer.h"
 #include "support/ViewHost.h"
 
 #include <gtest/gtest.h>
@@ -279,6 +280,68 @@ TEST(PaintPass, ALineIsDrawnAsLongAsItsPenReachesTheWindow) {
     EXPECT_GT(seen, 100);
 }
 
+// One long segment crosses the window, the others lie outside, with pens that reach in or don't.
+TEST(PaintPass, TheSegmentsOfAPolylineThatCrossesTheWindowAreAllThere) {
+    PaintedHost own;
+    PaintedHost all;
+    EXPECT_EQ(400 * 300, own.Own().Count(0));
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        for (PaintedHost* host : {&own, &all}) {
+            Random random(seed);
+            host->view.GetDocument()->Reset();
+            auto* line = new CPLine;
+            line->AddPoint(CGePoint2d(-200, random.Between(10, 80)), 0.0);
+            line->AddPoint(CGePoint2d(600, random.Between(10, 80)), random.Between(-2, 2));
+            for (int i = 0; i < 5; ++i) {
+                line->AddPoint(CGePoint2d(random.Between(-60, 460), random.Between(-60, 0)),
+                               i % 2 == 0 ? random.Between(-2, 2) : 0.0);
+                line->AddPoint(CGePoint2d(random.Between(400, 500), random.Between(-60, 360)), 0.0);
+            }
+            line->SetClose(random.Below(2));
+            line->SetPenColor(RGB(255, 255, 255));
+            line->SetLineType(static_cast<short>(random.Below(3)));
+            line->SetLineWide(static_cast<short>(1 + random.Below(30)));
+            line->SetLockMode(random.Below(2));
+            host->view.GetDocument()->AddDrawAobject(line);
+        }
+        for (const float scale : {1.0f, 0.3f}) {
+            own.view.GetVectorViewCoordTran()->SetScale(scale);
+            all.view.GetVectorViewCoordTran()->SetScale(scale);
+            const Picture expected = all.All();
+            EXPECT_LT(expected.Count(0), 400 * 300);
+            ASSERT_EQ(0, own.Own().Difference(expected)) << "seed " << seed << ", scale " << scale;
+        }
+    }
+}
+
+TEST(PaintPass, AnObjectOutOfSightWhoseLayerFailsIsStillReported) {
+    PaintedHost host;
+    // Hidden, so that no message box uncovers a part of the view, whose paint would report once more.
+    host.parent.ShowWindow(SW_HIDE);
+    const auto add = [&](CDrawable* object, short layer) {
+        object->SetLayer(layer); // The colour is by layer, the width is not.
+        object->SetLineWide(1);
+        object->SetLineType(PS_SOLID);
+        host.view.GetDocument()->AddDrawAobject(object);
+    };
+    for (const short layer : {static_cast<short>(-1), static_cast<short>(500), static_cast<short>(0)}) {
+        host.view.GetDocument()->Reset();
+        auto* line = new CLine;
+        line->SetStartPoint(CGePoint2d(-900, -900));
+        line->SetEndPoint(CGePoint2d(-800, -900));
+        add(line, layer);
+        add(new CCircle(Gdiplus::PointF(-900.0f, -900.0f), 5.0f), layer);
+        BoxAnswer boxes;
+        host.view.PaintOwn();
+        if (layer < 0) {
+            const std::vector<std::string> expected = {"CLine::Draw出错:step=0", "CCircle::Draw出错:step=0"};
+            EXPECT_EQ(expected, boxes.Texts());
+        } else {
+            EXPECT_TRUE(boxes.Texts().empty()) << layer;
+        }
+    }
+}
+
 TEST(PaintPass, ATextOutOfSightKeepsTheHeightOfThePaint) {
     PaintedHost own;
     PaintedHost all;
@@ -332,6 +395,24 @@ TEST(PaintPass, AnObjectThatAnotherOneDrawsIsNeverLeftOut) {
     };
     PaintedHost host;
     host.view.GetDocument()->AddDrawAobject(new Shifted);
+    EXPECT_EQ(200, host.Own().Count(RGB(255, 255, 255)));
+}
+
+// The line is drawn at (100, 100) by the mapping that the object before it has set, and far outside by the first one.
+TEST(PaintPass, AHostsObjectThatChangesTheMappingCountsForWhatFollows) {
+    class Panned : public CDrawable {
+    public:
+        explicit Panned(CVectorViewCoordTran* mapping) : m_mapping(mapping) {}
+        void Draw(CDC*, CDrawGeometry*) override { m_mapping->SetOriginX(4900); }
+
+    private:
+        CVectorViewCoordTran* m_mapping;
+    };
+    PaintedHost host;
+    host.view.GetDocument()->AddDrawAobject(new Panned(host.view.GetVectorViewCoordTran()));
+    CDrawable* line = host.view.AddLine(CGePoint2d(5000, 100), CGePoint2d(5200, 100), Gdiplus::Color(0xFFFFFFFF), 1);
+    line->SetLineType(PS_SOLID);
+    host.view.GetVectorViewCoordTran()->SetOriginX(0);
     EXPECT_EQ(200, host.Own().Count(RGB(255, 255, 255)));
 }
 

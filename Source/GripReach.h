@@ -1,0 +1,10 @@
+// The grips of round kinds and of texts, known to be far from a point before they are computed.
+// Layer 5: drawables.
+#pragma once
+
+class CDrawable;
+class CGePoint2d;
+
+// Whether no grip of the object lies within the square of `aperture` drawing units around the point. False where that
+// is not known: for other kinds, and for those of hosts, which may have other grips.
+bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture);
