@@ -169,7 +169,9 @@ void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
 void CHostFrame::OnDrawItem(int, LPDRAWITEMSTRUCT draw) {
     if (draw->CtlType == ODT_MENU && draw->itemData != NoImage) {
         const int y = (draw->rcItem.top + draw->rcItem.bottom - Scaled(16)) / 2;
-        ::ImageList_Draw(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, ILD_NORMAL);
+        const bool grayed = (draw->itemState & (ODS_GRAYED | ODS_DISABLED)) != 0;
+        ::ImageList_DrawEx(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, 0, 0, CLR_NONE,
+                           ::GetSysColor(COLOR_MENU), grayed ? ILD_BLEND50 : ILD_NORMAL);
     }
 }
 
@@ -312,7 +314,14 @@ void CHostFrame::OnMenuSelect(UINT id, UINT flags, HMENU) {
 // ---- The menu under the mouse
 
 void CHostFrame::OnContextMenu(CWnd*, CPoint point) {
-    if (!m_view.TakeMenuWish()) {
+    const bool wish = m_view.TakeMenuWish();
+    if (point == CPoint(-1, -1)) {
+        // By the keyboard.
+        if (m_inSection || m_view.GetManager()->GetHasCommand()) {
+            return;
+        }
+        ::GetCursorPos(&point);
+    } else if (!wish) {
         return; // The right button has ended a command, or was meant for another window.
     }
     CPoint place = point;

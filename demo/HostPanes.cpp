@@ -191,6 +191,7 @@ void CHostFrame::DrawSection(bool changed) {
     RemoveObjects(m_view, m_drawn);
     m_drawn.clear();
     for (CDrawable* object : ::DrawSection(m_view, m_section.GetSection(), m_section.GetSectionName())) {
+        m_view.MakeReadable(object);
         m_drawn.push_back({object, object->GetAlive()});
     }
     if (changed) {

@@ -5,6 +5,7 @@
 #include <DrawingHistory.h>
 #include <KXBaseOpr.h>
 #include <PropertyDialogHost.h>
+#include <VectorLabel.h>
 
 #include <algorithm>
 #include <cmath>
@@ -129,8 +130,13 @@ void CHostView::OnCommandDone() {
         for (INT_PTR i = 0; i < pasted.GetSize(); ++i) {
             MakeReadable(pasted.GetAt(i));
         }
-    } else if (m_row >= 0 && wcsncmp(CommandRows[m_row].word, L"DrawLabel", 9) == 0 && !objects.IsEmpty()) {
-        MakeReadable(objects.GetAt(objects.GetSize() - 1));
+    } else if (m_row >= 0 && m_clicks > 2 && wcsncmp(CommandRows[m_row].word, L"DrawLabel", 9) == 0 &&
+               !objects.IsEmpty()) {
+        CDrawable* added = objects.GetAt(objects.GetSize() - 1);
+        MakeReadable(added);
+        if (auto* label = DYNAMIC_DOWNCAST(CKXVectorLabel, added); label != nullptr && !IsClassic()) {
+            label->SetHasTextHole(false); // The figure is beside the line, and not in a gap of it.
+        }
     }
 }
 
