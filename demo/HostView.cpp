@@ -52,14 +52,18 @@ BOOL CHostView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {
 void CHostView::RunCommand(int row) {
     const CommandWord& command = CommandRows[row];
     CGraphicDocument* document = GetDocument();
+    const CDrawingHistory* history = GetHistory();
+    const BOOL modified = document->IsModified();
+    const int steps = history != nullptr ? history->GetUndoCount() : 0;
     SetFocus();
     document->SetFGColorIndex(HasLightBackground() ? kColorBlack : kColorWhite);
     DoCommand(command.word);
-    const CDrawingHistory* history = GetHistory();
-    if ((command.flags & kCommandHarmless) && history != nullptr && history->IsClean()) {
+    const bool same = history == nullptr || history->GetUndoCount() == steps;
+    if ((command.flags & kCommandHarmless) && !modified && same) {
         // In the classic way the view marks the drawing after every word; moving the picture about is no change to
-        // save. A command that this one has ended may have made one.
-        document->SetModifiedFlag(FALSE);
+        // save. A command that this one has ended may have made one. Only the flag: the history, in the middle of a
+        // command, would lose the state that is saved.
+        document->CDocument::SetModifiedFlag(FALSE);
     }
     if (command.running == CommandRunning::Installed) {
         m_row = row;
