@@ -5,6 +5,7 @@
 #include "CommandWords.h"
 #include "Document.h"
 #include "EventScope.h"
+#include "OperationPlaceObjects.h"
 #include "VectorGraphic.h"
 #include "resource.h"
 
@@ -367,8 +368,9 @@ int CCommandOperationManager::SetCommand(CCommandOperation* op, int inCommand) {
         }
         m_Events->ended.reserve(m_Events->ended.size() + 1);
         m_pCommand = owner.release();
-        m_Chinese = nullptr;
-        m_English = nullptr;
+        const bool paste = op != nullptr && op->IsKindOf(RUNTIME_CLASS(COperationPlaceObjects)) != 0;
+        m_Chinese = paste ? L"粘贴" : nullptr;
+        m_English = paste ? L"Paste" : nullptr;
         if (op != nullptr) {
             OnToolBegun(op);
         }

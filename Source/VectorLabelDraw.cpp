@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -31,6 +32,11 @@ constexpr int kFigureHalfStep = 40; // For two characters.
 // False for what `normal` makes of a vector without length. Strokes that need such a direction are left out.
 bool IsDirection(const CGeVector2d& u) {
     return !std::isnan(u.x) && !std::isnan(u.y);
+}
+
+// A figure from p to q would be read upside down.
+bool IsUpsideDown(const CGePoint2d& p, const CGePoint2d& q) {
+    return kxcommon::CompareDbl(q.x, p.x) < 0;
 }
 
 void MoveTo(CDC* pDC, const CGePoint2d& p) {
@@ -197,6 +203,9 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
         return;
     }
     const CEditingOptions& options = pGeom->GetEditingOptions();
+    if (options.textsAsShown && IsUpsideDown(p, q)) {
+        std::swap(p, q);
+    }
     LayOutFigure(p, q, options.textsAsShown ? options.figureHeight : kFigureHeight);
     m_LabelText.Draw(pDC, pGeom);
 }
@@ -205,7 +214,12 @@ void CKXVectorLabel::MergeFigure(float figureHeight, CGePoint2d& min, CGePoint2d
     if (m_TextShow == 0) {
         return;
     }
-    LayOutFigure(m_LeftLabelEndPt, m_RightLabelEndPt, figureHeight);
+    CGePoint2d p = m_LeftLabelEndPt;
+    CGePoint2d q = m_RightLabelEndPt;
+    if (IsUpsideDown(p, q)) {
+        std::swap(p, q);
+    }
+    LayOutFigure(p, q, figureHeight);
     CGePoint2d corners[4];
     m_LabelText.GetShownCorners(corners);
     for (const CGePoint2d& corner : corners) {

@@ -55,6 +55,7 @@
 #define IDC_HOST_TOOLBAR 502
 #define IDC_HOST_SECTION 503
 #define IDC_HOST_SPLIT 504
+#define IDC_HOST_EXAMPLES 505
 
 // Texts, in both languages.
 #define IDS_MENU_FILE 1000
@@ -138,3 +139,6 @@
 #define IDS_OFF_SHEET 1078
 #define IDS_SCALE_RANGE 1079
 #define IDS_EMPTY_DRAWING 1080
+// The library's own messages and questions: its text, then what the demo shows.
+#define IDS_LIBRARY_FIRST 1081
+#define IDS_LIBRARY_LAST 1083

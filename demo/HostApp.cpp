@@ -50,6 +50,12 @@ public:
         if (m_frame) {
             m_frame->NoteMessage();
         }
+        // The library's own texts are Chinese.
+        for (UINT id = IDS_LIBRARY_FIRST; id <= IDS_LIBRARY_LAST; ++id) {
+            if (LoadTextLine(id, 0) == text) {
+                return CWinApp::DoMessageBox(LoadTextLine(id, 1), type, help);
+            }
+        }
         return CWinApp::DoMessageBox(text, type, help);
     }
 

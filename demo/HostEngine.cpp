@@ -17,3 +17,10 @@ bool CHostEngine::GetBand(CPoint& from, CPoint& to) const {
     to = m_to;
     return m_hasBand && from != to;
 }
+
+void CHostEngine::OnToolEnded(CCommandOperation* tool, ToolEnd how) {
+    CCommandOperationManager::OnToolEnded(tool, how);
+    if (how == ToolEnd::Done && m_done) {
+        m_done();
+    }
+}

@@ -137,10 +137,13 @@ void CHostFrame::OnExample(UINT id) {
 }
 
 void CHostFrame::OnDropFiles(HDROP drop) {
-    wchar_t path[MAX_PATH] = L"";
-    const UINT length = ::DragQueryFileW(drop, 0, path, MAX_PATH);
+    const UINT length = ::DragQueryFileW(drop, 0, nullptr, 0);
+    CString path;
+    ::DragQueryFileW(drop, 0, path.GetBuffer(static_cast<int>(length)), length + 1);
+    path.ReleaseBuffer();
     ::DragFinish(drop);
-    if (length > 0 && MayDiscard()) {
+    SetForegroundWindow(); // The drag has left the keyboard with another program.
+    if (!path.IsEmpty() && MayDiscard()) {
         OpenFile(path);
     }
 }

@@ -14,15 +14,14 @@
 namespace {
 
 struct Background {
-    short index;    // into the library's colour table, or -2 for the colour
-    COLORREF color; // with index -2
-    short pen;      // colour index for new objects, so that they show
+    short index;    // into the library's colour table
+    COLORREF color; // with an explicit one
 };
 const Background Backgrounds[CHostFrame::BackgroundCount] = {
-    {7, 0, 137},
-    {-2, RGB(16, 32, 64), 137},
-    {-2, RGB(48, 48, 48), 137},
-    {137, 0, 7},
+    {kColorBlack, 0},
+    {kColorExplicit, RGB(16, 32, 64)},
+    {kColorExplicit, RGB(48, 48, 48)},
+    {kColorWhite, 0},
 };
 
 const UINT DpiChanged = 0x02E0; // WM_DPICHANGED, of newer systems than these headers are asked for.
@@ -109,8 +108,18 @@ BOOL CHostFrame::CreateFrame() {
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     const int width = std::min(1120L, work.right - work.left);
     const int height = std::min(780L, work.bottom - work.top);
-    return CreateEx(0, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, work.left + (work.right - width) / 2,
-                    work.top + (work.bottom - height) / 2, width, height, nullptr, nullptr);
+    const BOOL made =
+        CreateEx(0, className, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, work.left + (work.right - width) / 2,
+                 work.top + (work.bottom - height) / 2, width, height, nullptr, nullptr);
+    if (made && m_dots != UnscaledDots) {
+        // The monitor and its scale are known now.
+        const int wide = std::min<int>(Scaled(width), work.right - work.left);
+        const int high = std::min<int>(Scaled(height), work.bottom - work.top);
+        MoveWindow(work.left + (work.right - work.left - wide) / 2, work.top + (work.bottom - work.top - high) / 2,
+                   wide, high);
+        m_view.ResetMapping();
+    }
+    return made;
 }
 
 int CHostFrame::OnCreate(LPCREATESTRUCT create) {
@@ -122,7 +131,8 @@ int CHostFrame::OnCreate(LPCREATESTRUCT create) {
     MakeToolbar();
     const CRect nothing(0, 0, 0, 0);
     if (!m_status.Create(WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, nothing, this, IDC_HOST_STATUS) ||
-        !m_view.CreateIn(this, CRect(0, 0, create->cx, create->cy), IDC_HOST_VIEW) || !MakeSectionPane()) {
+        !m_view.CreateIn(this, CRect(0, 0, create->cx, create->cy), IDC_HOST_VIEW) || !MakeSectionPane() ||
+        !m_examples.CreateIn(&m_view, IDC_HOST_EXAMPLES, [this](UINT id) { PostMessage(WM_COMMAND, id); })) {
         return -1;
     }
     m_keys = ::LoadAcceleratorsW(AfxGetInstanceHandle(), MAKEINTRESOURCEW(IDR_DEMO_KEYS));
@@ -200,9 +210,59 @@ void CHostFrame::MakeToolbar() {
 // ---- Status bar and title
 
 void CHostFrame::SetStatus(int pane, const CString& text) {
-    if (m_shown[pane] != text) {
-        m_shown[pane] = text;
-        m_status.SetText(text, pane, 0);
+    if (m_shown[pane] == text) {
+        return;
+    }
+    m_shown[pane] = text;
+    const auto at = std::find(m_statusPanes.begin(), m_statusPanes.end(), pane);
+    if (at != m_statusPanes.end()) {
+        m_status.SetText(text, static_cast<int>(at - m_statusPanes.begin()), 0);
+    }
+    ArrangeStatus();
+}
+
+void CHostFrame::ArrangeStatus() {
+    CRect client;
+    GetClientRect(&client);
+    CClientDC dc(&m_status);
+    CFont* former = dc.SelectObject(&m_font);
+    const auto widthOf = [&](int pane) { return static_cast<int>(dc.GetTextExtent(m_shown[pane]).cx) + Scaled(14); };
+    const int least[] = {0, Scaled(170), Scaled(145), Scaled(150)};
+    int rest = client.Width() - Scaled(16) - widthOf(PaneCommand); // Without the grip at the corner of the window.
+    std::vector<int> panes;
+    std::vector<int> widths;
+    for (const int pane : {PanePoint, PaneModes, PaneScale}) {
+        const int width = std::max(least[pane], widthOf(pane));
+        if (width > rest) {
+            break;
+        }
+        rest -= width;
+        panes.push_back(pane);
+        widths.push_back(width);
+    }
+    dc.SelectObject(former);
+    // From the left: the prompt, the point, the scale, the modes.
+    std::vector<int> shown = {PaneCommand};
+    std::vector<int> edges = {client.Width() - Scaled(16)};
+    for (size_t i = 0; i < panes.size(); ++i) {
+        edges[0] -= widths[i];
+    }
+    for (const int pane : {PanePoint, PaneScale, PaneModes}) {
+        const auto at = std::find(panes.begin(), panes.end(), pane);
+        if (at != panes.end()) {
+            shown.push_back(pane);
+            edges.push_back(edges.back() + widths[static_cast<size_t>(at - panes.begin())]);
+        }
+    }
+    edges.back() = -1;
+    if (shown == m_statusPanes && edges == m_statusEdges) {
+        return;
+    }
+    m_statusPanes = shown;
+    m_statusEdges = edges;
+    m_status.SetParts(static_cast<int>(edges.size()), edges.data());
+    for (size_t i = 0; i < shown.size(); ++i) {
+        m_status.SetText(m_shown[shown[i]], static_cast<int>(i), 0);
     }
 }
 
@@ -234,7 +294,7 @@ void CHostFrame::UpdateShown() {
         const UINT id = static_cast<UINT>(ID_HOST_COMMAND_FIRST + i);
         ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
     }
-    for (const UINT id : {ID_EDIT_UNDO, ID_EDIT_REDO}) {
+    for (const UINT id : {ID_HOST_ZOOM_ALL, ID_EDIT_UNDO, ID_EDIT_REDO}) {
         ::SendMessageW(m_toolbar, TB_ENABLEBUTTON, id, IsEnabled(id) ? TRUE : FALSE);
     }
 
@@ -261,7 +321,20 @@ void CHostFrame::UpdateShown() {
         m_title = title;
         SetWindowText(title);
     }
+    ShowExamples();
     ShowActivePane();
+}
+
+// Over a drawing that nobody has touched: an empty one, or the section of the start.
+void CHostFrame::ShowExamples() {
+    CGraphicDocument* document = m_view.GetDocument();
+    const bool untouched = m_path.IsEmpty() && !document->IsModified() && !m_view.GetManager()->GetHasCommand() &&
+                           !m_view.CanUndo() && !m_view.CanRedo() &&
+                           (m_drawsSection || document->GetDrawableObjs()->IsEmpty());
+    CRect place;
+    m_view.GetClientRect(&place);
+    place.DeflateRect(Scaled(8), Scaled(8));
+    m_examples.Show(untouched, place);
 }
 
 // ---- Commands
@@ -345,8 +418,8 @@ UINT CHostFrame::GetBackgroundItem() {
     UINT found = 0;
     for (UINT i = 0; i < BackgroundCount; ++i) {
         const Background& background = Backgrounds[i];
-        const bool same = background.index == -2 ? document->GetBKColor() == background.color
-                                                 : document->GetBKColorIndex() == background.index;
+        const bool same = background.index == kColorExplicit ? document->GetBKColor() == background.color
+                                                             : document->GetBKColorIndex() == background.index;
         found = same ? i : found;
     }
     return ID_HOST_BACKGROUND_FIRST + found;
@@ -355,12 +428,15 @@ UINT CHostFrame::GetBackgroundItem() {
 void CHostFrame::OnBackground(UINT id) {
     const Background& background = Backgrounds[id - ID_HOST_BACKGROUND_FIRST];
     CGraphicDocument* document = m_view.GetDocument();
-    if (background.index == -2) {
+    if (background.index == kColorExplicit) {
         document->SetBKColor(background.color);
     } else {
         document->SetBKColorIndex(background.index);
     }
-    document->SetFGColorIndex(background.pen);
+    const CDrawableArray& objects = *document->GetDrawableObjs();
+    for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
+        m_view.MakeReadable(objects.GetAt(i));
+    }
     document->SetModifiedFlag(TRUE); // the background is saved with the drawing
     if (CDrawingHistory* history = m_view.GetHistory()) {
         const CString name = PlainCaption(LoadText(IDS_MENU_BACKGROUND));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "DemoData.h"
+#include "ExampleStrip.h"
 #include "HostView.h"
 #include "SectionDrawing.h"
 #include "SectionView.h"
@@ -32,6 +33,7 @@ public:
 
     static const UINT SnapCount = 4;
     static const UINT BackgroundCount = 4;
+    static const int UnscaledDots = 96; // Per inch.
 
 protected:
     BOOL PreTranslateMessage(MSG* message) override;
@@ -105,6 +107,7 @@ private:
     void ApplyScale();
     void NameStep(CMenu& menu, UINT id, const CString& step);
     void SetItemImage(CMenu& menu, UINT id, int image);
+    void AlignItems(CMenu& menu);
     void MakeToolbar();
     void AddButton(UINT id, int image, const wchar_t* tip);
     void AddButtonGap();
@@ -126,17 +129,23 @@ private:
     void ForgetDrawing();
     CString GetShownName();
     void SetStatus(int pane, const CString& text);
+    // Gives the prompt the width that it needs, and shows those other panes that fit beside it.
+    void ArrangeStatus();
+    void ShowExamples();
+    // Of the bar between the panes.
+    int GetUsualSplit();
     CString DescribeCommand();
 
     CHostView m_view;
     CSectionView m_section;
     CSplitBar m_split;
+    CExampleStrip m_examples;
     std::vector<DrawnObject> m_drawn; // the section's objects in the drawing; the drawing owns them
     bool m_drawsSection = false;      // the drawing follows the parameters and is not that of a file
     bool m_showSection = false;
     bool m_inSection = false; // the pane where the keyboard is, or was last
-    int m_splitAt = 440;      // left edge of the bar
-    int m_dots = 96;          // Per inch.
+    int m_splitAt = 0;        // left edge of the bar; 0 for the usual one
+    int m_dots = UnscaledDots;
     CFont m_font;
     CStatusBarCtrl m_status;
     HWND m_toolbar = nullptr;
@@ -145,7 +154,9 @@ private:
     HMENU m_recentMenu = nullptr; // A part of the menu bar, which owns it.
     CRecentFiles m_recent;
     CRecoveryCopy m_recovery;
-    CString m_shown[4]; // texts that the status bar shows
+    CString m_shown[4];             // The texts of the status bar, by pane.
+    std::vector<int> m_statusPanes; // Those that are shown, from the left.
+    std::vector<int> m_statusEdges; // Their right edges.
     CString m_title;
     CString m_path; // empty while the drawing has no file of its own
     int m_osnap = 15;

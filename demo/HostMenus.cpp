@@ -6,6 +6,7 @@
 #include "DemoIds.h"
 #include "HostText.h"
 
+#include <DrawingClipboard.h>
 #include <DrawingHistory.h>
 #include <PLine.h>
 #include <Text.h>
@@ -16,6 +17,7 @@
 namespace {
 
 const UINT ExampleCount = 3;
+const ULONG_PTR NoImage = static_cast<ULONG_PTR>(-1);
 
 void AddItem(CMenu& menu, UINT id) {
     menu.AppendMenu(MF_STRING, id, LoadTextLine(id, 0));
@@ -83,6 +85,8 @@ void CHostFrame::MakeMenus() {
     view.AppendMenu(MF_SEPARATOR);
     AddItem(view, ID_HOST_CLASSIC);
 
+    AlignItems(view);
+
     CMenu draw;
     draw.CreatePopupMenu();
     MakeCommandItems(draw, false);
@@ -103,6 +107,7 @@ void CHostFrame::MakeMenus() {
     AddItem(edit, ID_HOST_SELECT_ALL);
     AddItem(edit, ID_HOST_DESELECT);
     AddItem(edit, ID_HOST_BREAK_OFF);
+    AlignItems(edit);
 
     CMenu snap;
     snap.CreatePopupMenu();
@@ -138,6 +143,22 @@ void CHostFrame::SetItemImage(CMenu& menu, UINT id, int image) {
     ::SetMenuItemInfoW(menu, id, FALSE, &item);
 }
 
+// In a menu with pictures the captions of the other items get the same place by a picture that is empty.
+void CHostFrame::AlignItems(CMenu& menu) {
+    for (int i = 0; i < static_cast<int>(menu.GetMenuItemCount()); ++i) {
+        MENUITEMINFOW item = {};
+        item.cbSize = sizeof(item);
+        item.fMask = MIIM_FTYPE | MIIM_BITMAP;
+        if (::GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item) && !(item.fType & MFT_SEPARATOR) &&
+            item.hbmpItem == nullptr) {
+            item.fMask = MIIM_BITMAP | MIIM_DATA;
+            item.hbmpItem = HBMMENU_CALLBACK;
+            item.dwItemData = NoImage;
+            ::SetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item);
+        }
+    }
+}
+
 void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
     if (measure->CtlType == ODT_MENU) {
         measure->itemWidth = static_cast<UINT>(Scaled(22));
@@ -146,9 +167,11 @@ void CHostFrame::OnMeasureItem(int, LPMEASUREITEMSTRUCT measure) {
 }
 
 void CHostFrame::OnDrawItem(int, LPDRAWITEMSTRUCT draw) {
-    if (draw->CtlType == ODT_MENU) {
+    if (draw->CtlType == ODT_MENU && draw->itemData != NoImage) {
         const int y = (draw->rcItem.top + draw->rcItem.bottom - Scaled(16)) / 2;
-        ::ImageList_Draw(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, ILD_NORMAL);
+        const bool grayed = (draw->itemState & (ODS_GRAYED | ODS_DISABLED)) != 0;
+        ::ImageList_DrawEx(m_images, static_cast<int>(draw->itemData), draw->hDC, draw->rcItem.left, y, 0, 0, CLR_NONE,
+                           ::GetSysColor(COLOR_MENU), grayed ? ILD_BLEND50 : ILD_NORMAL);
     }
 }
 
@@ -225,7 +248,16 @@ bool CHostFrame::IsChecked(UINT id) {
 bool CHostFrame::IsEnabled(UINT id) {
     CGraphicDocument* document = m_view.GetDocument();
     const CDrawableArray& selected = *document->GetSelectedDrawableObjs();
+    const bool empty = document->GetDrawableObjs()->IsEmpty();
     switch (id) {
+    case ID_HOST_ZOOM_ALL:
+        return m_inSection || !empty;
+    case ID_FILE_PRINT:
+    case ID_HOST_PRINT_PREVIEW:
+    case ID_HOST_COPY_PICTURE:
+        return !empty;
+    case ID_EDIT_PASTE:
+        return CDrawingClipboard::HasObjects();
     case ID_HOST_DRAW_SECTION:
     case ID_HOST_NEXT_PANE:
         return m_showSection;
@@ -282,7 +314,14 @@ void CHostFrame::OnMenuSelect(UINT id, UINT flags, HMENU) {
 // ---- The menu under the mouse
 
 void CHostFrame::OnContextMenu(CWnd*, CPoint point) {
-    if (!m_view.TakeMenuWish()) {
+    const bool wish = m_view.TakeMenuWish();
+    if (point == CPoint(-1, -1)) {
+        // By the keyboard.
+        if (m_inSection || m_view.GetManager()->GetHasCommand()) {
+            return;
+        }
+        ::GetCursorPos(&point);
+    } else if (!wish) {
         return; // The right button has ended a command, or was meant for another window.
     }
     CPoint place = point;
@@ -313,7 +352,10 @@ void CHostFrame::OnContextMenu(CWnd*, CPoint point) {
         AddItem(menu, ID_HOST_PROPERTIES);
     } else {
         AddItem(menu, ID_HOST_ZOOM_ALL);
+        SetItemImage(menu, ID_HOST_ZOOM_ALL, 0);
+        AddItem(menu, ID_EDIT_PASTE);
         AddItem(menu, ID_HOST_SELECT_ALL);
     }
+    AlignItems(menu);
     menu.TrackPopupMenu(TPM_LEFTALIGN | TPM_RIGHTBUTTON, point.x, point.y, this);
 }

@@ -14,13 +14,14 @@ namespace {
 const int FrameWidth = 2; // around each pane
 const int SplitWidth = 7;
 const int NarrowestPane = 160;
+const int UsualSplit = 440;
 
 } // namespace
 
 bool CHostFrame::MakeSectionPane() {
-    const bool made = m_section.CreateIn(this, CRect(0, 0, m_splitAt, 600), IDC_HOST_SECTION) &&
+    const bool made = m_section.CreateIn(this, CRect(0, 0, UsualSplit, 600), IDC_HOST_SECTION) &&
                       m_split.CreateIn(
-                          this, IDC_HOST_SPLIT, [this](int x) { MoveSplit(x); }, [this] { MoveSplit(440); });
+                          this, IDC_HOST_SPLIT, [this](int x) { MoveSplit(std::max(x, 1)); }, [this] { MoveSplit(0); });
     if (made) {
         m_section.ShowWindow(SW_HIDE);
         m_split.ShowWindow(SW_HIDE);
@@ -34,6 +35,13 @@ bool CHostFrame::MakeSectionPane() {
 }
 
 // ---- Layout
+
+// At a large scale the drawing keeps more than half of the window.
+int CHostFrame::GetUsualSplit() {
+    CRect client;
+    GetClientRect(&client);
+    return std::min<int>(Scaled(UsualSplit), client.Width() * 9 / 20);
+}
 
 // The only place that positions the views.
 void CHostFrame::LayOut() {
@@ -51,14 +59,12 @@ void CHostFrame::LayOut() {
         ::GetWindowRect(m_toolbar, &bar);
     }
     const int width = client.Width();
-    int edges[] = {std::max(120, width - Scaled(480)), std::max(120, width - Scaled(310)),
-                   std::max(120, width - Scaled(165)), -1};
-    m_status.SetParts(4, edges);
+    ArrangeStatus();
 
     CRect rest(0, bar.Height(), width, std::max(bar.Height(), client.Height() - status.Height()));
     if (m_showSection) {
         const int most = std::max(NarrowestPane, width - SplitWidth - NarrowestPane);
-        const int at = std::min(std::max(m_splitAt, NarrowestPane), most);
+        const int at = std::min(std::max(m_splitAt > 0 ? m_splitAt : GetUsualSplit(), NarrowestPane), most);
         CRect pane(rest.left, rest.top, at, rest.bottom);
         pane.DeflateRect(FrameWidth, FrameWidth);
         m_section.MoveWindow(&pane);
@@ -185,6 +191,7 @@ void CHostFrame::DrawSection(bool changed) {
     RemoveObjects(m_view, m_drawn);
     m_drawn.clear();
     for (CDrawable* object : ::DrawSection(m_view, m_section.GetSection(), m_section.GetSectionName())) {
+        m_view.MakeReadable(object);
         m_drawn.push_back({object, object->GetAlive()});
     }
     if (changed) {

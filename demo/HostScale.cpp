@@ -8,14 +8,13 @@
 
 namespace {
 
-const int UnscaledDots = 96; // Per inch.
 const int IconSize = 16;
 
 // The dots per inch of the window's monitor, where the system gives them for each; otherwise those of the screen.
 int FindDots(HWND window) {
     const int percent = _wtoi(FindOption(L"--scale"));
     if (percent > 0) {
-        return UnscaledDots * std::min(std::max(percent, 100), 400) / 100;
+        return CHostFrame::UnscaledDots * std::min(std::max(percent, 100), 400) / 100;
     }
     using Function = UINT(WINAPI*)(HWND);
     const auto address =
@@ -53,6 +52,7 @@ void CHostFrame::ApplyScale() {
     const double scale = static_cast<double>(m_dots) / UnscaledDots;
     m_view.SetPixelScale(static_cast<float>(scale), m_font);
     m_section.SetPixelScale(static_cast<float>(scale));
+    m_examples.SetFontAndScale(m_font, static_cast<float>(scale));
 }
 
 // The window has come to a monitor of another scale: Windows proposes the place where it looks as large as before.

@@ -5,6 +5,7 @@
 #include <DrawingHistory.h>
 #include <KXBaseOpr.h>
 #include <PropertyDialogHost.h>
+#include <VectorLabel.h>
 
 #include <algorithm>
 #include <cmath>
@@ -33,7 +34,9 @@ CHostView::CHostView() {
 
 void CHostView::OnCreateCommandOperationManager() {
     FreeCommandOperationManager();
-    m_pManager = new CHostEngine(this, &m_Graphic, &m_CoordTran, GetDocument());
+    auto* engine = new CHostEngine(this, &m_Graphic, &m_CoordTran, GetDocument());
+    engine->SetDone([this] { OnCommandDone(); });
+    m_pManager = engine;
     CKXMemoryManager::Instance()->AddMemoryInfo(m_pManager, __FILE__, __LINE__);
 }
 
@@ -49,13 +52,18 @@ BOOL CHostView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {
 void CHostView::RunCommand(int row) {
     const CommandWord& command = CommandRows[row];
     CGraphicDocument* document = GetDocument();
+    const CDrawingHistory* history = GetHistory();
     const BOOL modified = document->IsModified();
+    const int steps = history != nullptr ? history->GetUndoCount() : 0;
     SetFocus();
+    document->SetFGColorIndex(HasLightBackground() ? kColorBlack : kColorWhite);
     DoCommand(command.word);
-    if ((command.flags & kCommandHarmless) && document->IsModified() != modified) {
+    const bool same = history == nullptr || history->GetUndoCount() == steps;
+    if ((command.flags & kCommandHarmless) && !modified && same) {
         // In the classic way the view marks the drawing after every word; moving the picture about is no change to
-        // save.
-        document->SetModifiedFlag(modified);
+        // save. A command that this one has ended may have made one. Only the flag: the history, in the middle of a
+        // command, would lose the state that is saved.
+        document->CDocument::SetModifiedFlag(FALSE);
     }
     if (command.running == CommandRunning::Installed) {
         m_row = row;
@@ -98,6 +106,41 @@ int CHostView::OnBeforeUndo() {
 void CHostView::RestartHistory() {
     if (CDrawingHistory* history = GetHistory()) {
         history->Restart();
+    }
+}
+
+// ---- Colours
+
+bool CHostView::HasLightBackground() {
+    const COLORREF color = GetDocument()->GetBKColor();
+    return 299 * GetRValue(color) + 587 * GetGValue(color) + 114 * GetBValue(color) > 128 * 1000;
+}
+
+void CHostView::MakeReadable(CDrawable* object) {
+    const bool light = HasLightBackground();
+    const COLORREF unseen = light ? RGB(255, 255, 255) : RGB(0, 0, 0);
+    if (object->GetPenColorIndex() == (light ? kColorWhite : kColorBlack)) {
+        object->SetPenColorIndex(light ? kColorBlack : kColorWhite);
+    } else if (object->GetPenColorIndex() == kColorExplicit && object->GetPenColor() == unseen) {
+        object->SetPenColor(unseen ^ RGB(255, 255, 255));
+    }
+}
+
+// What does not take the foreground colour of the drawing: a new dimension, which is white, and pasted objects.
+void CHostView::OnCommandDone() {
+    const CDrawableArray& objects = *GetDocument()->GetDrawableObjs();
+    if (m_placing) {
+        const CDrawableArray& pasted = *GetDocument()->GetSelectedDrawableObjs();
+        for (INT_PTR i = 0; i < pasted.GetSize(); ++i) {
+            MakeReadable(pasted.GetAt(i));
+        }
+    } else if (m_row >= 0 && m_clicks > 2 && wcsncmp(CommandRows[m_row].word, L"DrawLabel", 9) == 0 &&
+               !objects.IsEmpty()) {
+        CDrawable* added = objects.GetAt(objects.GetSize() - 1);
+        MakeReadable(added);
+        if (auto* label = DYNAMIC_DOWNCAST(CKXVectorLabel, added); label != nullptr && !IsClassic()) {
+            label->SetHasTextHole(false); // The figure is beside the line, and not in a gap of it.
+        }
     }
 }
 
@@ -315,8 +358,15 @@ void CHostView::TakeFocus() {
 
 void CHostView::OnLButtonDown(UINT nFlags, CPoint point) {
     TakeFocus();
+    const CDrawableArray& selected = *GetDocument()->GetSelectedDrawableObjs();
+    const INT_PTR before = selected.GetSize();
     ++m_clicks;
     CVectorView::OnLButtonDown(nFlags, point);
+    // An offset picks again after a click that hit nothing: its next step is still the first one.
+    const int row = GetCommandRow();
+    if (row >= 0 && wcscmp(CommandRows[row].word, L"offset") == 0 && selected.GetSize() == before) {
+        --m_clicks;
+    }
 }
 
 void CHostView::OnRButtonDown(UINT nFlags, CPoint point) {

@@ -23,6 +23,9 @@ public:
     // The factor for apertures, markers and the figure beside the band; the font of that figure stays the caller's.
     void SetPixelScale(float scale, CFont& font);
     bool IsClassic();
+    // Gives an object that has the colour of lines on backgrounds of the other kind, white on dark and black on light
+    // ones, that of its own background. Other colours stay.
+    void MakeReadable(CDrawable* object);
     bool CanSelectAll();
     void SelectAll();
     // Selects the object at a place in client pixels instead of all others, unless it is selected already; null where
@@ -67,6 +70,8 @@ protected:
 private:
     bool HandleEditKey(const MSG& message);
     bool CanRestore();
+    bool HasLightBackground();
+    void OnCommandDone();
 
     HWND m_figure = nullptr; // A static control, which lets the mouse through.
     CString m_figureText;

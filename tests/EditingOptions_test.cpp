@@ -651,6 +651,36 @@ TEST(EditingOptions, AFigureHasTheHostsHeightAndCountsInTheExtentOnlyWithTheSwit
     }
 }
 
+TEST(EditingOptions, AFigureIsNeverUpsideDownOnlyWithTheSwitch) {
+    for (const bool on : {false, true}) {
+        Optioned d(&CEditingOptions::textsAsShown, on);
+        CEditingOptions options = d.Document().GetEditingOptions();
+        options.figureHeight = 20.0f;
+        d.Document().SetEditingOptions(options);
+        // From right to left, as a mirrored dimension: one above its points at 100, one below them.
+        for (const double y : {140.0, 60.0}) {
+            auto* label = new CKXVectorLabel;
+            KX_ADD_MEMORY(label);
+            label->SetTextShow(1);
+            label->SetLeftLabel(CGePoint2d(200, 100), CGePoint2d(200, y));
+            label->SetRightLabel(CGePoint2d(100, 100), CGePoint2d(100, y));
+            d.Document().AddDrawAobject(label);
+            d.TakeFresh();
+            // The upper one's figure is between the line and 20 above it, the lower one's between the line and 20
+            // below.
+            const double inside = y > 100.0 ? 150.0 : 50.0;
+            EXPECT_EQ(label->HitTest(CGePoint2d(150, inside)) == 0.0f, on) << y;
+            if (on) {
+                CGePoint2d low;
+                CGePoint2d high;
+                ASSERT_EQ(d.Document().GetRect(low, high), 1);
+                EXPECT_NEAR(high.y, 160.0, 1e-5);
+                EXPECT_NEAR(low.y, y > 100.0 ? 97.0 : 40.0, 1e-5);
+            }
+        }
+    }
+}
+
 // ---- cleanRectangle ------------------------------------------------------------------------------------------------
 
 TEST(EditingOptions, TheCornersOfAWideRectanglesPreviewAreInvertedOnceOnlyWithTheSwitch) {

@@ -1,5 +1,6 @@
 // COperationPlaceObjects: objects of a stream follow the mouse, and one click adds them.
 
+#include "DrawingHistory.h"
 #include "OperationPlaceObjects.h"
 
 #include "Circle.h"
@@ -59,6 +60,19 @@ TEST(OperationPlaceObjects, OneClickPutsTheLowerLeftCornerThere) {
     EXPECT_TRUE(d.Document().IsModified());
     d.Update();
     EXPECT_EQ(0, d.DifferenceFromFresh());
+}
+
+TEST(OperationPlaceObjects, TheStepOfAHistoryIsCalledPaste) {
+    ViewDriver d;
+    ASSERT_EQ(1, d.view.EnableHistory(1));
+    ASSERT_EQ(1, Begin(d, LineAndCircle()));
+    d.MoveTo(100, 120);
+    d.ClickAt(100, 120);
+    ASSERT_EQ(2, d.Count());
+    EXPECT_STREQ(L"粘贴", d.view.GetHistory()->GetUndoName(0));
+    EXPECT_STREQ(L"Paste", d.view.GetHistory()->GetUndoName(1));
+    EXPECT_EQ(1, d.view.Undo());
+    EXPECT_EQ(0, d.Count());
 }
 
 TEST(OperationPlaceObjects, TheObjectsAreSeenAtTheMouseAndLeaveNoTrace) {

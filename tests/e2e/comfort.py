@@ -79,6 +79,13 @@ def check_menu_under_mouse(demo, hand):
     hand.click(600, 100)
     hand.click(600, 300)
     demo.settled()
+    # The same by the keyboard.
+    hand.move(200, 100)
+    before = demo.windows()
+    demo.key("shift+F10")
+    menu = demo.dialog(before)
+    demo.key("Escape")
+    demo.gone(menu)
 
 
 def answer(demo, key, action):

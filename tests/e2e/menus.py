@@ -1,13 +1,20 @@
 #!/usr/bin/env python3
-"""Every menu item that no other script chooses does what it says: it is chosen by its mnemonics and its effect is looked for."""
+"""Every menu item that no other script chooses does what it says: it is chosen by its mnemonics and its effect is looked for.
+All items tell in the status bar what they do, and those that can't do anything are disabled."""
 import os
+import time
 
 import drawing
 import host
 from part import Hand
 
 YELLOW = host.pixel(255, 255, 0)
+BLUE = host.pixel(0, 0, 255)  # Of grips.
 DARK_BLUE = host.pixel(16, 32, 64)
+DARK_GREY = host.pixel(48, 48, 48)
+# The mnemonic of each menu, its items without those that open another menu, and how many different texts they have:
+# commands that begin alike, and the kinds of snap, share theirs.
+TEXTS = (("f", 9, (6, 7), 7), ("v", 7, (1,), 6), ("d", 10, (), 7), ("e", 18, (), 17), ("s", 5, (), 2), ("h", 1, (), 1))
 
 
 def dialog_by(demo, *keys):
@@ -17,6 +24,51 @@ def dialog_by(demo, *keys):
     dialog = demo.dialog(before)
     demo.settled()
     return dialog
+
+
+def status(demo):
+    """The prompt's place in the status bar, once it has stood still for a moment."""
+    def grab():
+        return host.grab(demo.x + 4, demo.y + demo.height - 20, 300, 16)
+    kept = grab()
+    still = 0
+    while still < 3:
+        time.sleep(0.03)
+        now = grab()
+        still = still + 1 if now.data == kept.data else 0
+        kept = now
+    return kept
+
+
+def tell(demo):
+    """Walks through all menus: what the status bar says of each item."""
+    for menu, count, submenus, different in TEXTS:
+        demo.key(f"alt+{menu}")
+        demo.settled()
+        texts = []
+        for i in range(count):
+            if i > 0:
+                demo.key("Down")
+            shown = status(demo)
+            if i not in submenus:
+                host.expect(shown.data.count(shown.at(0, 0)) < 300 * 16 - 40, f"item {i} of {menu} says nothing")
+                texts.append(bytes(shown.data))
+        demo.key("Escape", "Escape")
+        demo.settled()
+        host.expect(len(set(texts)) == different, f"{len(set(texts))} texts in the menu {menu} instead of {different}")
+
+
+def refuse(demo):
+    """In an empty drawing the mnemonics of disabled items close the menu, and that is all."""
+    before = demo.windows()
+    ready = demo.settled()
+    prompt = status(demo)
+    for menu, letters in (("e", "uytcrmoikxejgadb"), ("f", "vp"), ("v", "adn")):
+        for letter in letters:
+            demo.key(f"alt+{menu}", letter)
+            host.expect(status(demo).data == prompt.data and demo.windows() == before,
+                        f"{letter} of the menu {menu} does something in an empty drawing")
+    host.expect(demo.settled().changed(ready) == 0, "the window has changed")
 
 
 def draw(demo, hand):
@@ -101,15 +153,108 @@ def look(demo, hand):
     before = demo.settled()
     demo.key("alt+v", "a")
     host.expect(demo.settled().changed(before) > 200, "the fit changes nothing")
-    demo.key("alt+v", "b", "Down", "Return")
-    shown = demo.settled()
-    host.expect(shown.at(hand.left + 3, hand.top + 3) == DARK_BLUE, "the background is not dark blue")
     # The snap kinds are at the right of the status bar.
-    modes = (shown.width - 160, shown.height - 18, 130, 14)
-    demo.key("alt+s", "Return")
-    host.expect(demo.settled().part(*modes) != shown.part(*modes), "the snap to ends is still told")
-    demo.key("alt+s", "Return")
-    host.expect(demo.settled().part(*modes) == shown.part(*modes), "the snap to ends does not come back")
+    shown = demo.settled()
+    modes = (shown.width - 150, shown.height - 18, 120, 14)
+    told = {bytes(shown.part(*modes))}
+    for i in range(4):
+        demo.key("alt+s", *["Down"] * i, "Return")
+        told.add(bytes(demo.settled().part(*modes)))
+        demo.key("alt+s", *["Down"] * i, "Return")
+        host.expect(demo.settled().part(*modes) == shown.part(*modes), f"the kind {i} of snap does not come back")
+    host.expect(len(told) == 5, "a kind of snap that is off is still told")
+
+
+def choose_background(demo, item):
+    demo.key("alt+v", "b", *["Down"] * item, "Return")
+    return demo.settled()
+
+
+def backgrounds(demo, hand):
+    """Lines are seen on each: white ones on dark backgrounds, black ones on the white one. A dimension too, which takes no
+    colour from the drawing."""
+    place = hand.left + 100, hand.top + 500, 200, 1  # The locked line.
+    hand.move(700, 450)
+    black = demo.settled()
+    host.expect(black.part(*place).count(host.WHITE) > 190, "no white line on black")
+    for item, color, line in ((1, DARK_BLUE, host.WHITE), (2, DARK_GREY, host.WHITE), (3, host.WHITE, host.BLACK)):
+        shown = choose_background(demo, item)
+        host.expect(shown.at(hand.left + 3, hand.top + 3) == color, f"the background {item} is not to be seen")
+        host.expect(shown.part(*place).count(line) > 190, f"the line is not to be seen on the background {item}")
+    hand.command("d", "d")
+    for x, y in ((560, 560), (760, 560), (760, 600)):
+        hand.click(x, y)
+    hand.command("d", "l")
+    hand.click(560, 520)
+    hand.click(760, 520)
+    hand.move(700, 450)
+    shown = demo.settled()
+    for what, y in (("dimension", 600), ("line", 520)):
+        found = shown.part(hand.left + 570, hand.top + y, 180, 1).count(host.BLACK)
+        host.expect(found > 150, f"a new {what} is not to be seen on white: {found}")
+    # The lines come back with the background, and what was drawn since with the undo.
+    choose_background(demo, 0)
+    shown = demo.settled()
+    host.expect(shown.part(hand.left + 570, hand.top + 600, 180, 1).count(host.WHITE) > 150, "no white dimension on black")
+    demo.key("ctrl+z", "ctrl+z", "ctrl+z", "ctrl+z")
+    host.expect(demo.settled().at(hand.left + 3, hand.top + 3) == DARK_GREY, "the undo does not lead to the dark grey")
+    hand.command("d", "l")
+    hand.click(560, 520)
+    hand.click(760, 520)
+    hand.move(700, 450)
+    host.expect(demo.settled().part(hand.left + 570, hand.top + 520, 180, 1).count(host.WHITE) > 170,
+                "a new line is not to be seen after the undo")
+    demo.key("ctrl+z", "ctrl+z", "ctrl+z")
+    demo.settled()
+
+
+def clipboard(demo, hand):
+    """Copied, placed by a click, taken back; all by the menus."""
+    demo.settled()
+    demo.key("alt+e", "a")
+    host.expect(BLUE in demo.settled().part(hand.left + 95, hand.top + 495, 11, 11), "the locked line has no grip")
+    demo.key("alt+e", "j")
+    demo.key("alt+e", "d")
+    before = demo.settled()
+    demo.key("alt+e", "p")
+    hand.move(300, 580)
+    hand.click(310, 580)
+    hand.move(700, 450)
+    host.expect(demo.settled().changed(before) > 400, "no objects are placed")
+    demo.key("alt+e", "u")
+    host.expect(demo.settled().part(*hand.view) == before.part(*hand.view), "the paste is not taken back")
+    demo.key("alt+e", "g")
+    demo.settled()
+    hand.click(200, 500)
+    hand.command("e", "c")
+    hand.click(600, 450)
+    hand.click(600, 470)
+    hand.move(700, 450)
+    host.expect(demo.settled().part(hand.left + 110, hand.top + 520, 80, 1).count(host.WHITE) > 70, "no copy of the line")
+    demo.key("alt+e", "u")
+    demo.key("x")  # Any key deselects.
+    printing = dialog_by(demo, "alt+f", "p")  # Without a printer it says so.
+    demo.key("Escape")
+    demo.gone(printing)
+
+
+def examples(demo, hand):
+    """By the menu, and by the strip over an empty drawing, one click each."""
+    for letter in "btp":
+        empty = demo.settled()
+        demo.key("alt+f", "e", letter)
+        host.expect(demo.settled().changed(empty) > 2000, f"no example by {letter}")
+        demo.key("ctrl+n")
+    seen = set()
+    for x in (70, 120, 190):
+        empty = demo.settled()
+        hand.click(x, 18)
+        shown = demo.settled()
+        host.expect(shown.changed(empty) > 2000, f"no example at {x} in the strip")
+        seen.add(bytes(shown.data))
+        demo.key("ctrl+n")
+    host.expect(len(seen) == 3, "the strip opens one example twice")
+    demo.settled()
 
 
 def compare(path, height):
@@ -138,8 +283,12 @@ def main(out):
     with host.Demo(out, host.windows_path(path)) as demo:
         view = demo.find_view(demo.settled())
         hand = Hand(demo, view)
+        refuse(demo)
         draw(demo, hand)
         edit(demo, hand)
+        backgrounds(demo, hand)
+        clipboard(demo, hand)
+        tell(demo)
         look(demo, hand)
         for keys, name, wait in ((("alt+f", "a"), saved, "saved.nrv -"), (("alt+f", "o"), path, "empty.nrv -"),
                                  (("alt+f", "o"), saved, "saved.nrv -")):
@@ -151,6 +300,7 @@ def main(out):
         compare(saved, view[3])
         demo.key("alt+f", "n")
         host.wait_for("an empty drawing", lambda: demo.title().startswith("未命名 -"))
+        examples(demo, hand)
         empty = demo.settled()
         demo.key("alt+f", "e", "s")
         host.expect(demo.settled().changed(empty) > 5000, "no section is to be seen")

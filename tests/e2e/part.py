@@ -15,6 +15,7 @@ class Hand:
 
     def __init__(self, demo, view):
         self.demo = demo
+        self.view = view
         self.left, self.top = view[:2]
 
     def move(self, x, y):
@@ -190,7 +191,7 @@ def main(out):
         draw(demo, hand)
         demo.settled()
         host.wait_for("the mark of a change in the title", lambda: "*" in demo.title())
-        demo.key("ctrl+s")
+        demo.key("alt+f", "s")
         host.wait_for("the mark to go after saving", lambda: demo.title().startswith("part.nrv -"))
         demo.grab().save(os.path.join(out, "part.png"))
     with open(path, "rb") as file:

@@ -57,9 +57,9 @@ class Pane:
         return place
 
     def drawing_of(self, picture):
-        """The pixels right of the pane, without the status bar: what the other view shows."""
+        """The pixels right of the pane, without the examples above and the status bar below: what the other view shows."""
         left = self.right + 20
-        return picture.part(left, self.top + 5, picture.width - left - 10, self.bottom - self.top - 10)
+        return picture.part(left, self.top + 45, picture.width - left - 10, self.bottom - self.top - 50)
 
 
 def main(out):
