@@ -84,6 +84,33 @@ def menu_and_toolbar(demo, sheet, empty):
     marked(demo, True)
 
 
+def classic_way(demo, sheet):
+    """Moving the view is no change, also where every command marks the drawing; what it ends may be one."""
+    demo.key("alt+v", "c")
+    sheet.hand.command("e", "v")
+    sheet.hand.click(600, 500, 3)
+    marked(demo, False)
+    demo.key("ctrl+z")
+    marked(demo, True)
+    demo.key("ctrl+y")
+    marked(demo, False)
+    # A polyline that is saved before its third vertex, and ended by moving the view.
+    sheet.hand.command("d", "p")
+    sheet.hand.click(500, 100)
+    sheet.hand.click(600, 100)
+    demo.key("alt+f", "s")
+    marked(demo, False)
+    sheet.hand.click(600, 200)
+    sheet.hand.command("e", "v")
+    marked(demo, True)
+    sheet.hand.click(650, 500, 3)
+    demo.key("ctrl+z")
+    demo.key("ctrl+s")
+    marked(demo, False)
+    demo.key("alt+v", "c")
+    demo.settled()
+
+
 def main(out):
     path = os.path.join(out, "undo.nrv")
     with open(path, "wb") as file:
@@ -102,6 +129,7 @@ def main(out):
         marked(demo, True)
         demo.key("ctrl+y")
         marked(demo, False)
+        classic_way(demo, sheet)
         # A drawing that is made from parameters is no step.
         demo.key("alt+f", "e", "s")
         host.wait_for("the section", lambda: demo.title().startswith("未命名 -"))
