@@ -129,6 +129,9 @@ void CCommandOperationTrans::KeepOriginals() {
     // Compatibility 101: copies have the number of their originals and are not registered.
     // The existing objects are at their new place, and new objects take the old one. The new objects, unlike all
     // others, are not registered with the leak tracer, and have the same m_ID as the ones that they were read from.
+    if (!m_Objects.IsEmpty()) {
+        NoteChange();
+    }
     std::vector<std::unique_ptr<CDrawable>> originals;
     originals.reserve(static_cast<size_t>(m_Objects.GetSize()));
     for (INT_PTR i = 0; i < m_Objects.GetSize(); ++i) {

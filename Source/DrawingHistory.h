@@ -110,12 +110,11 @@ public:
     // 1,000 steps. The bytes are those of the steps, without what is kept of the present state.
     void SetLimits(size_t bytes, int steps);
     size_t GetBytes() const { return m_Bytes; } // Of all steps.
-    // All steps; the drawing stays as it is.
-    void Forget();
+    void Forget();                              // All steps; the drawing stays as it is.
     // The object, which is not in the drawing any more, is the caller's: it comes back in no step.
     void GiveUp(CDrawable* object);
-    // 1 when the object is this history's once it has left the drawing: a mark has seen it there, or the document has
-    // erased it. One that came and went by DeleteObject between two marks is the caller's.
+    // 1 when a mark has seen the object in the drawing, or the document has erased it: it is the history's once it has
+    // left the drawing. One that came and went by DeleteObject between two marks is the caller's.
     int Knows(CDrawable* object) const;
     // Forgets everything and takes the drawing as it is for the first state.
     void Restart();
@@ -132,8 +131,7 @@ protected:
     virtual int IsQuiet() { return 1; }
     // Before an undo or a redo: brings the drawing to rest. 0 refuses. May free this history.
     virtual int OnBeforeTravel() { return 1; }
-    // Before the listener is told.
-    virtual void OnChanged(CDrawingHistoryListener::Change change);
+    virtual void OnChanged(CDrawingHistoryListener::Change change); // Before the listener is told.
 
 private:
     friend class CGraphicDocument;
@@ -168,8 +166,7 @@ private:
     int m_Group = 0;
     CString m_GroupChinese;
     CString m_GroupEnglish;
-    std::vector<StepOwner>
-        m_Forgotten; // Taken out, to be freed. Memory for all steps is reserved: a mark can't fail half-way.
+    std::vector<StepOwner> m_Forgotten; // To be freed. Has memory for all steps, so that no mark fails half-way.
     size_t m_Bytes = 0;
     size_t m_MostBytes = 64u << 20;
     int m_MostSteps = 1000;
