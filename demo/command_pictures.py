@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Takes a picture of the preview of each command, for docs/commands.md. Layer 11: demo.
+"""Takes a picture of the preview of each command, for docs/commands.md, and of an undo and a sheet of paper, for the README.
+Layer 13: demo.
 
 Its surroundings come from ./run: DISPLAY, NR_WITH_WINE, NR_DEMO, NR_OUT. Prints the path of each picture, a line each. Those
 in docs/images/ are copies.
@@ -42,7 +43,7 @@ class Studio:
         self.end()
 
     def hook(self):
-        """Two lines in the drawing, both selected. The preview of a straight polyline would not be seen."""
+        """Two lines in the drawing, both selected."""
         for ends in (((90, 290), (150, 130)), ((150, 130), (260, 180))):
             self.command("d", "l")
             self.click(*ends)
@@ -52,11 +53,11 @@ class Studio:
         """With the pointer at a place, in two moves, since a preview shows the last move."""
         self.demo.step(self.left + x - 9, self.top + y - 6)
         self.demo.step(self.left + x, self.top + y)
-        self.save(name, self.demo.x + self.left + LEFT, self.demo.y + self.top + TOP, WIDTH, HEIGHT)
+        self.save("command-" + name, self.demo.x + self.left + LEFT, self.demo.y + self.top + TOP, WIDTH, HEIGHT)
 
     def save(self, name, *place):
         self.demo.settled()
-        path = os.path.join(self.out, f"command-{name}.png")
+        path = os.path.join(self.out, f"{name}.png")
         host.grab(*place).save(path)
         print(path, flush=True)
 
@@ -103,7 +104,7 @@ def creating(studio):
         studio.command("d", letter)
         before = studio.demo.windows()
         studio.click((200, 200))
-        studio.dialog(name, before)
+        studio.dialog("command-" + name, before)
         studio.clear()
 
 
@@ -142,7 +143,45 @@ def editing(studio):
     studio.end()
     before = studio.demo.windows()
     studio.demo.key("Delete")
-    studio.dialog("erase", before, "n")
+    studio.dialog("command-erase", before, "n")
+
+    # Over the rest of the view, which the next drawing does not use.
+    studio.command("e", "v")
+    host.xdo("mousemove", "--sync", studio.demo.x + studio.left + 90, studio.demo.y + studio.top + 290)
+    host.xdo("mousedown", 1)
+    studio.picture("viewmove", 250, 260)
+    host.xdo("mouseup", 1)
+    studio.end()
+    studio.clear()
+
+    studio.command("d", "t")
+    before = studio.demo.windows()
+    studio.click((200, 200))
+    window = studio.demo.dialog(before)
+    studio.demo.type("A1")
+    studio.demo.key("Return")
+    studio.demo.gone(window)
+    studio.end()
+    studio.click((208, 210))
+    before = studio.demo.windows()
+    studio.demo.key("alt+e", "x")
+    studio.dialog("command-rotatetext", before)
+    studio.clear()
+
+
+def beside(studio):
+    """The menu item that names the step to take back; and an example on paper."""
+    studio.command("d", "r")
+    studio.click((110, 110), (430, 290))
+    studio.demo.key("alt+e")
+    studio.save("undo", studio.demo.x, studio.demo.y, WIDTH, HEIGHT)
+    studio.demo.key("Escape", "Escape")
+    studio.clear()
+    studio.demo.key("alt+f", "e", "b")
+    before = studio.demo.windows()
+    studio.demo.settled()
+    studio.demo.key("alt+f", "v")
+    studio.dialog("print-preview", before)
 
 
 def main(out):
@@ -151,6 +190,7 @@ def main(out):
         studio = Studio(demo, out)
         creating(studio)
         editing(studio)
+        beside(studio)
 
 
 if __name__ == "__main__":

@@ -71,9 +71,11 @@ def unpack(out):
 def look(package):
     """What is there, and what is not."""
     for name in ("LICENSE", "README.md", "bin/NRVectorView.dll", "bin/nrafx.dll", "bin/nrkx.dll",
-                 "lib/libNRVectorView.dll.a", "cmake/NRVectorViewConfig.cmake", "include/nrafx/afxwin.h",
+                 "bin/nrvv_demo.exe", "lib/libNRVectorView.dll.a", "lib/NRVectorView.lib", "lib/NRVectorView.def",
+                 "cmake/NRVectorViewConfig.cmake", "include/nrafx/afxwin.h",
                  "include/nrkx/KxAlive.h", "samples/truss.nrv", "doc/nrafx/README.md",
-                 "doc/reference/classCVectorView.html", "doc/reference/nrview_8h.html"):
+                 "doc/embedding.md", "doc/images/command-line.png", "doc/reference/classCVectorView.html",
+                 "doc/reference/nrview_8h.html"):
         host.expect(os.path.exists(os.path.join(package, name)), f"{name} is missing")
     there = {name for name in os.listdir(os.path.join(package, "include", "NRVectorView")) if name != "nrview.h"}
     public = {name for _, name in layers.public_headers(ROOT, layers.index_of(ROOT, ["Source", "render"]))}
@@ -113,6 +115,19 @@ def build_guide(package, out):
             file.write("\n".join(re.findall(rf"```{kind}\n(.*?)```", text, re.S)))
     run(command, folder)
     return os.path.join(folder, "build", "guide.exe")
+
+
+def use_programs(package, out):
+    """What the package has in bin/ runs as it is: nrv prints a text of a sample, the demo shows that sample."""
+    sample = os.path.join(package, "samples", "texts.nrv")
+    listed = subprocess.run([os.environ["NR_WITH_WINE"], os.path.join(package, "bin", "nrv.exe"), "list",
+                             host.windows_path(sample)], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, timeout=60, check=False)
+    host.expect(listed.returncode == 0 and "钢板 Plate" in listed.stdout.decode("utf-8"), f"nrv lists {listed.stdout[:200]}")
+    build, os.environ["NR_BUILD"] = os.environ["NR_BUILD"], package
+    with host.Demo(out, host.windows_path(sample)) as demo:
+        host.expect(demo.title().startswith("texts.nrv"), f"the demo's title is {demo.title()}")
+        host.expect(demo.settled().data.count(host.WHITE) > 1000, "the demo shows no drawing")
+    os.environ["NR_BUILD"] = build
 
 
 class Guide(host.Demo):
@@ -256,6 +271,7 @@ def main(out):
     package = unpack(out)
     look(package)
     headers_compile(package, out)
+    use_programs(package, out)
     use_guide(build_guide(package, out), out)
     build = build_samples(package, out)
     has_c = os.path.exists(os.path.join(package, "include", "NRVectorView", "nrview.h"))
