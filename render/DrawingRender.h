@@ -104,7 +104,7 @@ public:
     RenderStatus Metafile(HENHMETAFILE& metafile);
     RenderStatus Emf(CByteArray& file);
     // UTF-8 bytes. Objects with a coordinate that is no finite number, objects of a kind that the library does not
-    // know, dragged objects, and objects that fail to draw are left out: LeftOut counts them after the call.
+    // know, dragged objects but lines, and objects that fail to draw are left out: LeftOut counts them after the call.
     RenderStatus Svg(CByteArray& file);
     int LeftOut() const;
 

@@ -78,6 +78,7 @@ CSvgWriter::CSvgWriter(CGraphicDocument* document, const CRenderOptions& options
 // ---- The file ------------------------------------------------------------------------------------------------------
 
 const CSvgBuffer& CSvgWriter::Write(COLORREF background) {
+    m_Background = background;
     const double scale = m_pTran->GetScale();
     const double box[4] = {m_pTran->GetOriginX(), -(m_pTran->GetOriginY() + scale * m_pTran->GethScreen()),
                            scale * m_Size.cx, scale * m_Size.cy};
@@ -365,8 +366,14 @@ bool CSvgWriter::WriteLine(CDrawable* object) {
     if (IsHidden(line)) {
         return true;
     }
-    WriteStraight(PenOf(line, line->GetLockMode() == 1), line->GetStartPoint(), line->GetEndPoint(), false);
-    return IsPlainState(line);
+    Pen pen = PenOf(line, line->GetLockMode() == 1);
+    const bool inverted = line->GetDrawState() == CDrawable::Dragging; // As the finished sides of a rectangle are.
+    if (inverted) {
+        pen.color = ~m_Background & 0xFFFFFF;
+        pen.style = PS_SOLID;
+    }
+    WriteStraight(pen, line->GetStartPoint(), line->GetEndPoint(), false);
+    return inverted || IsPlainState(line);
 }
 
 bool CSvgWriter::WritePLine(CDrawable* object) {

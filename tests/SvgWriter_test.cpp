@@ -296,7 +296,7 @@ TEST_F(SvgWriter, WhatHasNoNumbersIsLeftOutAndCounted) {
     Line(0, std::nan(""), 1, 1);
     Line(0, 0, 1, HUGE_VAL);
     Add(new CCircle(Gdiplus::PointF(0, 0), 5, 0))->setRadius(-HUGE_VAL);
-    Line(0, 0, 1, 1)->SetDrawState(CDrawable::Dragging);
+    Add(new CCircle(Gdiplus::PointF(0, 0), 5, 0))->SetDrawState(CDrawable::Dragging);
     CLine* broken = Line(0, 0, 1, 1);
     broken->SetPenColorIndex(-1);
     broken->SetLayer(-1); // Painting it fails.
@@ -307,6 +307,17 @@ TEST_F(SvgWriter, WhatHasNoNumbersIsLeftOutAndCounted) {
     EXPECT_EQ(std::string::npos, text.find("nan"));
     EXPECT_EQ(std::string::npos, text.find("inf"));
     EXPECT_NE(std::string::npos, text.find("kept"));
+}
+
+TEST_F(SvgWriter, ALineThatIsDrawnByInversionHasTheColourThatTheBackgroundTurnsInto) {
+    Line(0, 0, 1, 1)->SetDrawState(CDrawable::Dragging);
+    options.ownBackground = true;
+    options.background = RGB(0x10, 0x20, 0x30);
+    EXPECT_NE(std::string::npos, Objects().find("stroke=\"#efdfcf\""));
+    EXPECT_EQ(0, leftOut);
+    options.colors = CRenderOptions::BlackOnWhite;
+    options.ownBackground = false;
+    EXPECT_NE(std::string::npos, Objects().find("stroke=\"#000000\""));
 }
 
 TEST_F(SvgWriter, AKindOfAHostIsWrittenAsWhatItDerivesFrom) {
