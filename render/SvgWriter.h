@@ -92,7 +92,7 @@ private:
     CVectorViewCoordTran* m_pTran;
     CDrawGeometry m_Geometry;
     CSize m_Size;
-    COLORREF m_Background = 0; // Also where none is written: what an inverted line inverts.
+    COLORREF m_Background = 0;               // Also where none is written: what an inverted line inverts.
     CDC m_Measure;                           // For measuring, and for labels to place their figures.
     std::map<CString, Face, Before> m_Faces; // By name.
     std::map<int, int> m_GroupCount;         // By layer.
