@@ -2,8 +2,6 @@
 
 #include "DlgSetAngle.h"
 #include "Document.h"
-#include "EditingOptions.h"
-#include "ObjectMemory.h"
 #include "Text.h"
 
 IMPLEMENT_DYNAMIC(CCommandOperationRotateText, CCommandOperation)
@@ -15,18 +13,11 @@ void CCommandOperationRotateText::Execute() {
         return;
     }
     const CDrawableArray& selected = *m_pDocument->GetSelectedDrawableObjs();
-    const bool notes = Options().modifiedByChange;
-    CObjectMemory before;
-    if (notes) {
-        before.Store(selected);
-    }
     for (INT_PTR i = 0; i < selected.GetSize(); ++i) {
         if (CText* text = DYNAMIC_DOWNCAST(CText, selected.GetAt(i))) {
             text->SetAngle(static_cast<float>(dialog.m_dAngle));
+            NoteChange();
         }
-    }
-    if (notes && !before.IsEqualTo(selected)) {
-        NoteChange();
     }
     RequestRedraw();
 }

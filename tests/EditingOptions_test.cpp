@@ -535,18 +535,6 @@ TEST(EditingOptions, ACopyOntoItsOriginalMarksTheDocument) {
     }
 }
 
-TEST(EditingOptions, ATextThatIsTurnedToItsOwnAngleLeavesTheMark) {
-    Optioned d(&CEditingOptions::modifiedByChange, true);
-    CDrawable* text = d.view.AddText(CGePoint2d(50, 50), L"T", 30, Gdiplus::Color(255, 1, 2, 3), 0);
-    for (const bool other : {false, true}) {
-        d.Select(text);
-        d.Document().SetModifiedFlag(FALSE);
-        const DialogScript dialogs({DialogScript::TypeAndAnswer(1002, other ? L"40" : L"30", IDOK)});
-        d.view.DoCommand(L"rotatetext");
-        EXPECT_EQ(d.Document().IsModified() != FALSE, other);
-    }
-}
-
 TEST(EditingOptions, ATransformOfNothingLeavesTheMark) {
     EXPECT_FALSE(IsMarkedAfter(true, [](ViewDriver& d) {
         d.Document().RemoveAllSelected();
