@@ -64,6 +64,7 @@ public:
     void Serialize(CArchive& ar) override; // Text, face, place, sizes and angle.
 
 protected:
+    // Reads what the grips are computed from.
     friend bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture);
 
     // The height of a sample text in drawing units: in the font selected in pDC or, with a null pDC, in this text's own
