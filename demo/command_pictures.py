@@ -72,15 +72,17 @@ class Studio:
         self.demo.gone(window)
 
     def clear(self):
-        """An empty drawing again; the question about the old one is answered No."""
+        """An empty drawing again; the question about a changed one is answered No."""
         self.demo.key("Escape")
         self.demo.settled()
+        changed = "*" in self.demo.title()
         before = self.demo.windows()
         self.demo.key("ctrl+n")
-        window = self.demo.dialog(before)
-        self.demo.settled()
-        self.demo.key("n")
-        self.demo.gone(window)
+        if changed:
+            window = self.demo.dialog(before)
+            self.demo.settled()
+            self.demo.key("n")
+            self.demo.gone(window)
         self.demo.settled()
 
 

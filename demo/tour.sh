@@ -26,6 +26,7 @@ close_demo() {
     [ -n "$demo" ] || return 0
     kill "$demo" 2>/dev/null
     wait "$demo" 2>/dev/null
+    rm -rf "${kept:?}"/* # The recovery copy of a drawing that was changed: nothing is offered at the next start.
     demo=
 }
 trap 'close_demo; rm -rf "$kept"' EXIT
