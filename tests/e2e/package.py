@@ -125,7 +125,7 @@ def use_programs(package, out):
     host.expect(listed.returncode == 0 and "钢板 Plate" in listed.stdout.decode("utf-8"), f"nrv lists {listed.stdout[:200]}")
     build, os.environ["NR_BUILD"] = os.environ["NR_BUILD"], package
     with host.Demo(out, host.windows_path(sample)) as demo:
-        host.expect(demo.title().startswith("texts.nrv"), f"the demo's title is {demo.title()}")
+        host.wait_for("the title of the sample", lambda: demo.title().startswith("texts.nrv"))
         host.expect(demo.settled().data.count(host.WHITE) > 1000, "the demo shows no drawing")
     os.environ["NR_BUILD"] = build
 
