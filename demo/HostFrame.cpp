@@ -325,7 +325,7 @@ void CHostFrame::UpdateShown() {
     ShowActivePane();
 }
 
-// Over a drawing that nobody has touched: an empty one, or the section of the start.
+// Over a drawing without changes: an empty one, or the section that is shown at the start.
 void CHostFrame::ShowExamples() {
     CGraphicDocument* document = m_view.GetDocument();
     const bool untouched = m_path.IsEmpty() && !document->IsModified() && !m_view.GetManager()->GetHasCommand() &&
