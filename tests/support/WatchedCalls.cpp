@@ -18,23 +18,28 @@ constexpr bool kGuarded = false;
 void RefuseByGuardPages(bool (*)()) {}
 #endif
 
-volatile LONG g_blocks;
-volatile LONG g_objects;
+DWORD g_thread; // Of all others, nothing is counted or refused.
+LONG g_blocks;
+LONG g_objects;
 int g_kind;
 LONG g_nth; // 0: nothing is refused
 bool g_allFromThere;
-volatile LONG g_seen;
-volatile LONG g_refused;
+LONG g_seen;
+LONG g_refused;
+
+bool IsWatched() {
+    return ::GetCurrentThreadId() == g_thread;
+}
 
 bool IsRefused(int kind) {
-    if (kind != g_kind) {
+    if (kind != g_kind || !IsWatched()) {
         return false;
     }
-    const LONG number = ::InterlockedIncrement(&g_seen);
+    const LONG number = ++g_seen;
     if (g_nth == 0 || number < g_nth || (number > g_nth && !g_allFromThere)) {
         return false;
     }
-    ::InterlockedIncrement(&g_refused);
+    ++g_refused;
     return true;
 }
 
@@ -52,9 +57,7 @@ void FindInRuntime(Function*& found, const char* name) {
 }
 
 void* Counted(void* block) {
-    if (block != nullptr) {
-        ::InterlockedIncrement(&g_blocks);
-    }
+    g_blocks += block != nullptr && IsWatched();
     return block;
 }
 
@@ -67,13 +70,13 @@ void* __cdecl CountedCalloc(size_t count, size_t size) {
 }
 void* __cdecl CountedRealloc(void* block, size_t size) {
     void* const moved = g_realloc(block, size);
-    g_blocks = g_blocks + (block == nullptr && moved != nullptr) - (block != nullptr && size == 0);
+    if (IsWatched()) {
+        g_blocks += (block == nullptr && moved != nullptr) - (block != nullptr && size == 0);
+    }
     return moved;
 }
 void __cdecl CountedFree(void* block) {
-    if (block != nullptr) {
-        ::InterlockedDecrement(&g_blocks);
-    }
+    g_blocks -= block != nullptr && IsWatched();
     g_free(block);
 }
 
@@ -110,9 +113,7 @@ struct Watched<Kind, Function> {
             return Refusal<R>();
         }
         const R result = Function(arguments...);
-        if (Kind == WatchedCalls::Drawing && result != R()) {
-            ::InterlockedIncrement(&g_objects);
-        }
+        g_objects += Kind == WatchedCalls::Drawing && result != R() && IsWatched();
         return result;
     }
 };
@@ -124,9 +125,7 @@ template <class... A, BOOL(WINAPI* Function)(A...)>
 struct Freed<Function> {
     static BOOL WINAPI Call(A... arguments) {
         const BOOL done = Function(arguments...);
-        if (done) {
-            ::InterlockedDecrement(&g_objects);
-        }
+        g_objects -= done && IsWatched();
         return done;
     }
 };
@@ -134,6 +133,7 @@ struct Freed<Function> {
 } // namespace
 
 WatchedCalls::WatchedCalls() : m_all(ImportPatch::LibrariesAndProgram) {
+    g_thread = ::GetCurrentThreadId();
     g_blocks = 0;
     g_objects = 0;
     FindInRuntime(g_malloc, "malloc");

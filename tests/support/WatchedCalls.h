@@ -5,8 +5,9 @@
 
 #include "ImportPatch.h"
 
-// One at a time; one thread may be refused something, any may be counted. In the guarded build, whose DLLs have an
-// operator new of their own, a refusal of memory is one of that operator, and blocks are not counted.
+// One at a time. Only calls of the thread that made it are counted and refused: the system starts threads of its own in
+// the process at any time, and each DLL takes memory for a thread's exceptions then. In the guarded build, whose DLLs
+// have an operator new of their own, a refusal of memory is one of that operator, and blocks are not counted.
 class WatchedCalls {
 public:
     enum Kind {
