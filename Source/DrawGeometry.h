@@ -4,6 +4,8 @@
 
 #include "VectorViewApi.h"
 
+#include <KxAlive.h>
+
 struct CEditingOptions;
 class CLayerManager;
 class CPaintPass;
@@ -28,6 +30,8 @@ public:
     // when there is no painter.
     CString GetTextParm_ShowText(CString& s);
 
+    CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); } // Whether this object still exists.
+
     // The paint of the painter's own window that is running; null otherwise. Not for hosts.
     CPaintPass* GetPass() const { return m_pPass; }
     void SetPass(CPaintPass* pass) { m_pPass = pass; }
@@ -36,4 +40,5 @@ private:
     CPaintPass* m_pPass = nullptr;
     CVectorGraphic* m_pVectorGraphic;
     CLayerManager* m_pLayerManager;
+    CKxAlive m_Alive;
 };

@@ -129,10 +129,14 @@ void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         const double hole = static_cast<double>(tran->DToL(m_TextHoleWidth));
         stage = L"1";
         StrokeOutline(pDC, m_DrawState, look, R2_MASKPENNOT, [&] { DoDrawLable(pDC, a, b, c, d, len, half, hole); });
-        if (m_DrawState == Selected || m_DrawState == Normal) {
-            DoDrawText(pDC, pGeom, m_LeftLabelEndPt, m_RightLabelEndPt);
+        if (m_DrawState != Selected && m_DrawState != Normal) {
+            return true;
         }
-        return true;
+        // A figure that fails shows a message box, in which a host may free the label or its view.
+        const CKxAliveToken label = GetAlive();
+        const CKxAliveToken geometry = pGeom->GetAlive();
+        DoDrawText(pDC, pGeom, m_LeftLabelEndPt, m_RightLabelEndPt);
+        return label.IsAlive() && geometry.IsAlive();
     });
 }
 

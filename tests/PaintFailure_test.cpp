@@ -4,6 +4,7 @@
 #include "Line.h"
 #include "MemoryInfo.h"
 #include "VectorGraphic.h"
+#include "VectorLabel.h"
 #include "support/BoxAnswer.h"
 #include "support/OnBox.h"
 #include "support/RecordingDC.h"
@@ -271,5 +272,44 @@ TEST(PaintFailure, AHostMayFreeTheViewInsideTheMessageBoxOfAnyDrawing) {
         EXPECT_EQ(1u, box.Seen());
         EXPECT_EQ(nullptr, view);
         EXPECT_FALSE(::IsWindow(window));
+    }
+}
+
+TEST(PaintFailure, AHostMayFreeTheViewOrTheLabelInsideTheMessageBoxOfAFigure) {
+    class NoTextDC : public RecordingDC {
+    public:
+        using RecordingDC::TextOut;
+        BOOL TextOut(int, int, LPCTSTR, int) override {
+            AfxThrowResourceException();
+            return FALSE;
+        }
+    };
+    for (const bool freesView : {true, false}) {
+        ParentWindow parent;
+        auto view = std::make_unique<CVectorView>();
+        ShowView(*view, parent);
+        auto* label = new CKXVectorLabel;
+        KX_ADD_MEMORY(label);
+        label->SetLeftLabel(CGePoint2d(10, 10), CGePoint2d(10, 60));
+        label->SetRightLabel(CGePoint2d(200, 10), CGePoint2d(200, 60));
+        label->SetTextShow(1);
+        label->SetDrawState(CDrawable::Selected);
+        view->GetDocument()->AddDrawAobject(label);
+        OnBox box([&](HWND window) {
+            if (freesView) {
+                view.reset();
+            } else {
+                view->GetDocument()->DeleteObject(label);
+                KX_REMOVE_MEMORY(label);
+                delete label;
+            }
+            ::PostMessage(window, WM_COMMAND, IDOK, 0);
+        });
+        NoTextDC dc;
+        view->VectorPaint(&dc);
+        EXPECT_EQ(1u, box.Seen());
+        for (const std::string& call : dc.Calls()) {
+            EXPECT_NE(0u, call.rfind("Rectangle", 0)) << "no grip is drawn";
+        }
     }
 }
