@@ -311,6 +311,11 @@ BOOL RecordLine(HDC dc, int x, int y) {
     return ::MoveToEx(dc, x, y, nullptr) && done;
 }
 
+// GDI draws nothing of such an arc or ellipse, whatever the pen.
+bool IsFlat(int x1, int y1, int x2, int y2) {
+    return x1 == x2 || y1 == y2;
+}
+
 std::atomic<HGDIOBJ> s_narrowPen;
 
 } // namespace
@@ -373,7 +378,7 @@ BOOL AfxArcFar(HDC dc, int x1, int y1, int x2, int y2, int x3, int y3, int x4, i
     const AfxPoint corners[] = {target.map.Of(x1, y1), target.map.Of(x2, y1), target.map.Of(x1, y2),
                                 target.map.Of(x2, y2)};
     const auto shows = [&](const AfxPoint& p) { return target.Shows(p); };
-    if (std::all_of(std::begin(corners), std::end(corners), shows) ||
+    if (IsFlat(x1, y1, x2, y2) || std::all_of(std::begin(corners), std::end(corners), shows) ||
         !std::all_of(std::begin(corners), std::end(corners), IsFinite) || AfxIsInPath(dc)) {
         return ::Arc(dc, x1, y1, x2, y2, x3, y3, x4, y4);
     }
@@ -395,7 +400,7 @@ BOOL AfxEllipseFar(HDC dc, int x1, int y1, int x2, int y2) {
     const AfxPoint corners[] = {target.map.Of(x1, y1), target.map.Of(x2, y1), target.map.Of(x1, y2),
                                 target.map.Of(x2, y2)};
     const auto shows = [&](const AfxPoint& p) { return target.Shows(p); };
-    if (std::all_of(std::begin(corners), std::end(corners), shows) ||
+    if (IsFlat(x1, y1, x2, y2) || std::all_of(std::begin(corners), std::end(corners), shows) ||
         !std::all_of(std::begin(corners), std::end(corners), IsFinite) || AfxIsInPath(dc)) {
         return ::Ellipse(dc, x1, y1, x2, y2);
     }

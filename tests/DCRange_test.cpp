@@ -142,6 +142,22 @@ TEST(DCRange, FarFiguresUnderInversionAreTakenOffByASecondDrawing) {
     }
 }
 
+TEST(DCRange, AnArcOrEllipseWithoutWidthOrHeightIsNotDrawnHoweverWideThePen) {
+    for (const int width : {500, 2000}) {
+        Inked inked;
+        CPen pen(PS_SOLID, width, kInk);
+        inked.dc.SelectObject(&pen);
+        for (const CRect& box : {CRect(50, 50, 50, 50), CRect(20, 50, 80, 50), CRect(50, 20, 50, 80)}) {
+            inked.dc.Arc(box.left, box.top, box.right, box.bottom, 90, 50, 50, 90);
+            inked.dc.Ellipse(box.left, box.top, box.right, box.bottom);
+        }
+        EXPECT_EQ(0, InkCount(inked.dc.Pixels())) << width;
+        inked.dc.Ellipse(50, 50, 52, 52);
+        EXPECT_EQ(100 * 100, InkCount(inked.dc.Pixels())) << "one of two pixels is a disc of the pen, " << width;
+        inked.dc.SelectObject(&inked.pen);
+    }
+}
+
 TEST(DCRange, APenIsAtMostSixteenBitsWide) {
     const struct {
         int asked;
