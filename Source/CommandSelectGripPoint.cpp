@@ -84,8 +84,7 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnRButtonDown(unsigned i
 
 int CCommandSelectGripPoint::OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d) {
     // Compatibility 100: the veto of a taken grip may meet another grip.
-    // `gripIndex` counts the grips of the search's mask, m_GripIndex those of mask 5: under another mask the veto may
-    // meet another grip of the object.
+    // `gripIndex` counts the grips of the search's mask, m_GripIndex those of mask 5.
     return object == m_pObject && gripIndex == m_GripIndex ? 0 : 1;
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 enum Grip { kGripStart = 0, kGripMiddle = 1, kGripEnd = 2 };
 
-// The rounded pixel passes through single precision before it reaches GDI, which changes some pixels beyond 2^24.
+// The rounded pixel is rounded to single precision before GDI gets it, which changes some pixels beyond 2^24.
 int ThroughFloat(int pixel) {
     return Truncate(static_cast<float>(pixel));
 }

@@ -7,7 +7,7 @@ namespace {
 constexpr UINT kMemoryGrow = 1024;
 constexpr int kArchiveBuffer = 4096;
 
-// Where reading begins: at the front. The archive looks at the file's position when it is made.
+// The archive takes the file's position when it is made, so the file is set to its front before.
 CFile* Rewound(CFile& file) {
     file.Seek(0, CFile::begin);
     return &file;

@@ -15,7 +15,7 @@ int PowerOfTen(int d) {
 
 int Divide(int n, int unit) {
     if (unit == 0) {
-        // The processor's own exception, raised explicitly: a division by zero is undefined to the compiler.
+        // Raises the processor's own exception explicitly: a division by zero is undefined behaviour for the compiler.
         ::RaiseException(EXCEPTION_INT_DIVIDE_BY_ZERO, 0, 0, nullptr);
         return 0;
     }

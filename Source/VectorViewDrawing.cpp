@@ -17,13 +17,13 @@
 
 namespace {
 
-// Parameter types that the library gives.
+// Types of the parameters that this file makes.
 constexpr short kParmTypePlain = 0;
 constexpr short kParmTypeSized = 2;
 
 // The expression that a host's validation reads from the parameter: digits with at most one point, no sign.
 constexpr wchar_t kNumberExpression[] = L"^((\\d\\.?\\d*)|([1-9]\\d*\\.?\\d*))$";
-// A keyword and no pattern: by it a host recognizes the parameters made by AddParmTextForSS.
+// A keyword, not a pattern, by which a host recognizes the parameters made by AddParmTextForSS.
 constexpr wchar_t kShiShu[] = L"$shishu$";
 
 // Black in GDI+ form (0xAARRGGBB), though the field is a COLORREF (0x00BBGGRR).
@@ -123,7 +123,7 @@ CDrawable* Marked(CVectorView* view, CDrawable* obj) {
     return obj;
 }
 
-// On top of the drawing; repaints when asked to, and never a window that is not there: that would be the desktop.
+// Adds the object on top of the drawing. Repaints when asked to, but not without a window: that would be the desktop.
 CDrawable* Enter(CVectorView* view, CTracedOwner<CDrawable> obj, int redraw) {
     view->GetDocument()->AddDrawAobject(obj.get());
     CDrawable* entered = obj.release();
