@@ -159,6 +159,7 @@ void CCommandOperation::DrawShirrLine(CGePoint2d from, CGePoint2d to) {
     DrawShirrLine(p1, p2, 0);
 }
 
+// Compatibility 111: the snap of tools that make no object finds hidden objects.
 int CCommandOperation::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
     FollowDocument();
     if (m_SnapEnabled == 0) {
@@ -288,6 +289,7 @@ bool CCommandOperation::IsWithin(const CGePoint2d& grip, const CGePoint2d& point
            point.y <= grip.y + aperture;
 }
 
+// Compatibility 110: a hidden object can be picked in a view zoomed far out.
 bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const {
     return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture * Options().pixelScale;
 }
@@ -339,6 +341,7 @@ bool CCommandOperation::IsOrthoOn() const {
     return host != nullptr && host->IsOperationOrtho();
 }
 
+// Compatibility 112: the ortho lock compares whole units.
 void CCommandOperation::OrthoStep(const CGePoint2d& base, CGePoint2d& point) {
     const std::int64_t dx = std::llabs(Truncate(base.x - point.x));
     const std::int64_t dy = std::llabs(Truncate(base.y - point.y));

@@ -7,6 +7,7 @@ IMPLEMENT_DYNAMIC(CCommandSelectGripPoint, CCommandOperation)
 
 // ---- Events --------------------------------------------------------------------------------------------------------
 
+// Compatibility 113: a typed distance ignores the ortho lock.
 void CCommandSelectGripPoint::Execute() {
     if (m_pObject != nullptr) {
         // Before the first move, and with the cursor on the grip itself, there is no direction: the grip stays.

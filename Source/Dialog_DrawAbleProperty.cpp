@@ -164,7 +164,7 @@ void CDialog_DrawAbleProperty::SetRowValue(int row, CString text) {
             break;
         }
         property->m_Value = value;
-        // Nothing resets it: each later edit gives this row to the object again.
+        // Compatibility 126: an edited row stays marked as changed.
         property->m_Changed = 1;
     }
     ApplyToObject();

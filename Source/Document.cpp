@@ -119,6 +119,7 @@ void CGraphicDocument::DeleteNet() {
     FreeAll(m_NetDrawableObjs);
 }
 
+// Compatibility 116: `DeleteObject` frees nothing.
 void CGraphicDocument::DeleteObject(CDrawable* obj) {
     RemoveFirst(m_DrawableObjs, obj);
     RemoveFirst(m_SelectedDrawableObjs, obj);
@@ -169,6 +170,7 @@ void CGraphicDocument::RemoveAllSelected() {
     m_SelectedDrawableObjs.RemoveAll();
 }
 
+// Compatibility 117: the older `AddLine` ignores its first six arguments.
 CLine* CGraphicDocument::AddLine(short, short, float, float, short, int, float x1, float y1, float x2, float y2) {
     CTracedOwner<CLine> line(new CLine);
     KX_ADD_MEMORY(line.get());

@@ -126,6 +126,7 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (!IsToBeDrawn()) {
             return false;
         }
+        // Compatibility 119: only the value 1 locks the width of a line or a label.
         const PenLook look = ResolvePen(pGeom, m_LockMode == 1);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         float x1 = 0.0f;

@@ -42,6 +42,7 @@ bool CObjectMemory::IsEqualTo(const CDrawableArray& objects) const {
     return std::equal(m_lpBuffer, m_lpBuffer + GetLength(), other.m_lpBuffer, other.m_lpBuffer + other.GetLength());
 }
 
+// Compatibility 114: restored objects have gone through the rules of loading.
 void CObjectMemory::Restore(CDrawable* object) {
     CDrawableArray objects;
     objects.Add(object);

@@ -112,6 +112,7 @@ void COperationCreatePline::AddVertex(CGePoint2d point) {
     m_Points.Add(point);
 }
 
+// Compatibility 115: a finished polyline is put at the bottom of the drawing order.
 void COperationCreatePline::KeepPolyline() {
     if (m_pCurrentObject != nullptr) {
         m_InDocument = true;

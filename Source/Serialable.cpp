@@ -36,6 +36,7 @@ int CSerialable::GetNearInSteps(double x, int d) {
     return WrapAdd(whole, Divide(n, unit));
 }
 
+// Compatibility 127: `GetNear_X` of a whole number is one more.
 int CSerialable::GetNear_X(double x, int d) {
     const int whole = Truncate(std::floor(x));
     const int unit = PowerOfTen(d);

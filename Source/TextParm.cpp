@@ -134,7 +134,7 @@ void CTextParm::Serialize(CArchive& ar) {
            << m_ParmModifedLinkExp << m_bNeedEditBox << m_strMsgInfo;
         return;
     }
-    // Here, and unlike in the base, a schema above the current one counts as current.
+    // Compatibility 120: a schema above the current one counts as current in a parameter text.
     const UINT schema = ObjectSchema(ar);
     const bool hasVersion = schema >= kCurrentSchema;
     int version = 0;

@@ -19,7 +19,7 @@ int CVecotrVeiwParmOpr::LoadFile(unsigned char* data, unsigned int size) {
     if (m_pVector == nullptr) {
         CreateVector();
     }
-    // Also before a null buffer, for which the load itself does nothing.
+    // Compatibility 128: a load of a null or empty buffer empties the reader and gives 1.
     m_pVector->GetDocument()->Reset();
     return m_pVector->LoadFile(data, size);
 }

@@ -121,6 +121,7 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
         AfxMessageBox(L"CVectorGraphic::OnDraw出错:" + text);
     };
     try {
+        // Compatibility 118: only the value 1 fills the background.
         if (erase == 1) {
             CRect clip;
             pDC->GetClipBox(&clip);

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-// The two functions differ in the margin and in where they round to single precision; both differences are required.
+// Compatibility 123: the two ways of fitting round at different places.
 
 namespace {
 

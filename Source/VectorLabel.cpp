@@ -51,6 +51,7 @@ CString CKXVectorLabel::GetName() {
     return L"标注";
 }
 
+// Compatibility 122: a hidden label has an extent.
 int CKXVectorLabel::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
     const Span x = SpanOf({m_LeftLabelStartPt.x, m_LeftLabelEndPt.x, m_RightLabelStartPt.x, m_RightLabelEndPt.x});
     const Span y = SpanOf({m_LeftLabelStartPt.y, m_LeftLabelEndPt.y, m_RightLabelStartPt.y, m_RightLabelEndPt.y});
@@ -59,6 +60,7 @@ int CKXVectorLabel::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& 
     return 1;
 }
 
+// Compatibility 121: the figure of a label is hit also when it is not shown.
 float CKXVectorLabel::HitTest(CGePoint2d p) {
     if (m_IsShow == 0) {
         return kHiddenDistance;

@@ -29,7 +29,7 @@ constexpr wchar_t kShiShu[] = L"$shishu$";
 // Black in GDI+ form (0xAARRGGBB), though the field is a COLORREF (0x00BBGGRR).
 constexpr DWORD kTextBackground = 0xFF000000;
 
-// Added to the size of the measured text: drawing units, although that size is in pixels.
+// Compatibility 125: the size of an added parameter mixes pixels and drawing units.
 constexpr int kWideMargin = 50;
 constexpr int kHeightMargin = 5;
 
@@ -280,7 +280,7 @@ CDrawable* CVectorView::AddParmTextForSS(CGePoint2d p, CString& text, CString& n
 
 CDrawable* CVectorView::AddParmTextNoEdit(CGePoint2d p, CString& text, CString&, double, Gdiplus::Color c,
                                           double height, int redraw) {
-    // A plain text with the default width, and not a parameter: the name is ignored.
+    // Compatibility 124: `AddParmTextNoEdit` makes a plain text.
     auto obj = MakeText<CText>(p, text, c);
     obj->SetTextHeight(static_cast<float>(height));
     return Enter(this, std::move(obj), redraw);

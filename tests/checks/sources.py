@@ -27,7 +27,7 @@ def patterns_of(root, folder):
 def problems_of(root):
     limits = limits_of(root)
     if limits is None:
-        yield "CONTRIBUTING.md says no longer how many lines a header and a source may have"
+        yield "CONTRIBUTING.md no longer says how many lines a header and a source may have"
     for folder in FOLDERS:
         patterns = patterns_of(root, folder)
         for name in common.files_of(root, folder):
