@@ -80,7 +80,7 @@ public:
 
     // ---- Undo and redo ----
 
-    // Counts the steps that are marked. 0 within a group.
+    // Whether a marked step can be undone or redone; 0 within a group.
     int CanUndo() const { return m_Group == 0 && m_Position > 0; }
     int CanRedo() const { return m_Group == 0 && m_Position < static_cast<int>(m_Steps.size()); }
     // In the history of a view a running command is ended first. What has not been marked becomes a step: Undo undoes

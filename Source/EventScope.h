@@ -23,7 +23,7 @@ struct CEngineEvents {
     LPCTSTR chinese = nullptr;
     LPCTSTR english = nullptr;
 
-    // The names of a tool that has ended remain those of the event, whatever else happened.
+    // The event has the names of a tool that ended in it; a change without names keeps them.
     void Change(LPCTSTR chineseName, LPCTSTR englishName) {
         changed = true;
         chinese = chineseName != nullptr ? chineseName : chinese;

@@ -242,7 +242,7 @@ void CKXVectorLabel::LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, floa
     if (kxcommon::CompareDbl(e.angle(), kHalfTurn) < 0) {
         m = m + e.normal() * (kFigureLift * size);
     }
-    // Centred by an assumed width of 40 units for each two characters, whatever the font measures.
+    // Moved back by half the assumed width, 40 units for each two characters, whatever the font measures.
     m = m - v.normal() * (static_cast<double>(figure.GetLength() / 2 * kFigureHalfStep) * size);
     m_LabelText.SetAngle(static_cast<float>(v.angle() * kDegreesPerRadian));
     m_LabelText.SetBKMode(TRANSPARENT);
