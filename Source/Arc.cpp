@@ -14,13 +14,12 @@ enum Grip { kGripCenter = 0, kGripStart = 1, kGripMiddle = 2, kGripEnd = 3 };
 // Twice the area of the triangle of three points, in square drawing units: below this they are on one line.
 constexpr double kInLine = 1e-15;
 
-// The angle between two quadrant points. Of single precision, as the angle that IsInArc takes: the quarter turn of
-// other units, a double, would move the limits of the extent's test.
+// The angle between two quadrant points. It has single precision, like the angle that IsInArc takes: a double would
+// move the limits of the extent's test.
 constexpr float kQuadrantStep = 1.5707964f;
 
 // Compatibility 46: an arc's width falls to zero.
-// An arc that is zoomed out takes the pen of width 0, GDI's thinnest, where the other kinds have a
-// pen of one pixel.
+// Zoomed out, an arc takes GDI's thinnest pen, of width 0; the other kinds take at least one pixel.
 constexpr float kThinnestPen = 0.0f;
 
 void GrowBy(double x, double y, CGePoint2d& min, CGePoint2d& max) {
@@ -64,7 +63,6 @@ int CArc::Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center
     const double t = (bx * cx + by * cy) / (-ay * cx + ax * cy);
     center = CGePoint2d(p1.x + (ax + -ay * t) * 0.5, p1.y + (ay + ax * t) * 0.5);
     // Compatibility 83: the radius through three points has single precision.
-    // The radius is rounded to single precision.
     radius = static_cast<double>(static_cast<float>(std::sqrt(ax * ax + ay * ay) * std::sqrt(t * t + 1)) / 2.0f);
     return 1;
 }
@@ -100,7 +98,7 @@ void CArc::PointAt(double angle, CGePoint2d& p) {
 }
 
 void CArc::GetMidPT(CGePoint2d& p) {
-    // For an arc across angle 0 the mean of the two numbers is on the opposite side of the circle; half a turn is
+    // For an arc across angle 0 the mean of the two numbers is on the opposite side of the circle, so half a turn is
     // added.
     PointAt(m_StartAngle > m_EndAngle ? (m_StartAngle - m_EndAngle) / 2 + m_EndAngle + kHalfTurn
                                       : (m_EndAngle - m_StartAngle) / 2 + m_StartAngle,
@@ -108,7 +106,8 @@ void CArc::GetMidPT(CGePoint2d& p) {
 }
 
 int CArc::IsInArc(float angle) {
-    // A float against two doubles: at the ends themselves the result depends on the rounding of the float.
+    // The angle is a float and the limits are doubles: at the ends themselves the result depends on the rounding of the
+    // float.
     const double a = static_cast<double>(angle);
     if (m_EndAngle > m_StartAngle) {
         return a > m_StartAngle && a < m_EndAngle;

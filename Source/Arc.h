@@ -17,7 +17,7 @@ public:
     // line. The radius is rounded to single precision.
     static int Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, CGePoint2d& center, double& radius);
     // The same, and the angles of the anticlockwise arc between p1 and p3 that passes through p2, whichever way the
-    // points run. On failure the results are written too: zeros, and the angles of the points as seen from (0, 0).
+    // points run. On failure the results are set too: zeros, and the angles of the points as seen from (0, 0).
     static int Calarc(CGePoint2d p1, CGePoint2d p2, CGePoint2d p3, double* cx, double* cy, double* radius,
                       double* startAngle, double* endAngle);
 
@@ -38,8 +38,8 @@ public:
     // are not put into any order. 0, and the arc is unchanged, when there is no such circle.
     int Set(const CGePoint2d& p1, const CGePoint2d& p2, const CGePoint2d& p3);
     void moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) override;
-    // By the images of the start, middle and end points, so that, unlike a circle's, the radius scales and the arc
-    // mirrors.
+    // Transforms the start, middle and end points and builds the arc through them: unlike a circle's, its radius
+    // scales, and it mirrors.
     void transformBy(const CGeMatrix2d& m) override;
     void GetProperty(CDrawableProperty& list) override;
     void SetProperty(CDrawableProperty& list) override;
@@ -50,7 +50,7 @@ public:
     void Serialize(CArchive& ar) override; // The angles, after the circle.
 
 protected:
-    // These write x and y and leave `type` alone.
+    // These set x and y and leave `type` unchanged.
     void GetStartPT(CGePoint2d& p) { PointAt(m_StartAngle, p); }
     void GetEndPT(CGePoint2d& p) { PointAt(m_EndAngle, p); }
     void GetMidPT(CGePoint2d& p);

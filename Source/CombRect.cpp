@@ -46,8 +46,6 @@ void CCombRect::ExchangeState(CStateExchange& exchange) {
 
 // ---- Painting ------------------------------------------------------------------------------------------------------
 
-// Neither visibility nor state is tested, so that a hidden or deleted frame is drawn too.
-// A failure is reported under the name of the line's Draw.
 // Compatibility 47: a frame paints when hidden, deleted or dragged.
 void CCombRect::Draw(CDC* pDC, CDrawGeometry* pGeom) {
     // Compatibility 49: a failed frame reports the name of the line's `Draw`.
@@ -79,7 +77,7 @@ void CCombRect::Draw(CDC* pDC, CDrawGeometry* pGeom) {
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------
 
-// There is no version word of its own, and only the current schema has this level: an older stream has nothing here.
+// The frame has no version word of its own. Only the current schema has this level: an older stream holds nothing here.
 void CCombRect::Serialize(CArchive& ar) {
     CDrawable::Serialize(ar);
     if (ar.IsStoring()) {

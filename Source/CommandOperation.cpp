@@ -20,7 +20,7 @@ constexpr int kEditHeight = 20;
 constexpr double kEditOffset = 30.0; // Pixels from the band to the box.
 
 void InvalidateWindow(HWND window) {
-    // The null window would be all windows of the desktop.
+    // With a null window the function would repaint all windows of the desktop.
     if (window != nullptr) {
         ::InvalidateRect(window, nullptr, TRUE);
     }
@@ -83,7 +83,7 @@ CCommandOperation::ResultState CCommandOperation::OnMouseMove(unsigned int, CGeP
     CGePoint2d hit;
     const bool found = GetGripPoint(point, hit) != 0;
     CViewDC dc(m_pWnd);
-    // A repaint does not clear the flag: after one the next move inverts the old place once more and leaves a marker
+    // A repaint does not clear the flag: after one, the next move inverts the old place once more and leaves a marker
     // there. Only the pan takes the marker off first.
     if (m_SnapMarkDrawn != 0) {
         InvertSnapMark(&dc);
@@ -159,6 +159,7 @@ void CCommandOperation::DrawShirrLine(CGePoint2d from, CGePoint2d to) {
     DrawShirrLine(p1, p2, 0);
 }
 
+// Compatibility 111: the snap of tools that make no object finds hidden objects.
 int CCommandOperation::GetGripPoint(CGePoint2d point, CGePoint2d& result) {
     FollowDocument();
     if (m_SnapEnabled == 0) {
@@ -265,7 +266,7 @@ void CCommandOperation::TrackGripPoint(const CGePoint2d& point) {
 }
 
 void CCommandOperation::EndRunningOperation() {
-    // Taken first: outside an event of the engine the tool is freed by the call.
+    // Read before the call: outside an event of the engine the call frees this tool.
     const HWND window = m_pWnd->GetSafeHwnd();
     if (COperationHost* host = Host()) {
         host->EndOperation();
@@ -288,6 +289,7 @@ bool CCommandOperation::IsWithin(const CGePoint2d& grip, const CGePoint2d& point
            point.y <= grip.y + aperture;
 }
 
+// Compatibility 110: a hidden object can be picked in a view zoomed far out.
 bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const {
     return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture * Options().pixelScale;
 }
@@ -323,7 +325,7 @@ int CCommandOperation::FindCandidate(CDrawable* object, CGePointArray& grips, co
 }
 
 void CCommandOperation::InvertObject(CDC* dc, CDrawable* object) {
-    // Put back also when the drawing throws: no object stays in the state Dragging after a failed preview.
+    // Restores the state also when the drawing throws: no object stays in the state Dragging after a failed preview.
     struct CStateScope {
         CDrawable* object;
         enum CDrawable::DrawState state;
@@ -339,6 +341,7 @@ bool CCommandOperation::IsOrthoOn() const {
     return host != nullptr && host->IsOperationOrtho();
 }
 
+// Compatibility 112: the ortho lock compares whole units.
 void CCommandOperation::OrthoStep(const CGePoint2d& base, CGePoint2d& point) {
     const std::int64_t dx = std::llabs(Truncate(base.x - point.x));
     const std::int64_t dy = std::llabs(Truncate(base.y - point.y));
@@ -359,15 +362,15 @@ bool CCommandOperation::PlaceEditBox(const CGePoint2d& from, const CGePoint2d& t
     CString text;
     text.Format(L"%d", Truncate(from.distance(to)));
     const CKxAliveToken running(m_Alive);
-    // The end of the tool destroys the box, and the steps after that do nothing.
-    // A preview that returns after a paint leaves the box and the focus alone.
+    // When the tool ends meanwhile, its box is destroyed, and the steps that follow do nothing.
+    // A preview that is drawn again after a paint leaves the box and the focus alone.
     const HWND box = IsReturning() ? nullptr : m_Edit.GetSafeHwnd();
     if (box != nullptr) {
         ::SetWindowPos(box, nullptr, Truncate(lx - 20.0f), Truncate(ly - 10.0f), kEditWidth, kEditHeight,
                        SWP_SHOWWINDOW);
         ::SetWindowText(box, text);
         ::SetFocus(box);
-        // Selected, so that the first digit typed replaces it.
+        // The text is selected so that the first digit typed replaces it.
         ::SendMessage(box, EM_SETSEL, 0, -1);
         ::SendMessage(box, EM_SCROLLCARET, 0, 0);
         if (running.IsAlive()) {
@@ -387,7 +390,7 @@ int CCommandOperation::TypedDistance() {
 
 void CCommandOperation::InvertSnapMark(CDC* dc) {
     if (m_pGraphic == nullptr) {
-        return; // A tool of a host's that was made without a painter.
+        return; // A host made the tool without a painter.
     }
     CPoint pixel;
     m_pCoordTran->DPToLP(m_SnapMark, pixel);

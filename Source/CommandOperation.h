@@ -36,11 +36,11 @@ inline constexpr int kOsnapAll = 15;
 class NRVECTORVIEW_API CCommandOperation : public CCommand {
     DECLARE_DYNAMIC(CCommandOperation)
 public:
-    // What an event of a tool comes to.
+    // What an event handler of a tool returns.
     enum ResultState {
         RS_Continue = 0,   // Handled or ignored; the tool stays. Also: nothing was hit.
         RS_Done = 1,       // The tool has done its work and ends.
-        RS_Cancelled = 2,  // The tool was broken off and ends. Also: no snap point.
+        RS_Cancelled = 2,  // The tool was cancelled and ends. Also: no snap point.
         RS_NotHandled = 5, // A key that means nothing here.
         RS_Capture = 7     // The tool wants further events; a temporary one asks to be installed.
     };
@@ -54,10 +54,10 @@ public:
 
     // ---- Events. Points are drawing units, already snapped by the manager; ForL means client pixels ----
 
-    // At once for commands that act at once; from the host, through the manager, to confirm a typed distance.
+    // Called at once for commands that act at once, and by the host, through the manager, to confirm a typed distance.
     virtual void Execute();
     virtual void Cancel(); // Takes off what the tool shows, before it is freed; nothing in this base.
-    // `nFlags` as Windows sends them. What is given back tells whether the tool stays.
+    // `nFlags` as Windows sends them. The result tells whether the tool stays.
     virtual ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) = 0;
     virtual ResultState OnLButtonUp(unsigned int nFlags, CGePoint2d point) = 0;
     // Takes a drawn snap marker off the window, before the view scrolls and would move its pixels. 1 when it did.
@@ -68,10 +68,10 @@ public:
     virtual ResultState OnMouseWheel(unsigned int nFlags, short zDelta, CGePoint2d point) = 0;
     virtual ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) = 0;
     virtual ResultState OnKeyDown(unsigned int nChar, unsigned int nRepCnt, unsigned int nFlags);
-    virtual ResultState OnCancel(); // Cancel and RS_Cancelled, when a temporary tool takes its place.
+    virtual ResultState OnCancel(); // A temporary tool takes its place: calls Cancel and returns RS_Cancelled.
     virtual ResultState OnMouseMoveForL(unsigned int nFlags, CPoint point);  // After OnMouseMove.
     virtual ResultState OnButtonDownForL(unsigned int nFlags, CPoint point); // After OnLButtonDown.
-    // Just before a repaint, which wipes whatever was inverted onto the window.
+    // Called just before a repaint, which wipes whatever was inverted onto the window.
     virtual void PreRedraw();
     virtual ResultState OnLButtonDblClk(unsigned int nFlags, CPoint point); // For hosts: no view calls it.
     // RS_Done (1) when a cursor was set.
@@ -79,11 +79,11 @@ public:
 
     // ---- Services ----
 
-    // From the host: while nonzero the mouse leaves a distance alone that is being typed.
+    // Set by the host: while nonzero, moves of the mouse do not change the distance that is being typed.
     virtual void SetInEdit(int inEdit);
-    // The rubber band of the view, in client pixels; the last argument is dropped.
+    // The rubber band of the view, in client pixels; the last argument is ignored.
     virtual void DrawShirrLine(CPoint p1, CPoint p2, int erasing);
-    virtual void ErasShirrLine(); // Takes the band off; nothing where none is drawn.
+    virtual void ErasShirrLine(); // Takes the band off; does nothing where none is drawn.
     // The snap search: the first accepted candidate in object and grip order, not the nearest. Nonzero on a hit.
     virtual int GetGripPoint(CGePoint2d point, CGePoint2d& result);
     virtual void SetOsnapMode(int mode); // Bits as in kOsnapAll.
@@ -94,8 +94,7 @@ protected:
 
 public:
     void DrawShirrLine(CGePoint2d from, CGePoint2d to); // The band between two points in drawing units.
-    // The search of this base for a point in client pixels, also in tools with a search of their own; the result is in
-    // whole pixels. For hosts.
+    // For hosts: always the search of this base, for a point in client pixels; the result is in whole pixels.
     int GetGripPointForL(CGePoint2d pixel, CGePoint2d& result);
     int GetHasCommand() { return m_pCommand != nullptr; } // Of the engine: whether a tool is running.
     // For a host that has repainted the window itself: the repaint wiped the band, which must not be inverted again.
@@ -118,15 +117,16 @@ protected:
     COperationHost* Host() const;
     CCommandOperation* Engine() const;      // The engine of that window; null where there is none.
     const CEditingOptions& Options() const; // The classic ones without a painter.
-    void NoteChange();                      // Of the drawing: marks the document, where the options ask for it.
-    // Whether the engine draws a preview again after a paint, and whether the host breaks the tool off by Cancel.
+    void NoteChange();                      // Marks the document as modified, where the options ask for it.
+    // Whether the engine draws a preview again after a paint, and whether the host ends the tool by Cancel.
     bool IsReturning() const;
     bool IsBrokenOff() const;
     // Tells whether the engine still exists, for a tool that acts at once and so is never the running one.
     CKxAliveToken EngineAlive() const;
-    // Keeps a pointer to a drawing object across events. Once one has been freed, so is the tool, without Cancel.
+    // For an object that the tool keeps across events: once it has been freed, the tool is freed too, without Cancel.
     void Hold(CDrawable* object) { m_Held.push_back(object->GetAlive()); }
-    // After foreign code: whether the token's owner, or in a destructor the document, and all objects held still exist.
+    // Called after foreign code: whether the owner of the token and all objects of Hold still exist. Where the document
+    // has been freed, the tool continues with the painter's present one.
     bool GoesOn(const CKxAliveToken& token);
     bool IsDocumentWhole() const { return m_DocumentAlive && m_DocumentAlive->IsAlive() && !HasLostObject(); }
     // Starts tracking a grip on the view's engine.
@@ -192,7 +192,7 @@ private:
     bool HasLostObject() const;
     void InvertSnapMark(CDC* dc);
 
-    bool m_Returning = false; // The engine's: see IsReturning and IsBrokenOff.
+    bool m_Returning = false; // Set by the engine: see IsReturning and IsBrokenOff.
     bool m_BreakingOff = false;
     std::optional<CKxAliveToken> m_DocumentAlive;
     std::vector<CKxAliveToken> m_Held;

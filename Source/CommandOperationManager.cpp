@@ -65,9 +65,9 @@ CGePoint2d CCommandOperationManager::ToDrawing(const CGePoint2d& pixel) const {
 
 // ---- Events --------------------------------------------------------------------------------------------------------
 
-// A tool may open a modal box or send messages in its handlers, and what runs there may end the tool, start another or
-// free the view. After each call a tool that has ended gets nothing more, and its answer does not end the next one; an
-// engine that has been freed touches nothing, and the token of its running tool has ended too.
+// A tool may open a modal box or send messages in its handlers, and the code that runs then may end the tool, start
+// another or free the view. After each call a tool that has ended gets no further event, and its result does not end
+// the next one. When the engine has been freed, nothing of it is used; the token of its running tool has ended too.
 
 void CCommandOperationManager::Execute() {
     const CEventScope scope(m_Events);
@@ -97,7 +97,7 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonDown(unsigned 
     m_AssistantPoints.RemoveAll();
     CCommandOperation* op = RunningTool();
     if (op == nullptr) {
-        // A grip may be taken: what came before is no part of its edit.
+        // The click may take a grip: earlier changes do not belong to the step of that edit.
         const CKxAliveToken engine(m_Alive);
         const std::shared_ptr<CEngineEvents> events = m_Events;
         events->Change(nullptr, nullptr);
@@ -130,7 +130,6 @@ CCommandOperation::ResultState CCommandOperationManager::OnLButtonUp(unsigned in
     const CEventScope scope(m_Events);
     point = ToDrawing(point);
     // Compatibility 5: a release snaps by the manager's own search.
-    // The manager's own search, in its own mode, and not the tool's, unlike at a press.
     CGePoint2d hit;
     if (GetGripPoint(point, hit) != 0) {
         point = hit;
@@ -182,10 +181,9 @@ CCommandOperation::ResultState CCommandOperationManager::OnMouseWheel(unsigned i
                                                                       CGePoint2d point) {
     const CEventScope scope(m_Events);
     // Compatibility 6: a preview jumps by the window's place at a wheel message.
-    // The wheel's point comes in screen coordinates and is taken for client pixels: previews jump by the window's place
-    // on the screen until the next move.
+    // The point of the wheel is in screen coordinates and is taken for client pixels.
     if (Options().previewsReturn) {
-        m_LastPixel = point; // Then it is in client pixels.
+        m_LastPixel = point; // With this option the view gives client pixels.
     }
     point = ToDrawing(point);
     if (CCommandOperation* op = RunningTool()) {
@@ -218,7 +216,6 @@ CCommandOperation::ResultState CCommandOperationManager::OnKeyDown(unsigned int 
         op->OnKeyDown(nChar, nRepCnt, nFlags);
     } else if (m_pCommand == nullptr) {
         // Compatibility 98: any key deselects.
-        // By any key the user deselects.
         m_Events->Change(nullptr, nullptr);
         m_pDocument->RemoveAllSelected();
         RequestRedraw();
@@ -231,7 +228,7 @@ void CCommandOperationManager::PreRedraw() {
     const CEventScope scope(m_Events);
     CCommandOperation* op = CurrentTool();
     if (Options().previewsReturn) {
-        // Also what lies outside the part that is repainted.
+        // Erased here, because it may reach beyond the part that is repainted.
         ErasShirrLine();
         if (op != nullptr) {
             op->RefreshGrip();
@@ -254,7 +251,7 @@ void CCommandOperationManager::ReturnPreview() {
     try {
         OnMouseMove(0, *m_LastPixel);
     } catch (CException* e) {
-        e->Delete(); // The next move of the mouse reports it.
+        e->Delete(); // The next mouse move fails in the same way and reports it.
     } catch (...) {
     }
 }
@@ -296,14 +293,15 @@ int CCommandOperationManager::DoCommand(CString word) {
         return 0;
     }
     const CKxAliveToken engine(m_Alive);
-    AtRest(nullptr, nullptr); // What came before is no part of this command.
+    AtRest(nullptr, nullptr); // Earlier changes do not belong to the step of this command.
     if (!engine.IsAlive()) {
         return 0;
     }
     CToolOwner op = Registered(row->create(m_pWnd, m_pGraphic, m_pCoordTran, m_pGraphic->GetDocument()));
     switch (row->running) {
     case CommandRunning::Installed:
-        // Its edit box is a new child window, of which the view's host is notified.
+        // The new tool has made an edit box, a child window, and the view's host was notified: it may have freed the
+        // engine.
         if (!engine.IsAlive() || SetCommand(op.release(), 1) == 0) {
             return 0;
         }
@@ -434,8 +432,8 @@ CCommandOperation* CCommandOperationManager::RunningTool() {
 }
 
 CCommandOperation* CCommandOperationManager::TakeOutCommand(ToolEnd how) {
-    // Before it is cancelled, or its edit box destroyed: either may send messages, and what runs there finds no tool
-    // that is ending.
+    // The tool is taken out before it is cancelled and its edit box destroyed: both may send messages, and the code
+    // that runs then must not find a tool that is ending.
     CCommandOperation* op = m_pCommand;
     m_InCommand = 0;
     m_pCommand = nullptr;

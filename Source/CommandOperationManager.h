@@ -17,7 +17,7 @@ public:
     CCommandOperationManager(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,
                              CGraphicDocument* document);
     // Does not free a running tool, nor does anything else afterwards: a host that frees a view, or replaces its
-    // engine, while a command runs calls Cancel first, or the tool stays allocated and registered.
+    // engine, while a command runs calls Cancel first. Otherwise the tool stays allocated and registered.
     ~CCommandOperationManager() override;
 
     // ---- Events; the view gives client pixels, and all but OnMButtonDown turn them into drawing units ----
@@ -90,10 +90,10 @@ protected:
 private:
     // The drawing point under client pixels, an ordinary point.
     CGePoint2d ToDrawing(const CGePoint2d& pixel) const;
-    // The one place where a tool is looked at before it gets anything: one whose drawing objects have been freed is
-    // dropped without a word. Null when there is none.
+    // The running tool, after a check that every access to it makes: a tool one of whose drawing objects has been freed
+    // is freed here, without Cancel. Null when there is none.
     CCommandOperation* CurrentTool();
-    // The current tool, if it gets events.
+    // The current tool, if it gets events; otherwise null.
     CCommandOperation* RunningTool();
     // Leaves no tool running. The tool is freed when the outermost event scope closes; null when none was running.
     CCommandOperation* TakeOutCommand(ToolEnd how);

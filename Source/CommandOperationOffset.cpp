@@ -81,8 +81,7 @@ void CCommandOperationOffset::Pick(const CGePoint2d& point) {
 
 void CCommandOperationOffset::KeepFormerState() {
     // Compatibility 102: the copy of an offset is not registered.
-    // Owned here until the drawing has it: reading a host's kind may throw. Not registered with the leak tracer, unlike
-    // the system's other objects.
+    // Owned here until the drawing has it, because reading a kind of a host may throw.
     std::unique_ptr<CDrawable> former(static_cast<CDrawable*>(m_pObject->GetRuntimeClass()->CreateObject()));
     if (former == nullptr) {
         return;

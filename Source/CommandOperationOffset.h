@@ -31,7 +31,7 @@ public:
     void PreRedraw() override {}
 
 protected:
-    // The sideways move that the point asks for; `out` stays untouched where no offset is defined.
+    // The sideways move that the point asks for; `out` is unchanged where no offset is defined.
     virtual void GetOffsetMatrix(CGeMatrix2d& out, CGePoint2d point);
     virtual void DoOffsetPreview(CGePoint2d point);
 

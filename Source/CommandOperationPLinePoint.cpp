@@ -37,7 +37,7 @@ CCommandOperation_PLine_Point::CCommandOperation_PLine_Point(CWnd* wnd, CVectorG
                                                              CVectorViewCoordTran* tran, CGraphicDocument* document,
                                                              UINT cursor)
     : CPlainOperation(wnd, graphic, tran, document), m_Cursor(cursor) {
-    m_hCursor = nullptr; // The base has loaded a shared one, which needs no DestroyCursor.
+    m_hCursor = nullptr; // The base has loaded a shared cursor, which needs no DestroyCursor.
 }
 
 CCommandOperation::ResultState CCommandOperation_PLine_Point::OnSetCursor(CWnd* wnd, unsigned int nHitTest,

@@ -40,7 +40,7 @@ CCommandOperation::ResultState CCommandOperationTrans::OnLButtonDown(unsigned in
         return RS_Continue;
     }
     if (Options().previewsReturn) {
-        DoTransPreview(point); // A paint behind the question has put the preview at the last place of the mouse.
+        DoTransPreview(point); // A paint during the question has moved the preview to the last mouse position.
     }
     NoteMove();
     if (answer == IDYES) {
@@ -127,8 +127,7 @@ void CCommandOperationTrans::NoteMove() {
 
 void CCommandOperationTrans::KeepOriginals() {
     // Compatibility 101: copies have the number of their originals and are not registered.
-    // The existing objects are at their new place, and new objects take the old one. The new objects, unlike all
-    // others, are not registered with the leak tracer, and have the same m_ID as the ones that they were read from.
+    // The existing objects are at their new place, and new objects take the old one.
     if (!m_Objects.IsEmpty()) {
         NoteChange();
     }
@@ -141,8 +140,8 @@ void CCommandOperationTrans::KeepOriginals() {
     CObjectMemoryReader reader(m_Memory);
     for (std::unique_ptr<CDrawable>& original : originals) {
         if (original == nullptr) {
-            // A host's own kind that its class record cannot create: it gets no second object, and where the next
-            // object begins in the memory is unknown.
+            // A kind of a host that its class record cannot create gets no copy. Where the next object begins in the
+            // memory is then unknown, so the others get none either.
             break;
         }
         reader.Read(original.get());

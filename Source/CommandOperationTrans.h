@@ -26,7 +26,8 @@ public:
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    // Where previews return: the objects are where they were, so that the paint shows them there.
+    // Where previews are drawn again after a paint: puts the objects back, so that the paint shows them at their old
+    // place.
     void PreRedraw() override;
 
 protected:
@@ -60,7 +61,7 @@ protected:
     void GetTransMatrix(CGeMatrix2d& out, CGePoint2d point) override;
 };
 
-// The objects turn to point along the band: its angle from the x axis is theirs.
+// Turns the objects by the angle of the band, counted from the x axis.
 class CCommandOperationRotation : public CCommandOperationTrans {
     DECLARE_DYNAMIC(CCommandOperationRotation)
 public:

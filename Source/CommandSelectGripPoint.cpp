@@ -7,6 +7,7 @@ IMPLEMENT_DYNAMIC(CCommandSelectGripPoint, CCommandOperation)
 
 // ---- Events --------------------------------------------------------------------------------------------------------
 
+// Compatibility 113: a typed distance ignores the ortho lock.
 void CCommandSelectGripPoint::Execute() {
     if (m_pObject != nullptr) {
         // Before the first move, and with the cursor on the grip itself, there is no direction: the grip stays.
@@ -84,8 +85,7 @@ CCommandOperation::ResultState CCommandSelectGripPoint::OnRButtonDown(unsigned i
 
 int CCommandSelectGripPoint::OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d) {
     // Compatibility 100: the veto of a taken grip may meet another grip.
-    // `gripIndex` counts the grips of the search's mask, m_GripIndex those of mask 5: under another mask the veto may
-    // meet another grip of the object.
+    // `gripIndex` counts the grips of the search's mask, m_GripIndex those of mask 5.
     return object == m_pObject && gripIndex == m_GripIndex ? 0 : 1;
 }
 

@@ -25,7 +25,7 @@ inline constexpr unsigned kCommandRestores = 4;
 // A row of the table. All texts are constants of the library.
 struct CommandWord {
     LPCTSTR word;    // What CVectorView::DoCommand is given.
-    LPCTSTR chinese; // What it does, as a step of a history is called.
+    LPCTSTR chinese; // What it does, in Chinese: the name of its step in a history.
     LPCTSTR english; // The same in English.
     // Makes the tool, which the caller owns; the four objects are borrowed.
     CCommandOperation* (*create)(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran,

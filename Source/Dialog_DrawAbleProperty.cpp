@@ -32,7 +32,7 @@ constexpr int kValueColumn = 1;
 CDialog_DrawAbleProperty::CDialog_DrawAbleProperty(CWnd* parent) : CDialog(IDD_DRAWABLE_PROPERTY, parent) {}
 
 CDialog_DrawAbleProperty::~CDialog_DrawAbleProperty() {
-    // Rows that were loaded with no window to be destroyed.
+    // Without a window there is no WM_DESTROY that would free the rows.
     m_Property.Clear();
 }
 
@@ -164,7 +164,7 @@ void CDialog_DrawAbleProperty::SetRowValue(int row, CString text) {
             break;
         }
         property->m_Value = value;
-        // Nothing resets it: each later edit gives this row to the object again.
+        // Compatibility 126: an edited row stays marked as changed.
         property->m_Changed = 1;
     }
     ApplyToObject();
@@ -194,7 +194,7 @@ void CDialog_DrawAbleProperty::OnCancel() {
 
 BOOL CDialog_DrawAbleProperty::PreTranslateMessage(MSG* msg) {
     if (msg->message == WM_KEYDOWN && msg->wParam == VK_ESCAPE) {
-        // Given to the dialog manager it would be the missing Cancel button, and close the window.
+        // The dialog manager would take Escape for the Cancel button, which the dialog lacks, and close the window.
         return CWnd::PreTranslateMessage(msg); // NOLINT(bugprone-parent-virtual-call): the dialog's own is left out.
     }
     return CDialog::PreTranslateMessage(msg);
@@ -252,6 +252,6 @@ void CDialog_DrawAbleProperty::OnGridEdited(NMHDR* header, LRESULT* result) {
 }
 
 void CDialog_DrawAbleProperty::OnGridOther(NMHDR*, LRESULT* result) {
-    // A row may always be walked to, clicked and edited.
+    // The grid may always go to a row, react to a click on it, and edit it.
     *result = 0;
 }

@@ -12,7 +12,7 @@
 
 class CDrawable;
 
-// Template 131. The library creates none: a derived view provides one and sets its own pointer to it.
+// Uses template 131. The library creates no such dialog: a derived view makes one and sets its own pointer to it.
 class CDialog_DrawAbleProperty : public CDialog {
     DECLARE_DYNAMIC(CDialog_DrawAbleProperty)
 public:
@@ -21,9 +21,9 @@ public:
 
     // Modeless; `id` is the template.
     int Create(unsigned int id, CWnd* parent) override;
-    // What a click on an object calls: shows it when the window is there and visible. Not owned: code that frees the
-    // object calls LoadObject with null first. If not, its rows stay until the next edit, which then empties the
-    // dialog.
+    // Called when an object is clicked: shows its rows when the window is there and visible. The object is not owned:
+    // code that frees it calls LoadObject with null first. If not, its rows stay until the next edit, which then
+    // empties the dialog.
     void SetObject(CDrawable* object);
     // Fills the rows; null empties them.
     void LoadObject(CDrawable* object);

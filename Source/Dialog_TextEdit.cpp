@@ -10,8 +10,8 @@ BEGIN_MESSAGE_MAP(CDialog_TextEdit, CDialog)
 END_MESSAGE_MAP()
 
 CDialog_TextEdit::CDialog_TextEdit(CWnd* parent) {
-    // By the library's own module, and not by number through the chain of modules: a host may have a dialog of this
-    // number too, and would see its own.
+    // The template is taken from the library's own module. A search by number through the chain of modules could find a
+    // dialog of the host that has this number too.
     HINSTANCE module = VectorViewModule();
     HRSRC found = ::FindResource(module, MAKEINTRESOURCE(IDD_TEXT_EDIT), RT_DIALOG);
     HGLOBAL loaded = found != nullptr ? ::LoadResource(module, found) : nullptr;

@@ -40,8 +40,8 @@ void FreeAll(CDrawableArray& list) {
     list.RemoveAll();
 }
 
-// False for an object that has no extent, and for one whose extent is no finite box: it would make the whole drawing's
-// extent, and with it every fit, one of not-a-number.
+// False for an object that has no extent, and for one whose extent is not finite: it would make the extent of the whole
+// drawing, and so every fit, not-a-number.
 bool ExtentOf(CDrawable& object, CVectorViewCoordTran* tran, const CEditingOptions& options, CGePoint2d& min,
               CGePoint2d& max) {
     if (object.GetRect(tran, min, max) == 0) {
@@ -76,9 +76,7 @@ int CGraphicDocument::GetRect(CGePoint2d& min, CGePoint2d& max) {
     }
     const CTextWalk walk;
     if (!ExtentOf(*m_DrawableObjs[0], m_pCoordTran, m_EditingOptions, min, max)) {
-        // The maximum starts from a tiny positive number and not from a large negative one. So the
-        // extent of a drawing that is wholly below or left of the origin, and whose first object has none, reaches to
-        // the origin.
+        // The maximum starts from a tiny positive number and not from a large negative one.
         min.SetPoint(1e20, 1e20);
         max.SetPoint(1e-20, 1e-20);
     }
@@ -121,6 +119,7 @@ void CGraphicDocument::DeleteNet() {
     FreeAll(m_NetDrawableObjs);
 }
 
+// Compatibility 116: `DeleteObject` frees nothing.
 void CGraphicDocument::DeleteObject(CDrawable* obj) {
     RemoveFirst(m_DrawableObjs, obj);
     RemoveFirst(m_SelectedDrawableObjs, obj);
@@ -171,6 +170,7 @@ void CGraphicDocument::RemoveAllSelected() {
     m_SelectedDrawableObjs.RemoveAll();
 }
 
+// Compatibility 117: the older `AddLine` ignores its first six arguments.
 CLine* CGraphicDocument::AddLine(short, short, float, float, short, int, float x1, float y1, float x2, float y2) {
     CTracedOwner<CLine> line(new CLine);
     KX_ADD_MEMORY(line.get());

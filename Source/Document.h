@@ -16,7 +16,7 @@ using CDrawableArray = CArray<CDrawable*, CDrawable*&>; // Objects in drawing or
 // The version word at the head of every stream. There is one version.
 inline constexpr int kDocumentVersion = 1;
 
-// A place kept for an XML form of drawings, which does not exist: see GetXML.
+// A name for an XML form of drawings, which does not exist: see GetXML.
 class CXMLFiler {};
 
 // Made directly by the painter, without template or frame. Owns the objects of its lists except the selected ones.
@@ -58,7 +58,7 @@ public:
     // On top, or at the very bottom; an object that is there already stays where it is. Null is ignored.
     void AddDrawAobject(CDrawable* obj);
     void AddDrawAobjectFront(CDrawable* obj);
-    // Without a check for doubles.
+    // Adds to the background lines, without a check whether the object is there already.
     void AddNetobject(CDrawable* obj);
     void DeleteNet(); // Frees the objects of the net.
     // Takes the object out of the lists and the current slot and, in spite of its name, frees nothing: the caller
@@ -78,8 +78,8 @@ public:
     // An older interface: a line by layer from (x1, y1) to (x2, y2); the first six arguments are ignored.
     CLine* AddLine(short, short, float, float, short, int, float x1, float y1, float x2, float y2);
     // Frees the objects. The net, the current slot, layers, background and mapping stay. End a running command first:
-    // one that holds an object of the drawing gets no further event otherwise, and is freed without Cancel by the next
-    // one.
+    // one that holds an object of the drawing otherwise gets no further event, and the next event frees it without
+    // Cancel.
     void Reset();
 
     // ---- Colours ----
@@ -96,7 +96,7 @@ public:
 
     // ---- Streaming ----
 
-    // The frame for files. Shows "CGraphicDocument::Serialize错误" on any failure and lets nothing out; a failed store
+    // The frame for files. Shows "CGraphicDocument::Serialize错误" on any failure and throws nothing; a failed store
     // gives the archive up, so that the save counts as failed.
     void Serialize(CArchive& ar) override;
     // The stream itself; virtual for derived documents with fields before or after it. Without a mapping the view's

@@ -26,7 +26,7 @@ constexpr UINT kTitleSave = 0xF001;
 constexpr UINT kFilterAllFiles = 0xF002;
 constexpr UINT kTitleSaveCopy = 0xF004;
 
-// For the length of a load the history takes no note; then it starts anew, once, also after an exception.
+// During a load the history records nothing; afterwards it starts anew, once, also after an exception.
 class CHistoryPause {
 public:
     explicit CHistoryPause(CDrawingHistory* history) : m_pHistory(history) {
@@ -48,8 +48,8 @@ private:
     std::optional<CKxAliveToken> m_HistoryAlive;
 };
 
-// A set of addresses: open addressing, half full at most. Addresses that follow each other on the heap have places that
-// follow each other.
+// A set of addresses with open addressing, at most half full. Neighbouring addresses of the heap have neighbouring
+// places.
 class CAddressSet {
 public:
     CAddressSet() : m_Places(1024) {}
@@ -229,8 +229,7 @@ int CGraphicDocument::OpenDocument() {
     if (DoPromptFileName(name, kTitleOpen, kPathFlags, 1) == 0 || !alive.IsAlive()) {
         return 0;
     }
-    // The base class does not call Reset: the objects of the file are added to those that are here, unlike those of a
-    // buffer.
+    // OnOpenDocument of the base class does not call Reset.
     OnOpenDocument(name);
     return 1;
 }
@@ -240,7 +239,7 @@ int CGraphicDocument::OpenDocument() {
 int CGraphicDocument::DoFileSave() {
     const DWORD attributes = ::GetFileAttributes(GetPathName());
     if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
-        // A path that does not exist comes here too: all bits are set then.
+        // A path that does not exist comes here too: its attributes have all bits set.
         return DoSave(nullptr, TRUE);
     }
     return DoSave(GetPathName(), TRUE);

@@ -7,8 +7,8 @@
 
 namespace {
 
-// Twice the area of the triangle under an arc, in square drawing units. At or below this its top counts as on the
-// chord.
+// Twice the area of the triangle under an arc, in square drawing units. At or below this its top counts as a point of
+// the chord.
 constexpr double kFlatTriangle = 1e-5;
 
 CGePoint2d Middle(const CGePoint2d& a, const CGePoint2d& b) {
@@ -26,7 +26,6 @@ CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bu
     double leftX = -vy / length;
     double leftY = vx / length;
     // Compatibility 25: a tiny positive bulge has its top on the left.
-    // A bulge has its top on the right from above 0.001 only; 0.001 and less have it on the left.
     if (bulge > kStraightDrawn) {
         leftX = -leftX;
         leftY = -leftY;
@@ -36,7 +35,6 @@ CGePoint2d CDraw_Common::GetArcMidHighPt(CGePoint2d p1, CGePoint2d p2, double bu
     return CGePoint2d(middle.x + leftX * height, middle.y + leftY * height);
 }
 
-// The sign is the opposite of a stored bulge; callers multiply by -1.
 // Compatibility 24: the two functions of a bulge have opposite signs.
 int CDraw_Common::CalTwoPoint_Bulge(CGePoint2d p1, CGePoint2d p2, CGePoint2d mp, double& bulge) {
     if (p1 == p2) {

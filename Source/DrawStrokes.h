@@ -90,8 +90,7 @@ void StrokeRound(CDC* pDC, CDrawable::DrawState state, const CDrawable::PenLook&
     } else if (state == CDrawable::Dragging) {
         CScopedRop raster(pDC, R2_NOT);
         // Compatibility 45: a dragged circle is drawn with the pen of the context.
-        // Made and not selected: a dragged circle is inverted with the pen that is in the context. A pen that can't be
-        // made still fails the drawing.
+        // The pen is not selected; it is made so that the drawing fails where no pen can be made.
         CPen pen(look.style, look.width, look.color);
         CScopedStockBrush brush(pDC, stockBrush);
         strokes();

@@ -14,13 +14,14 @@ namespace {
 constexpr float kWideByLayer = -1.0f;
 constexpr COLORREF kGripBlue = 0xFF0000; // 0x00BBGGRR
 
-// Versions of the attribute block: 5 has neither visibility nor selectability, 7 has both, any other has visibility.
+// Versions of the attribute block: 5 has neither visibility nor selectability, 7 has both, any other has visibility
+// only.
 constexpr int kVersionPlain = 5;
 constexpr int kVersionCurrent = 7;
 
 // Compatibility 32: a layer that names its colour by index shows red and blue exchanged.
-// A layer that has its colour by index shows that entry of the table with red and blue exchanged: GetColor exchanges
-// them once, and it is done once more here. The white of the default layer looks the same either way.
+// GetColor has already exchanged red and blue of the table's entry. White, the default layer's colour, looks the same
+// either way.
 DWORD LayerColor(const CLayerInfo& layer) {
     return layer.m_ColorIndex == kColorExplicit
                ? layer.m_Color
@@ -90,9 +91,9 @@ void CDrawable::SetPenColor(DWORD color) {
     m_PenColorIndex = kColorExplicit;
 }
 
-// The row of the layer has the key of the line type, and SetProperty looks for it under the key of the width. So an
-// edit of the layer changes nothing, and an edit of the width also stores the low 16 bits of the float as the layer: a
-// width of 2.0 moves the object to layer 0. Both keys are part of the interface.
+// Compatibility 35: an edit of the width also writes the layer, and the layer's row is never taken back.
+// The row of the layer has the key of the line type, and SetProperty looks for it under the key of the width: a width
+// of 2.0 moves the object to layer 0. Both keys are part of the interface.
 void CDrawable::GetProperty(CDrawableProperty& list) {
     PropertyRows::Add(list, L"color", L"颜色", L"指定对象的颜色", VT_I2, COleVariant(m_PenColorIndex, VT_I2));
     PropertyRows::Add(list, L"LineWide", L"线宽", L"指定线宽度", VT_R4, COleVariant(m_LineWide));
@@ -100,7 +101,6 @@ void CDrawable::GetProperty(CDrawableProperty& list) {
     PropertyRows::AddEnum(list, L"LineType", L"图层", L"指定图层", VT_I2, COleVariant(m_Layer, VT_I2));
 }
 
-// Compatibility 35: an edit of the width also writes the layer, and the layer's row is never taken back.
 void CDrawable::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeShort(list, L"color", m_PenColorIndex);
     PropertyRows::TakeFloat(list, L"LineWide", m_LineWide);
@@ -225,6 +225,6 @@ void CDrawable::Serialize(CArchive& ar) {
             ar >> m_CanBeSelect;
         }
     }
-    // A drawing saved while an object was selected brings it back selected, though in no list of selected objects.
+    // A drawing that was saved while an object was selected loads it in that state, but in no list of selected objects.
     m_DrawState = static_cast<enum DrawState>(state);
 }

@@ -152,8 +152,8 @@ protected:
     bool IsToBeDrawn() const { return m_IsShow != 0 && m_IsDelete == 0; }
 
     // Whether this object, drawn into the context, changes no pixel that is kept: only in the paint of a view's own
-    // window, and in the state Normal, which shows no grips. Draw then makes no stroke, and leaves behind for the next
-    // object what it always leaves.
+    // window, and in the state Normal, which shows no grips. Draw then makes no stroke, but changes whatever else it
+    // usually changes for the next object.
     bool IsOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const CPixelBox& box, double penWidth) const {
         const CPaintPass* pass = pGeom->GetPass();
         return pass != nullptr && m_DrawState == Normal && pass->IsOutOfSight(pDC, this, box, penWidth);

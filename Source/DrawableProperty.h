@@ -16,7 +16,7 @@ public:
     CSimpleProperty(CString key, CString description, CString label, short type, COleVariant value);
     CSimpleProperty(CString key, CString description, CString label, short type);
 
-    // See the data below.
+    // See the fields below.
     CString GetKey() const { return m_Key; }
     CString GetLabel() const { return m_Label; }
     COleVariant GetValue() const { return m_Value; }
@@ -24,7 +24,7 @@ public:
     CString m_Description; // What the field is, in a sentence.
     CString m_Label;       // What a property window shows beside the value.
     CString m_Key;         // By which SetProperty of the object finds the row.
-    VARTYPE m_Type;        // As what the value is shown and edited.
+    VARTYPE m_Type;        // The type in which the value is shown and edited.
     int m_Changed = 0;     // Set by the window that edits the row; never reset.
     COleVariant m_Value;   // The value, shown and edited.
 };

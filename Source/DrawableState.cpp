@@ -111,7 +111,7 @@ void CStateExchange::Text(CString& field) {
     if (m_Mode == Mode::PutBack) {
         field = kept;
     } else if (m_Mode == Mode::Compare && m_Derived == 0) {
-        // A text that was not changed has its characters at the same place.
+        // An unchanged text has its characters at the same address.
         const LPCWSTR a = field;
         const LPCWSTR b = kept;
         m_Equal = a == b || (field.GetLength() == kept.GetLength() &&
@@ -175,7 +175,7 @@ bool CObjectStates::IsAs(CDrawable& object, bool namesAll, const CDrawableState&
     }
     std::vector<BYTE> stored;
     Store(object, stored);
-    // One that can't be stored has no bytes, and so no address of any.
+    // An object that can't be stored has no bytes: the address of `stored` may be null.
     return std::equal(stored.begin(), stored.end(), kept.bytes.begin() + static_cast<std::ptrdiff_t>(kept.fields),
                       kept.bytes.end());
 }

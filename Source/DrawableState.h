@@ -35,8 +35,8 @@ struct CDrawableState {
     size_t Bytes() const; // How much memory it takes, with its texts.
 };
 
-// Goes over the fields of an object: keeps them, compares them with what was kept, or puts them back. Each kind names
-// its fields in CDrawable::ExchangeState, in the same order in all modes: the base's first, then Level, then its own.
+// Visits the fields of an object: keeps them, compares them with what was kept, or puts them back. Each kind names its
+// fields in CDrawable::ExchangeState, in the same order in all modes: the base's first, then Level, then its own.
 class NRVECTORVIEW_API CStateExchange {
 public:
     // The object's class, at the level that names its fields now. A kind of a host that does not call it with its own
@@ -102,8 +102,8 @@ private:
         }
     }
     void RawOther(void* field, size_t size);
-    // In: the present number of elements. Out: how many are gone over, which is the number kept in all modes but Keep;
-    // 0 where the rest need not be compared.
+    // In: the present number of elements. Out: how many are visited, which is the number kept in all modes but Keep; 0
+    // where the rest need not be compared.
     void Count(INT_PTR& count);
     void Element(CGePoint2d& point) { Point(point); }
     void Element(CString& text) { Text(text); }

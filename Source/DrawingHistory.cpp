@@ -65,7 +65,7 @@ void CDrawingHistory::Attach(CGraphicDocument* document) {
 }
 
 void CDrawingHistory::Clear() {
-    const CBusyScope busy(m_bBusy); // For destructors of a host.
+    const CBusyScope busy(m_bBusy); // A host's destructors may call this history.
     m_Forgotten.swap(m_Steps);
     m_Position = 0;
     m_Clean = -1;
@@ -111,7 +111,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
         const CBusyScope busy(m_bBusy);
         bool quick = false;
         const bool done = Attempt([&] {
-            // All memory first: after the comparison the step must not get lost.
+            // All memory is allocated first: after the comparison the step must not get lost.
             auto step = std::make_unique<Step>();
             step->chinese = chinese != nullptr ? chinese : kAnyChinese;
             step->english = english != nullptr ? english : kAnyEnglish;
@@ -273,7 +273,7 @@ void CDrawingHistory::SetClean() {
     m_Clean = marked ? m_Position : -1;
     if (recorded) {
         const CBusyScope busy(m_bBusy);
-        SetModified(FALSE); // The mark has set it.
+        SetModified(FALSE); // Advance has set the flag.
     }
     Tell(CDrawingHistoryListener::Saved);
 }

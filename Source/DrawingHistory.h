@@ -23,14 +23,14 @@ class CDrawingHistoryListener {
 public:
     // What has happened.
     enum Change {
-        Marked = 0,    // A new step; those that could be redone are gone.
+        Marked = 0,    // A new step; steps that could be redone have been freed.
         Undone = 1,    // The drawing has changed.
         Redone = 2,    // The drawing has changed.
-        Forgotten = 3, // Steps are gone: by the limits, by Forget, or because the drawing was emptied or loaded.
-        Saved = 4      // The clean point is here now.
+        Forgotten = 3, // Steps were freed: by the limits, by Forget, or because the drawing was emptied or loaded.
+        Saved = 4      // The clean point is the present state.
     };
-    // All is settled when this is called, and every call of the history may be made from within. Must not free the
-    // history. What it throws is dropped.
+    // The history is complete when this is called, and any of its functions may be called from here. Must not free the
+    // history. What it throws is ignored.
     virtual void OnHistoryChanged(CDrawingHistory* history, Change change) = 0;
 
 protected:
@@ -42,54 +42,53 @@ protected:
 // both by itself (CVectorView::EnableHistory). Mark compares the drawing with what it was at the last mark, so it does
 // not matter by what the drawing was changed: a command, a setter of an object, the lists themselves.
 //
-// A step has the order of the objects, the objects that came or went, every field of the objects that changed (also
-// those that files do not hold, such as the colours of polyline segments), background and layers. It does not have the
-// mapping, the net, or the foreground colour. The selection is no step of its own; undo and redo bring back the one
-// that was there when that state was last marked.
+// A step has the order of the objects, the objects that were added or removed, every field of the objects that changed
+// (also those that files do not hold, such as the colours of polyline segments), background and layers. It does not
+// have the mapping, the net, or the foreground colour. The selection is no step of its own; undo and redo restore the
+// one that was there when that state was last marked.
 //
 // Objects keep their addresses. One that left the drawing (erased, or added by a step that was undone) belongs to the
-// history, which frees it when no step refers to it any more: DeleteObject gives it to no caller then, unless the
-// caller frees it at once or calls GiveUp. An object that a host frees comes back in no step. Reset and LoadFile free
+// history, which frees it when no step refers to it any more. The caller of DeleteObject then owns nothing, unless it
+// frees the object at once or calls GiveUp. No step brings back an object that a host frees. Reset and LoadFile free
 // the objects of the drawing with or without a history, and a history then begins anew.
 //
 // Nothing here throws; where memory does not suffice the drawing stays as it is, and a change that could not be marked
-// is part of the next step. One thread, that of the document.
+// is part of the next step. Used by one thread, that of the document.
 class NRVECTORVIEW_API CDrawingHistory {
 public:
     explicit CDrawingHistory(CGraphicDocument* document); // Borrowed; null for none. See Attach.
-    // The objects that left the drawing are freed.
-    virtual ~CDrawingHistory();
+    virtual ~CDrawingHistory();                           // Frees the objects that have left the drawing.
     CDrawingHistory(const CDrawingHistory&) = delete;
     CDrawingHistory& operator=(const CDrawingHistory&) = delete;
 
-    // Begins anew with another document, or with none. A document has one history: a former one loses it. Called by a
-    // document that is freed with null.
+    // Begins anew with another document, or with none. A document has one history: its former one is detached. A
+    // document that is freed calls this with null.
     void Attach(CGraphicDocument* document);
     CGraphicDocument* GetDocument() const { return m_pDocument; } // Null where there is none.
 
     // ---- Marking ----
 
-    // Makes a step of what has changed since the last mark. 1 when there is a new step. Null names: a general word.
+    // Makes a step of what has changed since the last mark; null means a general name. 1 when there is a new step.
     // Within a group, and while a command runs in a view, nothing is marked. Takes time proportional to the drawing.
     int Mark(LPCTSTR chinese = nullptr, LPCTSTR english = nullptr);
-    // The same after the one change that a new object was added on top or at the very bottom, without comparing.
+    // The same, without comparing, when the one change was that a new object was added on top or at the very bottom.
     int MarkAdded(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
-    // What happens between the two is one step. Groups may be nested: the outermost one counts. What was not marked
+    // Changes between the two calls are one step. Groups may be nested: the outermost one counts. What was not marked
     // before the group becomes a step of its own. EndGroup gives 1 when there is a new step.
     void BeginGroup(LPCTSTR chinese, LPCTSTR english);
     int EndGroup();
 
     // ---- Undo and redo ----
 
-    // By the steps that are marked. Not within a group.
+    // Whether a marked step can be undone or redone; 0 within a group.
     int CanUndo() const { return m_Group == 0 && m_Position > 0; }
     int CanRedo() const { return m_Group == 0 && m_Position < static_cast<int>(m_Steps.size()); }
-    // A running command is ended first, where the history is a view's, and what has not been marked becomes a step:
-    // Undo takes that back, and Redo finds nothing then. 1 when the drawing has changed; 0 when there is no step, when
-    // the memory does not suffice, and when the view does not allow it now.
+    // In the history of a view a running command is ended first. What has not been marked becomes a step: Undo undoes
+    // that one, and Redo finds nothing to redo. 1 when the drawing has changed; 0 when there is no step, when memory
+    // does not suffice, and when the view does not allow it now.
     int Undo();
     int Redo();
-    // Of the step that would be taken; empty when there is none.
+    // The name of the step that would be undone or redone; empty when there is none.
     CString GetUndoName(int english) const;
     CString GetRedoName(int english) const;
     // How many steps can be undone and redone, as far as they are marked.
@@ -98,8 +97,8 @@ public:
 
     // ---- The clean point ----
 
-    // The drawing is saved as it is. CGraphicDocument::SetModifiedFlag(FALSE) does it: saving a file does, and so does
-    // a host that stores to memory. Undo and redo then set the document's modified flag: FALSE at the clean point.
+    // The present state is saved. CGraphicDocument::SetModifiedFlag(FALSE) calls it: saving a file does, and a host
+    // that stores to memory should. Undo and redo then set the document's modified flag, to FALSE at the clean point.
     void SetClean();
     // 1 when the drawing is as it was at the clean point, as far as it is marked.
     int IsClean() const { return m_Clean == m_Position; }
@@ -111,14 +110,14 @@ public:
     void SetLimits(size_t bytes, int steps);
     size_t GetBytes() const { return m_Bytes; } // Of all steps.
     void Forget();                              // All steps; the drawing stays as it is.
-    // The object, which is not in the drawing any more, is the caller's: it comes back in no step.
+    // Gives the object, which is no longer in the drawing, to the caller: no step brings it back.
     void GiveUp(CDrawable* object);
-    // 1 when a mark has seen the object in the drawing, or the document has erased it: it is the history's once it has
-    // left the drawing. One that came and went by DeleteObject between two marks is the caller's.
+    // 1 when a mark has seen the object in the drawing, or the document has erased it: the history then owns it once it
+    // has left the drawing. An object that was added and taken out by DeleteObject between two marks is the caller's.
     int Knows(CDrawable* object) const;
-    // Forgets everything and takes the drawing as it is for the first state.
+    // Forgets everything and takes the present drawing for the first state.
     void Restart();
-    // Round a load: nothing is marked or undone in between, and then it starts anew.
+    // Called before and after a load: nothing is marked or undone in between, and then the history starts anew.
     void BeginLoad() { m_bBusy = true; }
     void EndLoad();
 
@@ -127,9 +126,9 @@ public:
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); } // Whether this history still exists.
 
 protected:
-    // 0 while a mark would meet a half-made change.
+    // 0 while a change is only half made, so that nothing is to be marked.
     virtual int IsQuiet() { return 1; }
-    // Before an undo or a redo: brings the drawing to rest. 0 refuses. May free this history.
+    // Called before an undo or a redo: ends what is running. 0 refuses. May free this history.
     virtual int OnBeforeTravel() { return 1; }
     virtual void OnChanged(CDrawingHistoryListener::Change change); // Before the listener is told.
 
@@ -149,13 +148,14 @@ private:
     CString NameOf(int step, int english) const;
     // Takes steps out, from the oldest, until the limits hold.
     void Trim();
-    // Those that were taken out, with the objects that only they know. `visited`: see CHistoryBaseline::Advance.
+    // Frees the steps that were taken out, with the objects that only they refer to. `visited`: see
+    // CHistoryBaseline::Advance.
     void DropForgotten(bool visited);
     void Tell(CDrawingHistoryListener::Change change);
     void SetModified(BOOL modified);
-    // All records and steps, and the objects that are the history's.
+    // Frees all records and steps, and the objects that the history owns.
     void Clear();
-    // By the document, of each object that it erases: the history's, also when no mark has seen it.
+    // Called by the document for each object that it erases: the history owns it, also when no mark has seen it.
     void Adopt(CDrawable* object);
 
     CGraphicDocument* m_pDocument = nullptr;
@@ -170,7 +170,7 @@ private:
     size_t m_Bytes = 0;
     size_t m_MostBytes = 64u << 20;
     int m_MostSteps = 1000;
-    bool m_bBusy = false; // While the steps are being changed every call does nothing.
+    bool m_bBusy = false; // While the steps are being changed, every call does nothing.
     CDrawingHistoryListener* m_pListener = nullptr;
     CKxAlive m_Alive;
 };

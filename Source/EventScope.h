@@ -23,7 +23,7 @@ struct CEngineEvents {
     LPCTSTR chinese = nullptr;
     LPCTSTR english = nullptr;
 
-    // An event in which a tool has ended has its name, whatever else happened.
+    // The event has the names of a tool that ended in it; a change without names keeps them.
     void Change(LPCTSTR chineseName, LPCTSTR englishName) {
         changed = true;
         chinese = chineseName != nullptr ? chineseName : chinese;
@@ -49,7 +49,7 @@ public:
     CEventScope(const CEventScope&) = delete;
     CEventScope& operator=(const CEventScope&) = delete;
     ~CEventScope() {
-        // A tool's destructor may end another tool, whose scope is an inner one for as long as the depth is kept.
+        // A tool's destructor may end another tool; with the depth kept, its scope is an inner one and frees nothing.
         while (m_Events->depth == 1 && !m_Events->ended.empty()) {
             const CToolOwner freed = std::move(m_Events->ended.front());
             m_Events->ended.erase(m_Events->ended.begin());

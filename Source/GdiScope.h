@@ -4,8 +4,8 @@
 
 #include <afxwin.h>
 
-// Restore puts the old value back; where neither Restore nor Abandon was called the destructor does. An exception is on
-// its way then, so whatever the device context throws in the destructor is dropped.
+// Restore puts the old value back; where neither Restore nor Abandon was called the destructor does. An exception is
+// then being thrown, so whatever the device context throws in the destructor is dropped.
 template <typename Old, void (*PutBack)(CDC*, Old)>
 class CScopedSetting {
 public:
@@ -84,7 +84,7 @@ public:
     CScopedRop(CDC* dc, int mode) : CScopedSetting(dc, dc->SetROP2(mode)) {}
 };
 
-// Puts back the raster mode of the moment, which the block may change.
+// Puts the present raster mode back, which the block may change.
 class CKeptRop : public CScopedSetting<int, SetRopBack> {
 public:
     explicit CKeptRop(CDC* dc) : CScopedSetting(dc, dc->GetROP2()) {}

@@ -15,7 +15,7 @@ int HalfChord(double r, double offset, double& half) {
     return offsetSquared == rSquared ? 1 : 2;
 }
 
-// All three with the circle's centre as the origin, where the line is a x + b y + k = 0.
+// These three take the circle's centre as the origin, where the line is a x + b y + k = 0.
 
 int MeetHorizontal(double r, double y, CGePoint2d& q1, CGePoint2d& q2) {
     double half = 0.0;
@@ -72,7 +72,7 @@ int CGeArithmetic::CircleLineIntersection(CGePoint2d p, double r, double a, doub
         count = MeetSlanted(r, a, b, k, q1, q2);
     }
     // Compatibility 30: a missed line moves both results by the centre.
-    // Back from the centre's frame, whether or not a point was found: callers rely on both being moved.
+    // Moved back from the circle's centre, whether or not a point was found.
     q1.SetPoint(q1.x + p.x, q1.y + p.y);
     q2.SetPoint(q2.x + p.x, q2.y + p.y);
     return count;

@@ -10,8 +10,8 @@ inline constexpr short kColorExplicit = -2; // The COLORREF that is stored besid
 inline constexpr short kColorBlack = 7;     // An entry of the table: black.
 inline constexpr short kColorWhite = 137;   // An entry of the table: white.
 
-// A process-wide singleton, made on first use and never changed, so that any thread may ask it. Release is for a time
-// when no other thread does.
+// A process-wide singleton, made on first use and never changed, so that any thread may use it. Release must not run
+// while another thread does.
 class NRVECTORVIEW_API CGraphColorInfo {
 public:
     static CGraphColorInfo* GetInstance(); // Never null. Not the caller's to free.
@@ -24,8 +24,7 @@ public:
     // The entry as a COLORREF, 0x00BBGGRR, its alpha dropped. An index outside the table gives black.
     DWORD GetColor(int index);
     // Compatibility 33: `GetColorIndex` is no inverse of `GetColor`.
-    // The first index whose entry, in its stored form 0xAARRGGBB, equals `color`; 137 for none. This is not the inverse
-    // of GetColor, whose result has another byte order.
+    // The first index whose entry, in its stored form 0xAARRGGBB, equals `color`; 137 for none.
     int GetColorIndex(DWORD color);
 
 private:

@@ -7,10 +7,10 @@
 #include <typeinfo>
 
 bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture) {
-    constexpr double kRoundings = 1e-9; // Of the coordinates: far above what computing a grip rounds.
+    constexpr double kRoundings = 1e-9; // Relative to the coordinates: far above the rounding errors of a grip.
     CGePoint2d middle;
-    double reach = 0.0; // Of the grips from there.
-    // By address: of a kind of this library there is one.
+    double reach = 0.0; // The greatest distance of a grip from `middle`, in each direction.
+    // Compared by address: each kind of this library has one type_info.
     const std::type_info* kind = &typeid(*object);
     if (kind == &typeid(CArc) || kind == &typeid(CCircle)) {
         auto* circle = static_cast<CCircle*>(object);
@@ -25,7 +25,7 @@ bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture) {
     }
     const double numbers = std::fabs(middle.x) + std::fabs(middle.y) + reach + std::fabs(static_cast<double>(aperture));
     const double limit = reach + aperture + kRoundings * numbers;
-    // A larger sum may be an infinite grip, which an infinite point meets.
+    // Beyond this sum a grip may be infinite, and an infinite point equals it.
     constexpr double kLargest = 1e300;
     return numbers < kLargest && (std::fabs(point.x - middle.x) > limit || std::fabs(point.y - middle.y) > limit);
 }

@@ -6,5 +6,5 @@ class CDrawable;
 class CGePoint2d;
 
 // Whether no grip of the object lies within the square of `aperture` drawing units around the point. False where that
-// is not known: for other kinds, and for those of hosts, which may have other grips.
+// is not known: for all other kinds, also for those of hosts, which may have other grips.
 bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr INT_PTR kFetchDistance = 4; // In objects.
 
-// Asks for memory that is compared soon: an object, or what was kept of one.
+// Prefetches memory that is compared soon: an object, or what was kept of one.
 void Fetch(const void* memory, size_t bytes) {
     for (size_t offset = 0; offset < bytes; offset += 64) {
         __builtin_prefetch(static_cast<const char*>(memory) + offset);
@@ -34,7 +34,7 @@ size_t CHistoryPatch::Bytes() const {
     if (settings != nullptr) {
         bytes += sizeof(CHistorySettings) + settings->layers.layers.size() * sizeof(CLayerFields);
     }
-    // Neighbours often share one, which then counts once for each.
+    // Neighbouring patches often share a selection, which then counts once for each.
     if (selection != nullptr) {
         bytes += selection->selected.size() * sizeof(CHistoryRecord*) + selection->marked.size() * 2 * sizeof(void*);
     }
@@ -62,14 +62,14 @@ std::unique_ptr<CHistoryRecord> CHistoryBaseline::MakeRecord(CDrawable* object) 
     auto record = std::make_unique<CHistoryRecord>(this, object, CObjectStates::NamesAllFields(*object));
     m_States.Keep(*object, record->namesAll, record->state);
     if (object->m_pWatch != nullptr) {
-        // It was in another drawing with a history, which lets go of it.
+        // The object was in another drawing with a history, whose record of it ends here.
         object->m_pWatch->OnDrawableFreed();
     }
     object->m_pWatch = record.get();
     return record;
 }
 
-// Records that were not taken over.
+// Frees records that the baseline has not taken over.
 void CHistoryBaseline::Unmake(std::vector<std::unique_ptr<CHistoryRecord>>& records) {
     for (const std::unique_ptr<CHistoryRecord>& record : records) {
         if (record != nullptr) {
@@ -184,7 +184,7 @@ void CHistoryBaseline::Drop(CHistoryPatch& patch) {
 // ---- Comparing -----------------------------------------------------------------------------------------------------
 
 std::unique_ptr<CHistoryPatch> CHistoryBaseline::Advance() {
-    struct CNewRecords { // Until the baseline has them.
+    struct CNewRecords { // New records, until the baseline takes them over.
         explicit CNewRecords(CHistoryBaseline& baseline) : owner(baseline) {}
         ~CNewRecords() { owner.Unmake(records); }
         CHistoryBaseline& owner;
@@ -277,8 +277,8 @@ std::unique_ptr<CHistoryPatch> CHistoryBaseline::Advance() {
     return patch;
 }
 
-// The list as it is now, with the places of freed objects where it has not changed; the former entries between go to
-// the patch.
+// The list as it is now, with the places of freed objects where it has not changed. The former entries between the
+// unchanged front and back are moved to the patch.
 CHistoryBaseline::RecordList CHistoryBaseline::Compose(CHistoryPatch& patch) const {
     const CDrawableArray& objects = *m_Document.GetDrawableObjs();
     RecordList now;
@@ -404,7 +404,7 @@ bool CHistoryBaseline::Toggle(CHistoryPatch& patch) {
                 add(change.record, change.state);
             }
         }
-        // An object that was changed after it had left the drawing comes back as it was.
+        // An object that was changed after it had left the drawing is restored as it was.
         for (CHistoryRecord* record : patch.other) {
             if (record->object != nullptr && record->visit != m_Visit && record->IsChanged()) {
                 record->visit = m_Visit;

@@ -29,7 +29,7 @@ struct CHistoryRecord final : CDrawableWatch {
     bool namesAll;        // CObjectStates::NamesAllFields.
 };
 
-// What is selected, and which objects are in another draw state than Normal. One of each state of the drawing.
+// What is selected, and which objects are in another draw state than Normal. Each state of the drawing has one.
 struct CHistorySelection {
     std::vector<CHistoryRecord*> selected;
     std::vector<std::pair<CHistoryRecord*, enum CDrawable::DrawState>> marked;
@@ -45,8 +45,8 @@ struct CHistorySettings {
     CLayerTable layers;
 };
 
-// The difference between the present state and the one before or after it. Holds what differs as it is in the other
-// state; Toggle exchanges the two.
+// The difference between the present state and the one before or after it. Holds the differing parts as they are in the
+// other state; Toggle exchanges the two.
 struct CHistoryPatch {
     struct Change {
         CHistoryRecord* record;
@@ -68,18 +68,18 @@ struct CHistoryPatch {
 class CHistoryBaseline {
 public:
     explicit CHistoryBaseline(CGraphicDocument& document) : m_Document(document) {}
-    // All patches have been dropped before. Frees the objects that have left the drawing and were not marked since.
+    // All patches must have been dropped. Frees the objects that have left the drawing and were not marked since.
     ~CHistoryBaseline();
     CHistoryBaseline(const CHistoryBaseline&) = delete;
     CHistoryBaseline& operator=(const CHistoryBaseline&) = delete;
 
-    // Compares the drawing with the baseline, and takes it over as the new one. Null when nothing but the selection
-    // differs. Throws what the memory or an object of a host throws, and has changed nothing then.
+    // Compares the drawing with the baseline, and makes it the new baseline. Null when nothing but the selection
+    // differs. Throws what the memory or an object of a host throws, and has then changed nothing.
     std::unique_ptr<CHistoryPatch> Advance();
-    // The same where the host says that one new object at the end or the front is all. Null when that is not so, which
-    // is tested as far as it takes no time.
+    // The same when the host says that the only change is one new object at the end or the front. Null when that is not
+    // so, as far as it can be tested in constant time.
     std::unique_ptr<CHistoryPatch> AdvanceAdded(CDrawable* object);
-    // The drawing as it is in the other state of the patch, which is a neighbour of the present one. The drawing has to
+    // Puts the drawing into the other state of the patch, which is a neighbour of the present one. The drawing has to
     // be as the baseline is. False when the memory does not suffice: nothing has changed then.
     bool Toggle(CHistoryPatch& patch);
     // Marks the objects of the drawing, so that dropping patches without an Advance before it frees none of them.

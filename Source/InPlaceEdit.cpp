@@ -26,7 +26,7 @@ constexpr DWORD kBoxStyle = WS_CHILD | ES_AUTOHSCROLL | ES_NOHIDESEL;
 // Compatibility 71: the box grows on beyond 200 pixels without its window.
 constexpr int kWidestGrown = 200;
 
-// A stored parameter may have any width and height; edges that are no pixel are at INT_MIN.
+// A stored parameter may have any width and height; edges whose pixel does not fit an int are at INT_MIN.
 
 int WidthOf(const CRect& rect) {
     return WrapSubtract(rect.right, rect.left);
@@ -140,7 +140,7 @@ void CInPlaceEdit::ShowEdit(CRect rect, CString text, unsigned int key, int useO
     }
     if (key == VK_F2 || useOther != 0) {
         // Compatibility 82: the caret is at the length of a text that is not shown.
-        // At the length of `text` also where `other` is shown.
+        // The caret is placed at the length of `text` also where `other` is shown.
         SendMessage(EM_SETSEL, static_cast<WPARAM>(text.GetLength()), text.GetLength());
     } else {
         SendMessage(EM_SETSEL, 0, -1);
@@ -253,7 +253,7 @@ void CInPlaceEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT) {
         }
         break;
     case VK_TAB: {
-        // The end of the edit clears it.
+        // Read first: the end of the edit clears the member.
         CTextParm* parm = m_pTextParm;
         if (EndParentEdit()) {
             if (CInPlaceEditParent* parent = Parent()) {
@@ -270,14 +270,15 @@ void CInPlaceEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT) {
 
 void CInPlaceEdit::OnChar(UINT nChar, UINT, UINT) {
     const CKxAliveToken alive(m_Alive);
-    // Without PreTranslateMessage the character of a Tab follows its key: it doesn't end the edit that the key opened.
+    // Without PreTranslateMessage the character of a Tab follows its key; it must not end the edit that the key has
+    // opened.
     if (std::exchange(m_bTabPressed, false) && nChar == VK_TAB && m_pTextParm != nullptr) {
         return;
     }
     switch (nChar) {
     case VK_ESCAPE:
         // Compatibility 70: Escape stores.
-        // The text with which the edit began is stored; every hook runs as for any other end.
+        // Stores the text with which the edit began; every hook runs as for any other end.
         SetWindowText(m_InitText);
         if (!alive.IsAlive()) {
             return;

@@ -15,7 +15,7 @@ class CInPlaceEditParent {
 public:
     // The text is to be stored, and the box hidden.
     virtual void DoEndEdit() = 0;
-    // After the end of an edit of `current`, which is compared only: the next one is to open.
+    // Called after the end of an edit of `current`, which is only compared: opens the next one.
     virtual void OnEditTabDown(CTextParm* current) = 0;
     // After DoEndEdit: the text was refused, and the box keeps the focus.
     virtual bool KeepsFocus() const = 0;
@@ -25,8 +25,8 @@ protected:
 };
 
 // A member of its view; the window is made once and then hidden and shown. The box decides which keys end an edit and
-// how it grows with its text; the view decides what an end does. In a parent that is no CInPlaceEditParent no call
-// is made.
+// how it grows with its text; the view decides what an end does. When the parent is no CInPlaceEditParent, it is not
+// called.
 // Without a window the calls do nothing, and the text is the one that the edit began with.
 class NRVECTORVIEW_API CInPlaceEdit : public CEdit {
     DECLARE_DYNAMIC(CInPlaceEdit)
@@ -54,7 +54,7 @@ public:
     // Hides the box.
     virtual void EndEdit();
 
-    // The parameter that the box belongs to; null when it is closed. Not owned.
+    // The parameter that the box belongs to; null while it is closed. Not owned.
     CTextParm* GetTextParm() const { return m_pTextParm; }
     void SetTextParm(CTextParm* parm) { m_pTextParm = parm; }
     // The text in the box.
@@ -62,13 +62,13 @@ public:
     unsigned int GetLastKey() const { return m_LastKey; } // See m_LastKey.
     CRect GetEditRect() const { return m_EditRect; }      // See m_EditRect.
 
-    // Tab and Return, and Ctrl with A, C and X, before a host's loop makes anything else of them.
+    // Handles Tab and Return, and Ctrl with A, C and X, before a host's message loop translates them.
     BOOL PreTranslateMessage(MSG* msg) override;
 
 protected:
     void PostNcDestroy() override; // Frees nothing: the box is a member of its view.
-    // Each answers the message of its name. A key that ends the edit goes no further; the loss of the focus ends it
-    // too.
+    // Each handles the message of its name. A key that ends the edit is not passed on; the loss of the focus ends the
+    // edit too.
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnKillFocus(CWnd* newWnd);
@@ -78,10 +78,10 @@ protected:
     afx_msg void OnClear();
     DECLARE_MESSAGE_MAP()
 
-    CString m_InitText;               // Escape restores it.
-    unsigned int m_LastKey = 0;       // The key that ended the edit, or the arrow that was to end it; for hosts.
-    int m_ArrowsEndEdit = 0;          // Nonzero: arrow and page keys are ending keys without Ctrl too.
-    CRect m_EditRect;                 // Client pixels of the parent; may have grown wider than the window.
+    CString m_InitText;         // Escape restores it.
+    unsigned int m_LastKey = 0; // The key that ended the edit, or the arrow key that asked for the end; for hosts.
+    int m_ArrowsEndEdit = 0;    // Nonzero: arrow and page keys are ending keys without Ctrl too.
+    CRect m_EditRect;           // Client pixels of the parent; may have grown wider than the window.
     CTextParm* m_pTextParm = nullptr; // Null when closed.
     CWnd* m_pParentView = nullptr;    // The window that Create was given; not owned.
 
@@ -95,5 +95,5 @@ private:
     void GrowToText();
 
     CKxAlive m_Alive;           // Ends with the window, and with the object.
-    bool m_bTabPressed = false; // Since a WM_KEYDOWN of Tab, until the WM_CHAR that follows it.
+    bool m_bTabPressed = false; // Set by WM_KEYDOWN of Tab until the WM_CHAR that follows it.
 };

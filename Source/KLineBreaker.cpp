@@ -58,7 +58,7 @@ int KLineBreaker::GetLine(CTextFormator& formator, HDC hdc, int width, int& begi
             }
             NextWord();
             if (m_nPos == m_nLen) {
-                // No line can break after the last word, so it is not measured.
+                // There is no break after the last word, so it is not measured.
                 end = m_nPos;
                 return 1;
             }

@@ -136,7 +136,7 @@ void CLayerManager::PutBack(const CLayerTable& table) {
         KX_REMOVE_MEMORY(m_Layers[i]);
         delete m_Layers[i];
     }
-    m_Layers.SetSize(count); // The last thing that may throw, and only where the table grows.
+    m_Layers.SetSize(count); // The last statement that may throw, and only where the table grows.
     for (INT_PTR i = 0; i < count; ++i) {
         if (i >= present) {
             m_Layers[i] = added[static_cast<size_t>(i - present)].release();
@@ -163,7 +163,7 @@ void CLayerManager::Serialize(CArchive& ar) {
     for (int i = 0; i < count; ++i) {
         auto* layer = static_cast<CLayerInfo*>(ar.ReadObject(RUNTIME_CLASS(CLayerInfo)));
         if (layer == nullptr || seen.count(layer) != 0) {
-            // No layer, or one that is in the table already: taking it again would free it twice.
+            // A null layer, or one that is in the table already: taking it again would free it twice.
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
         std::unique_ptr<CLayerInfo> owned(layer);

@@ -56,13 +56,13 @@ public:
     int GetLayerCount() const { return static_cast<int>(m_Layers.GetSize()); } // 1 in a new document.
     void RemoveAll();                                                          // Frees all layers.
 
-    // For a history: the values as a copy, whether they still are the same, and putting them back. Layers that are
-    // there keep their addresses; missing ones are made, surplus ones freed. What PutBack throws leaves all as it was.
+    // For a history: a copy of the values, whether they still are the same, and putting them back. Existing layers keep
+    // their addresses; missing ones are made, surplus ones freed. When PutBack throws, nothing has changed.
     CLayerTable GetTable() const;
     bool IsAs(const CLayerTable& table) const;
     void PutBack(const CLayerTable& table);
 
-    // Without the leading word of the other classes. Documents do not store their layers: this is for hosts.
+    // Without the version word that other classes begin with. Documents do not store their layers: this is for hosts.
     void Serialize(CArchive& ar) override;
 
 private:

@@ -13,7 +13,7 @@ namespace {
 
 enum Grip { kGripStart = 0, kGripMiddle = 1, kGripEnd = 2 };
 
-// The rounded pixel passes through single precision before it reaches GDI, which changes some pixels beyond 2^24.
+// The rounded pixel is rounded to single precision before GDI gets it, which changes some pixels beyond 2^24.
 int ThroughFloat(int pixel) {
     return Truncate(static_cast<float>(pixel));
 }
@@ -126,6 +126,7 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (!IsToBeDrawn()) {
             return false;
         }
+        // Compatibility 119: only the value 1 locks the width of a line or a label.
         const PenLook look = ResolvePen(pGeom, m_LockMode == 1);
         const CVectorViewCoordTran* tran = pGeom->GetVectorViewCoordTran();
         float x1 = 0.0f;

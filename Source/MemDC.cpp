@@ -10,8 +10,8 @@ CMemDC::CMemDC(CDC* dc) : m_pDC(dc), m_bMemDC(!dc->IsPrinting()) {
         return;
     }
     dc->GetClipBox(&m_Rect);
-    // A paint with nothing invalid has an empty clip box. For a bitmap of no size GDI would return its own stock
-    // bitmap, which must not be selected.
+    // A paint of an empty region has an empty clip box. For a bitmap of no size GDI would return its own stock bitmap,
+    // which must not be selected.
     const int width = std::max(1, m_Rect.Width());
     const int height = std::max(1, m_Rect.Height());
     if (!CreateCompatibleDC(dc) || !m_Bitmap.CreateCompatibleBitmap(dc, width, height)) {

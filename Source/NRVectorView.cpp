@@ -21,8 +21,9 @@ HINSTANCE VectorViewModule() {
 
 extern "C" int APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH || reason == DLL_THREAD_ATTACH) {
-        // The compiler's runtime takes the memory for a thread's exceptions with the first one, and faults where that
-        // is refused. So it is taken now, and a lack of memory can be thrown. Each module has a runtime of its own.
+        // The compiler's runtime allocates the memory for a thread's exceptions at the first one, and faults where that
+        // fails. So it is allocated now, and a lack of memory can be thrown later. Each module has a runtime of its
+        // own.
         [[maybe_unused]] volatile const int none = std::uncaught_exceptions();
     }
     if (reason == DLL_PROCESS_ATTACH) {

@@ -7,7 +7,7 @@ namespace {
 constexpr UINT kMemoryGrow = 1024;
 constexpr int kArchiveBuffer = 4096;
 
-// Where reading begins: at the front. The archive looks at the file's position when it is made.
+// The archive takes the file's position when it is made, so the file is set to its front before.
 CFile* Rewound(CFile& file) {
     file.Seek(0, CFile::begin);
     return &file;
@@ -42,6 +42,7 @@ bool CObjectMemory::IsEqualTo(const CDrawableArray& objects) const {
     return std::equal(m_lpBuffer, m_lpBuffer + GetLength(), other.m_lpBuffer, other.m_lpBuffer + other.GetLength());
 }
 
+// Compatibility 114: restored objects have gone through the rules of loading.
 void CObjectMemory::Restore(CDrawable* object) {
     CDrawableArray objects;
     objects.Add(object);

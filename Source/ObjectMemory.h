@@ -9,13 +9,13 @@
 
 #include <vector>
 
-// The objects' own Serialize is the undo, so reading back applies their rules of loading: a polyline loses its segment
-// colours, a text box narrower than its font is made wider.
+// The objects' own Serialize makes the restore point, so reading back applies their rules of loading: a polyline loses
+// its segment colours, a text box narrower than its font is made wider.
 class CObjectMemory : public CMemFile {
 public:
     CObjectMemory();
 
-    // `exactly`: every field as well, so that Restore brings back also what those rules change.
+    // With `exactly` every field is stored too, so that Restore also brings back what those rules change.
     void Store(CDrawable* object, bool exactly = false);
     // One after the other, in list order.
     void Store(const CDrawableArray& objects, bool exactly = false);

@@ -4,9 +4,8 @@
 
 #include "VectorViewApi.h"
 
-// The schema of the class record in the stream; kNoSchema outside ReadObject. The one way to get it, here and in
-// classes of hosts: CArchive::GetObjectSchema tells it once an object and resets it, while each level of a class needs
-// it.
+// The schema of the class record in the stream; kNoSchema outside ReadObject. Classes of hosts use this function too:
+// CArchive::GetObjectSchema gives the schema once for each object and resets it, while each level of a class needs it.
 inline UINT ObjectSchema(CArchive& ar) {
     const UINT schema = ar.GetObjectSchema();
     ar.SetObjectSchema(schema);

@@ -10,7 +10,7 @@ namespace {
 constexpr UINT kMemoryGrow = 4096;
 constexpr int kArchiveBuffer = 4096;
 
-// A document that lists objects of another one, which it gives back unfreed, in their own states.
+// A document that lists objects of another one, and gives them back unfreed, in their own states.
 class CBorrowingDocument : public CGraphicDocument {
 public:
     ~CBorrowingDocument() override {
@@ -73,7 +73,7 @@ bool CObjectStream::Load(const void* bytes, size_t length, CDrawableArray& objec
     }
     std::memcpy(&version, bytes, sizeof(version));
     if (version != kDocumentVersion) {
-        return false; // ReadData would show a message.
+        return false; // ReadData would show a message box.
     }
     CMemFile file(kMemoryGrow);
     file.Attach(const_cast<BYTE*>(static_cast<const BYTE*>(bytes)), static_cast<UINT>(length), 0);

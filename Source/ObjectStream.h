@@ -4,11 +4,11 @@
 
 #include "Document.h"
 
-// The stream is that of a drawing which holds these objects and nothing else: whatever reads drawings reads it.
+// The stream is that of a drawing which holds these objects and nothing else: any reader of drawings can read it.
 class NRVECTORVIEW_API CObjectStream {
 public:
-    // Those of `objects` that are in the document's list, in its order, in the state Normal; their own states stay.
-    // False, and `bytes` empty, where there is none, or one can't be stored.
+    // Stores those of `objects` that are in the document's list, in its order, in the state Normal; their own states
+    // stay. False, with `bytes` empty, where there is none, or one can't be stored.
     static bool Store(CGraphicDocument* document, const CDrawableArray& objects, CByteArray& bytes);
     // Appends the objects of a stream in its order, in the state Normal. The caller owns them; they are registered with
     // the leak tracer. `length` in bytes; the bytes are only read. False, without a message and with nothing appended,

@@ -28,8 +28,8 @@ CCommandOperation::ResultState COperationCreateArc::OnLButtonDown(unsigned int, 
     ErasShirrLine();
     KeepCurrentObject();
     // Compatibility 18: three points on a line make an arc.
-    // Three points on a line end the command too: the arc keeps what the last good move gave it, or, without
-    // one, what it was made with.
+    // The third point ends the command too: the arc keeps the values of the last good move or, without one, its first
+    // ones.
     BendTo(point);
     RequestRedraw();
     RemoveCurrentObjectAtDocument();
@@ -45,8 +45,8 @@ CCommandOperation::ResultState COperationCreateArc::OnMouseMove(unsigned int nFl
         break;
     case 1:
         // Compatibility 105: the band between the first two clicks of an arc is not visible.
-        // The band from the first point is drawn and erased at once, so only assistant lines are visible in this state.
-        // The sequence of drawing calls is part of the required behaviour.
+        // The band from the first point is drawn and erased at once, so that only assistant lines are visible. The
+        // sequence of drawing calls is part of the required behaviour.
         DrawShirrLine(m_CenterPoint, point);
         ErasShirrLine();
         DrawShirrLine(point, point);

@@ -25,8 +25,8 @@ public:
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
 
 private:
-    // Gives the arc through the two clicks and the point to the object; false, and the object stays as it is, where
-    // the three lie on a line.
+    // Gives the arc through the two clicks and the point to the object. False, with the object unchanged, where the
+    // three lie on a line.
     bool BendTo(const CGePoint2d& third);
 
     CGePoint2d m_ArcPoints[2];

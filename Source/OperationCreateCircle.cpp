@@ -13,7 +13,6 @@ IMPLEMENT_DYNAMIC(COperationCreateCircle, COperationCreateObjAb)
 namespace {
 
 // Compatibility 103: the radius of a drawn circle has single precision.
-// Computed in single precision throughout.
 double RadiusTo(const CGePoint2d& center, const CGePoint2d& point) {
     const float dx = static_cast<float>(center.x - point.x);
     const float dy = static_cast<float>(center.y - point.y);
@@ -27,7 +26,7 @@ double RadiusTo(const CGePoint2d& center, const CGePoint2d& point) {
 
 void COperationCreateCircle::Cancel() {
     // Compatibility 104: an arc that is broken off leaves its pixels.
-    // No repaint is asked for: band and outline stay on the window until the next one.
+    // No repaint is requested: band and outline stay on the window until the next one.
     DiscardCurrentObject();
 }
 

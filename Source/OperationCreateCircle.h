@@ -26,12 +26,12 @@ public:
     void ErasShirrLine() override;
 
 protected:
-    // The object itself is no target, where the editing options say so.
+    // Refuses snap points of the object that is being drawn, where the editing options say so.
     int OnGetGripPoint(CDrawable* object, int gripIndex, CGePoint2d point) override;
-    // Makes the object its own, in the state Dragging, and shows it.
+    // Makes `object` the object being built, in the state Dragging, and shows it.
     void Show(CDrawable* object);
     void InvertCurrentObject();
-    // Gives the object to the document, as an ordinary one.
+    // Gives the object to the document, in the state Normal.
     void KeepCurrentObject();
 
     CGePoint2d m_CenterPoint; // The first click.

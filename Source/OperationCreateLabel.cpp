@@ -124,8 +124,8 @@ void COperationCreateLabel::SetHeight(const CGePoint2d& point) {
     const bool clockwise = a1 > a2;
     const CGeVector2d r = u.rotateBy(clockwise ? -kQuarterTurn : kQuarterTurn);
     const double t = clockwise ? a1 - a2 : a2 - a1;
-    // The second point itself, where the pointer is right after its click, lies on the measured line, but the vector to
-    // it has no angle.
+    // Right after the second click the pointer is on the second point itself, which lies on the measured line: the
+    // vector to it has no angle.
     const double distance = m_SecondPoint.distance(point);
     const double h = distance > 0.0 ? std::sin(t) * distance : 0.0;
     Label()->SetLeftLabel(m_FirstPoint, m_FirstPoint + r.normal() * h);

@@ -18,7 +18,7 @@ COperationCreateObjAb::~COperationCreateObjAb() {
     if (m_pCurrentObject == nullptr || !IsDocumentWhole() || m_pDocument->GetCurrentObject() != m_pCurrentObject) {
         return;
     }
-    // A host may have entered it into the drawing.
+    // A host may have added it to the drawing.
     const CDrawableArray& objects = *m_pDocument->GetDrawableObjs();
     const auto* end = objects.GetData() + objects.GetSize();
     if (std::find(objects.GetData(), end, m_pCurrentObject) == end) {
@@ -58,7 +58,7 @@ int COperationCreateObjAb::AddCurrentObjectToDocument() {
     try {
         Hold(m_pCurrentObject);
     } catch (...) {
-        // Without memory for that, the next click makes another object.
+        // Without memory to watch the object, it is freed, and the next click makes another one.
         DiscardCurrentObject();
         throw;
     }

@@ -9,14 +9,14 @@ class NRVECTORVIEW_API COperationCreateObjAb : public CCommandOperation {
 public:
     // As that of CCommandOperation.
     COperationCreateObjAb(CWnd* wnd, CVectorGraphic* graphic, CVectorViewCoordTran* tran, CGraphicDocument* document);
-    // Frees the object being built where a host has ended the tool by its state, without Cancel.
+    // Frees the object being built, for a host that has ended the tool by its state, without Cancel.
     ~COperationCreateObjAb() override;
 
     void Execute() override;
     ResultState OnLButtonDown(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnMouseMove(unsigned int nFlags, CGePoint2d point) override;
     ResultState OnRButtonDown(unsigned int nFlags, CGePoint2d point) override;
-    // Lets the tool take off what it drew: an override of ErasShirrLine resets its own state in this moment.
+    // Lets the tool erase what it drew: an override of ErasShirrLine resets its own state here.
     void PreRedraw() override;
 
     // The object being built; null when there is none. Owned by the tool until it is part of the drawing.
@@ -27,8 +27,8 @@ public:
     void ResetErasShirrLineState() { m_ShirrDrawn = 0; } // As that of CCommandOperation.
 
 protected:
-    // Unlike the base search: hidden objects are skipped, the object under construction is searched last, and the
-    // perpendicular foot, offered only once there is a point to drop it from, comes before the grips.
+    // Unlike the base search: hidden objects are skipped, the object being built is searched last, and the
+    // perpendicular foot, offered only once there is a point to drop it from, is searched before the grips.
     int GetGripPoint(CGePoint2d point, CGePoint2d& result) override;
     // Called on each new object before its geometry is set: gives it the document's foreground colour.
     virtual void OnCreateObject(CDrawable* object);

@@ -16,7 +16,7 @@ COperationCreatePline::~COperationCreatePline() {
 void COperationCreatePline::Execute() {
     m_InEdit = 0;
     if (m_pCurrentObject == nullptr) {
-        // No vertex yet to measure from.
+        // There is no vertex yet to measure from.
         return;
     }
     // Before the first move, and with the cursor on the last vertex, there is no direction: the new one lies on it.
@@ -112,6 +112,7 @@ void COperationCreatePline::AddVertex(CGePoint2d point) {
     m_Points.Add(point);
 }
 
+// Compatibility 115: a finished polyline is put at the bottom of the drawing order.
 void COperationCreatePline::KeepPolyline() {
     if (m_pCurrentObject != nullptr) {
         m_InDocument = true;

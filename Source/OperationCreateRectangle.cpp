@@ -13,8 +13,7 @@ IMPLEMENT_DYNAMIC(COperationCreateRectangle, COperationCreateObjAb)
 
 void COperationCreateRectangle::Cancel() {
     // Compatibility 12: the sides of a rectangle that is broken off stay allocated.
-    // The sides of a rectangle that is broken off are neither added nor freed: they stay allocated, and the leak tracer
-    // lists them.
+    // They are neither added nor freed, and the leak tracer lists them.
     DiscardCurrentObject();
 }
 
@@ -71,8 +70,7 @@ CCommandOperation::ResultState COperationCreateRectangle::OnRButtonDown(unsigned
 
 // Compatibility 14: the diagonal of a broken-off rectangle stays on the window.
 void COperationCreateRectangle::ErasShirrLine() {
-    // The base's operation is not called: the diagonal of a rectangle that is broken off stays on the window until the
-    // next band or repaint.
+    // The base's operation, which erases the band along the diagonal, is not called.
     if (m_PreviewDrawn != 0) {
         m_PreviewDrawn = 0;
         InvertSides();
@@ -80,7 +78,7 @@ void COperationCreateRectangle::ErasShirrLine() {
 }
 
 void COperationCreateRectangle::MakeSides() {
-    CTracedOwner<CLine> sides[kSides]; // All or none: a side that is missing could not be moved.
+    CTracedOwner<CLine> sides[kSides]; // All or none, because a missing side could not be moved.
     for (CTracedOwner<CLine>& side : sides) {
         side.reset(new CLine);
         KX_ADD_MEMORY(side.get());

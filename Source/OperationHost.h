@@ -16,13 +16,14 @@ public:
     virtual bool IsOperationOrtho() = 0;
     // Adds a grip to those that the engine tracks.
     virtual void TrackOperationGrip(const CGePoint2d& point) = 0;
-    // Ends the engine's running tool as done. The tool stays allocated until the outermost event of the engine is over.
+    // Ends the engine's running tool as if it had done its work. The tool stays allocated until the outermost event of
+    // the engine is over.
     virtual void EndOperation() = 0;
     // Shows the object in the property dialog, where there is one; null empties the dialog.
     virtual void ShowOperationObject(CDrawable* object) = 0;
-    // No event of the engine is open any more, and the last one may have changed the drawing or the selection. The
-    // names are those of the tool that ended in it, in Chinese and English; null when none ended, or one without a
-    // word. A tool may be running. Must not throw.
+    // Called when no event of the engine is running any more, and the last one may have changed the drawing or the
+    // selection. The names are those of the tool that ended in it, in Chinese and English; null when none ended, or one
+    // without a word. A tool may be running. Must not throw.
     virtual void OnEngineAtRest(const wchar_t* /*chinese*/, const wchar_t* /*english*/) {}
 
 protected:

@@ -33,7 +33,7 @@ COperationPlaceObjects::~COperationPlaceObjects() {
 // ---- Events --------------------------------------------------------------------------------------------------------
 
 void COperationPlaceObjects::Cancel() {
-    RequestRedraw(); // Takes the preview off.
+    RequestRedraw(); // The repaint erases the preview.
 }
 
 CCommandOperation::ResultState COperationPlaceObjects::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
@@ -52,7 +52,7 @@ CCommandOperation::ResultState COperationPlaceObjects::OnMouseMove(unsigned int 
 }
 
 CCommandOperation::ResultState COperationPlaceObjects::OnLButtonDown(unsigned int, CGePoint2d point) {
-    // Anew from the stream: one move alone, however often the preview was moved.
+    // Loaded again from the stream, so that they are moved only once, however often the preview was moved.
     Free();
     if (!Load()) {
         return RS_Cancelled;
@@ -63,7 +63,7 @@ CCommandOperation::ResultState COperationPlaceObjects::OnLButtonDown(unsigned in
         CDrawable* object = m_Objects[0];
         object->transformBy(matrix);
         m_pDocument->AddDrawAobject(object);
-        m_Objects.RemoveAt(0); // The drawing's from now on.
+        m_Objects.RemoveAt(0); // From now on the drawing owns it.
         if (object->isCanSelect() != 0) {
             m_pDocument->AddSelected(object);
         }
@@ -80,7 +80,7 @@ CCommandOperation::ResultState COperationPlaceObjects::OnRButtonDown(unsigned in
 
 void COperationPlaceObjects::PreRedraw() {
     if (m_Drawn && Options().previewsReturn) {
-        InvertObjects(); // Also what lies outside the part that is repainted.
+        InvertObjects(); // Erased here, because it may reach beyond the part that is repainted.
     }
     m_Drawn = false; // The repaint wipes the preview.
 }

@@ -5,7 +5,8 @@
 #include "CommandOperation.h"
 #include "Document.h"
 
-// The lower left corner of the objects' extent comes to the click. They follow the mouse by inversion before it.
+// The lower left corner of the objects' extent is placed at the click. Before it, they follow the mouse, drawn by
+// inversion.
 //
 // | event        | action                                                        | result       |
 // |--------------|---------------------------------------------------------------|--------------|

@@ -39,7 +39,6 @@ double BulgeThrough(const CGePoint2d& a, const CGePoint2d& b, const CGePoint2d& 
 
 // ---- Construction --------------------------------------------------------------------------------------------------
 
-// The list of pen flags stays empty, as documented in the header.
 // Compatibility 38: the constructor for hosts leaves the flags empty.
 CPLine::CPLine(int n, CGePoint2d* pts) : m_VertexCount(pts != nullptr ? n : 0) {
     for (int i = 0; i < m_VertexCount; ++i) {
@@ -147,7 +146,7 @@ int CPLine::RemovePoint(int i) {
     if (i >= m_VertexCount) {
         return 0;
     }
-    // Either all six lists lose an entry or none.
+    // All six lists lose an entry, or none does.
     RaiseUnless(i >= 0 && i < m_PointList.GetSize() && i < m_BulgeList.GetSize() && i < m_ParmNameList.GetSize() &&
                 i < m_ParmMsgList.GetSize() && i < m_SegPenColorList.GetSize() && i < m_SegPenFlagList.GetSize());
     m_PointList.RemoveAt(i);
@@ -160,9 +159,8 @@ int CPLine::RemovePoint(int i) {
     return 1;
 }
 
-// A vertex appended here, unlike one of AddPoint, is not counted: it is painted, and neither hit nor measured nor
-// stored.
 // Compatibility 37: `SetPoint` beyond the end appends a vertex that is not counted.
+// Such a vertex is painted, but neither hit nor measured nor stored.
 void CPLine::SetPoint(int i, CGePoint2d p) {
     if (i < m_PointList.GetSize()) {
         m_PointList[i] = p;
@@ -216,8 +214,7 @@ void CPLine::AddInsertPoint(CGePoint2d p) {
 
 // Compatibility 39: the closing segment is not repaired when its first or last vertex moves.
 // An arc next to a moved vertex is computed anew through its middle, which is moved by the whole vector too; a straight
-// neighbour stays straight, and a bulge below kStraightHit becomes 0. The bulge of the closing segment is not changed
-// when one of its ends moves.
+// neighbour stays straight, and a bulge below kStraightHit becomes 0.
 void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
     CGePointArray grips;
     CIndexArray vertexOf;
@@ -255,7 +252,6 @@ void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) 
 }
 
 // Compatibility 84: a mirror keeps the signs of the bulges.
-// Bulges keep their sign under a mirror too, so that a mirrored arc is on the other side of its chord.
 void CPLine::transformBy(const CGeMatrix2d& m) {
     for (int i = 0; i < m_VertexCount; ++i) {
         m_PointList[i].transformBy(m);
@@ -286,7 +282,7 @@ void CPLine::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeText(list, L"m_strMsgInfo", m_strMsgInfo);
 }
 
-// Without the segment that the last hit test found.
+// Leaves out the segment that the last hit test found.
 void CPLine::ExchangeState(CStateExchange& exchange) {
     CDrawable::ExchangeState(exchange);
     exchange.Level<CPLine>();
@@ -343,8 +339,8 @@ void CPLine::StoreVertices(CArchive& ar) {
     }
 }
 
-// Vertex by vertex: a count that the stream can't hold takes no memory ahead of the stream's end, and what was read
-// by then is a polyline with a true count. A count below 0 is kept as read.
+// Read vertex by vertex: a count beyond the end of the stream allocates no memory for missing vertices, and what was
+// read until then is a polyline with a true count. A count below 0 is kept as read.
 void CPLine::LoadVertices(CArchive& ar, int count, UINT schema) {
     if (count < 1) {
         m_VertexCount = count;

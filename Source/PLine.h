@@ -50,8 +50,8 @@ public:
     int GetClosetPt(CGePoint2d p, CGePointArray& out) override;
     // The foot of p on the infinite line through a and b.
     CGePoint2d GetClosetPt(CGePoint2d a, CGePoint2d b, CGePoint2d p);
-    // Both for one straight segment of two vertices, and 0 for any other polyline: the distance from p to the segment,
-    // in drawing units; and 1 when p is on the line or on its left, seen from the first vertex.
+    // Both for a polyline of one straight segment; 0 for any other polyline. The first is the distance from p to the
+    // segment, in drawing units; the second is 1 when p is on the line or on its left, seen from the first vertex.
     double GetClosestDistance(CGePoint2d p);
     int isLeft(CGePoint2d p);
     // By `mask`: each vertex followed by the middle of its segment (`type` 4), then the insert points.

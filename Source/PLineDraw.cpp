@@ -13,15 +13,14 @@ namespace {
 constexpr COLORREF kVertexBlue = 0xFF0000; // 0x00BBGGRR
 constexpr COLORREF kMidpointYellow = 0x0BEEF6;
 
-// Ten times the distance that most other kinds report when they are not hit. Also that of a polyline
-// without a segment.
+// Ten times the distance that most other kinds report when they are not hit. Also reported without a segment.
 constexpr float kNotHit = 1000.0f;
 
 // Points at most this far from each other, in drawing units, count as one in GetClosestDistance.
 constexpr double kTouching = 1e-5;
 
-// An arc whose height is this part of its coordinates at least has a circle, whatever its arithmetic rounds; one with a
-// bulge beyond the other limit is nearly a whole circle, whose ends the rounding might not tell apart.
+// An arc whose height is at least this part of its coordinates has a circle, whatever the rounding of its computation.
+// One with a bulge beyond the other limit is nearly a whole circle, whose ends might coincide after rounding.
 constexpr double kSurelyRound = 1e-6;
 constexpr double kSteepest = 1e3;
 
@@ -41,8 +40,8 @@ void MergeBox(const CGePoint2d& boxMin, const CGePoint2d& boxMax, CGePoint2d& mi
 }
 
 // Compatibility 85: a straight segment under inversion shows only its ends.
-// There and back, because LineTo leaves out its last pixel: both end pixels are inked.
-// Under inversion the two strokes cancel each other but for the end pixels; `once` leaves out the way back.
+// A segment is stroked there and back, because LineTo leaves out its last pixel. Under inversion the two strokes cancel
+// each other except in the end pixels; `once` leaves out the way back.
 void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end,
                     bool once) {
     float sx = 0.0f;
@@ -63,8 +62,8 @@ void StrokeStraight(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d
     }
 }
 
-// False when there is no circle through the ends and the top of the arc. Calarc orders the angles anticlockwise for
-// either sign of the bulge.
+// False when there is no circle through the ends and the top of the arc. For either sign of the bulge Calarc orders the
+// angles anticlockwise.
 bool StrokeArc(CDC* pDC, const CVectorViewCoordTran& tran, const CGePoint2d& start, const CGePoint2d& end,
                double bulge) {
     double cx = 0.0;
@@ -101,7 +100,7 @@ float CPLine::HitTest(CGePoint2d p) {
             distance = std::fabs(DistanceLine(start, end, p));
         } else {
             // Compatibility 29: an arc segment is hit on its whole circle.
-            // Measured to the whole circle and, where there is none, to the origin.
+            // The distance to the whole circle and, where there is none, to the origin.
             CGePoint2d center;
             double radius = 0.0;
             CArc::Calarc(start, CDraw_Common::GetArcMidHighPt(start, end, bulge), end, center, radius);
@@ -195,8 +194,7 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
         MergeBox(m_PointList[i], m_PointList[i], min, max);
     }
     // Compatibility 86: a segment without a circle merges the last box or the origin.
-    // One arc object serves all segments. A segment without a circle merges the box of the last
-    // segment that had one, or the point (0, 0) when none had.
+    // One arc object serves all segments, and keeps its values when there is no circle.
     CArc arc;
     const auto mergeArc = [&](const CGePoint2d& from, const CGePoint2d& mid, const CGePoint2d& to) {
         CGePoint2d boxMin;
@@ -223,8 +221,6 @@ int CPLine::GetRect(CVectorViewCoordTran* tran, CGePoint2d& min, CGePoint2d& max
         const int last = m_VertexCount - 1;
         const double bulge = m_BulgeList[last];
         if (CDraw_Common::GetAbs(bulge) >= kStraightDrawn) {
-            // The closing arc's ends are not swapped, so that a negative closing bulge gives the
-            // box of the rest of its circle.
             // Compatibility 27: the closing arc's ends are not swapped.
             mergeArc(m_PointList[last], CDraw_Common::GetArcMidHighPt(m_PointList[last], m_PointList[0], bulge),
                      m_PointList[0]);
@@ -240,14 +236,14 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (!IsToBeDrawn() || m_VertexCount == 0) {
             return false;
         }
-        // The strokes look up width and colour again. Looked up here, a layer that fails is reported as stage 0.
+        // Resolved here although each stroke does it again: a layer that fails is reported as stage 0.
         const PenLook look = ResolvePen(pGeom, m_LockMode != 0);
         if (IsPathOutOfSight(pDC, pGeom, look.width)) {
             return false;
         }
         CGePointArray points;
         if (m_isClosed != 0) {
-            // Memory for the first vertex at the end, without which the whole copy would be moved a second time.
+            // Reserves memory for the first vertex at the end, so that appending it does not move the whole copy.
             points.SetSize(0, m_PointList.GetSize() + 1);
         }
         points.Copy(m_PointList);
@@ -261,8 +257,8 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
     });
 }
 
-// By the vertices and, for each arc, a square around its whole circle. Not where drawing would fail: a list that is too
-// short, and an arc without a circle, have consequences for what is drawn after them.
+// Tests the vertices and, for each arc, a square around its whole circle. False where drawing would fail: a list that
+// is too short, and an arc without a circle, affect what is drawn afterwards.
 bool CPLine::IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) const {
     const INT_PTR count = m_PointList.GetSize();
     if (pGeom->GetPass() == nullptr || count == 0 || m_SegPenFlagList.GetSize() < count ||
@@ -316,8 +312,8 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
         CKeptRop raster(pDC);
         const DWORD color = m_SegPenFlagList[i] == 1 ? m_SegPenColorList[i] : InnerGetPenColor(pGeom);
         // Compatibility 41: a polyline in an unknown state selects an empty pen.
-        // In a state that does not exist, and when GDI makes no pen, an empty pen is selected. That changes nothing in
-        // the context, whose own pen draws the strokes.
+        // In such a state, and when GDI makes no pen, an empty pen is selected. That changes nothing in the context,
+        // whose own pen draws the strokes.
         CPen pen;
         if (m_DrawState == Normal || m_DrawState == Dragging) {
             pen.CreatePen(penStyle, width, color);
@@ -333,8 +329,8 @@ int CPLine::DrawPolyLine(CDC* pDC, CDrawGeometry* pGeom, CGePointArray& pts, CBu
             StrokeStraight(pDC, tran, pts[i], pts[i + 1], once);
         } else if (!StrokeArc(pDC, tran, pts[i], pts[i + 1], bulge)) {
             // Compatibility 40: an arc that can't be built leaves pen and modes as they are.
-            // A segment without a circle ends the polyline, and its pen and modes stay in force. The
-            // pen is deleted here; GDI keeps it until another one is selected.
+            // A segment without a circle ends the polyline. Its pen is deleted here; GDI keeps it until another one is
+            // selected.
             selected.Abandon();
             raster.Abandon();
             background.Abandon();

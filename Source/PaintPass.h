@@ -21,7 +21,7 @@ struct CPixelBox {
         right = std::max(right, x);
         bottom = std::max(bottom, y);
     }
-    // Where not, an edge is drawn as INT_MIN.
+    // Whether all edges fit an int: one that does not is drawn as INT_MIN.
     bool FitsInt() const {
         constexpr double kMost = 2e9;
         return left > -kMost && top > -kMost && right < kMost && bottom < kMost;
@@ -34,8 +34,8 @@ struct CPixelBox {
     double bottom;
 };
 
-// The painter makes one and gives it to its CDrawGeometry for as long as the paint takes. Contexts of hosts, printers
-// and metafiles have none: whoever looks on sees every call.
+// The painter makes one and gives it to its CDrawGeometry for the duration of the paint. Contexts of hosts, printers
+// and metafiles have none: they get every drawing call.
 class CPaintPass {
 public:
     // `seen`: the pixels that the context keeps, in its logical coordinates.
@@ -50,7 +50,7 @@ public:
     // the width of the pen, lie in `box`. False for an object that another one draws, which may have shifted the
     // context.
     bool IsOutOfSight(const CDC* pDC, const CDrawable* object, const CPixelBox& box, double penWidth) const {
-        // A round end adds half the width; the rest is for the roundings of coordinates and devices.
+        // A round pen end adds half the width; the rest covers the rounding of coordinates and devices.
         const double margin = (penWidth < 0.0 ? -penWidth : penWidth) + kRounding;
         return object == m_Object && pDC == m_pDC &&
                (box.right + margin < static_cast<double>(m_Seen.left) ||

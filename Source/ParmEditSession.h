@@ -10,15 +10,15 @@
 class CTextParm;
 class CVectorGraphic;
 
-// A parameter text, and the view that works on it, across a call that runs foreign code (a hook, a notification, a
-// message, a modal box).
+// A parameter text, and the view that works on it, watched across a call that runs foreign code (a hook, a
+// notification, a message, a modal box).
 class CWatchedParm {
 public:
     // `parm` is not null. `graphic` is that of the view.
     CWatchedParm(CTextParm* parm, const CKxAlive& view, CVectorGraphic* graphic);
     // Asked right after the call. True when the view or its window has ended, when the parameter was freed, and when it
-    // has left the drawing in which it was seen. A parameter that the host keeps outside the drawing leaves nothing
-    // until it is seen there.
+    // has left the drawing in which it was seen. A parameter that the host keeps outside of the drawing counts as
+    // having left only after it was seen in the drawing.
     bool HasGone();
     // Whether the object itself still exists.
     bool IsParmAlive() const { return m_ParmAlive.IsAlive(); }
@@ -68,8 +68,8 @@ public:
     // Whether the text of the open edit has been refused.
     void SetRefused(bool refused) { m_bRefused = refused; }
 
-    // Runs a hook in its phase. False when the view, or its window, has ended in it: nothing of the view may be touched
-    // then, this object included.
+    // Runs a hook in its phase. False when the view, or its window, has ended meanwhile: the view must then not be
+    // used, nor this object.
     template <class Call>
     bool RunHook(Phase phase, const CKxAlive& view, Call call) {
         const HookScope scope(*this, view, phase);

@@ -4,8 +4,8 @@
 
 #include "OperationCreateObjAb.h"
 
-// On CCommandOperation or COperationCreateObjAb, which leave these two open for the tools of hosts. The class records
-// of the tools name those two as their bases.
+// The base is CCommandOperation or COperationCreateObjAb, which leave these two handlers pure for the tools of hosts.
+// The class records of the tools name those two as their bases.
 template <class Base>
 class COperationOf : public Base {
 public:

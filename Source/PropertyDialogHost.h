@@ -8,8 +8,7 @@ class CDialog_DrawAbleProperty;
 class CVectorView;
 
 // Makes the dialog, not yet shown, in the view's upper right corner, as a window owned by `owner`; null when Windows
-// refuses.
-// The view that keeps it as its m_pDlgDrawAbleProperty frees it with itself.
+// refuses. A view that keeps it as its m_pDlgDrawAbleProperty frees it in its destructor.
 NRVECTORVIEW_API CDialog_DrawAbleProperty* CreateDrawAbleProperty(CVectorView* view, CWnd* owner);
 // Shows the dialog with the rows of the first selected object of `view`, or hides it.
 NRVECTORVIEW_API void ShowDrawAbleProperty(CDialog_DrawAbleProperty* dialog, CVectorView* view, int show);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr COLORREF kBandColor = 0xFFFFFF;
 
-// Where an axis-parallel line leaves the window: `size` when it runs from `from` towards higher pixels, else 0.
+// Where an axis-parallel line leaves the window: at `size` when it runs from `from` towards higher pixels, else at 0.
 int EdgeBeyond(int from, int to, int size) {
     return from <= to ? size : 0;
 }
@@ -119,7 +119,7 @@ void CCommandOperationManager::DrawAssistantLine(CDC* dc, CPoint cursor) {
             continue;
         }
         if (p == m_ShirrStart && c == m_ShirrEnd) {
-            // The rubber band itself: a second stroke would invert it away.
+            // This line is the rubber band itself: a second stroke would erase it.
             continue;
         }
         m_AssistantPoints.Add(p);

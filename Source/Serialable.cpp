@@ -15,7 +15,7 @@ int PowerOfTen(int d) {
 
 int Divide(int n, int unit) {
     if (unit == 0) {
-        // The processor's own exception, raised explicitly: a division by zero is undefined to the compiler.
+        // Raises the processor's own exception explicitly: a division by zero is undefined behaviour for the compiler.
         ::RaiseException(EXCEPTION_INT_DIVIDE_BY_ZERO, 0, 0, nullptr);
         return 0;
     }
@@ -36,6 +36,7 @@ int CSerialable::GetNearInSteps(double x, int d) {
     return WrapAdd(whole, Divide(n, unit));
 }
 
+// Compatibility 127: `GetNear_X` of a whole number is one more.
 int CSerialable::GetNear_X(double x, int d) {
     const int whole = Truncate(std::floor(x));
     const int unit = PowerOfTen(d);

@@ -18,7 +18,7 @@ public:
     // first rounded to d decimals, and the result is the whole part: GetNear(2.96, 1) is 3, GetNear(2.94, 1) is 2. A
     // negative d raises the processor's exception for an integer division by zero.
     static int GetNear(double x, int d) {
-        // The usual case without a call, because every coordinate of every stroke is rounded here.
+        // The usual case is inline, because every coordinate of every stroke is rounded here.
         if (d == 0 && x > -2147483648.0 && x < 2147483647.0) {
             int whole = static_cast<int>(x);
             if (static_cast<double>(whole) > x) {

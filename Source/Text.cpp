@@ -66,8 +66,7 @@ float CText::HitBox(CGePoint2d p, float wide) {
     }
     // Compatibility 87: the hit box of a text is shifted by two drawing units.
     // Compatibility 88: the hit box does not turn with the text.
-    // The box has whole drawing units, begins 2 of them (not pixels) too far right, ends 2 too far up, and does not
-    // turn with the text.
+    // The box has whole drawing units, begins 2 of them (not pixels) too far right and ends 2 too far up.
     const RECT box = {Truncate(m_StartX + 2.0), Truncate(m_StartY - static_cast<double>(m_MinCalHeight)),
                       Truncate(m_StartX + static_cast<double>(wide)), WrapAdd(Truncate(m_StartY), 2)};
     const POINT at = {Truncate(p.x), Truncate(p.y)};
@@ -114,9 +113,9 @@ void CText::transformBy(const CGeMatrix2d& m) {
     SetPos(GetPos().transformBy(m));
 }
 
-// The row of the ratio has the key of the height, and SetProperty looks for it under a key that no row has. So the
-// ratio is shown, and an edit of it changes nothing. The row of the height is the first one of its key, so its edits
-// are found.
+// Compatibility 51: an edit of the ratio changes nothing.
+// The row of the ratio has the key of the height, and SetProperty looks for it under a key that no row has. The row of
+// the height is the first one of that key, so its edits are found.
 void CText::GetProperty(CDrawableProperty& list) {
     CDrawable::GetProperty(list);
     PropertyRows::AddDouble(list, L"m_StartX", L"位置x坐标", m_StartX);
@@ -129,7 +128,6 @@ void CText::GetProperty(CDrawableProperty& list) {
     PropertyRows::AddFloat(list, L"m_TextHeight", L"文字宽高比", m_TextRatio);
 }
 
-// Compatibility 51: an edit of the ratio changes nothing.
 void CText::SetProperty(CDrawableProperty& list) {
     CDrawable::SetProperty(list);
     PropertyRows::TakeDouble(list, L"m_StartX", m_StartX);
@@ -142,7 +140,7 @@ void CText::SetProperty(CDrawableProperty& list) {
     PropertyRows::TakeFloat(list, L"m_TextRatio", m_TextRatio);
 }
 
-// Without the measured height, which painting sets: a parameter text keeps that of its first paint.
+// Leaves out the measured height, which painting sets: a parameter text keeps that of its first paint.
 void CText::ExchangeState(CStateExchange& exchange) {
     CDrawable::ExchangeState(exchange);
     exchange.Level<CText>();
@@ -231,7 +229,7 @@ void CText::NoteShownWidth(CDC* pDC, CDrawGeometry* pGeom, const CString& shown)
 }
 
 void CText::GetShownCorners(CGePoint2d (&corners)[4]) {
-    // In one size for all texts, so that the font is the same one each time.
+    // All texts are measured in one size, so that they share a font.
     constexpr int kMeasured = 100;
     CClientDC screen(nullptr);
     const LOGFONTW description = TextFont::Describe(kMeasured, PixelWidth(kMeasured), 0, m_fontFaceName);
@@ -280,10 +278,11 @@ float CText::GetMinCalHeight(CDC* pDC, CVectorViewCoordTran* tran) {
     return InUnits(alone.LineHeight(description), tran);
 }
 
-// The line is drawn from its upper left corner. Around it a cell's height is left for what reaches out of the cells.
+// The line is drawn from its upper left corner. The height of a cell is added on all sides, for ink outside of the
+// cells.
 bool CText::IsLineOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const LOGFONTW& font, const CString& line) {
     CTextMeasures* measures = MeasuresOf(pDC, pGeom);
-    // The paint of a text notes the width that it is shown with, or forgets it.
+    // The paint stores the shown width or clears it, so it must not be skipped then.
     if (measures == nullptr || m_ShownWide > 0.0f || pGeom->GetEditingOptions().textsAsShown) {
         return false;
     }
@@ -316,8 +315,8 @@ void CText::Serialize(CArchive& ar) {
            << m_TextRatio << m_OffWide << m_Spare << m_Angle;
         return;
     }
-    // The ratio came with the sixth version, the angle with the version word itself. A restore point, read outside
-    // ReadObject, is always of the newest form.
+    // The ratio is stored from the sixth version on, the angle since there is a version word. A restore point, read
+    // outside ReadObject, always has the newest form.
     const bool hasVersion = IsCurrentForm(ar);
     int version = 0;
     if (hasVersion) {
@@ -334,7 +333,7 @@ void CText::Serialize(CArchive& ar) {
     } else {
         m_Angle = 0.0f;
     }
-    // A box narrower than the font is high comes from hosts that never set it.
+    // A box narrower than the font is high comes from hosts that do not set the width.
     if (m_TextHeight > m_TextWide) {
         m_TextWide = m_TextHeight * 3.0f;
     }

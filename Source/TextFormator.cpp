@@ -160,8 +160,7 @@ int CTextFormator::GetTextExtent(HDC, const wchar_t* lpString, int startPos, int
         width = 0.0f;
         stage = Extent::Measuring;
         // Entry i is the end of character i, so this is the extent of the characters one further on than those that are
-        // named; at the end of the text it asks for the entry after the table, which is the last one again. Lines break
-        // by this measure.
+        // named; at the end of the text the missing entry is replaced by the last one. Lines break by this measure.
         width = PositionAt(static_cast<long long>(startPos) + cbString) - PositionAt(startPos);
         stage = Extent::Measured;
         height = m_Height;
@@ -232,7 +231,7 @@ unsigned long CTextFormator::DrawTextW(HDC hdc, const wchar_t* lpString, int nCo
         while (breaker.GetLine(*this, hdc, width, begin, end) != 0) {
             stage = Draw::AtLine;
             if (breaker.GetPosition() == reached) {
-                break; // The line failed, and would fail again.
+                break; // A line that failed would fail again.
             }
             reached = breaker.GetPosition();
             while (end > begin && KLineBreaker::IsBlank(lpString[end - 1])) {

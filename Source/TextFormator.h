@@ -7,7 +7,7 @@
 #include <memory>
 
 // Used as a local variable. All sizes are device pixels. The text given to Setup is neither owned nor copied and must
-// not change while the formator is used. Other operations take that text again, or a part of it together with the index
+// not change while the formator is used. Other functions take that text again, or a part of it together with the index
 // at which the part begins: all indices refer to the one table of positions that Setup makes. For an index outside the
 // table the nearest entry is used.
 class NRVECTORVIEW_API CTextFormator {

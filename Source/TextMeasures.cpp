@@ -11,7 +11,7 @@ namespace {
 constexpr WCHAR kSample[] = L"ABCabc";
 constexpr int kSampleLength = 6;
 
-constexpr LONG kDesignHeight = 1000; // Pixels of a cell: at this size the rounding to pixels is without weight.
+constexpr LONG kDesignHeight = 1000; // Pixels of a cell: at this size the rounding to pixels is negligible.
 constexpr wchar_t kTabled = 0x0530;  // Latin, Greek and Cyrillic have a measured advance.
 constexpr double kWidestCell = 2.0;  // Of an East Asian character, in cell heights.
 

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-// A local variable of the pass; nothing is kept after it. Fonts are described as TextFont::Describe does.
+// A local variable of the paint or walk; nothing is kept after it. Fonts are described as TextFont::Describe does.
 class CTextMeasures {
 public:
     // For the texts that are drawn into `dc`, or, when it is null, measured on the screen.
@@ -49,7 +49,8 @@ private:
     std::unordered_map<LOGFONTW, Face, Hash, Same> m_Faces;
 };
 
-// A walk of this thread over the extents of many objects: texts that measure themselves on the screen share it.
+// Declares a walk of this thread over the extents of many objects: texts that measure themselves on the screen share
+// it.
 class CTextWalk {
 public:
     CTextWalk();

@@ -112,8 +112,8 @@ void CTextParm::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         stage = L"4";
         if (m_MinCalHeight <= 0.0f) {
             // Compatibility 91: a parameter's height is measured once.
-            // Measured once, so that it keeps the zoom of the first paint, and by the value, not by the string shown.
-            // An empty value has no height; the sample text is measured instead.
+            // The height keeps the zoom of the first paint, and is measured by the value, not by the string shown. An
+            // empty value has no height; the sample text is measured instead.
             const CSize size = m_Text.IsEmpty() ? CSize(0, 0) : pDC->GetTextExtent(m_Text, m_Text.GetLength());
             m_MinCalHeight =
                 size.cy <= 0 ? GetMinCalHeight(pDC, tran) : static_cast<float>(tran->LToD(static_cast<float>(size.cy)));
@@ -134,7 +134,7 @@ void CTextParm::Serialize(CArchive& ar) {
            << m_ParmModifedLinkExp << m_bNeedEditBox << m_strMsgInfo;
         return;
     }
-    // Here, and unlike in the base, a schema above the current one counts as current.
+    // Compatibility 120: a schema above the current one counts as current in a parameter text.
     const UINT schema = ObjectSchema(ar);
     const bool hasVersion = schema >= kCurrentSchema;
     int version = 0;

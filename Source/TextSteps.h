@@ -5,8 +5,8 @@
 #include "Truncate.h"
 #include "VectorViewApi.h"
 
-// A stage tells what is being attempted, with the values of that moment. The texts are made only after a failure: made
-// at every word, they would copy a long text once for each of its words.
+// A stage tells what is being attempted, with the present values. The texts are made only after a failure: made at
+// every word, they would copy a long text once for each of its words.
 namespace TextSteps {
 
 enum class Extent { Entered = 300000, Counting, Measuring, Measured };
@@ -26,7 +26,6 @@ inline CString OfExtent(Extent stage, LPCTSTR own, LPCTSTR text, int startPos, i
         break;
     case Extent::Measuring:
         // Compatibility 59: a stage text has a bracket without a partner.
-        // The closing bracket without an opening one is part of the required text.
         step.Format(L"%d:m_Str=%s,iLen=%d,lpString=%s,startPos=%d,cbString=%d)", number, own, ::lstrlenW(own), shown,
                     startPos, count);
         break;

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 // Towards zero. A value outside the range of int, and a not-a-number, gives INT_MIN. That is the processor's own
-// answer, and what lies far outside a window is drawn with it.
+// answer; drawings with coordinates far outside a window depend on it.
 inline int Truncate(double value) {
     return value > -2147483649.0 && value < 2147483648.0 ? static_cast<int>(value) : INT_MIN;
 }

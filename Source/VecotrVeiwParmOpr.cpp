@@ -10,8 +10,8 @@ CVecotrVeiwParmOpr& CVecotrVeiwParmOpr::Instance() {
 }
 
 CVecotrVeiwParmOpr::~CVecotrVeiwParmOpr() {
-    // Runs at the end of the process, when the layers below may have been unloaded: ReleaseVector, at detach, has done
-    // the freeing.
+    // Runs at the end of the process, when the DLLs below may have been unloaded. ReleaseVector has freed the view when
+    // this library was detached.
     m_pVector = nullptr;
 }
 
@@ -19,7 +19,7 @@ int CVecotrVeiwParmOpr::LoadFile(unsigned char* data, unsigned int size) {
     if (m_pVector == nullptr) {
         CreateVector();
     }
-    // Also before a null buffer, which the load itself would not touch.
+    // Compatibility 128: a load of a null or empty buffer empties the reader and gives 1.
     m_pVector->GetDocument()->Reset();
     return m_pVector->LoadFile(data, size);
 }

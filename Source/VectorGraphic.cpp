@@ -11,11 +11,11 @@
 
 namespace {
 
-// Gives the objects a pass where the picture is that of a view's window, and takes it away again. A context of a class
-// that is derived from the view's buffer may look on, and gets every call.
+// Gives the geometry a pass for the duration of a paint, where the context is the buffer of a view's window. A context
+// whose class is derived from that of the buffer gets none, and so every drawing call.
 class CPassScope {
 public:
-    // `painter` is that of the owner of the geometry, which may be freed inside the pass.
+    // `painter` is the token of the geometry's owner, which may be freed during the paint.
     CPassScope(CDrawGeometry& geometry, CDC* pDC, const CKxAliveToken& painter)
         : m_Geometry(geometry), m_pOuter(geometry.GetPass()), m_Painter(painter) {
         const auto* buffer = dynamic_cast<const CMemDC*>(pDC);
@@ -39,11 +39,11 @@ private:
     std::optional<CPaintPass> m_Pass;
 };
 
-// Asks the processor for the memory of the object that a paint reaches some objects after `index`. Objects are
-// scattered over the heap, and where few of them are seen the paint waits longer for their memory than it computes.
-// This reads nothing and can't fail.
+// Prefetches the memory of the object that the paint reaches some objects after `index`. Objects are scattered over the
+// heap, and where few of them are seen, waiting for their memory takes longer than computing. This reads nothing and
+// can't fail.
 void FetchAhead(const CDrawableArray& list, INT_PTR index) {
-    constexpr INT_PTR kDistance = 8; // In objects: what is computed for so many takes as long as one access.
+    constexpr INT_PTR kDistance = 8; // In objects: computing so many takes as long as one memory access.
     constexpr int kLine = 64;        // Bytes.
     if (index + kDistance < list.GetSize()) {
         const auto* object = reinterpret_cast<const char*>(list.GetData()[index + kDistance]);
@@ -121,6 +121,7 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
         AfxMessageBox(L"CVectorGraphic::OnDraw出错:" + text);
     };
     try {
+        // Compatibility 118: only the value 1 fills the background.
         if (erase == 1) {
             CRect clip;
             pDC->GetClipBox(&clip);
@@ -135,7 +136,7 @@ void CVectorGraphic::OnDraw(CDC* pDC, int erase) {
             return;
         }
         CDrawable* current = m_pDocument->GetCurrentObject();
-        // A preview that its command draws again after the paint would be erased by that.
+        // The paint would erase a preview that its command draws again afterwards.
         const bool returns = current != nullptr && current->GetDrawState() == CDrawable::Dragging && erase == 1 &&
                              GetEditingOptions().previewsReturn;
         if (current != nullptr && !returns) {

@@ -64,7 +64,7 @@ protected:
     // 1 for digits with at most one point and perhaps a minus sign before them, without needless leading zeros.
     int IsNumeric(const CString& s);
     // Compatibility 60: a value that comes out as zero is shown as nothing.
-    // The value rounded half up to `decimals`; a value that comes out as zero is the empty string.
+    // The value rounded half up to `decimals`, as text.
     CString CStr(double value, int decimals);
     // Powers of ten, for CStr; false for a negative n.
     bool Pow(double base, int n, double& result);

@@ -42,7 +42,7 @@ int CVectorGraphic::IsNumeric(const CString& s) {
     if (length == 1 && IsDigit(text[0])) {
         return 1;
     }
-    // A minus sign alone passes, because no character after it fails; CStr makes the empty string of it.
+    // A single minus sign passes, because no later character fails; CStr turns it into the empty string.
     const int start = text[0] == L'-' ? 1 : 0;
     int dots = 0;
     for (int i = start; i < length; ++i) {
@@ -106,7 +106,6 @@ bool CVectorGraphic::Pow(double base, int n, double& result) {
         result = base == 0.0 ? 0.0 : 1.0;
         return true;
     }
-    // Each further step multiplies by 10 and not by the base; the only caller passes 10.
     result = base;
     for (int i = 1; i < n; ++i) {
         result *= 10.0;

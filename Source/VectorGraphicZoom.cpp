@@ -5,8 +5,7 @@
 
 #include <cmath>
 
-// The two forms differ in the margin and in the places where they round to single precision; both differences are
-// required.
+// Compatibility 123: the two ways of fitting round at different places.
 
 namespace {
 
@@ -47,7 +46,7 @@ void CVectorGraphic::ZoomAll_ByPixs(CRect rc) {
         fitted.SetScale(s);
         min.y = min.y - (fitted.LToD(static_cast<float>(H)) - (max.y - min.y)) / 2.0;
         // Compatibility 66: an odd margin leaves the picture a pixel off centre.
-        // Half the margin in whole pixels, so that an odd margin leaves the picture a pixel off centre.
+        // Half the margin is truncated to whole pixels.
         min.x = min.x - static_cast<double>(static_cast<float>(m / 2) * s);
     } else {
         const float s = static_cast<float>(max.y - min.y) / static_cast<float>(freeHeight);
@@ -59,7 +58,7 @@ void CVectorGraphic::ZoomAll_ByPixs(CRect rc) {
         return;
     }
     // Compatibility 95: a margin as wide as the window gives an infinite scale.
-    // A window exactly as wide or high as the margin gives an infinite scale, and that is stored.
+    // The infinite scale is stored.
     if ((byWidth ? freeWidth : freeHeight) == 0 && HasNoNaN(fitted)) {
         *m_pCoordTran = fitted;
     }

@@ -9,7 +9,7 @@ IMPLEMENT_SERIAL(CKXVectorLabel, CDrawable, VERSIONABLE_SCHEMA | 5)
 
 namespace {
 
-// 5 ends before the figure, anything below has no fields at all.
+// Version 5 ends before the figure; any lower one has no fields at all.
 constexpr int kVersionCurrent = 6;
 constexpr int kVersionWithoutFigure = 5;
 
@@ -20,8 +20,8 @@ struct Span {
     double high;
 };
 
-// The least and the greatest of the values that are numbers; not-a-number when none is. A label made on points that
-// coincide has no direction, and the ends of its dimension line are then not-a-number.
+// The least and the greatest of the values that are numbers; not-a-number when none is. A label whose points coincide
+// has no direction, and the ends of its dimension line are then not-a-number.
 Span SpanOf(std::initializer_list<double> values) {
     Span span = {NAN, NAN};
     for (const double value : values) {
@@ -51,6 +51,7 @@ CString CKXVectorLabel::GetName() {
     return L"标注";
 }
 
+// Compatibility 122: a hidden label has an extent.
 int CKXVectorLabel::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& max) {
     const Span x = SpanOf({m_LeftLabelStartPt.x, m_LeftLabelEndPt.x, m_RightLabelStartPt.x, m_RightLabelEndPt.x});
     const Span y = SpanOf({m_LeftLabelStartPt.y, m_LeftLabelEndPt.y, m_RightLabelStartPt.y, m_RightLabelEndPt.y});
@@ -59,11 +60,12 @@ int CKXVectorLabel::GetRect(CVectorViewCoordTran*, CGePoint2d& min, CGePoint2d& 
     return 1;
 }
 
+// Compatibility 121: the figure of a label is hit also when it is not shown.
 float CKXVectorLabel::HitTest(CGePoint2d p) {
     if (m_IsShow == 0) {
         return kHiddenDistance;
     }
-    // The distance to a line without length is not-a-number, which fmin passes over.
+    // The distance to a line without length is not-a-number, which fmin ignores.
     float nearest = NAN;
     for (const float distance :
          {DistanceLine(m_LeftLabelStartPt, m_LeftLabelEndPt, p), DistanceLine(m_LeftLabelEndPt, m_RightLabelEndPt, p),
@@ -91,7 +93,6 @@ void CKXVectorLabel::SetRightLabel(const CGePoint2d& start, const CGePoint2d& en
 }
 
 // Compatibility 92: the grips of a label do not move.
-// The grips of a label are shown and do not move.
 void CKXVectorLabel::moveGripPointsAt(const CIndexArray&, const CGeVector2d&) {}
 
 void CKXVectorLabel::transformBy(const CGeMatrix2d& m) {
@@ -128,7 +129,7 @@ void CKXVectorLabel::ExchangeState(CStateExchange& exchange) {
     float wide = m_LabelText.GetTextWide(); // Stored, and set by no paint; reading a restore point may change it.
     exchange.Value(wide);
     m_LabelText.SetTextWide(wide);
-    exchange.Level<CKXVectorLabel>(); // After the figure, which has named its own.
+    exchange.Level<CKXVectorLabel>(); // After the figure, which has named its own fields.
 }
 
 // ---- Streaming -----------------------------------------------------------------------------------------------------

@@ -40,7 +40,7 @@ public:
     int GetTextShow() const { return m_TextShow; }
     // 1: the line width is in pixels at every zoom. Any other value: it is in drawing units.
     int GetLockMode() const { return m_LockMode; }
-    // The figure, as the last paint that showed it placed it.
+    // The figure, with the place of the last paint that showed it.
     CText* GetLabelText() { return &m_LabelText; }
 
     // ---- Editing ----

@@ -15,8 +15,8 @@
 
 namespace {
 
-// The turns of a tick, in radians: 90 and 270 degrees to ten digits, as kHalfTurn, and not the nearest doubles. The
-// pixels of a tick depend on them.
+// The turns of a tick, in radians: 90 and 270 degrees with ten digits, as kHalfTurn has, and not the nearest doubles.
+// The pixels of a tick depend on them.
 constexpr double kTickQuarterTurn = 1.57079632675;
 constexpr double kTickThreeQuarterTurn = 4.71238898025;
 constexpr double kDegreesPerRadian = 57.29577951308232;
@@ -24,12 +24,11 @@ constexpr double kDegreesPerRadian = 57.29577951308232;
 constexpr double kOvershoot = 2.5; // Of an extension line beyond the dimension line, in tick sizes.
 
 // Compatibility 94: the figure has a fixed size and place.
-// The figure's height and place are fixed sizes in drawing units, whatever the label's own sizes.
 constexpr float kFigureHeight = 100.0f;
 constexpr double kFigureLift = 100.0;
-constexpr int kFigureHalfStep = 40; // For two characters.
+constexpr int kFigureHalfStep = 40; // Half the assumed width of two characters.
 
-// False for what `normal` makes of a vector without length. Strokes that need such a direction are left out.
+// False for the result of `normal` for a vector without length. Strokes that need such a direction are left out.
 bool IsDirection(const CGeVector2d& u) {
     return !std::isnan(u.x) && !std::isnan(u.y);
 }
@@ -55,9 +54,9 @@ CGePoint2d Middle(const CGePoint2d& p, const CGePoint2d& q) {
     return CGePoint2d((p.x + q.x) / 2, (p.y + q.y) / 2);
 }
 
-// GDI keeps a region as a list of scan lines, visible or not: the bar of a tick far larger than any window would take
-// seconds and gigabytes. A bar of at least `kTallBar` rows is cut to the rows of the clip box, and to those between
-// -kLastRow and kLastRow, before it becomes a region.
+// GDI stores a region as a list of scan lines, visible or not: the bar of a tick far larger than any window would take
+// seconds and gigabytes. Before it becomes a region, a bar of at least `kTallBar` rows is cut to the rows of the clip
+// box, and to those between -kLastRow and kLastRow.
 constexpr double kTallBar = 32768.0;
 constexpr LONG kLastRow = 65536;
 
@@ -104,10 +103,8 @@ void MakeBar(CDC* pDC, CRgn& bar, const CGePoint2d (&corners)[4]) {
 } // namespace
 
 // Compatibility 53: a hidden label draws and can't be hit.
-// A hidden label is drawn, although it can't be hit.
 // Compatibility 56: a dragged label is masked, not inverted.
-// A dragged label is drawn with R2_MASKPENNOT, so that a second drawing does not erase it.
-// A failure is reported under the name of the line's Draw.
+// A second drawing with R2_MASKPENNOT does not erase the first one.
 void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
     // Compatibility 52: a failed label reports the name of the line's `Draw`.
     DrawInFrame(pDC, pGeom, L"CLine::Draw", L"2", [&](LPCTSTR& stage) {
@@ -143,7 +140,6 @@ void CKXVectorLabel::Draw(CDC* pDC, CDrawGeometry* pGeom) {
 void CKXVectorLabel::DoDrawLable(CDC* pDC, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d d, double len,
                                  double half, double hole) {
     // Compatibility 93: both sides take the direction of the left extension line.
-    // Both extension lines and both ticks take the direction of the left extension line.
     const CGeVector2d u = (b - a).normal();
     const bool directed = IsDirection(u);
     const CGeVector2d ext = u * len * kOvershoot;
@@ -178,7 +174,7 @@ void CKXVectorLabel::DoDrawLable_WidthBian(CDC* pDC, CGeVector2d u, CGePoint2d p
     LineTo(pDC, q3);
     LineTo(pDC, q1);
     // Compatibility 55: the inside of a tick is white.
-    // The inside is white; only the outline has the colour of the pen.
+    // Only the outline has the colour of the pen.
     CRgn region;
     MakeBar(pDC, region, {q1, q2, q4, q3});
     CBrush brush(RGB(255, 255, 255));
@@ -227,7 +223,7 @@ void CKXVectorLabel::MergeFigure(float figureHeight, CGePoint2d& min, CGePoint2d
     CGePoint2d corners[4];
     m_LabelText.GetShownCorners(corners);
     for (const CGePoint2d& corner : corners) {
-        // A label without a direction has a figure without a place.
+        // A figure without a direction has no place.
         if (std::isfinite(corner.x) && std::isfinite(corner.y)) {
             min.SetPoint(std::min(min.x, corner.x), std::min(min.y, corner.y));
             max.SetPoint(std::max(max.x, corner.x), std::max(max.y, corner.y));
@@ -242,11 +238,11 @@ void CKXVectorLabel::LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, floa
     CGePoint2d m = Middle(p, q);
     const CGeVector2d v = q - p;
     const CGeVector2d e = m_LeftLabelEndPt - m_LeftLabelStartPt;
-    // Beyond the dimension line when the extension lines point upwards, on the line otherwise.
+    // The figure is above the dimension line when the extension lines point upwards, otherwise on it.
     if (kxcommon::CompareDbl(e.angle(), kHalfTurn) < 0) {
         m = m + e.normal() * (kFigureLift * size);
     }
-    // Centred by an assumed width of 40 units for each two characters, whatever the font measures.
+    // Moved back by half the assumed width, 40 units for each two characters, whatever the font measures.
     m = m - v.normal() * (static_cast<double>(figure.GetLength() / 2 * kFigureHalfStep) * size);
     m_LabelText.SetAngle(static_cast<float>(v.angle() * kDegreesPerRadian));
     m_LabelText.SetBKMode(TRANSPARENT);
@@ -254,6 +250,5 @@ void CKXVectorLabel::LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, floa
     m_LabelText.SetPos(m);
     m_LabelText.SetTextHeight(height);
     // Compatibility 54: the figure has the stored colour.
-    // The stored colour, so that the figure of a label by layer is not in the layer's colour.
     m_LabelText.SetPenColor(m_PenColor);
 }

@@ -28,8 +28,8 @@ inline constexpr int kVpkText = 6;    // A plain text in pText.
 // The host's answer to kVpnQueryEdit: no edit box.
 inline constexpr int kVpkRefused = -1;
 
-// One record for each view, and it keeps its values between messages: only the field that belongs to nKind is written,
-// so read by nKind. All pointers belong to the document of the view. lParam points to it, wParam is idFrom.
+// Each view has one record, which keeps its values between messages: only the field that belongs to nKind is written,
+// so read it by nKind. All pointers belong to the view's document. lParam points to the record, wParam is idFrom.
 struct NMVECTORPARM {
     HWND hwndFrom;    // The view; this and the next two lie as in NMHDR.
     UINT_PTR idFrom;  // The view's control ID.

@@ -5,8 +5,8 @@
 #include "Geometry2d.h"
 #include "Truncate.h"
 
-// Results are rounded to single precision at the places that each operation tells, so that a drawing has the same
-// pixels wherever it is shown.
+// Results are rounded to single precision where each function says so, so that a drawing has the same pixels wherever
+// it is shown.
 class NRVECTORVIEW_API CVectorViewCoordTran {
 public:
     CVectorViewCoordTran() = default;
@@ -27,7 +27,7 @@ public:
     CSize GetScreenSize() const { return CSize(wScreen, hScreen); }
     void SetScreenSize(CSize size);
 
-    // Any value is stored, also 0, by which lengths in pixels become infinite. Always 1.
+    // Any value is stored, also 0, with which lengths in pixels become infinite. Always 1.
     int SetScale(float unitsPerPixel);
     // Zoom about a pixel: the drawing point under it stays there, up to single-precision rounding. Without a limit.
     void SetScale(CPoint pixel, float unitsPerPixel);
@@ -42,7 +42,7 @@ public:
         *lx = static_cast<float>((x - originX) / static_cast<double>(scale));
         *ly = static_cast<float>(hScreen) - static_cast<float>((y - originY) / static_cast<double>(scale));
     }
-    // The float results, widened: with no more digits than the float form.
+    // The float results as doubles, with no more digits.
     void DPToLP_Double(double x, double y, double* lx, double* ly) const;
     // Truncated towards zero.
     void DPToLP(double x, double y, int* lx, int* ly) const;

@@ -17,19 +17,19 @@
 
 namespace {
 
-// Parameter types that the library gives.
+// Types of the parameters that this file makes.
 constexpr short kParmTypePlain = 0;
 constexpr short kParmTypeSized = 2;
 
 // The expression that a host's validation reads from the parameter: digits with at most one point, no sign.
 constexpr wchar_t kNumberExpression[] = L"^((\\d\\.?\\d*)|([1-9]\\d*\\.?\\d*))$";
-// A keyword and no pattern: by it a host recognizes the parameters made by AddParmTextForSS.
+// A keyword, not a pattern, by which a host recognizes the parameters made by AddParmTextForSS.
 constexpr wchar_t kShiShu[] = L"$shishu$";
 
 // Black in GDI+ form (0xAARRGGBB), though the field is a COLORREF (0x00BBGGRR).
 constexpr DWORD kTextBackground = 0xFF000000;
 
-// Added to the size of the measured text: drawing units, although that size is in pixels.
+// Compatibility 125: the size of an added parameter mixes pixels and drawing units.
 constexpr int kWideMargin = 50;
 constexpr int kHeightMargin = 5;
 
@@ -123,7 +123,7 @@ CDrawable* Marked(CVectorView* view, CDrawable* obj) {
     return obj;
 }
 
-// On top of the drawing; repaints when asked to, and never a window that is not there: that would be the desktop.
+// Adds the object on top of the drawing. Repaints when asked to, but not without a window: that would be the desktop.
 CDrawable* Enter(CVectorView* view, CTracedOwner<CDrawable> obj, int redraw) {
     view->GetDocument()->AddDrawAobject(obj.get());
     CDrawable* entered = obj.release();
@@ -280,7 +280,7 @@ CDrawable* CVectorView::AddParmTextForSS(CGePoint2d p, CString& text, CString& n
 
 CDrawable* CVectorView::AddParmTextNoEdit(CGePoint2d p, CString& text, CString&, double, Gdiplus::Color c,
                                           double height, int redraw) {
-    // A plain text with the default width, and not a parameter: the name is ignored.
+    // Compatibility 124: `AddParmTextNoEdit` makes a plain text.
     auto obj = MakeText<CText>(p, text, c);
     obj->SetTextHeight(static_cast<float>(height));
     return Enter(this, std::move(obj), redraw);

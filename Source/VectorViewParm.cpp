@@ -32,13 +32,13 @@ END_MESSAGE_MAP()
 // ---- Construction --------------------------------------------------------------------------------------------------
 
 CVectorViewParm::CVectorViewParm() {
-    // The base has made an ordinary engine: called inside its constructor, the hook was the base's own.
+    // The constructor of the base has made an ordinary engine, because it calls the base's own hook.
     CVectorViewParm::OnCreateCommandOperationManager();
     m_Graphic.SetNeedShowDecimal(0);
 }
 
 CVectorViewParm::~CVectorViewParm() {
-    // No hook runs for a view that is being destroyed: those of a derived class no longer exist.
+    // No hook is called for a view that is being destroyed: its derived class no longer exists.
     DropEdit();
     if (m_Edit.GetSafeHwnd() != nullptr) {
         m_Edit.DestroyWindow();
@@ -171,7 +171,7 @@ void CVectorViewParm::OnSize(UINT nType, int cx, int cy) {
 
 void CVectorViewParm::OnLButtonDown(UINT nFlags, CPoint point) {
     const CKxAliveToken alive(m_Alive);
-    // The box of an open edit loses the focus, by which the edit ends before anything else happens.
+    // The box of an open edit loses the focus, which ends the edit before anything else happens.
     if (!TakeFocus()) {
         return;
     }
@@ -235,7 +235,7 @@ void CVectorViewParm::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
     CVectorView::OnKeyDown(nChar, nRepCnt, nFlags);
 }
 
-// These two messages get the window's default alone, whatever the base does with them.
+// For these two messages only the window's default is called, whatever the base does with them.
 
 void CVectorViewParm::OnChar(UINT, UINT, UINT) {
     Default();

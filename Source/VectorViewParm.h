@@ -12,9 +12,9 @@
 class CTextParm;
 
 // A press on a parameter text opens an edit box over it, Tab and Return go on to the next parameter, and a press on any
-// other object is reported to the parent. The end of an edit sends no message: override the hooks. Every call may be
-// made from within a hook or a notification. An edit whose parameter is freed or leaves the drawing in one, or whose
-// view or window ends in one, is over at once: nothing more is called or stored. A window that ends closes an open edit
+// other object is reported to the parent. The end of an edit sends no message: override the hooks. Every function may
+// be called from a hook or a notification. When the parameter is freed there or leaves the drawing, or the view or its
+// window ends, the edit is over at once: nothing more is called or stored. A window that ends closes an open edit
 // without a hook.
 class NRVECTORVIEW_API CVectorViewParm : public CVectorView, public CInPlaceEditParent {
     DECLARE_DYNAMIC(CVectorViewParm)
@@ -27,8 +27,8 @@ public:
     // Always 1, whatever the load did. It frees the old drawing: an edit that is open then stores nothing, and its box
     // closes when it next loses the focus or DoEndEdit is called.
     int LoadFile(unsigned char* data, unsigned int size) override;
-    // Breaks an edit off (OnEndEdit is called, nothing is stored) and empties the drawing. Always 1. When the view or
-    // its window ends in OnEndEdit, the drawing stays as it is.
+    // Cancels an edit (OnEndEdit is called, nothing is stored) and empties the drawing. Always 1. When the view or its
+    // window ends in OnEndEdit, the drawing stays as it is.
     int ResetVectorView();
     // Null for every name: find parameters through the document's list.
     CTextParm* GetTextParmDrawObj(CString name);
@@ -56,9 +56,9 @@ public:
     // 0, as at first: a text that OnAcceptEditData refuses stays in the open box until Tab, Return or a press on
     // another parameter opens the next edit, which drops it without a hook; each step of such an action asks the hook
     // again. Nonzero: the text stays, and the box keeps the focus, whatever the user does, until the hook accepts a
-    // text. Each action asks once, and does nothing else when the text is refused: Tab and Return go nowhere, a press
-    // in the view, or a choice in its menu, has no effect and sends no notification, and no other edit opens. Escape
-    // puts the text back that the edit began with and asks about that. The focus is not taken back from another
+    // text. Each action asks once, and does nothing else when the text is refused: Tab and Return do not move on, a
+    // press in the view, or a choice in its menu, has no effect and sends no notification, and no other edit opens.
+    // Escape restores the text that the edit began with and asks about that. The focus is not taken back from another
     // top-level window. ResetVectorView, a new drawing and the end of the window close the edit in any case.
     void SetStrictRefusal(int strict) { m_bStrictRefusal = strict; }
     int GetStrictRefusal() const { return m_bStrictRefusal; } // As SetStrictRefusal set it.
@@ -68,10 +68,10 @@ public:
 
     // Made on first use, inactive.
     void InitToolTip();
-    // Null leaves everything as it is.
+    // For a null text nothing changes.
     void SetTooltipText(const wchar_t* text, int activate);
     void ActivateTooltip(int activate); // 0 hides it until it is activated again.
-    // The description under a client pixel, on every move of the mouse.
+    // Called on every move of the mouse: shows the description of the parameter under a client pixel.
     void SetToolTip(unsigned int nFlags, CPoint point);
 
     // Passes mouse messages on to the tooltip.
@@ -80,22 +80,22 @@ public:
 protected:
     // ---- Hooks, in this order ----
 
-    // Opens the box on `rect`, in client pixels, one of them left of the text. The three others reach OnPreEditParm and
-    // go no further.
+    // Opens the box on `rect`, in client pixels, which begins one pixel left of the text. OnPreEditParm gets the three
+    // other arguments; nothing else uses them.
     virtual void DoEditParm(CTextParm* parm, CRect rect, unsigned int n, int m, CString text);
-    // Before the box opens and before the parent is asked.
+    // Called before the parent is asked and the box opens.
     virtual void OnPreEditParm(CTextParm* parm, unsigned int& n, int& m, CString& text);
-    // After the text was stored.
+    // Called after the text was stored.
     virtual void OnEditChanged(CTextParm* parm, CString oldText, CString newText);
-    // Before the text is stored. What newText holds on return is what gets stored.
+    // Called before the text is stored. The value of newText on return is stored.
     virtual void OnEditChanging(CTextParm* parm, CString& oldText, CString& newText);
     // Validation: 0 refuses the text. It is not stored, and the edit stays open; SetStrictRefusal decides for how long.
     // The library applies no expression of its own.
     virtual int OnAcceptEditData(CTextParm* parm, CString text);
-    // Last, also for an unchanged text and for an edit that ResetVectorView breaks off.
+    // Called last, also for an unchanged text and for an edit that ResetVectorView cancels.
     virtual void OnEndEdit(CTextParm* parm);
-    // Opens the next parameter of the document's list that needs an edit box, from the last one on to the first.
-    // `current` is compared only. One that refuses is not skipped: the walk ends at it, with no box open.
+    // Opens the next parameter of the document's list that needs an edit box; the last one is followed by the first.
+    // `current` is only compared. A refused parameter is not skipped: the walk ends there, and no box is open.
     void OnEditTabDown(CTextParm* current) override;
     // 0 for a parameter of type 4, and when the parent refuses.
     virtual int CanParmEdit(CTextParm* parm);
@@ -103,7 +103,7 @@ protected:
     virtual void Notify(UINT code);
 
     void OnCreateCommandOperationManager() override;
-    // Ends an open edit as DoEndEdit does; a text that is refused is dropped, or, where refusals are strict, prevents
+    // Ends an open edit as DoEndEdit does; a text that is refused is dropped or, where refusals are strict, prevents
     // the undo. 0 while a hook of an end runs.
     int OnBeforeUndo() override;
     void PreSubclassWindow() override; // As that of CWnd.
@@ -112,8 +112,7 @@ protected:
 
     // ---- Window messages ----
 
-    // Each answers the message of its name, with the points in client pixels, except for the wheel's, which is a point
-    // of the screen.
+    // Each handles the message of its name, with points in client pixels; OnMouseWheel has a point of the screen.
     afx_msg void OnNcDestroy();
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
@@ -140,8 +139,8 @@ private:
     static constexpr UINT_PTR kTipTool = 1; // The tooltip's one tool.
 
     bool KeepsFocus() const override;
-    // The view takes the focus, by which an open edit ends. False when the view has been freed, or a strict refusal
-    // keeps the focus in the box.
+    // Gives the view the focus, which ends an open edit. False when the view has been freed, or a strict refusal keeps
+    // the focus in the box.
     bool TakeFocus();
     // Marks the edit of that number as refused.
     void Refuse(unsigned int edit);

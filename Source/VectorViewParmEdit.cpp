@@ -1,6 +1,6 @@
 // CVectorViewParm: the edit of a parameter, from the press to the store. Layer 11: views and dialogs.
-// Each hook and each notification may change the document or end the view, and is followed by the question whether they
-// still are what they were.
+// Each hook and each notification may change the document or end the view. After each one the code tests whether they
+// are still the same.
 
 #include "VectorViewParm.h"
 
@@ -21,7 +21,7 @@ constexpr short kParmTypeLocked = 4; // Never edited.
 // ---- Clicks --------------------------------------------------------------------------------------------------------
 
 // Compatibility 77: a line without length is hit everywhere.
-// A distance that is not-a-number, which an object without a length gives, counts as a hit.
+// The distance of an object without a length is not-a-number, which is not above the limit.
 bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
     const float pixels = m_CoordTran.DToL(static_cast<double>(obj->HitTest(p)));
     return !(kPickAperture * m_Graphic.GetEditingOptions().pixelScale < pixels);
@@ -30,7 +30,7 @@ bool CVectorViewParm::IsWithinPick(CDrawable* obj, const CGePoint2d& p) {
 int CVectorViewParm::DoEditForClicked(unsigned int, CGePoint2d p) {
     CDrawableArray* objs = GetDocument()->GetDrawableObjs();
     // Compatibility 76: among overlapping objects the lowest one is taken.
-    // From the bottom of the picture up: among overlapping objects the one drawn first is taken.
+    // The search begins with the object that is drawn first.
     for (INT_PTR i = 0; i < objs->GetSize(); ++i) {
         CDrawable* obj = objs->GetAt(i);
         if (!IsWithinPick(obj, p)) {
@@ -93,11 +93,10 @@ void CVectorViewParm::DoEditParm(CTextParm* parm, CRect rect, unsigned int n, in
     }
     CreateInplaceEdit(parm, rect, n);
     // Compatibility 79: a refused text is dropped when another edit opens.
-    // An edit whose text was refused is replaced here: its text is dropped without a hook.
     m_pEditParm = parm;
     m_Session.Open(watched);
     // Compatibility 78: what `OnPreEditParm` changes has no effect.
-    // The values that the hook gave to n, m and text are not used.
+    // The box gets none of the values that the hook has set.
     m_Edit.ShowEdit(rect, parm->GetText(), 0, 0, L"");
 }
 
@@ -123,7 +122,7 @@ void CVectorViewParm::CreateInplaceEdit(CTextParm* parm, CRect&, unsigned int) {
     CFont font;
     font.Attach(parm->GetFontHandle(&m_CoordTran));
     m_Edit.SetFont(&font, TRUE);
-    // The box uses the handle after the CFont has been destroyed. Nothing uses the handle before it any more.
+    // The box uses the handle after the CFont has been destroyed, and no longer uses the one before it.
     const auto before = m_hEditFont;
     m_hEditFont = static_cast<HFONT>(font.Detach());
     if (before != nullptr) {
@@ -135,8 +134,8 @@ void CVectorViewParm::CreateInplaceEdit(CTextParm* parm, CRect&, unsigned int) {
 
 void CVectorViewParm::DoEndEdit() {
     using Phase = CParmEditSession::Phase;
-    // In the phases of the hooks: a hook that shows a message box takes the focus from the edit box, which then asks
-    // for its end once more.
+    // The hooks are running: a hook that shows a message box takes the focus from the edit box, which then asks for its
+    // end once more.
     const Phase phase = m_Session.GetPhase();
     const unsigned int edit = m_Session.GetNumber();
     if (m_pEditParm == nullptr || (phase != Phase::Open && phase != Phase::Refused) || !ContinueEdit(edit)) {
@@ -182,7 +181,7 @@ void CVectorViewParm::StoreEdit() {
 
 bool CVectorViewParm::ContinueEdit(unsigned int edit) {
     if (!m_Session.IsOpen(edit)) {
-        // A hook has broken the edit off, or opened another one, which stays open.
+        // A hook has cancelled the edit, or opened another one, which stays open.
         return false;
     }
     if (m_Session.HasParmGone()) {
@@ -200,7 +199,8 @@ void CVectorViewParm::Refuse(unsigned int edit) {
     const HWND box = m_Edit.GetSafeHwnd();
     if (m_bStrictRefusal != 0 && ::IsWindowVisible(box) && ::GetFocus() != box &&
         ::GetActiveWindow() == ::GetAncestor(box, GA_ROOT)) {
-        // In the phase of the question: another window that answers by taking the focus back asks for no second end.
+        // Runs in the phase of the question: when another window takes the focus back in return, no second end is asked
+        // for.
         m_Session.RunHook(CParmEditSession::Phase::Accepting, m_Alive, [&] { ::SetFocus(box); });
     }
 }
@@ -212,7 +212,7 @@ bool CVectorViewParm::KeepsFocus() const {
 bool CVectorViewParm::TakeFocus() {
     const CKxAliveToken alive(m_Alive);
     if (m_bStrictRefusal != 0) {
-        // Asked before the focus moves, so that a refused text is asked about once and its box keeps the focus.
+        // Asked before the focus moves: the hook is asked once about a refused text, and its box keeps the focus.
         DoEndEdit();
         if (!alive.IsAlive() || KeepsFocus()) {
             return false;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr DWORD kTipDelay = 100;  // Milliseconds.
 constexpr int kTipMaxWidth = 120; // Pixels.
-// A description of that many pieces shows its first one only; the others are the host's.
+// Of a description of exactly that many pieces only the first one is shown; the others are for the host.
 constexpr int kTipPieces = 3;
 constexpr wchar_t kTipSeparator[] = L"||";
 
@@ -84,7 +84,7 @@ void CVectorViewParm::SetToolTip(unsigned int, CPoint point) {
         m_pTipObject = parm;
         return;
     }
-    // Leaving an object hides nothing: the control's own time-outs do.
+    // The tooltip is not hidden when the mouse leaves the object; its own time-outs hide it.
     m_pTipObject = nullptr;
 }
 

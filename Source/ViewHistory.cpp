@@ -55,7 +55,7 @@ int CVectorView::Redo() {
     return Travel(&CDrawingHistory::Redo);
 }
 
-// A history that is not this view's own ends nothing here and repaints nothing.
+// A history that another view owns ends no command of this view and does not repaint it: both are done here.
 int CVectorView::Travel(int (CDrawingHistory::*go)()) {
     const CDrawingHistory* before = GetHistory();
     const CKxAliveToken alive(m_Alive);
@@ -94,7 +94,7 @@ int CVectorView::OnBeforeUndo() {
         if (!alive.IsAlive()) {
             return 0;
         }
-        RepaintAll(); // What the command has inverted onto the window.
+        RepaintAll(); // Removes what the command has inverted onto the window.
     }
     return 1;
 }
@@ -108,7 +108,7 @@ void CVectorView::OnEngineAtRest(const wchar_t* chinese, const wchar_t* english)
 
 void CVectorView::OnHistoryTravelled() {
     if (CDialog_DrawAbleProperty* dialog = m_pDlgDrawAbleProperty) {
-        // Its rows are those of before. An object that has left the drawing is not to be edited.
+        // Its rows show former values. An object that has left the drawing must not be edited.
         CDrawable* object = dialog->GetObject();
         bool listed = false;
         const CDrawableArray& objects = *GetDocument()->GetDrawableObjs();

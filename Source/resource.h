@@ -34,7 +34,7 @@
 #define IDI_VIEWMOVE 315
 #define IDI_ZOOMALL 316
 
-// Property dialog: its grid is our own control of the window class "CGridCtrl".
+// Property dialog; its grid is a control of the class "CGridCtrl" in the library kx.
 #define IDD_DRAWABLE_PROPERTY 131
 #define IDC_PROPERTY_GRID 1000
 
@@ -46,7 +46,7 @@
 #define IDD_SET_ANGLE 134
 #define IDC_ANGLE 1002
 
-// Popup menus and their items. No operation uses the one of the confirmations.
+// Popup menus and their items. No code uses the confirmation menu.
 #define IDR_CONFIRM_MENU 130
 #define ID_CONFIRM_OK 32777
 #define ID_CONFIRM_CANCEL 32778

@@ -34,9 +34,9 @@ END_MESSAGE_MAP()
 
 namespace {
 
-constexpr double kWheelIn = 0.8; // Once a message, whatever its delta.
+constexpr double kWheelIn = 0.8; // For each message, whatever its delta.
 constexpr double kWheelOut = 1.2;
-constexpr double kLeastPixels = 50.0; // The whole drawing stays larger than this on the screen.
+constexpr double kLeastPixels = 50.0; // The least extent of the whole drawing on the screen.
 
 // The messages about a failed paint. An MFC exception first shows its own.
 void ReportPaintFailure(CException* e, LPCTSTR text) {
@@ -62,7 +62,7 @@ CVectorView::~CVectorView() {
     if (m_pDlgDrawAbleProperty != nullptr && m_pDlgDrawAbleProperty->GetSafeHwnd() != nullptr) {
         m_pDlgDrawAbleProperty->SendMessage(WM_CLOSE);
     }
-    // Deregistered also where there is none.
+    // Deregistered also when it is null.
     KX_REMOVE_MEMORY(m_pDlgDrawAbleProperty);
     delete m_pDlgDrawAbleProperty;
 }
@@ -101,7 +101,7 @@ int CVectorView::LoadFile(unsigned char* data, unsigned int size) {
 }
 
 void CVectorView::DoCommand(CString word) {
-    // Commands and files ask questions, and a host may close the window while one is open.
+    // Commands and files show message boxes, and a host may close the window while one is open.
     const CKxAliveToken alive(m_Alive);
     if (CCommandOperationManager* manager = Manager()) {
         manager->DoCommand(word);
@@ -131,7 +131,6 @@ void CVectorView::DoCommand(CString word) {
         }
     }
     // Compatibility 106: every word marks the document as modified.
-    // For every word, also an unknown one, and also after a save.
     if (classic) {
         GetDocument()->SetModifiedFlag(TRUE);
     }
@@ -154,7 +153,7 @@ void CVectorView::ReturnPreview() {
 }
 
 void CVectorView::RepaintAll() {
-    // Without a window this would be the desktop's.
+    // Without a window the whole desktop would be repainted.
     if (m_hWnd != nullptr) {
         InvalidateRect(nullptr, TRUE);
     }
@@ -249,8 +248,8 @@ void CVectorView::OnPaint() {
     LPCTSTR failure = L"CVectorView::OnPaint() 错误";
     bool begun = false;
     bool painted = false;
-    // Where the failure came before the paint had begun, the window is still invalid: it would be painted again while
-    // its message box is open, and fail again.
+    // When the failure happened before BeginPaint, the window is still invalid: it would be painted again while the
+    // message box is open, and fail again.
     const HWND window = m_hWnd;
     const auto validate = [&] {
         if (!begun) {
@@ -276,7 +275,7 @@ void CVectorView::OnPaint() {
         validate();
         ReportPaintFailure(nullptr, failure);
     }
-    // Only now is the picture on the window.
+    // Only now has the off-screen picture been copied to the window.
     if (painted && alive.IsAlive()) {
         ReturnPreview();
     }
@@ -309,7 +308,7 @@ void CVectorView::OnLButtonUp(UINT nFlags, CPoint point) {
 }
 
 void CVectorView::OnLButtonDblClk(UINT, CPoint) {
-    // The engine gets no call: a double click reaches it as its two presses and releases.
+    // The engine is not called: it gets a double click as two presses and releases.
     const CResourceScope resources(VectorViewModule());
     Default();
 }
@@ -358,7 +357,7 @@ BOOL CVectorView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
     }
     RepaintAll();
     // Compatibility 1: the wheel's point is in screen coordinates.
-    // The point of this message is in screen coordinates, and is passed on unconverted.
+    // It is passed on unconverted.
     if (GetDocument()->GetEditingOptions().previewsReturn) {
         ScreenToClient(&point);
     }

@@ -48,17 +48,17 @@ public:
     CVectorViewCoordTran* GetVectorViewCoordTran() { return &m_CoordTran; } // The mapping; owned by the view.
     // The engine, a CCommandOperationManager unless a host has made another; owned by the view. Null while it has none.
     CCommandOperation* GetCommandOperationManager() { return m_pManager; }
-    // Null unless a derived view has made one.
+    // Null unless a derived view has set it.
     CDialog_DrawAbleProperty* GetDlgDrawAbleProperty() { return m_pDlgDrawAbleProperty; }
 
     // ---- Undo and redo ----
 
-    // Off at first, and then costs nothing. On, a step is marked after each command, grip edit, property edit,
+    // Off at first, at no cost. While it is on, a step is marked after each command, grip edit, property edit,
     // parameter edit, and call of this class outside a command. 0 turns it off again and forgets all steps. Follows
     // CVectorGraphic::SetDocument. A command that runs at this moment is not undone as a whole. Gives 1 when it is on,
     // and 0 also when there is no memory for it.
     int EnableHistory(int enable);
-    // Null while it is off. Of a document that had a history before, such as that of another view on it, it is that
+    // Null while it is off. When the document had a history before, such as that of another view on it, this is that
     // one; otherwise the view owns it. Objects that a host changes by their own setters are part of the next step,
     // unless it calls Mark.
     CDrawingHistory* GetHistory();
@@ -88,8 +88,8 @@ public:
                       int lock, int redraw);
     // A mark with the width of its lines in pixels.
     CDrawable* AddCenterPoint(CGePoint2d p, CString parm, CString msg, Gdiplus::Color c, int redraw);
-    // Null when the numbers of points and bulges differ. Name and message arrays as long as `pts`, or the
-    // invalid-argument exception is raised. `wide`: its low 16 bits, signed, are the line width.
+    // Null when the numbers of points and bulges differ. Raises the invalid-argument exception when the arrays of names
+    // and messages are shorter than `pts`. `wide`: its low 16 bits, signed, are the line width.
     CDrawable* AddPLine(CGePointArray& pts, CBulgeArray& bulges, Gdiplus::Color c, CStringArray& names,
                         CStringArray& msgs, int wide, int closed, int lock, int redraw);
     // Always closed.
@@ -104,7 +104,8 @@ public:
                        int redraw);
     // Parameter texts. Their expression, which a host's OnAcceptEditData may apply, is that of a number without a sign;
     // of AddParmTextNoRegExp it is empty, and of AddParmTextForSS the word "$shishu$". The double after the strings is
-    // ignored. `height` in drawing units; without it 5 more than a line of the window's font has pixels.
+    // ignored. `height` is in drawing units; without it the number is the height of a line of the window's font in
+    // pixels, plus 5.
     CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, int redraw);
     CDrawable* AddParmText(CGePoint2d p, CString text, CString name, double, Gdiplus::Color c, double height,
                            int redraw);
@@ -124,22 +125,21 @@ public:
 protected:
     // ---- Hooks ----
 
-    // Makes the engine. Runs inside the constructor, so an override does not reach it: a derived view calls its own
-    // from its own constructor, and that one frees the engine already there.
+    // Makes the engine. Called inside the constructor, where an override is not reached: a derived view calls its own
+    // from its own constructor, and its override frees the engine already there.
     virtual void OnCreateCommandOperationManager();
-    // At the end of each window paint, with the off-screen context and 1.
+    // Called at the end of each window paint, with the off-screen context and 1.
     virtual int DrawSpecInfo(CDC* dc, int n);
-    // Before an undo or a redo: ends what is running. 0 refuses it. May free the view.
+    // Called before an undo or a redo: ends what is running. 0 refuses it. May free the view.
     virtual int OnBeforeUndo();
 
-    // Deregisters and deletes the engine. Until there is another one, messages are given to the window's default
-    // processing alone.
+    // Deregisters and deletes the engine. While there is none, messages get only the window's default processing.
     void FreeCommandOperationManager();
 
     // ---- Window messages ----
 
-    // Each answers the message of its name, with the points in client pixels, except for the wheel's, which is a point
-    // of the screen. Mouse and keys are given to the engine first, then to the window's default processing.
+    // Each handles the message of its name, with points in client pixels; OnMouseWheel has a point of the screen. Mouse
+    // and key messages are given to the engine first, then to the window's default processing.
     afx_msg int OnCreate(LPCREATESTRUCT create);
     afx_msg void OnNcDestroy();
     afx_msg void OnSize(UINT nType, int cx, int cy); // The mapping stays: a host calls ZoomAll.
@@ -185,7 +185,7 @@ private:
     void RepaintAll();
     void PreRedrawEngine();
     void ReturnPreview();
-    // The call on the engine, if there is one, then the window's default, if the window still exists.
+    // Calls the engine, if there is one, then the window's default processing, if the window still exists.
     template <class Call>
     LRESULT TellEngineThenDefault(Call call);
 

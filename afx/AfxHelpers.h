@@ -26,11 +26,11 @@ BOOL AfxUnhookWindowCreate();
 // For a catch (...) around a host's code that Windows has called: reports what was thrown, deletes it and gives the
 // message's result in its place. Throws nothing.
 LRESULT AfxReportCaught(const MSG& message);
-// What an application does about an exception in a message handler.
+// What an application does when a message handler throws.
 LRESULT AfxProcessWndProcException(CException* e, const MSG& message);
 
 // MessageBox of Windows, with one rule on every system: a box without a Cancel button is not left by Escape or its
-// close button, and the answer is always that of one of its buttons. A box that ended without an answer, since the
+// close button, and the answer is always that of one of its buttons. A box that ended without an answer, because the
 // program quits, its owner was destroyed or it could not be made, gives Cancel if it has it, else No, else Abort; one
 // with OK alone gives what Windows gave.
 int AfxShowMessageBox(HWND hOwner, LPCTSTR lpszText, LPCTSTR lpszCaption, UINT nType);

@@ -90,7 +90,8 @@ BOOL CWinThread::PreTranslateMessage(MSG* pMsg) {
     if (CWnd::WalkPreTranslateTree(AfxHandleOf(main), pMsg)) {
         return TRUE;
     }
-    // The walk from another top-level window, for example a modeless dialog, has not passed the main window.
+    // The message of another top-level window, for example a modeless dialog, has not been shown to the main window
+    // yet.
     if (main != nullptr && pMsg->hwnd != nullptr) {
         HWND top = pMsg->hwnd;
         for (HWND parent = top; parent != nullptr; parent = ::GetParent(parent)) {
@@ -139,7 +140,7 @@ LRESULT CWinThread::ProcessWndProcException(CException*, const MSG* pMsg) {
     if (pMsg->message == WM_CREATE) {
         return -1; // the window is not made
     }
-    // A window that can't be painted must not ask for it for ever.
+    // A window that can't be painted must not ask for it endlessly.
     if (pMsg->message == WM_PAINT) {
         ::ValidateRect(pMsg->hwnd, nullptr);
     }
@@ -208,7 +209,7 @@ LRESULT AfxProcessWndProcException(CException* e, const MSG& message) {
     if (message.message == WM_CREATE) {
         return -1; // the code that creates the window gets the failure
     }
-    // A window that can't be painted must not ask for it for ever.
+    // A window that can't be painted must not ask for it endlessly.
     if (message.message == WM_PAINT) {
         ::ValidateRect(message.hwnd, nullptr);
     }
@@ -224,7 +225,7 @@ int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT) {
     if ((nType & MB_ICONMASK) == 0) {
         nType |= MB_ICONEXCLAMATION;
     }
-    // Owned by the window in use, with its open popup in front.
+    // The owner is the last active popup of the active window, or else of the main window.
     HWND owner = ::GetActiveWindow();
     if (owner == nullptr && m_pMainWnd != nullptr) {
         owner = m_pMainWnd->m_hWnd;

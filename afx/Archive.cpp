@@ -41,7 +41,7 @@ CArchive::~CArchive() noexcept(false) {
             Close();
         } catch (CException* e) {
             Abort();
-            // While another exception is under way a second one would end the program.
+            // Code that throws a second exception while another one is being thrown ends the program.
             if (std::uncaught_exceptions() <= m_nUncaught) {
                 throw;
             }
@@ -86,7 +86,7 @@ void CArchive::Flush() {
         return;
     }
     const UINT nBytes = static_cast<UINT>(m_lpBufCur - m_lpBufStart);
-    // Emptied first: after a failure nothing is written a second time.
+    // The buffer is emptied first: after a failure nothing is written a second time.
     m_lpBufCur = m_lpBufStart;
     if (nBytes > 0) {
         m_pFile->Write(m_lpBufStart, nBytes);
@@ -306,7 +306,7 @@ void CArchive::WriteCount(DWORD_PTR dwCount) {
 
 void AFXAPI AfxWriteStringLength(CArchive& ar, UINT_PTR nLength, BOOL bUnicode) {
     if (bUnicode && nLength < 255) {
-        // The mark below and the length at once: of most texts these are all bytes or half of them.
+        // Writes the mark and the length, which follow below separately, in one call, for speed.
         ar << (0x00FFFEFFu | static_cast<DWORD>(nLength) << 24);
         return;
     }

@@ -228,7 +228,7 @@ CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* pClassRefRequested, UINT
             Fail(CArchiveException::badSchema);
         }
         maps.TakeNumber(*this);
-        // A second record of a class counts from here on, also for tags that point to its first one.
+        // From here on the new record of a class is valid, also for tags that point to its first one.
         DWORD nClass = 0;
         while (nClass < maps.loadedClasses.size() && maps.loadedClasses[nClass].pClass != pClassRef) {
             ++nClass;

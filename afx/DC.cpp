@@ -7,7 +7,7 @@ IMPLEMENT_DYNCREATE(CDC, CObject)
 
 namespace {
 
-// Sets something in the output context and, when it is another, in the attribute context, whose answer counts.
+// Sets something in the output context and, when it is another, in the attribute context, whose result is returned.
 template <class Result, class Set>
 Result OnBoth(HDC output, HDC attributes, Result none, Set set) {
     Result result = none;
@@ -124,7 +124,7 @@ BOOL CDC::DeleteDC() {
 }
 
 int CDC::SaveDC() {
-    // With two contexts the number that goes out is the attribute context's, as for every other query.
+    // With two contexts the result is the number of the attribute context, as for every other query.
     return OnBoth(m_hDC, m_hAttribDC, 0, [](HDC dc) { return ::SaveDC(dc); });
 }
 
@@ -133,7 +133,7 @@ BOOL CDC::RestoreDC(int nSavedDC) {
     if (m_hDC == m_hAttribDC || m_hAttribDC == nullptr) {
         return ::RestoreDC(m_hDC, nSavedDC);
     }
-    // The two count their saved states apart: only -1, the latest, means the same to both.
+    // Each context counts its own saved states: only -1, the latest, means the same to both.
     BOOL done = TRUE;
     if (m_hDC != nullptr) {
         done = ::RestoreDC(m_hDC, -1);

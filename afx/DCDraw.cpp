@@ -25,7 +25,7 @@ bool CDC::IsStrokeNear() {
     if (!AfxIsPlainMapping(m_hDC)) {
         return false;
     }
-    // Looked at once: other pens come through SelectObject.
+    // Asked once: another pen is selected through SelectObject, which sets the flag again.
     if (m_bMaybeWide) {
         m_bMaybeWide = AfxIsPenWide(m_hDC);
     }
@@ -244,7 +244,7 @@ bool CDC::IsTextFar() {
     if (!AfxIsPlainMapping(m_hDC)) {
         return AfxIsFontLarge(m_hDC);
     }
-    // Looked at once: other fonts come through SelectObject.
+    // Asked once: another font is selected through SelectObject, which sets the flag again.
     if (m_bMaybeLarge) {
         m_bMaybeLarge = AfxIsFontLarge(m_hDC);
     }

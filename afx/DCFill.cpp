@@ -123,7 +123,8 @@ void AfxFill::AddCurve(const AfxPoint& a, const AfxPoint& b, const AfxPoint& c, 
 }
 
 void AfxFill::AddCurve(const AfxPoint& a, const AfxPoint& b, const AfxPoint& c, const AfxPoint& d, int depth) {
-    // Beside the rectangle only the rows between the ends count, so the chord does as well as the curve.
+    // Outside the rectangle only the rows between the ends count, for which the chord gives the same result as the
+    // curve.
     const auto beyond = [&](double AfxPoint::*axis, double low, double high) {
         return std::max({a.*axis, b.*axis, c.*axis, d.*axis}) < low ||
                std::min({a.*axis, b.*axis, c.*axis, d.*axis}) > high;

@@ -15,7 +15,7 @@ class AfxFill {
 public:
     explicit AfxFill(const RECT& clip);
 
-    // What a round pen of that diameter covers on its straight way from a to b.
+    // Adds what a round pen of that diameter covers on its straight way from a to b.
     void AddStroke(const AfxPoint& a, const AfxPoint& b, double diameter);
     // The sides of an outline, in order. EndOutline fills what has a winding number other than 0; each contour in it
     // has to be closed.
@@ -23,7 +23,7 @@ public:
     void AddCurve(const AfxPoint& a, const AfxPoint& b, const AfxPoint& c, const AfxPoint& d); // a cubic one
     void EndOutline();
 
-    // In one colour, on a context in device units, each pixel once. Leaves the set empty.
+    // Paints the set in one colour on a context in device units, each pixel once. Leaves the set empty.
     BOOL Paint(HDC dc, COLORREF color, DWORD operation);
 
 private:
@@ -52,5 +52,5 @@ private:
     std::vector<Crossing> m_crossings;
 };
 
-// The blit that does with the brush what the context's mode does with a pen.
+// The raster operation that does with a brush what the context's mode does with a pen.
 DWORD AfxBrushOperation(int rop2);

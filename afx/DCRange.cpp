@@ -15,7 +15,7 @@ namespace {
 constexpr AfxBox kSixteenBits = {-0x8000, -0x8000, 0x7FFF, 0x7FFF};
 constexpr double kTwoPi = 6.283185307179586;
 
-// Where a stroke goes: a context, its mapping, how far it reaches, and the width of its pen where that is a wide one.
+// Where a stroke is drawn: a context, its mapping, its reach, and the width of its pen where that is a wide one.
 struct Target {
     explicit Target(HDC context) : dc(context), type(::GetObjectType(context)), map(context) {
         reach = AfxDeviceBox(dc, type);
@@ -284,8 +284,8 @@ void Sweep(HDC dc, bool advanced, double& from, double& to) {
 
 // --- old-style metafiles
 
-// Its records keep 16 bits of each coordinate, and so does the origin that they are counted from: coordinates that
-// differ from the signed 16 bits by the same multiple of 65536 come out where they belong.
+// Its records keep 16 bits of each coordinate and of the origin that they are counted from: coordinates that all differ
+// by the same multiple of 65536 from signed 16-bit numbers are still drawn at the right place.
 bool FitsRecord(std::initializer_list<int> coordinates) {
     const auto turn = [](int value) { return (static_cast<long long>(value) + 0x8000) >> 16; };
     const auto all = std::minmax_element(coordinates.begin(), coordinates.end());

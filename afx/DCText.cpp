@@ -11,7 +11,7 @@
 namespace {
 
 constexpr double kDegreesToRadians = 3.14159265358979323846 / 180;
-constexpr double kLargestFont = 65535;  // in device units for an em; GDI takes a larger one for the smallest
+constexpr double kLargestFont = 65535;  // in device units for an em; GDI draws a larger one in the smallest size
 constexpr double kWidestFont = 65535;   // an average width beyond which GDI's own sums overflow
 constexpr double kLargestFitted = 8000; // for an em; outlines have 16 bits, and no pixel of more is seen to be fitted
 constexpr double kFurthest = 1e15;      // device units; beyond, no row of a device is exact
@@ -106,7 +106,7 @@ private:
     bool m_isFitted = false;
 };
 
-// Where each character of a text goes, in device units.
+// Where each character of a text is drawn, in device units.
 class Layout {
 public:
     Layout(HDC dc, const AfxDeviceMap& map, const LOGFONTW& font, DesignFont& design)
@@ -233,7 +233,7 @@ private:
             isReal && (font.lfWidth == 0 || isTaken) && asked <= kWidestFont && m_unitX == 1 && !m_map.advanced;
     }
     double Whole(double value) const { return m_map.advanced ? value : Round(value); }
-    // Positions off the reference point lose their fractions.
+    // Positions relative to the reference point lose their fractions.
     AfxPoint Cut(const AfxPoint& p) const { return m_map.advanced ? p : AfxPoint{std::trunc(p.x), std::trunc(p.y)}; }
 
     HDC m_dc;
@@ -245,7 +245,7 @@ private:
     double m_unitY = 1;
     double m_wide = 0; // such units in a unit of the design
     double m_tall = 0;
-    bool m_isMeasured = false; // GDI's own positions hold
+    bool m_isMeasured = false; // GDI's own positions are used
     AfxPoint m_base = {};
     std::vector<double> m_starts;
     std::vector<double> m_sinks;

@@ -10,8 +10,8 @@ constexpr int kAfxTallestText = 1000;
 // Whether the selected font may have characters of that size. Cheap: it asks for nothing but its description.
 bool AfxIsFontLarge(HDC dc);
 
-// Whether a text in the selected font is one for AfxTextOutFar. Metafiles, paths and fonts without outlines keep GDI's
-// own text, and printers do up to 16 bits.
+// Whether AfxTextOutFar is to draw a text in the selected font. In metafiles, in paths and in fonts without outlines
+// GDI draws all texts, and on printers those up to 16 bits.
 bool AfxIsTextFar(HDC dc, UINT options, LPCWSTR text, UINT count);
 
 // As ::ExtTextOut. Each character is where GDI puts it, in the order of the text; only what is within the clip box is

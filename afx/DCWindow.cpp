@@ -1,4 +1,4 @@
-// Device contexts of windows, for the life of an object, and of metafiles.
+// Device contexts of windows, and of metafiles.
 // Layer 1: afx.
 #include "ThreadState.h"
 

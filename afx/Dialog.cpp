@@ -19,7 +19,7 @@ INT_PTR CALLBACK DialogProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lPara
     if (message == WM_INITDIALOG) {
         CWnd* object = CWnd::FromHandlePermanent(hWnd);
         CDialog* dialog = DYNAMIC_DOWNCAST(CDialog, object);
-        // Windows' own dialog procedure is called between this function and the window procedure's handlers.
+        // Windows calls this function from its own dialog procedure, through which no exception may pass.
         try {
             return dialog == nullptr || dialog->OnInitDialog();
         } catch (...) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-// File times count 100 ns since 1601; from there to 1970 it is so many seconds.
+// File times count 100 ns since 1601; the other number is the seconds from 1601 to 1970.
 const ULONGLONG kTicksPerSecond = 10000000;
 const ULONGLONG kEpochSeconds = 11644473600ULL;
 

@@ -201,7 +201,7 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
     }
     const AFX_MSGMAP_ENTRY* entry = FindMessage(GetMessageMap(), message);
     if (entry == nullptr) {
-        // The base handlers reflect; without a row they are not reached, so it is done for them.
+        // The base handlers of these messages reflect them; without a row they are not called, so it is done here.
         if (message == WM_CTLCOLOR || message == WM_HSCROLL || message == WM_VSCROLL) {
             child = reinterpret_cast<HWND>(lParam);
         }

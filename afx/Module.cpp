@@ -254,8 +254,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserve
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD reason, LPVOID reserved) {
     if (reason == DLL_PROCESS_ATTACH || reason == DLL_THREAD_ATTACH) {
-        // The compiler's runtime takes the memory for a thread's exceptions with the first one, and faults where that
-        // is refused. So it is taken now, and a lack of memory can be thrown.
+        // The compiler's runtime allocates the memory for a thread's exceptions at the first one, and faults where that
+        // fails. So it is allocated now, and a lack of memory can be thrown later.
         [[maybe_unused]] volatile const int none = std::uncaught_exceptions();
     }
     switch (reason) {

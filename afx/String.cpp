@@ -256,7 +256,7 @@ int CStringT<T>::Find(PCXSTR pszSub, int iStart) const {
         return -1;
     }
     if (pszSub[0] == 0) {
-        return iStart; // C runtimes disagree about an empty text in an empty one
+        return iStart; // C runtimes differ on whether an empty text contains an empty one
     }
     const T* pszFound = FindText(m_pszData + iStart, pszSub);
     return pszFound == NULL ? -1 : static_cast<int>(pszFound - m_pszData);

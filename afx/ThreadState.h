@@ -13,7 +13,7 @@ struct AfxThreadState {
     MSG message = {};                        // the message being handled
     int depth = 0;                           // nesting of window procedures
     CWnd* created = nullptr;                 // gets the next window that is made
-    HHOOK createHook = nullptr;              //
+    HHOOK createHook = nullptr;              // for `created`; null while none is set
     HWND lockedOut = nullptr;                // its controls' notifications are ignored: an exchange is running
     struct AfxBoxWatch* box = nullptr;       // gets the next message box that is made
     int exitCode = 0;                        // of the last WM_QUIT

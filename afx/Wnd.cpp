@@ -136,7 +136,7 @@ CWnd::~CWnd() {
     if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd)) {
         CWnd::DestroyWindow();
     }
-    // The object is destroyed although its window could not be, for example because it belongs to another thread.
+    // The object is destroyed although its window could not be destroyed, for example because another thread owns it.
     if (m_hWnd != nullptr && !IsPlaceValue(m_hWnd)) {
         Detach();
     }

@@ -22,7 +22,7 @@ public:
     virtual BOOL OnIdle(LONG lCount);
     virtual BOOL IsIdleMessage(MSG* pMsg);
     virtual int ExitInstance();
-    // What a message handler has thrown, in place of the handler's result.
+    // Called with what a message handler has thrown; gives the message's result.
     virtual LRESULT ProcessWndProcException(CException* e, const MSG* pMsg);
     virtual CWnd* GetMainWnd();
     BOOL PostThreadMessage(UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,20 +1,16 @@
-// Device contexts. Included by afxwin.h. The operations that set or draw something are virtual, which is this layer's
-// one extension: a context that derives from CDC can write down what is drawn on it.
-// Classes: CDC, CClientDC, CWindowDC, CPaintDC, CMetaFileDC.
+// Device contexts. Included by afxwin.h. Functions that set or draw something are virtual, which is the layer's one
+// extension: a class that derives from CDC can record what is drawn.
+// Classes: CDC.
 // Layer 1: afx.
 #pragma once
 
 #include "afxgdi_.h"
-
-class CWnd;
 
 class NRAFX_API CDC : public CObject {
     DECLARE_DYNCREATE(CDC)
 public:
     CDC() : m_hDC(nullptr), m_hAttribDC(nullptr), m_bPrinting(FALSE) {}
     virtual ~CDC();
-    CDC(const CDC&) = delete;
-    CDC& operator=(const CDC&) = delete;
 
     HDC m_hDC;        // takes the output
     HDC m_hAttribDC;  // answers the queries; usually the same
@@ -26,8 +22,7 @@ public:
     // The object that owns the handle, or a temporary one that lives until the thread is next idle.
     static CDC* PASCAL FromHandle(HDC hDC);
     static void PASCAL DeleteTempMap();
-    CWnd* GetWindow() const;
-
+    class CWnd* GetWindow() const;
     // --- making and attaching
     BOOL Attach(HDC hDC);
     HDC Detach();
@@ -41,7 +36,6 @@ public:
     BOOL DeleteDC();
     virtual int SaveDC();
     virtual BOOL RestoreDC(int nSavedDC);
-
     // --- selected objects. Each gives the object selected before, null when GDI refuses.
     virtual CGdiObject* SelectStockObject(int nIndex);
     virtual CPen* SelectObject(CPen* pPen);
@@ -56,7 +50,6 @@ public:
     CBrush* GetCurrentBrush() const;
     CFont* GetCurrentFont() const;
     CBitmap* GetCurrentBitmap() const;
-
     // --- modes
     virtual COLORREF SetBkColor(COLORREF crColor);
     virtual int SetBkMode(int nBkMode);
@@ -83,8 +76,7 @@ public:
     CPoint GetBrushOrg() const;
     COLORREF GetNearestColor(COLORREF crColor) const;
     int GetDeviceCaps(int nIndex) const;
-
-    // --- mapping
+    // --- mapping and clipping
     virtual int SetMapMode(int nMapMode);
     virtual CPoint SetViewportOrg(int x, int y);
     virtual CPoint OffsetViewportOrg(int nWidth, int nHeight);
@@ -105,8 +97,6 @@ public:
     void DPtoLP(LPRECT lpRect) const;
     void LPtoDP(LPPOINT lpPoints, int nCount = 1) const;
     void LPtoDP(LPRECT lpRect) const;
-
-    // --- clipping
     virtual int GetClipBox(LPRECT lpRect) const;
     virtual int SelectClipRgn(CRgn* pRgn);
     virtual int SelectClipRgn(CRgn* pRgn, int nMode);
@@ -117,8 +107,7 @@ public:
     int IntersectClipRect(LPCRECT lpRect);
     BOOL PtVisible(int x, int y) const;
     BOOL RectVisible(LPCRECT lpRect) const;
-
-    // --- lines
+    // --- lines and closed figures
     virtual CPoint MoveTo(int x, int y); // gives the position before
     virtual BOOL LineTo(int x, int y);
     virtual BOOL Arc(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4);
@@ -131,8 +120,6 @@ public:
     BOOL LineTo(POINT point) { return LineTo(static_cast<int>(point.x), static_cast<int>(point.y)); }
     BOOL Arc(LPCRECT lpRect, POINT ptStart, POINT ptEnd);
     CPoint GetCurrentPosition() const;
-
-    // --- closed figures
     virtual BOOL Rectangle(int x1, int y1, int x2, int y2);
     virtual BOOL RoundRect(int x1, int y1, int x2, int y2, int x3, int y3);
     virtual BOOL Ellipse(int x1, int y1, int x2, int y2);
@@ -143,8 +130,7 @@ public:
     BOOL Rectangle(LPCRECT lpRect);
     BOOL Ellipse(LPCRECT lpRect);
     BOOL RoundRect(LPCRECT lpRect, POINT point);
-
-    // --- filling
+    // --- filling and pixels
     virtual void FillRect(LPCRECT lpRect, CBrush* pBrush);
     virtual void FrameRect(LPCRECT lpRect, CBrush* pBrush);
     virtual void InvertRect(LPCRECT lpRect);
@@ -161,8 +147,6 @@ public:
     virtual BOOL DrawFrameControl(LPRECT lpRect, UINT nType, UINT nState);
     virtual BOOL FloodFill(int x, int y, COLORREF crColor);
     virtual BOOL ExtFloodFill(int x, int y, COLORREF crColor, UINT nFillType);
-
-    // --- pixels
     virtual BOOL PatBlt(int x, int y, int nWidth, int nHeight, DWORD dwRop);
     virtual BOOL BitBlt(int x, int y, int nWidth, int nHeight, CDC* pSrcDC, int xSrc, int ySrc, DWORD dwRop);
     virtual BOOL StretchBlt(int x, int y, int nWidth, int nHeight, CDC* pSrcDC, int xSrc, int ySrc, int nSrcWidth,
@@ -172,7 +156,6 @@ public:
     COLORREF SetPixel(POINT point, COLORREF crColor);
     COLORREF GetPixel(int x, int y) const;
     COLORREF GetPixel(POINT point) const { return GetPixel(static_cast<int>(point.x), static_cast<int>(point.y)); }
-
     // --- text. A count of -1 measures the text where the function documents it.
     virtual BOOL TextOut(int x, int y, LPCTSTR lpszString, int nCount);
     virtual BOOL ExtTextOut(int x, int y, UINT nOptions, LPCRECT lpRect, LPCTSTR lpszString, UINT nCount,
@@ -191,8 +174,7 @@ public:
     int GetTextFace(int nCount, LPTSTR lpszFacename) const;
     int GetTextFace(CString& rString) const;
     BOOL GetCharWidth(UINT nFirstChar, UINT nLastChar, LPINT lpBuffer) const;
-
-    // --- paths
+    // --- paths and printing
     virtual BOOL BeginPath();
     virtual BOOL EndPath();
     virtual BOOL AbortPath();
@@ -200,8 +182,6 @@ public:
     virtual BOOL StrokePath();
     virtual BOOL FillPath();
     virtual BOOL StrokeAndFillPath();
-
-    // --- printing
     virtual int StartDoc(LPDOCINFO lpDocInfo);
     virtual int StartPage();
     virtual int EndPage();
@@ -215,50 +195,4 @@ private:
     bool m_bFar = false;       // the current position lies beyond 16 bits
     bool m_bMaybeWide = true;  // the selected pen may be wider than GDI draws well
     bool m_bMaybeLarge = true; // and the font larger
-};
-
-// The client area of a window for as long as the object lives. Throws when Windows gives no context.
-class NRAFX_API CClientDC : public CDC {
-    DECLARE_DYNAMIC(CClientDC)
-public:
-    explicit CClientDC(CWnd* pWnd); // null: the screen
-    virtual ~CClientDC();
-
-protected:
-    HWND m_hWnd;
-};
-
-// The whole window, frame included.
-class NRAFX_API CWindowDC : public CDC {
-    DECLARE_DYNAMIC(CWindowDC)
-public:
-    explicit CWindowDC(CWnd* pWnd);
-    virtual ~CWindowDC();
-
-protected:
-    HWND m_hWnd;
-};
-
-// BeginPaint to EndPaint; only while answering WM_PAINT.
-class NRAFX_API CPaintDC : public CDC {
-    DECLARE_DYNAMIC(CPaintDC)
-public:
-    explicit CPaintDC(CWnd* pWnd);
-    virtual ~CPaintDC();
-    PAINTSTRUCT m_ps;
-
-protected:
-    HWND m_hWnd;
-};
-
-// Records into a metafile. Close gives the metafile, which the caller then owns.
-class NRAFX_API CMetaFileDC : public CDC {
-    DECLARE_DYNAMIC(CMetaFileDC)
-public:
-    CMetaFileDC() = default;
-    virtual ~CMetaFileDC();
-    BOOL Create(LPCTSTR lpszFilename = nullptr);
-    BOOL CreateEnhanced(CDC* pDCRef, LPCTSTR lpszFileName, LPCRECT lpBounds, LPCTSTR lpszDescription);
-    HMETAFILE Close();
-    HENHMETAFILE CloseEnhanced();
 };

@@ -37,12 +37,12 @@ public:
     // Shows why a load or save failed. For user exceptions that has been shown already.
     virtual void ReportSaveLoadException(LPCTSTR lpszPathName, CException* e, BOOL bSaving, UINT nIDPDefault);
 
-    // The file of a load or save; null and *pError set when it can't be had. For modeWrite or
-    // modeReadWrite together with modeCreate it is one that replaces the target when closed.
+    // The file of a load or save; null, with *pError set, when it can't be opened. For modeWrite or modeReadWrite
+    // together with modeCreate it replaces the target when it is closed.
     virtual CFile* GetFile(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError);
     virtual void ReleaseFile(CFile* pFile, BOOL bAbort);
 
-    // --- the file commands' work. An empty path, or one that replaces, asks for a name.
+    // --- the work of the file commands. DoSave asks for a name when the path is empty; bReplace makes it the own path.
     virtual BOOL DoSave(LPCTSTR lpszPathName, BOOL bReplace = TRUE);
     virtual BOOL DoFileSave();
 

@@ -17,7 +17,7 @@ public:
 
     CFile* m_pFile;
 
-    // Above 0 an object that holds others dumps these too.
+    // Above 0 an object that holds others dumps those too.
     int GetDepth() const { return m_nDepth; }
     void SetDepth(int nNewDepth) { m_nDepth = nNewDepth; }
     void Flush();

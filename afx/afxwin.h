@@ -11,7 +11,7 @@
 #include "afxstat_.h"
 #include "afxmsg_.h"
 #include "afxgdi_.h"
-#include "afxdc_.h"
+#include "afxdcwnd_.h"
 #include "afxtarg_.h"
 #include "afxwnd_.h"
 #include "afxdlg_.h"

@@ -32,9 +32,9 @@ public:
     operator HWND() const { return m_hWnd; }
     BOOL operator==(const CWnd& wnd) const { return m_hWnd == wnd.m_hWnd; }
     BOOL operator!=(const CWnd& wnd) const { return m_hWnd != wnd.m_hWnd; }
-    // Null also through a null pointer, as hosts use it: the answer comes from a function that takes the pointer as an
-    // argument, so that no compiler may remove the test. Where the sanitizers of a compiler stop at each call
-    // through a null pointer, they do so at this one too.
+    // Null also through a null pointer, as hosts use it: AfxGetSafeHwnd takes the pointer as an argument, so that no
+    // compiler may remove its test. The sanitizers of a compiler that stop at each call through a null pointer stop
+    // here too.
     HWND GetSafeHwnd() const { return AfxGetSafeHwnd(this); }
     static const CWnd wndTop;
     static const CWnd wndBottom;
@@ -81,7 +81,7 @@ public:
     virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo);
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual LRESULT DefWindowProc(UINT nMsg, WPARAM wParam, LPARAM lParam);
-    // For the control that sent it, before its parent sees a message. TRUE: the parent does not get it.
+    // Shows a message to the control that sent it, before the parent sees it. TRUE: the parent does not get it.
     virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     virtual INT_PTR OnToolHitTest(CPoint point, TOOLINFO* pTI) const;
     BOOL PreTranslateInput(LPMSG lpMsg);
@@ -100,7 +100,7 @@ protected:
     virtual void DoDataExchange(CDataExchange* pDX);
     virtual void PostNcDestroy(); // the last call to the object of a window; may delete it
 
-    // Each of these answers its message by default processing.
+    // Each of these handles its message by default processing.
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg BOOL OnNcCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnDestroy();

@@ -20,9 +20,9 @@ NRAFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARA
 // Calls pWnd's WindowProc with the message as the current one; what a handler throws stops here.
 NRAFX_API LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam = 0, LPARAM lParam = 0);
 
-// The button that ended the box. A box without Cancel is not left by Escape or its close button, save that Escape
-// presses a lone OK. A box that ends without an answer, since the program quits, its owner is destroyed or it can't be
-// made, gives Cancel if it has it, else No, else Abort; with OK alone 0 when it could not be made.
+// The button that ended the box. A box without Cancel is not left by Escape or its close button, except that Escape
+// presses a lone OK. A box that ends without an answer, because the program quits, its owner is destroyed or it can't
+// be made, gives Cancel if it has it, else No, else Abort; with OK alone 0 when it could not be made.
 NRAFX_API int AFXAPI AfxMessageBox(LPCTSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 NRAFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
 // Put texts in the place of %1 and %2.

@@ -40,7 +40,7 @@ NrvResult Add(NrvHandle handle, bool valid, NrvId* id, Make make) noexcept {
     });
 }
 
-// An object that no adding call of the view makes.
+// Adds an object of a kind for which the view has no adding function.
 template <class Object, class Fill>
 CDrawable* Make(CVectorView& view, uint32_t color, Fill fill) {
     auto object = std::make_unique<Object>();
@@ -49,7 +49,7 @@ CDrawable* Make(CVectorView& view, uint32_t color, Fill fill) {
     view.GetDocument()->AddDrawAobject(object.get());
     KX_ADD_MEMORY(object.get());
     if (CDrawingHistory* history = view.GetHistory()) {
-        // As the view's own adding calls do.
+        // As the view's own adding functions do.
         history->MarkAdded(object.get(), L"添加对象", L"Add object");
     }
     return object.release();

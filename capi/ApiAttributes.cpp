@@ -14,7 +14,7 @@
 
 namespace {
 
-// Calls `visit` with the object as the first of the classes that it is of. False when it is of none.
+// Calls `visit` with the object as the first of the classes that it belongs to. False when it belongs to none.
 template <class... Kinds, class Visit>
 bool VisitAs(CDrawable& object, Visit visit) {
     const auto tryOne = [&](auto* typed) {
@@ -147,7 +147,7 @@ NrvResult AccessInt(CNrvControl& control, CDrawable& object, int32_t what, int32
 
 // ---- Numbers ----
 
-// The two fields that the classes set and do not tell.
+// The two fields that their classes can set but not read.
 struct COpenText : CText {
     static float Angle(CText& text) { return text.*(&COpenText::m_Angle); }
 };
@@ -459,7 +459,7 @@ NrvResult NRV_CALL NrvGetParmValue(NrvHandle handle, const NrvChar* name, NrvCha
 NrvResult NRV_CALL NrvSetParmValue(NrvHandle handle, const NrvChar* name, const NrvChar* value) {
     NrvId id = 0;
     if (value == nullptr) {
-        // After the checks of the handle, so that a wrong one is told first.
+        // After the checks of the handle, so that a wrong handle is reported first.
         return NrvCall(handle, [](CNrvControl&) -> NrvResult { return NRV_E_ARGUMENT; });
     }
     const NrvResult found = NrvFindParm(handle, name, &id);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Of the first version of the record.
+// The size of the record's first version.
 constexpr uint32_t kLoadSize = sizeof(NrvLoad);
 
 bool IsRecord(const NrvLoad* load) {
@@ -33,7 +33,7 @@ NrvResult Load(CNrvControl& control, const void* data, uint32_t size, NrvLoad* l
     if (control.HasEnded()) {
         return NRV_E_ENDED;
     }
-    // Every failure of a load is told in a message.
+    // Every failure of a load is reported by a message.
     const uint32_t objects = CountOf(control);
     const int32_t outcome = messages == 0 ? NRV_LOAD_WHOLE : objects != 0 ? NRV_LOAD_PARTLY : NRV_LOAD_REFUSED;
     if (load != nullptr) {

@@ -33,7 +33,7 @@ NrvResult Travel(NrvHandle handle, int (CVectorView::*go)()) noexcept {
         if (!changed) {
             return NRV_E_STATE;
         }
-        // Also for what no object has: background, layers, the drawing order.
+        // Also for changes that belong to no object: background, layers, the drawing order.
         CNrvNote note(NRV_N_CHANGED);
         note.reason = NRV_CHANGE_HISTORY;
         control.Queue(std::move(note));

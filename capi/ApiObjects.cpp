@@ -69,7 +69,7 @@ std::vector<NrvPoint> PointsOf(CDrawable& object) {
     return points;
 }
 
-// As many vertices as there are points; those that stay keep their bulges and tags.
+// Makes as many vertices as there are points; existing ones keep their bulges and tags.
 void SetVertices(CPLine& pline, const NrvPoint* points, uint32_t count) {
     const int size = static_cast<int>(count);
     while (pline.GetVertexCount() > size) {
@@ -179,7 +179,7 @@ NrvResult NRV_CALL NrvRemove(NrvHandle handle, NrvId id) {
         if (inNet || history == nullptr || history->Knows(object) == 0) {
             KX_REMOVE_MEMORY(object);
             delete object;
-        } // Else it is the history's.
+        } // Otherwise the history owns it.
         control.Changed(NRV_CHANGE_REMOVED, {id});
         return NRV_OK;
     });
@@ -278,7 +278,7 @@ NrvResult NRV_CALL NrvSetBulges(NrvHandle handle, NrvId id, const double* bulges
 
 namespace {
 
-// A change of one polyline; `valid` and `change` get it.
+// A change of one polyline; `valid` and `change` are called with it.
 template <class Valid, class Change>
 NrvResult EditPolyline(NrvHandle handle, NrvId id, Valid valid, Change change) noexcept {
     return NrvEditCall(handle, id, [&](CNrvControl&, CDrawable& object, bool apply) -> NrvResult {

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Of the first version of the records.
+// The size of the records' first version.
 constexpr uint32_t kPictureSize = sizeof(NrvPicture);
 constexpr uint32_t kResultSize = sizeof(NrvPictureResult);
 
@@ -43,8 +43,8 @@ NrvResult ResultOf(RenderStatus status) {
     return NRV_E_SYSTEM;
 }
 
-// One picture, of a format or of none. `make` gets the renderer and gives its status; what goes wrong with an object is
-// told to the host afterwards. `result` may be null.
+// Calls `make` with the renderer for a picture of `format`, or for its size alone with 0; `make` returns a status.
+// Fills in `result`, which may be null. Failures of objects are reported to the host afterwards.
 template <class Make>
 NrvResult MakePicture(CNrvControl& control, const NrvPicture* picture, int32_t format, NrvPictureResult* result,
                       Make make) {
@@ -69,7 +69,7 @@ NrvResult MakePicture(CNrvControl& control, const NrvPicture* picture, int32_t f
         facts.scale = static_cast<double>(render.Mapping().GetScale());
         facts.origin_x = render.Mapping().GetOriginX();
         facts.origin_y = render.Mapping().GetOriginY();
-        // Each failure is one message, at each of the two paints that a transparent picture takes.
+        // A failing object gives a message at each of the two paints that a transparent picture takes.
         const bool twice = options.transparent && (format == NRV_FORMAT_PNG || format == NRV_FORMAT_PIXELS);
         const int failed = twice ? (quiet.Count() + 1) / 2 : quiet.Count();
         facts.left_out = static_cast<uint32_t>(std::max(render.LeftOut(), failed));
@@ -105,7 +105,7 @@ RenderStatus BytesOf(CDrawingRender& render, int32_t format, CByteArray& bytes) 
     }
 }
 
-// In place of a file that is there only when all of it is written.
+// Replaces an existing file only when all of it has been written.
 bool WriteWhole(const NrvChar* path, const CByteArray& bytes) {
     CString part;
     part.Format(L"%ls.%lu.part", path, ::GetCurrentThreadId());

@@ -61,7 +61,7 @@ bool ToNumber(LPCTSTR text, double& number) {
     return end != text && *end == 0 && std::isfinite(number);
 }
 
-// The text as a value of the type that the row has; false when it is none.
+// The text as a value of the row's type; false when it is not one.
 bool FromText(LPCTSTR text, COleVariant& value) {
     long whole = 0;
     double number = 0.0;
@@ -166,7 +166,7 @@ namespace {
 
 constexpr UINT kLayerCodePage = 936; // GBK.
 constexpr int kLayerNameBytes = 20;
-// Of the first version of the record.
+// The size of the record's first version.
 constexpr uint32_t kLayerSize = sizeof(NrvLayer);
 
 // False for a name that is too long or has characters outside the code page.

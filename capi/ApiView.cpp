@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int32_t kLastColor = 140; // Of the colour table.
+constexpr int32_t kLastColor = 140; // The last index of the colour table.
 
 } // namespace
 
@@ -26,7 +26,7 @@ CNrvNote NoteOf(uint32_t code, LPCTSTR word, int32_t reason = 0) {
     return note;
 }
 
-// A command that is over when its word returns.
+// Starts a command that has ended when its word returns.
 void RunAtOnce(CNrvControl& control, LPCTSTR word) {
     if (control.Wants(NRV_N_CHANGED) && !control.Watch().IsOn()) {
         control.Watch().Begin(control.Document());
@@ -38,7 +38,7 @@ void RunAtOnce(CNrvControl& control, LPCTSTR word) {
     }
 }
 
-// The box in which a running command waits for a distance; null when none is shown.
+// The box in which a running command expects a distance; null when none is shown.
 HWND DistanceBox(CNrvControl& control) {
     for (HWND child = ::GetWindow(control.Window(), GW_CHILD); child != nullptr;
          child = ::GetWindow(child, GW_HWNDNEXT)) {
@@ -92,7 +92,7 @@ NrvResult NRV_CALL NrvDoCommand(NrvHandle handle, const NrvChar* word) {
         if (word == nullptr) {
             return NRV_E_ARGUMENT;
         }
-        const CString text = word; // The caller's own may end in an event.
+        const CString text = word; // The caller's text may be freed in an event.
         const CommandWord* row = FindCommandWord(text);
         const bool file = text == L"open" || text == L"save";
         if (row == nullptr && !file) {
@@ -189,7 +189,7 @@ NrvResult NRV_CALL NrvSetOrtho(NrvHandle handle, int32_t ortho) {
 
 namespace {
 
-// The mode of the engine's own search, without that of the tool that is running.
+// Gives access to the mode of the engine's own search, without that of the running tool.
 struct COpenEngine : CCommandOperationManager {
     static int& OwnMode(CCommandOperationManager& engine) { return engine.*(&COpenEngine::m_OsnapMode); }
 };
@@ -220,7 +220,7 @@ NrvResult NRV_CALL NrvSnap(NrvHandle handle, double px, double py, double* sx, d
 
 namespace {
 
-// Of the first version of the record.
+// The size of the record's first version.
 constexpr uint32_t kOptionsSize = sizeof(NrvEditingOptions);
 
 NrvEditingOptions RecordOf(const CEditingOptions& options) {
@@ -280,10 +280,10 @@ NrvResult NRV_CALL NrvSetEditingOptions(NrvHandle handle, const NrvEditingOption
 
 namespace {
 
-// Of the first version of the record.
+// The size of the record's first version.
 constexpr uint32_t kMappingSize = sizeof(NrvMapping);
 
-// A fit into an area that is as wide or high as the margin has no scale: the mapping is then put back.
+// A fit into an area that is only as wide or high as the margin has no scale: the mapping is then restored.
 NrvResult ZoomInto(CNrvControl& control, const CRect& area) {
     CVectorViewCoordTran& mapping = control.Mapping();
     const CVectorViewCoordTran before = mapping;
@@ -351,7 +351,7 @@ NrvResult NRV_CALL NrvZoomExtents(NrvHandle handle) {
 
 NrvResult NRV_CALL NrvZoomInto(NrvHandle handle, int32_t left, int32_t top, int32_t right, int32_t bottom) {
     return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
-        constexpr int32_t kMost = 0x3FFFFFFF; // So that no difference overflows.
+        constexpr int32_t kMost = 0x3FFFFFFF; // Small enough that no difference overflows.
         const auto within = [](int32_t edge) { return edge >= -kMost && edge <= kMost; };
         if (!within(left) || !within(top) || !within(right) || !within(bottom) || right <= left || bottom <= top) {
             return NRV_E_ARGUMENT;

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <cstring>
 
-// The device contexts that a drawing can be painted into.
+// Whether the handle is that of a device context into which a drawing can be painted.
 inline bool NrvIsDeviceContext(void* hdc) {
     const DWORD type = hdc != nullptr ? ::GetObjectType(hdc) : 0;
     return type == OBJ_DC || type == OBJ_MEMDC || type == OBJ_ENHMETADC || type == OBJ_METADC;
@@ -45,8 +45,9 @@ NrvResult NrvGive(const Item* items, size_t size, Item* buffer, uint32_t capacit
     return NRV_OK;
 }
 
-// The records of the caller may be those of an older header, or of a newer one: what is there is taken over `record`,
-// which has the defaults of the rest, and what fits is written. `first` is the size of the first version.
+// The caller's record may be that of an older or a newer header: its fields replace those of `record`, which has the
+// defaults of the others, and as many fields as the caller's size allows are written back. `first` is the size of the
+// first version.
 template <class Record>
 NrvResult NrvTakeRecord(const Record* given, uint32_t first, Record& record) {
     if (given == nullptr) {
@@ -77,7 +78,7 @@ bool NrvAreFinite(Numbers... numbers) {
     return (std::isfinite(numbers) && ...);
 }
 
-// Whether it can be kept in single precision.
+// Whether the number can be stored in single precision.
 inline bool NrvFitsFloat(double number) {
     return std::isfinite(number) && std::isfinite(static_cast<float>(number));
 }

@@ -13,19 +13,19 @@ namespace {
 
 thread_local CNrvFrame* t_innermost = nullptr;
 
-// The application object of this module's state. It has no loop and no window; what reaches it are message boxes.
+// The application object of this module's state. It has no message loop and no window; it gets the message boxes.
 class CNrvApp : public CWinApp {
 public:
     int DoMessageBox(LPCTSTR text, UINT type, UINT help) override {
         CNrvControl* control = CNrvFrame::Current();
         return control != nullptr ? control->OnMessage(text, type, help) : CWinApp::DoMessageBox(text, type, help);
     }
-    // The hourglass would count in one place for all threads.
+    // Does nothing: the hourglass has one counter for all threads.
     void DoWaitCursor(int) override {}
     int ShowMessageBox(LPCTSTR text, UINT type, UINT help) { return CWinApp::DoMessageBox(text, type, help); }
 };
 
-// Made with the module state current that it is to belong to, and never freed.
+// Made while the module state that it belongs to is current, and never freed.
 CNrvApp* OwnApp() {
     static CNrvApp* const app = [] {
         AFX_MANAGE_STATE(AfxGetStaticModuleState());
@@ -77,7 +77,7 @@ struct Table {
     uintptr_t lastDrawing = 0;
 };
 
-// Never freed: windows may end while the process does.
+// Never freed: windows may end during the end of the process.
 Table& TheTable() {
     static Table* const table = new Table;
     return *table;
@@ -96,8 +96,8 @@ void Enter(NrvHandle handle, std::shared_ptr<CNrvControl> control) {
     }
     ::ReleaseSRWLockExclusive(&table.lock);
     if (control != nullptr) {
-        // The window of a thread that has ended without destroying it. Its object would destroy what has its handle
-        // now, so that it stays allocated.
+        // The thread of this window has ended without destroying it. The object's destructor would destroy the window
+        // that has the same handle now, so the object stays allocated.
         new std::shared_ptr<CNrvControl>(std::move(control));
     }
 }
@@ -113,7 +113,7 @@ std::shared_ptr<CNrvControl> Find(NrvHandle handle) {
 
 void Remove(NrvHandle handle) {
     Table& table = TheTable();
-    std::shared_ptr<CNrvControl> removed; // Freed outside the lock.
+    std::shared_ptr<CNrvControl> removed; // Freed after the lock is released.
     ::AcquireSRWLockExclusive(&table.lock);
     const auto found = table.controls.find(handle);
     if (found != table.controls.end()) {
@@ -124,7 +124,8 @@ void Remove(NrvHandle handle) {
 }
 
 NrvHandle NewDrawingHandle() {
-    // Window handles are even. No value comes twice, so that a handle of a freed drawing is recognized.
+    // Window handles are even, these are odd. No value is used twice, so that a handle of a freed drawing is
+    // recognized.
     Table& table = TheTable();
     ::AcquireSRWLockExclusive(&table.lock);
     const uintptr_t value = ++table.lastDrawing;
@@ -173,7 +174,7 @@ NrvResult NrvResultOfException() {
         if (e->IsKindOf(RUNTIME_CLASS(CMemoryException))) {
             result = NRV_E_MEMORY;
         } else if (e->IsKindOf(RUNTIME_CLASS(CInvalidArgException))) {
-            result = NRV_E_STATE; // An object without a part that others of its kind have.
+            result = NRV_E_STATE; // The object lacks a part that others of its kind have.
         }
         e->Delete();
         return result;

@@ -8,8 +8,8 @@
 
 #include <afxstat_.h>
 
-// One entry into a control, on the stack. While it exists the library's own module state is current, so that a message
-// box becomes an event of the innermost entry's control.
+// One entry into a control; made on the stack. While it exists the library's own module state is current, so that a
+// message box becomes an event of the innermost entry's control.
 class CNrvFrame {
 public:
     explicit CNrvFrame(std::shared_ptr<CNrvControl> control);
@@ -17,13 +17,13 @@ public:
     CNrvFrame(const CNrvFrame&) = delete;
     CNrvFrame& operator=(const CNrvFrame&) = delete;
 
-    // That of the innermost entry of this thread; null outside of all.
+    // The control of the innermost entry of this thread; null outside of all.
     static CNrvControl* Current();
     // Whether no other entry into the same control is on the stack.
     bool IsOutermost() const;
     CNrvControl& Control() const { return *m_Control; }
 
-    // Around code of the host: the program's module state is current.
+    // Put around calls of the host's code: makes the program's module state current.
     class CHostCode {
     public:
         CHostCode() : m_State(AfxGetAppModuleState()) {}
@@ -38,7 +38,7 @@ private:
     AFX_MAINTAIN_STATE2 m_State;
 };
 
-// Makes the application object of this module's state, which message boxes are asked of. Once.
+// Makes, once, the application object of this module's state, which gets the calls of message boxes.
 void NrvMakeApp();
 // Shows a box, as it would be shown without this layer.
 int NrvShowMessageBox(LPCTSTR text, UINT type, UINT help);
@@ -47,10 +47,10 @@ int NrvShowMessageBox(LPCTSTR text, UINT type, UINT help);
 namespace NrvHandles {
 
 void Enter(NrvHandle handle, std::shared_ptr<CNrvControl> control);
-// Null when it is not there.
+// Null when the handle is not in the table.
 std::shared_ptr<CNrvControl> Find(NrvHandle handle);
 void Remove(NrvHandle handle);
-// For a drawing: a value that no window handle has.
+// For a drawing without a window: a value that no window handle has.
 NrvHandle NewDrawingHandle();
 
 } // namespace NrvHandles
@@ -58,14 +58,14 @@ NrvHandle NewDrawingHandle();
 // Registers the window classes once. False when Windows refuses.
 bool NrvEnsureInitialized();
 
-// What a function works on, beside any handle.
+// What a function works on, in addition to any valid handle.
 enum class NrvNeeds { Any, Window, ParmView, Drawing };
 
-// The checks of a handle; NRV_OK with `control` set when the function may go on. It then owns the drawing until
+// Checks a handle; NRV_OK with `control` set when the function may continue. The thread then owns the drawing until
 // GiveBack.
 NrvResult NrvCheckHandle(NrvHandle handle, NrvNeeds needs, std::shared_ptr<CNrvControl>& control);
 
-// The result of what was thrown; called in a handler of it.
+// The result for a thrown exception; called in its handler.
 NrvResult NrvResultOfException();
 
 template <class Body>

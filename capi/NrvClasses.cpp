@@ -23,14 +23,14 @@ void SettleGuarded(CNrvControl& control) {
 }
 
 // ---- The edit boxes of a view ----
-// A message loop that knows this layer asks the view before a key is dispatched. In any other loop the box asks it when
-// it gets the key.
+// A message loop that calls NrvTranslateMessage asks the view before a key is dispatched. In any other loop the box
+// asks the view when it gets the key.
 
 bool IsForView(UINT message) {
     return message == WM_KEYDOWN || message == WM_CHAR || message == WM_SYSCHAR || message == WM_RBUTTONDOWN;
 }
 
-// The loop has turned the key into a character already, which is not to come after the key has been used up.
+// Removes the character that the message loop has already made of the key, because the key has been used up.
 void TakeCharacterOut(HWND box, WPARAM key) {
     if (key != VK_TAB && key != VK_RETURN && key != VK_ESCAPE) {
         return;
@@ -41,7 +41,7 @@ void TakeCharacterOut(HWND box, WPARAM key) {
     }
 }
 
-// Escape restores the text of a parameter by its character, so that the box of a parameter keeps that one.
+// The box of a parameter handles Escape itself, by its character: it restores the text.
 bool UsesKey(HWND box, WPARAM key) {
     const CWnd* object = CWnd::FromHandlePermanent(box);
     const bool parm = object != nullptr && object->IsKindOf(RUNTIME_CLASS(CInPlaceEdit));
@@ -110,7 +110,7 @@ std::shared_ptr<CNrvControl> Make(HWND window) {
         view->Detach();
         throw;
     }
-    // The view paints all of its area, but not over its edit boxes.
+    // The view must not paint over its edit boxes.
     ::SetWindowLongPtrW(window, GWL_STYLE, ::GetWindowLongPtrW(window, GWL_STYLE) | WS_CLIPCHILDREN);
     return view;
 }
@@ -151,7 +151,7 @@ public:
         const bool first = RegisterOne(NRV_VIEW_CLASS, ClassProc<CNrvView>);
         return RegisterOne(NRV_PARM_VIEW_CLASS, ClassProc<CNrvParmView>) && first;
     }
-    // When the library is unloaded; its classes would have procedures that are gone.
+    // Unregistered when the library is unloaded: the window procedures no longer exist then.
     ~CClasses() {
         ::UnregisterClassW(NRV_VIEW_CLASS, VectorViewModule());
         ::UnregisterClassW(NRV_PARM_VIEW_CLASS, VectorViewModule());
@@ -161,7 +161,7 @@ private:
     static bool RegisterOne(LPCWSTR name, WNDPROC proc) {
         WNDCLASSEXW wc = {};
         wc.cbSize = sizeof wc;
-        // Double clicks, for the middle button as well; no background and no device context of its own.
+        // With double clicks, which the middle button needs too; without a background or a device context of its own.
         wc.style = CS_DBLCLKS | CS_GLOBALCLASS;
         wc.lpfnWndProc = proc;
         wc.hInstance = VectorViewModule();

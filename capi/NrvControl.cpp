@@ -107,7 +107,7 @@ bool CNrvControl::IsInNet(CDrawable* object) {
 INT_PTR CNrvControl::IndexOf(const CDrawable* object) {
     const CDrawableArray& objects = *Document().GetDrawableObjs();
     const INT_PTR size = objects.GetSize();
-    // Hosts walk through the list, and work on the newest object.
+    // Guesses first: hosts go through the list, and work on the newest object.
     for (const INT_PTR guess : {m_Hint, m_Hint + 1, size - 1}) {
         if (guess >= 0 && guess < size && objects.GetAt(guess) == object) {
             return m_Hint = guess;
@@ -131,7 +131,7 @@ CDrawable* CNrvControl::HitAt(CPoint pixel, int32_t& segment) {
     for (INT_PTR i = 0; i < objects.GetSize(); ++i) {
         CDrawable* object = objects.GetAt(i);
         const float pixels = Mapping().DToL(static_cast<double>(object->HitTest(point)));
-        // A parameter view reports some kinds only, and takes a distance that is not-a-number for a hit. The other view
+        // A parameter view reports some kinds only, and treats a distance that is not-a-number as a hit. The other view
         // selects what may be selected.
         const bool hit = parm ? !(aperture < pixels) && NrvKindOf(object) <= NRV_KIND_TEXT
                               : object->isCanSelect() != 0 && pixels <= aperture;
@@ -302,14 +302,14 @@ void CNrvControl::ToolEnded(CCommandOperationManager::ToolEnd how) {
     ended.text = m_Word;
     ended.reason = how == End::Done ? NRV_END_DONE : how == End::Cancelled ? NRV_END_CANCELLED : NRV_END_LOST;
     if (how == End::Done && !Document().GetEditingOptions().modifiedByChange) {
-        // Commands that a word starts have done so already; a grip that was moved has not.
+        // A command that a word starts has set the flag; the move of a grip has not.
         Document().SetModifiedFlag(TRUE);
     }
     m_Word.Empty();
     m_End.emplace(std::move(ended));
 }
 
-// Not in ToolEnded: a tool that is broken off puts things back after that.
+// Not in ToolEnded, because a cancelled tool restores its objects after that.
 void CNrvControl::QueueEnd() {
     if (m_End) {
         QueueDifference();

@@ -17,7 +17,7 @@
 class CVectorGraphic;
 class CVectorView;
 
-// An event that waits until its source is settled.
+// An event that waits until its source has finished.
 struct CNrvNote {
     explicit CNrvNote(uint32_t what) : code(what) {}
     uint32_t code;
@@ -48,7 +48,7 @@ public:
     CGraphicDocument& Document();
     CVectorViewCoordTran& Mapping();
     CCommandOperationManager* Engine();
-    // Of enum NrvHandleKind.
+    // One of enum NrvHandleKind.
     int32_t GetKind() const { return m_Kind; }
     bool IsWindow() const { return m_Kind != NRV_HANDLE_DRAWING; }
     // Null for a drawing without a window, and after the window's end.
@@ -61,7 +61,7 @@ public:
     void Repaint();
     // Gives the view the focus, unless one of its edit boxes has it.
     virtual void FocusView() = 0;
-    // Breaks the running command off; objects that it has moved go back.
+    // Cancels the running command; objects that it has moved are restored.
     virtual void BreakOff() = 0;
 
     // A drawing belongs to one thread at a time. False while it belongs to another one.
@@ -74,9 +74,9 @@ public:
     // The object, when it is in the drawing or in the net; else null.
     CDrawable* Find(NrvId id);
     bool IsInNet(CDrawable* object);
-    // Its place in the drawing's list; -1 for none.
+    // The index in the drawing's list; -1 for none.
     INT_PTR IndexOf(const CDrawable* object);
-    // What a click on a client pixel takes; null for nothing. `segment` is that of a polyline, else -1.
+    // The object that a click on a client pixel takes; null for none. `segment` is that of a polyline, else -1.
     CDrawable* HitAt(CPoint pixel, int32_t& segment);
     CNrvWatch& Watch() { return m_Watch; }
 
@@ -86,17 +86,17 @@ public:
     uint32_t GetMask() const { return m_Mask; }
     void SetMask(uint32_t mask) { m_Mask = mask; }
     void SetCallback(NrvCallback callback, void* user);
-    // Sends it now; gives the answer. The control may have ended after it.
+    // Sends it now and returns the host's answer. The control may end during the call.
     int32_t Send(const CNrvNote& note, const CString* oldText = nullptr);
-    // Sent when everything is settled.
+    // Sent by Settle.
     void Queue(CNrvNote note);
-    // Sends what waits, and that the selection has changed. Called when no code of the library is running on the stack
-    // above that of the host.
+    // Sends the waiting events, and one when the selection has changed. Called when no code of the library runs above
+    // that of the host on the stack.
     void Settle();
     // Announces a change. False when the control has ended meanwhile.
     bool Changing(int32_t reason, std::vector<NrvId> ids = {}, LPCTSTR word = L"");
     void Changed(int32_t reason, std::vector<NrvId> ids = {});
-    // What has changed since the watch began, as events that wait. True when anything has.
+    // Queues what has changed since the watch began. True when anything has.
     bool QueueDifference();
 
     // ---- Commands, told by the engine ----
@@ -108,14 +108,14 @@ public:
 
     // ---- Messages ----
 
-    // In place of a message box; gives the button that answers it.
+    // Called in place of a message box; returns the button that answers it.
     int OnMessage(LPCTSTR text, UINT type, UINT help);
     int32_t GetMessages() const { return m_Messages; }
     void SetMessages(int32_t mode) { m_Messages = mode; }
     const CString& GetLastMessage() const { return m_LastMessage; }
 
-    // While it exists messages are counted and never shown in a box. With `later` the host hears of them when all is
-    // settled, so that it can't change what is being worked on.
+    // While it exists, messages are counted and never shown in a box. With `later` the host gets them only in Settle,
+    // so that it can't change what is being worked on.
     class CQuiet {
     public:
         explicit CQuiet(CNrvControl& control, bool later = false);
@@ -135,34 +135,34 @@ public:
     int32_t showDecimals = 1;
     int32_t snapMode = kOsnapAll;
     int clicks = 0;                 // Since the running command began.
-    bool freshMapping = true;       // Nothing has given the mapping a scale yet.
+    bool freshMapping = true;       // True until something has given the mapping a scale.
     CString* textToStore = nullptr; // While NRV_N_EDIT_STORING is sent.
 
 private:
     void QueueSelection();
-    // What the tool that has ended did, and its end.
+    // Queues what the ended tool did, and its end.
     void QueueEnd();
 
     int32_t m_Kind;
     NrvHandle m_Handle = nullptr;
     DWORD m_Thread;
-    std::atomic<DWORD> m_Owner{0}; // The thread in a call for a drawing; 0 for none.
+    std::atomic<DWORD> m_Owner{0}; // The thread that is calling a function for a drawing; 0 for none.
     int m_OwnerDepth = 0;
     bool m_Ended = false;
     CNrvIds m_Ids;
-    INT_PTR m_Hint = 0; // Where the last object was found in the list.
+    INT_PTR m_Hint = 0; // The list index of the object found last.
     CNrvWatch m_Watch;
     NrvCallback m_Callback = nullptr;
     void* m_User = nullptr;
     uint32_t m_Mask = 0xFFFFFFFFu & ~(NRV_EVENT_BIT(NRV_N_HOVER) | NRV_EVENT_BIT(NRV_N_PAINT));
     std::deque<CNrvNote> m_Notes;
-    std::vector<const CDrawable*> m_Selection; // As last told. Compared only.
+    std::vector<const CDrawable*> m_Selection; // As last reported. Compared only.
     CString m_NextWord;                        // Of the tool that a command word installs.
     CString m_Word;                            // Of the running tool.
-    std::optional<CNrvNote> m_End;             // Of the tool that has ended in the event that is being handled.
+    std::optional<CNrvNote> m_End;             // The end of the tool that has ended in the present event.
     int32_t m_Messages = NRV_MESSAGES_BOX;
     int m_Quiet = 0;
-    int m_Later = 0; // Of the quiet spans those whose messages wait.
+    int m_Later = 0; // How many of the open quiet spans have `later`.
     int m_MessageCount = 0;
     CString m_LastMessage;
 };

@@ -6,6 +6,5 @@
 
 struct CRenderOptions;
 
-// The options that a record of a host asks for, null for the default ones. They come with their own defaults. The
-// numbers are checked by the renderer.
+// Converts a host's record; null means the default options. Coordinates and sizes are checked by the renderer.
 NrvResult NrvOptionsOf(CNrvControl& control, const NrvPicture* picture, CRenderOptions& options);

@@ -10,7 +10,7 @@ constexpr int kArchiveBuffer = 4096;
 constexpr std::uint64_t kHashStart = 14695981039346656037u; // FNV-1a.
 constexpr std::uint64_t kHashPrime = 1099511628211u;
 
-// Takes what an archive stores and keeps a number of it alone.
+// Receives what an archive stores and keeps only its hash.
 class CHashFile : public CFile {
 public:
     void Write(const void* data, UINT count) override {
@@ -34,7 +34,7 @@ private:
 class CNumbers {
 public:
     CNumbers() : m_Archive(&m_File, CArchive::store, kArchiveBuffer) {}
-    // The state that shows the selection is stored too, and does not count.
+    // The draw state is stored too; it is set to Normal, because the selection does not count.
     std::uint64_t Of(CDrawable* object) {
         const auto state = object->GetDrawState();
         object->SetDrawState(CDrawable::Normal);

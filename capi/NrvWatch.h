@@ -15,16 +15,16 @@ struct CNrvDifference {
     std::vector<const CDrawable*> removed; // Compared only: they may have been freed.
 };
 
-// Keeps a number for each object, worked out from what the object would store. The selection plays no part.
+// Keeps a hash of what each object would store. The selection plays no part.
 class CNrvWatch {
 public:
     bool IsOn() const { return m_On; }
-    // Takes the drawing as it is now.
+    // Begins with the present drawing.
     void Begin(CGraphicDocument& document);
-    // What has changed since; watches no longer.
+    // Returns what has changed since Begin, and ends the watch.
     CNrvDifference End(CGraphicDocument& document);
     void Abandon();
-    // What the host itself does meanwhile is told apart, and is no part of the difference.
+    // Changes that the host itself makes meanwhile are announced here, and are no part of the difference.
     void Enter(CDrawable* object);
     void Forget(const CDrawable* object);
 

@@ -17,7 +17,7 @@ CPoint PixelOf(LPARAM lParam) {
     return CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
 }
 
-// Whether the command's right button restores what it has moved; a grip's, which has no word, always does.
+// Whether the command's right button restores what it has moved; a grip edit, which has no word, always does.
 bool Restores(const CString& word) {
     const CommandWord* row = FindCommandWord(word);
     return row == nullptr || (row->flags & kCommandRestores) != 0;
@@ -29,7 +29,7 @@ bool Restores(const CString& word) {
 
 template <class Base>
 int CNrvEngine<Base>::DoCommand(CString word) {
-    // The control outlives this call, and with it the engine, unless a host replaces the latter.
+    // Keeps the engine alive during this call, unless a host replaces it: the control owns it and outlives the call.
     CNrvControl& control = m_Control;
     control.SetWord(word);
     const int installed = Base::DoCommand(word);
@@ -53,7 +53,7 @@ void CNrvEngine<Base>::OnToolBegun(CCommandOperation*) {
 template <class Base>
 void CNrvEngine<Base>::OnToolEnded(CCommandOperation*, CCommandOperationManager::ToolEnd how) {
     using End = CCommandOperationManager::ToolEnd;
-    // These report their right button as done.
+    // The right button of these commands ends them as done.
     const bool restored = m_RightButton && how == End::Done && Restores(m_Control.GetWord());
     m_Control.ToolEnded(restored ? End::Cancelled : how);
 }
@@ -62,13 +62,13 @@ void CNrvEngine<Base>::OnToolEnded(CCommandOperation*, CCommandOperationManager:
 
 template <class Base, class ToolEngine>
 CNrvWindow<Base, ToolEngine>::CNrvWindow(int32_t kind) : CNrvControl(kind) {
-    // The base has made its own engine: called inside its constructor, the hook was the base's.
+    // The constructor of the base has made its own engine, because it calls the base's own hook.
     CNrvWindow::OnCreateCommandOperationManager();
 }
 
 template <class Base, class ToolEngine>
 CNrvWindow<Base, ToolEngine>::~CNrvWindow() {
-    // While the control still exists, which the engine refers to.
+    // The engine refers to the control, which still exists here.
     this->FreeCommandOperationManager();
 }
 
@@ -90,7 +90,7 @@ void CNrvWindow<Base, ToolEngine>::FocusView() {
 
 template <class Base, class ToolEngine>
 bool CNrvWindow<Base, ToolEngine>::CanRestore() {
-    // Before the base point there is nothing to put back, and such a command would fail to read its empty memory.
+    // Before the base point there is nothing to restore, and such a command would raise while reading its empty memory.
     return Restores(GetWord()) && (FindCommandWord(GetWord()) == nullptr || clicks > 0);
 }
 
@@ -153,7 +153,7 @@ bool CNrvWindow<Base, ToolEngine>::HandleToolKey(const MSG& message) {
         BreakOff();
         return true;
     case WM_CHAR:
-        // From now on the mouse must not overwrite the distance.
+        // From the first character on the mouse must not overwrite the distance.
         if (message.wParam >= L' ') {
             engine->SetInEdit(1);
         }
@@ -204,7 +204,7 @@ LRESULT CNrvWindow<Base, ToolEngine>::OnLeftButton(WPARAM wParam, LPARAM lParam)
     CCommandOperationManager* engine = Engine();
     const bool running = engine != nullptr && engine->GetHasCommand() != 0;
     ++clicks;
-    // A parameter view takes the focus itself, by which an open edit ends, and reports the click itself.
+    // A parameter view takes the focus itself, which ends an open edit, and reports the click itself.
     const bool parm = GetKind() == NRV_HANDLE_PARM_VIEW;
     if (!parm) {
         FocusView();
@@ -228,7 +228,7 @@ LRESULT CNrvWindow<Base, ToolEngine>::OnRightButton(WPARAM wParam, LPARAM lParam
         return 0;
     }
     const LRESULT result = Base::WindowProc(WM_RBUTTONDOWN, wParam, lParam);
-    Repaint(); // Some commands leave their previews on the window when they are broken off.
+    Repaint(); // Some cancelled commands leave their previews on the window.
     return result;
 }
 
@@ -261,7 +261,7 @@ void CNrvWindow<Base, ToolEngine>::GiveFirstMapping() {
     CRect client;
     ::GetClientRect(this->m_hWnd, &client);
     if (freshMapping && client.Height() > 0) {
-        // One drawing unit a pixel, with the origin in the lower left corner.
+        // One drawing unit per pixel, with the origin in the lower left corner.
         freshMapping = false;
         Mapping().SetScreenSize(client.Size());
     }
@@ -272,7 +272,7 @@ LRESULT CNrvWindow<Base, ToolEngine>::WindowProc(UINT message, WPARAM wParam, LP
     CCommandOperationManager* engine = Engine();
     const bool running = engine != nullptr && engine->GetHasCommand() != 0;
     if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST && GetKind() == NRV_HANDLE_PARM_VIEW) {
-        // For the tooltip, which a loop that knows nothing of this layer does not ask.
+        // Passes the message on to the tooltip, which other message loops do not call.
         MSG relayed = {this->m_hWnd, message, wParam, lParam, static_cast<DWORD>(::GetMessageTime()), {}};
         ::GetCursorPos(&relayed.pt);
         Base::PreTranslateMessage(&relayed);
@@ -315,7 +315,7 @@ LRESULT CNrvWindow<Base, ToolEngine>::WindowProc(UINT message, WPARAM wParam, LP
         }
         break;
     case WM_DESTROY:
-        // A tool that runs when its engine ends stays allocated.
+        // The engine does not free a running tool.
         if (engine != nullptr) {
             engine->Cancel();
         }
@@ -332,7 +332,7 @@ template class CNrvWindow<CVectorView, CNrvEngine<CCommandOperationManager>>;
 template class CNrvWindow<CVectorViewParm, CNrvEngine<CCommandOperationManager_ViewParm>>;
 
 // ---- The parameter view --------------------------------------------------------------------------------------------
-// Each hook keeps the view, which a handler may end. What it returns then, the base no longer uses.
+// A handler may end the view during a hook, which therefore keeps it alive. The base ignores the hook's result then.
 
 void CNrvParmView::OpenEdit(CTextParm* parm) {
     CGePoint2d a;
@@ -357,7 +357,7 @@ void CNrvParmView::Notify(UINT code) {
         return;
     }
     if (code != kVpnClick) {
-        return; // A double click is reported with what lies under it.
+        return; // A double click is reported with the object under it.
     }
     CNrvNote note(NRV_N_CLICK);
     CDrawable* object = nullptr;
@@ -419,8 +419,8 @@ void CNrvParmView::OnEditChanged(CTextParm* parm, CString oldText, CString newTe
     if (newText != oldText) {
         Watch().Enter(parm);
         GetDocument()->SetModifiedFlag(TRUE);
-        // At once, like the other events of an edit: the text is stored, and the next edit may open before this one's
-        // key has been handled.
+        // Sent at once, like the other events of an edit: the text is stored, and the next edit may open before the key
+        // that ended this one has been handled.
         CNrvNote changed(NRV_N_CHANGED);
         changed.reason = NRV_CHANGE_MODIFIED;
         changed.ids = {note.id};

@@ -23,11 +23,11 @@ protected:
 
 private:
     CNrvControl& m_Control;
-    bool m_RightButton = false; // While its press is being handled.
+    bool m_RightButton = false; // While a press of the right button is handled.
 };
 
-// What a host's own subclass would add to a view: the focus, Escape, typed distances, and the events. `Base` is one of
-// the two exported views, `ToolEngine` its engine.
+// Adds to a view what a host's own subclass would add: the focus, Escape, typed distances, and the events. `Base` is
+// one of the two exported views, `ToolEngine` its engine.
 template <class Base, class ToolEngine>
 class CNrvWindow : public Base, public CNrvControl {
 public:
@@ -42,16 +42,16 @@ public:
 
 protected:
     void OnCreateCommandOperationManager() override;
-    // Breaks off what runs as Escape does.
+    // Cancels what runs, as Escape does.
     int OnBeforeUndo() override;
     int DrawSpecInfo(CDC* dc, int n) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     CPoint PressedPixel() const { return m_Pressed; }
 
 private:
-    // A key, or the right button, that the edit box of a running tool has got. True when it is used up.
+    // Handles a key, or the right button, in the edit box of a running tool. True when it is used up.
     bool HandleToolKey(const MSG& message);
-    // Whether the running tool's right button puts back what it has moved.
+    // Whether the running tool's right button restores what it has moved.
     bool CanRestore();
     void QueueHit(uint32_t code, CPoint pixel);
     LRESULT OnLeftButton(WPARAM wParam, LPARAM lParam);
@@ -60,11 +60,11 @@ private:
     void GiveFirstMapping();
 
     CPoint m_Pressed;                   // Where the left button was pressed last, in client pixels.
-    CPoint m_Cursor;                    // Where the mouse was last.
+    CPoint m_Cursor;                    // The last mouse position, in client pixels.
     const CDrawable* m_Hover = nullptr; // Compared only.
 };
 
-// The drawing view. Without a window it is the drawing that a host makes for itself.
+// The drawing view. Without a window it serves as the drawing that a host creates.
 class CNrvView : public CNrvWindow<CVectorView, CNrvEngine<CCommandOperationManager>> {
 public:
     explicit CNrvView(int32_t kind = NRV_HANDLE_VIEW) : CNrvWindow(kind) {}

@@ -49,7 +49,7 @@ CString GetCaption(int row) {
 
 CString GetPrompt(int row, int clicks) {
     const UINT text = FindText(row);
-    // The last step is also that of all further clicks.
+    // The prompt of the last step is also that of all further clicks.
     for (int step = text != 0 ? clicks : -1; step >= 0; --step) {
         const CString prompt = LoadTextLine(text, 2 + step);
         if (!prompt.IsEmpty()) {

@@ -12,9 +12,9 @@ extern const int RedoImage;
 
 // The row of a word, or -1.
 int FindCommandRow(const wchar_t* word);
-// In the language of the user; for a command that the demo has no text for, the library's own.
+// The row's caption in the language of the user; for a command that the demo has no text for, the library's own.
 CString GetCaption(int row);
-// What the user does next while the command runs, after so many left clicks, with the keys that mean something then.
+// What the user does next while the command runs, after that many left clicks, with the keys that have an effect then.
 CString GetPrompt(int row, int clicks);
 // A caption without mnemonic, dots and key.
 CString PlainCaption(int row);

@@ -68,7 +68,7 @@ void CRecentFiles::Remove(const CString& path) {
 }
 
 void CRecentFiles::Store() {
-    // A new file begins with the mark of wide text: without it names are kept in the system's code page.
+    // A new file begins with a byte order mark: without it names are stored in the system's code page.
     CFile file;
     if (file.Open(GetDataFile(L"demo.ini"), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite) &&
         file.GetLength() == 0) {
@@ -111,7 +111,7 @@ void CRecoveryCopy::Keep(CGraphicDocument& document) {
     if (bytes == m_kept) {
         return;
     }
-    // Under another name first, so that a kill in the middle leaves the former copy.
+    // Written under another name first, so that a kill in the middle leaves the former copy.
     const CString fresh = m_path + L".new";
     CFile file;
     if (file.Open(fresh, CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive)) {

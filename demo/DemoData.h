@@ -25,8 +25,8 @@ private:
     std::vector<CString> m_paths;
 };
 
-// A copy of the unsaved drawing, one for each running demo. It is removed when the drawing is saved or given up, so
-// that one without its program is that of a program that was killed.
+// A copy of the unsaved drawing, one for each running demo. It is removed when the drawing is saved or discarded, so
+// that a copy whose program does not run is that of a killed program.
 class CRecoveryCopy {
 public:
     CRecoveryCopy();

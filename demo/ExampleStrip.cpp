@@ -34,7 +34,7 @@ BOOL CExampleStrip::CreateIn(CWnd* parent, UINT id, std::function<void(UINT)> ch
 void CExampleStrip::SetFontAndScale(CFont& font, float scale) {
     m_font = &font;
     m_scale = scale;
-    m_within.SetRectEmpty(); // The next Show lays out anew.
+    m_within.SetRectEmpty(); // The next Show computes the layout.
 }
 
 CSize CExampleStrip::LayOut(int widest) {
@@ -88,7 +88,7 @@ void CExampleStrip::SetHot(int link) {
 }
 
 BOOL CExampleStrip::OnEraseBkgnd(CDC*) {
-    return TRUE; // The paint covers all.
+    return TRUE; // The paint covers the whole strip.
 }
 
 void CExampleStrip::OnPaint() {
@@ -124,7 +124,7 @@ void CExampleStrip::OnMouseMove(UINT, CPoint point) {
     ::TrackMouseEvent(&track);
 }
 
-// Not by the default processing, which asks the parent first: there the cursor is a cross.
+// The default processing would ask the parent first, whose cursor is a cross.
 BOOL CExampleStrip::OnSetCursor(CWnd*, UINT, UINT) {
     ::SetCursor(::LoadCursorW(nullptr, IDC_HAND));
     return TRUE;

@@ -14,7 +14,7 @@ public:
 
     // Hidden at first. `chosen` gets the number of the menu item, one of ID_HOST_EXAMPLE_FIRST and those after it.
     BOOL CreateIn(CWnd* parent, UINT id, std::function<void(UINT)> chosen);
-    // The texts are measured with the font, which stays the caller's. Pixels at 96 dots per inch are multiplied by the
+    // The texts are measured with the font, which the caller owns. Pixels at 96 dots per inch are multiplied by the
     // scale.
     void SetFontAndScale(CFont& font, float scale);
     // In client pixels of the parent. Links that do not fit in one row between left and right edge take several.

@@ -18,7 +18,7 @@ void ShowFailure(UINT text) {
 
 } // namespace
 
-// A text being edited has keys of its own for the clipboard.
+// While a text is edited, the keys of the clipboard are for that text.
 bool CHostFrame::GiveToEdit(UINT message) {
     wchar_t name[16] = L"";
     const HWND focus = ::GetFocus();
@@ -37,7 +37,7 @@ void CHostFrame::OnCopyObjects() {
     }
 }
 
-// What is selected, or all where nothing is.
+// Copies what is selected, or all where nothing is.
 void CHostFrame::OnCopyPicture() {
     CRenderOptions options;
     options.selectedOnly = !m_view.GetDocument()->GetSelectedDrawableObjs()->IsEmpty();

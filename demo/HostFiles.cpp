@@ -57,7 +57,7 @@ void CHostFrame::ForgetDrawing() {
 }
 
 bool CHostFrame::OpenFile(const CString& path) {
-    // Looked at first, so that a file that cannot be read leaves the present drawing alone.
+    // Opened first, so that a file that cannot be read leaves the present drawing alone.
     CFile file;
     CFileException error;
     if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
@@ -83,8 +83,8 @@ bool CHostFrame::OpenFile(const CString& path) {
         document->SetModifiedFlag(FALSE);
         m_recent.Add(path);
     } else {
-        // The library has shown a message and kept what it could read. The name is not taken over, so that saving the
-        // remains does not overwrite the file by itself.
+        // The library has shown a message and kept what it could read. The name is not kept, so that saving this part
+        // does not overwrite the file by itself.
         const bool some = document->GetDrawableObjs()->GetSize() > 0;
         document->SetPathName(L"", FALSE);
         document->SetModifiedFlag(some);
@@ -142,7 +142,7 @@ void CHostFrame::OnDropFiles(HDROP drop) {
     ::DragQueryFileW(drop, 0, path.GetBuffer(static_cast<int>(length)), length + 1);
     path.ReleaseBuffer();
     ::DragFinish(drop);
-    SetForegroundWindow(); // The drag has left the keyboard with another program.
+    SetForegroundWindow(); // The drag has left the keyboard focus with another program.
     if (!path.IsEmpty() && MayDiscard()) {
         OpenFile(path);
     }

@@ -24,11 +24,11 @@ public:
     bool OpenFile(const CString& path);
     // Shows the parameter pane beside the drawing of its section, and puts the keyboard on its first value.
     void OpenSection();
-    // From the program's idle time: status bar, title, focus.
+    // Called in the program's idle time: updates status bar, title, focus.
     void UpdateShown();
     // Offers the drawings of programs that were killed, and opens one that is wanted; false when there was none.
     bool OfferRecovery();
-    // Counts the messages that are shown to the user: by it the frame detects that a load reported a failure.
+    // Counts the messages that are shown to the user, so that the frame can detect that a load has reported a failure.
     void NoteMessage() { ++m_messages; }
 
     static const UINT SnapCount = 4;
@@ -102,7 +102,7 @@ private:
     bool GiveToEdit(UINT message);
     void MakeCommandItems(CMenu& menu, bool edit);
     void MakeImages(int size);
-    // Pixels at 96 dots per inch, in those of the window.
+    // Pixels at 96 dots per inch, converted to those of the window.
     int Scaled(int pixels) const;
     void ApplyScale();
     void NameStep(CMenu& menu, UINT id, const CString& step);
@@ -113,15 +113,15 @@ private:
     void AddButtonGap();
     bool MakeSectionPane();
     void LayOut();
-    // The panes are in frames of the main window, which show where the keyboard is.
+    // The panes have frames in the main window, which show where the keyboard focus is.
     CRect GetPaneFrame(const CWnd& pane) const;
     void ShowActivePane();
     void ShowSectionPane(bool show);
     void MoveSplit(int x);
     // Replaces what the last call has drawn; all other objects of the drawing stay. The history begins anew, because it
-    // does not have the parameters. `changed`: the drawing has to be saved.
+    // does not contain the parameters. `changed`: the drawing has to be saved.
     void DrawSection(bool changed);
-    // After a drawing has come from somewhere: fits it, and chooses what depends on its size.
+    // Called for each drawing that was loaded or made: fits it, and chooses what depends on its size.
     void ShowLoaded();
     bool SaveAs();
     bool Save();
@@ -132,7 +132,7 @@ private:
     // Gives the prompt the width that it needs, and shows those other panes that fit beside it.
     void ArrangeStatus();
     void ShowExamples();
-    // Of the bar between the panes.
+    // The usual place of the bar between the panes.
     int GetUsualSplit();
     CString DescribeCommand();
 

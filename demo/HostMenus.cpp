@@ -193,7 +193,7 @@ void CHostFrame::FillRecentMenu() {
     menu.Detach();
 }
 
-// The caption with the name of the step, in front of the key.
+// The caption with the name of the step, before the key.
 void CHostFrame::NameStep(CMenu& menu, UINT id, const CString& step) {
     CString caption = LoadTextLine(id, 0);
     if (!step.IsEmpty()) {
@@ -322,7 +322,7 @@ void CHostFrame::OnContextMenu(CWnd*, CPoint point) {
         }
         ::GetCursorPos(&point);
     } else if (!wish) {
-        return; // The right button has ended a command, or was meant for another window.
+        return; // The right button has ended a command, or was pressed in another window.
     }
     CPoint place = point;
     m_view.ScreenToClient(&place);

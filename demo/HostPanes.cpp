@@ -165,8 +165,8 @@ void CHostFrame::OnNextPane() {
 
 BOOL CHostFrame::PreTranslateMessage(MSG* message) {
     const bool toSection = message->hwnd == m_section.m_hWnd || ::IsChild(m_section.m_hWnd, message->hwnd);
-    // While a distance is typed the keys belong to its edit box; in a parameter's box the key that erases in the
-    // drawing erases characters.
+    // While a distance is typed the keys belong to its edit box. In a parameter's box the key that erases objects in
+    // the drawing erases characters.
     const bool taken = ::IsChild(m_view.m_hWnd, message->hwnd) || (toSection && message->wParam == VK_DELETE);
     if (!taken && m_keys != nullptr && ::TranslateAcceleratorW(m_hWnd, m_keys, message)) {
         return TRUE;

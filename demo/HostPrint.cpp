@@ -35,7 +35,7 @@ CPaperSheet SheetOf(const CDC& printer) {
     return sheet;
 }
 
-// Asks for a printer, or takes the default one where `quietly`; null when there is none or the user cancels.
+// Asks for a printer, or returns the default one where `quietly`; null when there is none or the user cancels.
 HDC AskForPrinter(CWnd* owner, bool landscape, bool quietly) {
     PRINTDLGW dialog = {};
     dialog.lStructSize = sizeof(dialog);
@@ -186,7 +186,7 @@ void CPrintPreview::OnScaleEdited() {
     ShowFacts();
 }
 
-// Which scale it is, and whether the drawing is larger than the sheet.
+// Shows the scale, and whether the drawing is larger than the sheet.
 void CPrintPreview::ShowFacts() {
     m_sheet = DefaultSheet(this, m_choice.landscape);
     const CPaperSheet& sheet = m_sheet;
@@ -228,7 +228,7 @@ void CPrintPreview::OnDrawItem(int id, LPDRAWITEMSTRUCT draw) {
     CBrush white(RGB(255, 255, 255));
     dc->FillRect(area, &grey);
     dc->FillRect(CRect(corner, size), &white);
-    // The picture itself has the corner at its origin and does not clip.
+    // The picture begins at the origin and does not clip.
     const CSize printable(std::max(1, pixels(sheet.printable.Width())), std::max(1, pixels(sheet.printable.Height())));
     CDrawingRender render(m_document, OptionsOf(printable, sheet.dotsPerInch * small, m_choice));
     CDWordArray picture;

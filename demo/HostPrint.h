@@ -13,14 +13,15 @@ struct CPaperSheet {
     double dotsPerInch = 300.0;
 };
 
-// How a drawing is on the sheet.
+// How a drawing is placed on the sheet.
 struct CPaperChoice {
     double n = 0.0; // of 1:n, a drawing unit being a millimetre; 0 fits the drawing
     bool black = true;
     bool landscape = false;
 };
 
-// A modal window with a sheet of the default printer's size, or of A4 where there is no printer, and what is on it.
+// A modal window that shows a sheet of the default printer's size, or of A4 where there is no printer, with the
+// drawing.
 class CPrintPreview : public CDialog {
 public:
     // Borrows the drawing, which must not change meanwhile.
@@ -45,5 +46,5 @@ private:
 
 // Asks for the printer and prints one page. False when cancelled, or after a message.
 bool PrintDrawing(CWnd* owner, CGraphicDocument* document, const CPaperChoice& choice);
-// The choice that a drawing begins with: the sheet's longer side along its own.
+// The first choice for a drawing: the sheet's longer side along its own.
 CPaperChoice FirstPaperChoice(CGraphicDocument* document);

@@ -55,7 +55,8 @@ void CHostFrame::ApplyScale() {
     m_examples.SetFontAndScale(m_font, static_cast<float>(scale));
 }
 
-// The window has come to a monitor of another scale: Windows proposes the place where it looks as large as before.
+// The window has moved to a monitor of another scale. Windows proposes the rectangle in which it looks as large as
+// before.
 LRESULT CHostFrame::OnDpiChanged(WPARAM, LPARAM place) {
     ApplyScale();
     const auto* rect = reinterpret_cast<const RECT*>(place);

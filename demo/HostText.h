@@ -8,8 +8,8 @@
 // that is the user's interface language, and English elsewhere. It stays valid as long as the program; empty for a
 // number without one.
 const wchar_t* LoadText(UINT id);
-// The lines of it.
+// One line of that text.
 CString LoadTextLine(UINT id, int line);
 bool IsChinese();
-// The same for what the layer loads by the thread's language: dialogs and its own messages. Once, at the start.
+// Sets the language in which the layer loads dialogs and its own messages for this thread. Called once, at the start.
 void SetThreadLanguage();

@@ -41,8 +41,8 @@ void CHostView::OnCreateCommandOperationManager() {
 }
 
 BOOL CHostView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {
-    // Double clicks for the zoom on the middle button; no background and no device context of its own, as the view
-    // paints everything itself and inverts on fresh contexts. Clipping children keeps the paint off the edit box.
+    // Double clicks for the zoom by the middle button; no background and no device context of its own, because the view
+    // paints its whole area and inverts on fresh contexts. With WS_CLIPCHILDREN the paint leaves out the edit box.
     const LPCTSTR className = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorW(nullptr, IDC_CROSS), nullptr, nullptr);
     return Create(className, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, rect, parent, id, nullptr);
 }
@@ -60,9 +60,9 @@ void CHostView::RunCommand(int row) {
     DoCommand(command.word);
     const bool same = history == nullptr || history->GetUndoCount() == steps;
     if ((command.flags & kCommandHarmless) && !modified && same) {
-        // In the classic way the view marks the drawing after every word; moving the picture about is no change to
-        // save. A command that this one has ended may have made one. Only the flag: the history, in the middle of a
-        // command, would lose the state that is saved.
+        // In the classic way the view marks the drawing as modified after every word; panning and zooming change
+        // nothing that would be saved. A command that this word has ended may have changed something. Only the flag is
+        // removed: a history would lose the saved state in the middle of a command.
         document->CDocument::SetModifiedFlag(FALSE);
     }
     if (command.running == CommandRunning::Installed) {
@@ -80,7 +80,7 @@ int CHostView::GetCommandRow() {
     return m_row;
 }
 
-// Whether the running command's right button puts back what it has moved. A grip edit, which has no row, always does.
+// Whether the running command's right button restores what it has moved. A grip edit, which has no row, always does.
 bool CHostView::CanRestore() {
     const int row = GetCommandRow();
     return row < 0 || ((CommandRows[row].flags & kCommandRestores) && m_clicks > 0);
@@ -126,7 +126,8 @@ void CHostView::MakeReadable(CDrawable* object) {
     }
 }
 
-// What does not take the foreground colour of the drawing: a new dimension, which is white, and pasted objects.
+// For objects that do not take the foreground colour of the drawing: a new dimension, which is white, and pasted
+// objects.
 void CHostView::OnCommandDone() {
     const CDrawableArray& objects = *GetDocument()->GetDrawableObjs();
     if (m_placing) {
@@ -148,7 +149,7 @@ void CHostView::OnCommandDone() {
 
 void CHostView::SetClassic(bool classic) {
     CEditingOptions options = classic ? CEditingOptions() : CEditingOptions::Comfortable();
-    // The figures of dimensions are as high as texts, and legible in a large drawing.
+    // The figures of dimensions are as high as texts, and larger in a large drawing, so that they are legible.
     CGePoint2d low;
     CGePoint2d high;
     options.figureHeight = TextHeight;
@@ -223,7 +224,7 @@ bool CHostView::TakeMenuWish() {
 void CHostView::ShowBandFigure() {
     CPoint from;
     CPoint to;
-    // In the classic way a small repaint beside the band would leave pieces of it.
+    // In the classic way a small repaint beside the band would leave parts of it on the window.
     if (!GetManager()->GetHasCommand() || IsClassic() || !GetManager()->GetBand(from, to)) {
         if (m_figure != nullptr) {
             ::ShowWindow(m_figure, SW_HIDE);
@@ -297,8 +298,8 @@ bool CHostView::GetCursorPoint(CGePoint2d& point) {
 
 // ---- Keys and mouse
 
-// Keys come here before any other code sees them, also those of the edit box beside the rubber band: the library shows
-// and reads that box, but when a typed distance is meant is the host's business.
+// Keys arrive here before any other code gets them, also those of the edit box beside the rubber band: the library
+// shows and reads that box, but the host decides when a typed distance is meant.
 BOOL CHostView::PreTranslateMessage(MSG* message) {
     const bool toEditBox = message->hwnd != m_hWnd && ::IsChild(m_hWnd, message->hwnd);
     if (toEditBox && HandleEditKey(*message)) {
@@ -319,7 +320,7 @@ bool CHostView::HandleEditKey(const MSG& message) {
         BreakOff();
         return true;
     case WM_CHAR:
-        // From now on the mouse must not overwrite the distance.
+        // From the first character on the mouse must not overwrite the distance.
         if (message.wParam >= L' ') {
             manager->SetInEdit(1);
         }
@@ -374,12 +375,13 @@ void CHostView::OnRButtonDown(UINT nFlags, CPoint point) {
     m_wantsMenu = !GetManager()->GetHasCommand();
     const int row = GetCommandRow();
     if (row >= 0 && (CommandRows[row].flags & kCommandRestores) && !CanRestore()) {
-        // Before the base point there is nothing to put back, and the command would fail to read its empty memory.
+        // Before the base point there is nothing to restore, and the command would raise while reading its empty
+        // memory.
         BreakOff();
         return;
     }
     CVectorView::OnRButtonDown(nFlags, point);
-    Invalidate(); // some commands leave their previews on the window when they are broken off
+    Invalidate(); // some cancelled commands leave their previews on the window
 }
 
 void CHostView::OnMButtonDown(UINT nFlags, CPoint point) {
@@ -395,7 +397,7 @@ void CHostView::OnMouseMove(UINT nFlags, CPoint point) {
 }
 
 void CHostView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
-    // Any key clears the selection when nothing runs. Shift and Ctrl alone are no such wish: they begin a shortcut.
+    // Any key clears the selection when nothing runs. Shift and Ctrl are excluded, because they begin a shortcut.
     if (nChar == VK_SHIFT || nChar == VK_CONTROL) {
         Default();
         return;

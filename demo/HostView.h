@@ -20,43 +20,45 @@ public:
     int GetClicks() const { return m_clicks; }
     // The library's editing options: all on, or off for the classic behaviour.
     void SetClassic(bool classic);
-    // The factor for apertures, markers and the figure beside the band; the font of that figure stays the caller's.
+    // The factor for apertures, markers and the figure beside the band; the caller owns the font of that figure.
     void SetPixelScale(float scale, CFont& font);
     bool IsClassic();
-    // Gives an object that has the colour of lines on backgrounds of the other kind, white on dark and black on light
-    // ones, that of its own background. Other colours stay.
+    // Gives a white or black object the colour that is visible on its background, white on dark ones and black on light
+    // ones. Other colours stay.
     void MakeReadable(CDrawable* object);
     bool CanSelectAll();
     void SelectAll();
     // Selects the object at a place in client pixels instead of all others, unless it is selected already; null where
     // there is none.
     CDrawable* SelectAt(CPoint point);
-    // Whether the right button went down while no command was running: then it asks for a menu. Only once.
+    // Whether the right button was pressed while no command was running, which asks for a menu. True only once for each
+    // press.
     bool TakeMenuWish();
     // Shows the length and the angle of the band beside the mouse, or hides them where there is no band.
     void ShowBandFigure();
-    // Breaks the running command off and repaints, which takes its previews off the window.
+    // Cancels the running command and repaints, which removes its previews from the window.
     void BreakOff(bool takeFocus = true);
-    // The view itself takes no focus; without it neither keys nor the wheel would arrive. The edit box keeps it.
+    // The view does not take the focus itself; without it neither keys nor the wheel would arrive. An edit box keeps
+    // it.
     void TakeFocus();
-    // Gives the mapping the window's size: once for an empty drawing, which has no extent to fit.
+    // Gives the mapping the window's size; called once for an empty drawing, which has no extent to fit.
     void ResetMapping();
     // Shows or hides the rows of the selected object, which an edit writes straight back.
     void ToggleProperties();
     bool HasProperties();
-    // Before objects are freed that the property window may show.
+    // Called before objects are freed that the property window may show.
     void EmptyProperties();
-    // Shows the objects of a stream at the mouse and adds them at the next click. False for a stream that is not whole.
+    // Shows the objects of a stream at the mouse and adds them at the next click. False for an incomplete stream.
     bool PlaceObjects(const CByteArray& bytes);
     bool IsPlacing() { return GetCommandRow() < 0 && m_placing; }
-    // The history begins anew: after a change that is no step, such as a drawing that is made or recovered.
+    // Begins the history anew after a change that is no step, such as a drawing that is made or recovered.
     void RestartHistory();
     // The drawing point under the mouse; false while the mouse has not been over the view yet.
     bool GetCursorPoint(CGePoint2d& point);
 
 protected:
     void OnCreateCommandOperationManager() override;
-    // Breaks off what runs as Escape does.
+    // Cancels what runs, as Escape does.
     int OnBeforeUndo() override;
     BOOL PreTranslateMessage(MSG* message) override;
 

@@ -1,5 +1,5 @@
-// The smallest host: a window with a drawing in it, in which the user draws lines. It needs this file and the DLLs
-// alone. Layer 13: demo.
+// The smallest host: a window with a drawing in it, in which the user draws lines. It needs only this file and the
+// DLLs. Layer 13: demo.
 #include <vectorview.h>
 
 namespace {

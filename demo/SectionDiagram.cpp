@@ -60,7 +60,7 @@ const Row Rows[] = {
     {L"G", LoadText(IDS_ROW_MASS), L"kg", LoadText(IDS_DES_MASS), true, 14},
 };
 
-// The scheme, always of the same proportions.
+// The scheme, which always has the same proportions.
 const double Left = 130;
 const double Right = 310;
 const double Top = 510;
@@ -144,7 +144,7 @@ void MakeScheme(CVectorView& view) {
 
 void SectionDiagram::Make(CVectorView& view) {
     const WeldedSection section;
-    // First, so that a click on a value is one on it and not on a line beside it.
+    // Added first, so that a click on a value takes it and not a line beside it.
     for (const Parameter& row : Parameters) {
         AddParameter(view, row, section);
     }

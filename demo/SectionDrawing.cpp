@@ -179,7 +179,7 @@ void RemoveObjects(CVectorView& view, const std::vector<DrawnObject>& objects) {
         for (INT_PTR i = 0; i < list->GetSize() && !there && alive.IsAlive(); ++i) {
             there = list->GetAt(i) == object;
         }
-        // One that the user has erased is the history's.
+        // An object that the user has erased belongs to the history.
         if (there) {
             document->DeleteObject(object);
             CKXMemoryManager::Instance()->RemoveMemoryInfo(object, __FILE__, __LINE__);

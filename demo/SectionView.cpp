@@ -13,8 +13,7 @@
 
 namespace {
 
-// Longer than any value. It also keeps the matching of an expression, which recurses deeper with every character,
-// short.
+// Longer than any value. The limit also keeps the matching of an expression short, which recurses with every character.
 const int LongestText = 40;
 
 // A real number with its sign, as the keyword asks for.
@@ -261,7 +260,8 @@ void CSectionView::OnEndEdit(CTextParm*) {
 
 // ---- Painting
 
-// Over the drawing: a frame around the value that has the keyboard, and the reason for a refusal beside its box.
+// Draws, over the drawing, a frame around the value that has the keyboard focus, and the reason for a refusal beside
+// its box.
 int CSectionView::DrawSpecInfo(CDC* dc, int) {
     CTextParm* parm = m_pEditParm != nullptr ? m_pEditParm : Find(m_current);
     const HWND focus = ::GetFocus();
@@ -351,7 +351,7 @@ BOOL CSectionView::PreTranslateMessage(MSG* message) {
     const bool toBox = m_Edit.GetSafeHwnd() != nullptr && message->hwnd == m_Edit.m_hWnd;
     if (toBox && message->message == WM_KEYDOWN && (message->wParam == VK_UP || message->wParam == VK_DOWN) &&
         m_pEditParm != nullptr) {
-        // In a box of one line these two keys have nothing else to do.
+        // In a single-line box these two keys have no other effect.
         CTextParm* from = m_pEditParm;
         DoEndEdit();
         if (m_pEditParm != nullptr) {
@@ -385,7 +385,7 @@ void CSectionView::OnKeyDown(UINT nChar, UINT, UINT) {
     }
 }
 
-// A value typed without opening the box first replaces the old one.
+// A key typed while no box is open replaces the old value.
 void CSectionView::OnChar(UINT nChar, UINT nRepCnt, UINT) {
     if (nChar <= L' ' || m_pEditParm != nullptr) {
         Default();

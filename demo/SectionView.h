@@ -17,7 +17,8 @@ public:
     void SetChanged(std::function<void()> changed) { m_changed = std::move(changed); }
     const WeldedSection& GetSection() const { return m_section; }
     CString GetSectionName();
-    // The view gets the focus by a key: opens the box over the value that was edited last, or keeps the open one.
+    // Called when the view gets the focus by a key: opens the box over the value that was edited last, or keeps the
+    // open one.
     void Enter();
     // Ends an open edit. False when its text is refused: then the box stays open and has the focus.
     bool FinishEdit();

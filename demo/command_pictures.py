@@ -2,7 +2,7 @@
 """Takes a picture of the preview of each command, for docs/commands.md, and of an undo and a sheet of paper, for the README.
 Layer 13: demo.
 
-Its surroundings come from ./run: DISPLAY, NR_WITH_WINE, NR_DEMO, NR_OUT. Prints the path of each picture, a line each. Those
+./run sets its environment: DISPLAY, NR_WITH_WINE, NR_DEMO, NR_OUT. Prints the path of each picture, a line each. Those
 in docs/images/ are copies.
 """
 import os
@@ -37,20 +37,20 @@ class Studio:
         self.demo.settled()
 
     def pline(self, *places):
-        """A polyline in the drawing."""
+        """Draws a polyline."""
         self.command("d", "p")
         self.click(*places)
         self.end()
 
     def hook(self):
-        """Two lines in the drawing, both selected."""
+        """Draws two lines and selects both."""
         for ends in (((90, 290), (150, 130)), ((150, 130), (260, 180))):
             self.command("d", "l")
             self.click(*ends)
         self.click((120, 210), (205, 155))
 
     def picture(self, name, x, y):
-        """With the pointer at a place, in two moves, since a preview shows the last move."""
+        """Takes a picture with the pointer at a place, moved in two steps, because a preview shows the last move."""
         self.demo.step(self.left + x - 9, self.top + y - 6)
         self.demo.step(self.left + x, self.top + y)
         self.save("command-" + name, self.demo.x + self.left + LEFT, self.demo.y + self.top + TOP, WIDTH, HEIGHT)
@@ -62,7 +62,7 @@ class Studio:
         print(path, flush=True)
 
     def dialog(self, name, before, key="Escape"):
-        """A picture of the dialog that comes up; then the key ends it."""
+        """Takes a picture of the dialog that opens; then the key ends it."""
         window = self.demo.dialog(before)
         self.demo.settled()
         lines = host.xdo("getwindowgeometry", "--shell", window)[1].split()
@@ -72,7 +72,7 @@ class Studio:
         self.demo.gone(window)
 
     def clear(self):
-        """An empty drawing again; the question about a changed one is answered No."""
+        """Empties the drawing; the question about a changed one is answered No."""
         self.demo.key("Escape")
         self.demo.settled()
         changed = "*" in self.demo.title()

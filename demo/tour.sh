@@ -1,12 +1,12 @@
 #!/bin/bash
 # Drives the demo with a real pointer and keyboard on the given display and takes pictures of what a user sees.
-# Its surroundings come from ./run: DISPLAY, NR_WITH_WINE, NR_DEMO, NR_FILE (may be empty), NR_OUT.
-# Prints the path of each picture, a line each; the exit code is 1 when a step did not come off.
+# ./run sets its environment: DISPLAY, NR_WITH_WINE, NR_DEMO, NR_FILE (may be empty), NR_OUT.
+# Prints the path of each picture, a line each; the exit code is 1 when a step failed.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 : "${NR_WITH_WINE:?}" "${NR_DEMO:?}" "${NR_OUT:?}" "${DISPLAY:?}"
 
-# What the demo keeps from one start to the next has no place in the pictures.
+# A folder of its own for what the demo keeps from one start to the next, on which the pictures must not depend.
 kept=$(mktemp -d)
 NRVV_DEMO_DATA=Z:${kept//\//\\}
 export NRVV_DEMO_DATA
@@ -19,26 +19,26 @@ fail() {
     exit 1
 }
 
-# xdo ARGS...: xdotool, which never hangs here for long.
+# xdo ARGS...: xdotool with a limit of time.
 xdo() { timeout 20 xdotool "$@" || fail "xdotool $1 failed"; }
 
 close_demo() {
     [ -n "$demo" ] || return 0
     kill "$demo" 2>/dev/null
     wait "$demo" 2>/dev/null
-    rm -rf "${kept:?}"/* # The recovery copy of a drawing that was changed: nothing is offered at the next start.
+    rm -rf "${kept:?}"/* # With a recovery copy the next start would ask a question.
     demo=
 }
 trap 'close_demo; rm -rf "$kept"' EXIT
 
 find_window() { timeout 10 xdotool search --onlyvisible --name 'NRVectorView' 2>/dev/null | tail -n 1; }
 
-# open_demo [FILE]: the program with its window, whose place is in left, top_edge, width and height after that.
+# open_demo [FILE]: starts the program and waits for its window; left, top_edge, width and height tell its place.
 open_demo() {
     close_demo
     local tries
     for ((tries = 0; tries < 100; tries++)); do
-        [ -n "$(find_window)" ] || break # the one before is still going
+        [ -n "$(find_window)" ] || break # the former demo has not ended yet
         sleep 0.1
     done
     "$NR_WITH_WINE" "$NR_DEMO" --lang zh "$@" >"$NR_OUT/demo.log" 2>&1 &
@@ -57,7 +57,7 @@ open_demo() {
 
 picture_sum() { timeout 30 import -window root -depth 8 rgb:- 2>/dev/null | cksum; }
 
-# Until the screen does not change: the same twice in a row. A blinking caret may prevent that, so not for long.
+# Waits until two pictures of the screen in a row are the same, but not for long: a blinking caret may prevent that.
 settle() {
     local tries before='' now
     for ((tries = 0; tries < 8; tries++)); do

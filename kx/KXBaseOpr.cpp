@@ -10,8 +10,8 @@ namespace {
 const size_t FirstCapacity = 1024;
 const size_t FirstSiteCapacity = 64;
 
-// Heap blocks are aligned to 16 bytes. Those of one page have slots near each other, which the processor's cache likes:
-// objects are mostly made and freed in the order of their addresses. The multiplication spreads the pages.
+// Heap blocks are aligned to 16 bytes. The blocks of one page get neighbouring slots, which suits the processor's
+// cache: objects are mostly made and freed in the order of their addresses. The multiplication spreads the pages.
 size_t HashAddress(uint64_t address, size_t mask) {
     return static_cast<size_t>((((address >> 12) * 0x9E3779B97F4A7C15ull) >> 32) + ((address >> 4) & 0xFF)) & mask;
 }
@@ -145,7 +145,7 @@ void CKXMemoryManager::RemoveMemoryInfo(void* p, const char*, int) noexcept {
     size_t hole = FindSlot(p);
     --m_sites[m_entries[hole].site].count;
     --m_count;
-    // Entries after the hole that would no longer be reached from their own slot move up into it.
+    // Entries after the hole that would no longer be found from their own slot are moved into it.
     for (size_t next = (hole + 1) & mask; m_entries[next].pointer != nullptr; next = (next + 1) & mask) {
         const size_t home = HashPointer(m_entries[next].pointer, mask);
         if (((next - home) & mask) >= ((next - hole) & mask)) {
@@ -211,8 +211,8 @@ bool CKXMemoryManager::GrowSites() {
     return true;
 }
 
-// Index of the place, or -1 without memory. The literal's address finds it, the text confirms it: another module may
-// have been loaded at the address of the first one.
+// Index of the place, or -1 without memory. It is found by the literal's address and confirmed by its text: another
+// module may have been loaded at the address of the first one.
 int CKXMemoryManager::FindOrAddSite(const char* file, int line) {
     if (static_cast<size_t>(m_siteCount + 1) * 2 > m_siteCapacity && !GrowSites()) {
         return -1;

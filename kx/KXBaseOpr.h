@@ -27,8 +27,8 @@ public:
     // Exists until the process ends, also while other modules are being unloaded.
     static CKXMemoryManager* Instance();
 
-    // p was allocated at file:line. Null is ignored. A pointer that is listed already was freed without being
-    // removed and given out anew: the new place replaces the old one.
+    // p was allocated at file:line. Null is ignored. A pointer that is listed already was freed without being removed
+    // and allocated again: the new place replaces the old one.
     void AddMemoryInfo(void* p, const char* file, int line) noexcept;
 
     // p is about to be freed at file:line. Null is ignored, a pointer that is not listed counts as unknown.
@@ -87,7 +87,7 @@ private:
 };
 
 // Stopwatch for the life of a scope: writes "label: n us" with OutputDebugString when it ends, if logging is switched
-// on. Off, which is the default, it costs a test of one flag. The label must exist as long as the timer.
+// on. When it is off, the default, the only cost is the test of a flag. The label must exist as long as the timer.
 class NRKX_API CScopeTimer {
 public:
     // `label` is borrowed.
@@ -110,7 +110,7 @@ public:
     CScopeTimer(const CScopeTimer&) = delete;
     CScopeTimer& operator=(const CScopeTimer&) = delete;
 
-    // For all timers made from now on; those that run already finish as they began.
+    // For all timers made from now on; running ones end as they began.
     static void Enable(int enable);
     static int IsEnabled() { return s_enabled; }
 

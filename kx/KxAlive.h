@@ -6,12 +6,12 @@
 class CKxAlive;
 
 // Held by code that works across such a call, on the stack or as a member. Asked once, right after the call: when
-// IsAlive gives false, nothing of the owner may be touched. Copies ask the same question. Never throws and never
+// IsAlive returns false, nothing of the owner may be used. A copy belongs to the same life. Never throws and never
 // allocates.
 class CKxAliveToken {
 public:
-    explicit CKxAliveToken(const CKxAlive& owner); // Of the owner's present life.
-    // Asks the same question as the other.
+    explicit CKxAliveToken(const CKxAlive& owner); // Belongs to the owner's present life.
+    // Belongs to the same life as the other.
     CKxAliveToken(const CKxAliveToken& other) : m_State(other.m_State), m_Life(other.m_Life) { ++m_State->references; }
     CKxAliveToken& operator=(const CKxAliveToken&) = delete;
     ~CKxAliveToken() { Release(m_State); }
@@ -22,7 +22,7 @@ private:
     friend class CKxAlive;
     struct State {
         unsigned int references;
-        unsigned long long life; // Grows by one at each end.
+        unsigned long long life; // Incremented at each end.
     };
     static void Release(State* state) {
         if (--state->references == 0) {
@@ -45,8 +45,8 @@ public:
         End();
         CKxAliveToken::Release(m_State);
     }
-    // Every token given so far answers false from now on; tokens taken later belong to the next life. For an owner
-    // whose window is destroyed and may be created again. Never throws.
+    // Every token made so far returns false from now on; later tokens belong to the next life. For an owner whose
+    // window is destroyed and may be created again. Never throws.
     void End() { ++m_State->life; }
 
 private:

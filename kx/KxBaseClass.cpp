@@ -16,7 +16,7 @@ int CompareDbl(double a, double b) {
     if (noA || noB) {
         return static_cast<int>(noA) - static_cast<int>(noB);
     }
-    // Equal infinities first: their difference is no number.
+    // Equal infinities are compared first, because their difference is not-a-number.
     if (a == b || std::fabs(a - b) < Tolerance) {
         return 0;
     }

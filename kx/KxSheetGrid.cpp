@@ -229,7 +229,7 @@ void CSheetGridCtrl::SetDivider(int x) {
     }
 }
 
-// Moves the focus mark for the user and tells the parent. Returns 0 when the row stayed or the window was destroyed.
+// Moves the focus mark for the user and notifies the parent. Returns 0 when the row stayed or the window was destroyed.
 int CSheetGridCtrl::WalkTo(int row) {
     row = std::max(0, std::min(row, m_rowCount - 1));
     if (m_rowCount == 0 || row == m_current) {
@@ -274,7 +274,7 @@ int CSheetGridCtrl::BeginEdit(int row) {
     m_editRow = row;
     PlaceEdit();
     m_edit.ShowWindow(SW_SHOW);
-    // The control that loses the focus by it may end the edit at once, or destroy the grid.
+    // The control that loses the focus here may end the edit at once, or destroy the grid.
     m_edit.SetFocus();
     if (!alive.IsAlive() || !IsEditing()) {
         return 0;
@@ -289,7 +289,7 @@ void CSheetGridCtrl::EndEdit(int commit) {
         return;
     }
     const int row = m_editRow;
-    m_editRow = -1; // First: taking the focus away from the box below would end the edit again.
+    m_editRow = -1; // First: the box below loses the focus, which would end the edit again.
     const CKxAliveToken alive(m_alive);
     CString text;
     m_edit.GetWindowText(text);
@@ -307,13 +307,13 @@ void CSheetGridCtrl::EndEdit(int commit) {
         if (!alive.IsAlive()) {
             return;
         }
-        // The new value may show in other rows too.
+        // Other rows may depend on the new value.
         Invalidate(FALSE);
     }
     Notify(SGN_ENDEDIT, row, 1, text);
 }
 
-// A key of the edit box. Returns whether it ended the edit or moved on.
+// Handles a key of the edit box. Returns whether the key ended the edit or moved on.
 int CSheetGridCtrl::OnEditKey(UINT key, int shift) {
     const CKxAliveToken alive(m_alive);
     int step = 0;
@@ -513,8 +513,8 @@ void CSheetGridCtrl::OnVScroll(UINT nSBCode, UINT, CScrollBar*) {
 // ---- Keys and focus
 
 UINT CSheetGridCtrl::OnGetDlgCode() {
-    // Tab stays the dialog's way to the next control. Return and Escape are ours: the one begins an edit, the other
-    // must not close the dialog when it is pressed again after it has discarded an edit.
+    // Tab stays the dialog's key for the next control. Return and Escape are handled here: Return begins an edit, and
+    // Escape must not close the dialog when it is pressed again after it has discarded an edit.
     UINT code = DLGC_WANTARROWS | DLGC_WANTCHARS;
     const MSG* message = GetCurrentMessage();
     if (message != nullptr && message->message == WM_GETDLGCODE &&
@@ -615,7 +615,7 @@ LRESULT CSheetGridCtrl::OnLayoutMessage(WPARAM, LPARAM) {
 }
 
 void CSheetGridCtrl::OnDestroy() {
-    m_editRow = -1; // There is no host left to take the text.
+    m_editRow = -1; // The parent can no longer take the text.
     m_alive.End();
     CWnd::OnDestroy();
 }
@@ -651,7 +651,7 @@ void CSheetGridEdit::OnKeyDown(UINT nChar, UINT, UINT) {
 }
 
 void CSheetGridEdit::OnChar(UINT nChar, UINT, UINT) {
-    // The characters of the keys that OnKeyDown took: the box would only beep.
+    // Drops the characters of the keys that OnKeyDown has handled: the box would only beep.
     if (nChar != VK_RETURN && nChar != VK_TAB && nChar != VK_ESCAPE) {
         Default();
     }

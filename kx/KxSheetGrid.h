@@ -19,7 +19,7 @@ struct NMSHEETGRID {
 
 const UINT SGIF_TEXT = 1; // a bit of the mask
 
-// Notification codes. The result of the parent counts for SGN_BEGINEDIT only.
+// Notification codes. The parent's result counts for SGN_BEGINEDIT only.
 const UINT SGN_CLICK = static_cast<UINT>(-161);      // a cell was pressed with the left button
 const UINT SGN_SELCHANGED = static_cast<UINT>(-163); // the user moved to another row
 const UINT SGN_DBLCLK = static_cast<UINT>(-164);     // a cell was double-clicked, outside of an edit
@@ -35,7 +35,7 @@ class CSheetGridEdit : public CEdit {
     friend class CSheetGridCtrl;
 
 protected:
-    // Each answers the message of its name.
+    // Each handles the message of its name.
     afx_msg UINT OnGetDlgCode();
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
@@ -47,10 +47,10 @@ private:
     CSheetGridCtrl* m_pGrid = nullptr;
 };
 
-// The grid. A row has the focus mark; keys walk it, a click on the value, F2, Return or typing edits it. In the edit
-// Return commits and moves to the next row, Tab commits and edits the next row (with Shift the one before), Up, Down
-// and the page keys commit and walk, Escape discards the edit, and losing the focus commits. The divider between the
-// columns follows the mouse, or Ctrl with Left and Right.
+// The grid. A row has the focus mark; keys move it, and a click on the value, F2, Return or typing edits the value. In
+// the edit Return commits and moves to the next row, Tab commits and edits the next row (with Shift the one before),
+// Up, Down and the page keys commit and move, Escape discards the edit, and losing the focus commits. The divider
+// between the columns follows the mouse, or Ctrl with Left and Right.
 // Works through Create and, with the window class "CGridCtrl", as a control of a dialog template that is then
 // subclassed. The class is registered by the first constructor.
 class NRKX_API CSheetGridCtrl : public CWnd {
@@ -87,7 +87,7 @@ public:
     void EndEdit(int commit);
 
 protected:
-    // Each answers the message of its name.
+    // Each handles the message of its name.
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnSize(UINT nType, int cx, int cy);
@@ -139,7 +139,7 @@ private:
     int m_allowEdit;
     int m_divider;            // pixels; -1 until the user moves it: two fifths of the width
     int m_dragging;           // the divider follows the mouse
-    int m_wheel;              // what is left of the wheel's turn after whole notches
+    int m_wheel;              // what is left of the wheel's turn after whole steps
     mutable int m_rowHeight;  // 0 until measured
     mutable int m_textHeight; // of the font
 };

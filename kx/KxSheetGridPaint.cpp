@@ -52,7 +52,7 @@ void PutText(HDC dc, const CString& text, CRect cell, int color) {
 } // namespace
 
 BOOL CSheetGridCtrl::OnEraseBkgnd(CDC*) {
-    // Everything comes out of OnPaint's bitmap, so nothing flickers.
+    // OnPaint draws everything, through a bitmap: nothing flickers.
     return TRUE;
 }
 
@@ -121,7 +121,7 @@ void CSheetGridCtrl::PaintRow(HDC dc, int row) {
     }
     PutText(dc, GetCellText(row, 0), label, current && focused ? COLOR_HIGHLIGHTTEXT : text);
     if (row == m_editRow) {
-        return; // the edit box covers it
+        return; // the edit box covers the cell
     }
     PutText(dc, GetCellText(row, 1), value, text);
     if (current && ::GetFocus() == m_hWnd) {

@@ -4,8 +4,9 @@
 
 #include "DrawingRender.h"
 
-// Each function opens the clipboard for `owner`, whose window it belongs to afterwards, and closes it again. The
-// results are false, without a message, where another program has the clipboard open, or memory or the picture fails.
+// Each function opens the clipboard for `owner`, whose window owns it afterwards, and closes it again. The results are
+// false, without a message, where another program has the clipboard open, or memory does not suffice or the picture
+// fails.
 class NRVECTORVIEW_API CDrawingClipboard {
 public:
     // The stream of CObjectStream, in the registered format "NRVectorView Objects"; false where `objects` has none.

@@ -16,15 +16,16 @@ namespace {
 
 constexpr int kLargestSide = 32767;
 constexpr double kLargestArea = 134217728.0; // Pixels; half a gigabyte as a bitmap.
-constexpr int kLeastMargin = 10;             // Pixels, in percent's form.
+constexpr int kLeastMargin = 10;             // Pixels; the least margin in percent.
 constexpr double kWidestScale = 1000.0;
 constexpr int kWidestLeast = 1000;
 constexpr double kMillimetresPerInch = 25.4;
 constexpr double kThinLine = 0.25; // Millimetres.
-constexpr int kPaperMargin = 2;    // Percent, beside what the printer leaves free.
+constexpr int kPaperMargin = 2;    // Percent, within the printable area.
 constexpr DWORD kOpaque = 0xFF000000;
 
-// The height that a text keeps from its last paint. It decides extents and hits, so a picture leaves it as it was.
+// Gives access to the height that a text keeps from its last paint. It decides extents and hits, so a picture restores
+// it.
 struct TextAccess : CText {
     static float CText::*Height() { return &TextAccess::m_MinCalHeight; }
 };
@@ -51,7 +52,7 @@ bool IsFinite(const CGePoint2d& p) {
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
-// A memory context with 32-bit pixels of its own, from the top.
+// A memory context with a bitmap of its own: 32 bits a pixel, top row first.
 class CPixelDC : public CDC {
 public:
     CPixelDC(CSize size) {
@@ -91,7 +92,7 @@ private:
     DWORD* m_Bits = nullptr;
 };
 
-// What `make` gives; NoResource where it throws for lack of memory or of an object of GDI.
+// The status that `make` returns; NoResource where it throws for lack of memory or of a GDI object.
 template <class Make>
 RenderStatus Guarded(Make make) {
     try {
@@ -103,7 +104,7 @@ RenderStatus Guarded(Make make) {
     return RenderStatus::NoResource;
 }
 
-// The colour and alpha that give `onBlack` over black and `onWhite` over white.
+// The colour and alpha that appear as `onBlack` over black and as `onWhite` over white.
 DWORD Unblend(DWORD onBlack, DWORD onWhite) {
     DWORD alpha = 0;
     for (int shift = 0; shift < 24; shift += 8) {
@@ -164,7 +165,7 @@ void CDrawingRender::SaveStates() {
             }
         }
     }
-    // From here on nothing is refused.
+    // From here on nothing throws.
     m_pDocument->removeCurrentObject();
     for (INT_PTR i = 0; i < m_Selected.GetSize(); ++i) {
         m_Selected[i]->SetDrawState(CDrawable::Normal);
@@ -177,7 +178,7 @@ void CDrawingRender::RestoreStates() {
     }
     INT_PTR next = 0;
     ForEachText(m_pDocument, [this, &next](float& height) {
-        if (next < m_TextHeights.GetSize()) { // Not all of them where there was no memory.
+        if (next < m_TextHeights.GetSize()) { // Fewer than the texts where memory did not suffice.
             height = m_TextHeights[next++];
         }
     });
@@ -212,7 +213,7 @@ RenderStatus CDrawingRender::Arrange() {
     }
     switch (o.place) {
     case CRenderOptions::AsStored:
-        // The mapping is already the document's own.
+        // The mapping already is the document's own.
         return m_pOldTran != nullptr && o.scale == 0.0 && MakeSize(CGePoint2d(), CGePoint2d(), 0, 0)
                    ? RenderStatus::Done
                    : RenderStatus::BadOptions;
@@ -259,7 +260,7 @@ bool CDrawingRender::ZoomAll() {
     CGePoint2d min;
     CGePoint2d max;
     try {
-        // A polyline that a stream left without vertices raises here.
+        // A polyline that was loaded without vertices throws here.
         if (m_pDocument->GetRect(min, max) == 0) {
             return false;
         }
@@ -281,7 +282,7 @@ void CDrawingRender::ArrangeBox(const CGePoint2d& min, const CGePoint2d& max, CS
     }
     float single = static_cast<float>(scale);
     if (!std::isfinite(single) || !(single > 0.0f)) {
-        single = 1.0f; // One point, or an extent beyond numbers.
+        single = 1.0f; // One point, or an extent too large for a double.
     }
     m_Tran.SetScreenSize(m_Size);
     m_Tran.SetScale(single);

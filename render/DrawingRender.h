@@ -13,8 +13,8 @@
 //   the objects' data with the attributes that the painter resolves, and has no pixels in its geometry.
 // - Selected objects are painted as unselected ones, without grips, unless `grips` asks for them. Any other state is
 //   shown as a view shows it.
-// - The document is as before afterwards: mapping, current object, states and measured text heights are put back. A
-//   label that shows its figure has placed it, as every paint does.
+// - The document is as before afterwards: mapping, current object, states and measured text heights are restored. Only
+// the figure of a label has the place that this paint gave it, as after every paint.
 struct CRenderOptions {
     // Which part of the drawing is shown.
     enum Place {
@@ -22,19 +22,19 @@ struct CRenderOptions {
         Window,  // The rectangle from windowMin to windowMax in drawing units, centred where the proportions differ.
         AsStored // The document's own scale and origin: what its view shows, from the top left corner on.
     };
-    // What becomes of the colours.
+    // How the colours are shown.
     enum Colors {
         Stored,       // As they are.
         BlackOnWhite, // Every stroke and text black, every filled area and the background white.
         Monochrome    // The same, texts without smoothing as well: two colours, and one bit a pixel in a PNG.
     };
 
-    // Pixels, 1 to 32767 each and at most 2^27 together. 0 in one of them: from the other by the proportion of what is
-    // shown. With a scale above 0 the size is not looked at, unless `keepSize` is set.
+    // Pixels, 1 to 32767 each and at most 2^27 together. A 0 is replaced by the number that fits the proportion of what
+    // is shown. With a scale above 0 the size is ignored, unless `keepSize` is set.
     CSize size = CSize(1024, 768);
     // Drawing units per pixel; above 0 the size of the picture follows from what is shown. Not for AsStored.
     double scale = 0.0;
-    // With a scale: the size is as given, as that of a sheet of paper, and what is shown is in its middle.
+    // With a scale: the size is as given, for example that of a sheet of paper, with what is shown in its middle.
     bool keepSize = false;
 
     Place place = Fit; // See Place.
@@ -50,21 +50,21 @@ struct CRenderOptions {
     bool ownBackground = false;
     COLORREF background = RGB(255, 255, 255);
     Colors colors = Stored; // See Colors.
-    // Multiplies the painter's pen widths, which are whole pixels; the results are 1 pixel at least. A dash pattern
-    // grows with its line.
+    // Multiplies the painter's pen widths, which are whole pixels; the results are 1 pixel at least. A dash pattern is
+    // enlarged with its line.
     double lineWidthScale = 1.0;
-    // In pixels, 1 to 1000: thinner lines are widened to it. For paper, where one dot is hardly seen.
+    // Pixels, 1 to 1000: thinner lines are widened to it. For paper, where one dot is hardly visible.
     int leastLineWidth = 1;
 
-    bool selectedOnly = false; // The document's selected list; then without net.
+    bool selectedOnly = false; // Only the document's selected objects, without the net.
     bool includeNet = true;    // The background lines too.
     bool grips = false;        // PNG and EMF only.
     bool showDecimals = true;  // The painter's number display; a parameter view hides decimals.
 };
 
-// What a picture came to.
+// The result of making a picture.
 enum class RenderStatus {
-    Done,       // It is made.
+    Done,       // The picture is made.
     BadOptions, // A size, scale or window out of range.
     NoResource, // GDI or memory refuses.
     NoEncoder   // The system has no PNG encoder, or it failed.
@@ -72,8 +72,8 @@ enum class RenderStatus {
 
 class NRVECTORVIEW_API CDrawingRender {
 public:
-    // Borrows the document for its own life, which is one picture or several of the same options. The document must
-    // not be painted, edited or freed meanwhile. The document needs a mapping, as every document of a painter has.
+    // Borrows the document for its own life, which is one picture or several with the same options. The document must
+    // not be painted, edited or freed meanwhile, and needs a mapping, as every document of a painter has.
     CDrawingRender(CGraphicDocument* document, const CRenderOptions& options);
     ~CDrawingRender();
     CDrawingRender(const CDrawingRender&) = delete;
@@ -83,14 +83,14 @@ public:
     // wide. `n` 0 fits the drawing; otherwise it is shown as 1:n in the middle, a drawing unit being a millimetre.
     static CRenderOptions PaperOptions(CSize dots, double dotsPerInch, double n);
 
-    // Done, or BadOptions: then the functions below give that too.
+    // Done or BadOptions; with BadOptions the functions below return it too.
     RenderStatus Status() const;
     // In pixels.
     CSize Size() const;
     const CVectorViewCoordTran& Mapping() const; // Between the drawing and the picture's pixels.
 
-    // Onto a context of the caller's, whose unit is the pixel, with the top left corner at its origin. No background
-    // where the options say transparent. What lies outside the picture is not clipped.
+    // Paints onto a context of the caller, whose unit is the pixel, with the top left corner at its origin. No
+    // background where the options say transparent. What lies outside the picture is not clipped.
     RenderStatus Paint(CDC* dc);
     // 32-bit pixels from the top, 0xAARRGGBB, for `pixels.GetSize() == width * height`. The alpha of a transparent
     // picture comes from painting twice, on black and on white, and comparing: a pixel that is the same on both is
@@ -103,8 +103,9 @@ public:
     // the handle to the caller, who frees it by DeleteEnhMetaFile; Emf gives the bytes of a file.
     RenderStatus Metafile(HENHMETAFILE& metafile);
     RenderStatus Emf(CByteArray& file);
-    // UTF-8 bytes. Objects with a coordinate that is no finite number, objects of a kind that the library does not
-    // know, dragged objects but lines, and objects that fail to draw are left out: LeftOut counts them after the call.
+    // UTF-8 bytes. Left out, and counted by LeftOut after the call, are objects with a coordinate that is no finite
+    // number, of a kind that the library does not know, in the state Dragging unless they are lines, and objects that
+    // fail to draw.
     RenderStatus Svg(CByteArray& file);
     int LeftOut() const;
 

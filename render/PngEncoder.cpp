@@ -30,7 +30,7 @@ private:
     Interface* m_p = nullptr;
 };
 
-// COM for the length of a block. A thread that already has it in another form keeps that one.
+// Initializes COM for the length of a block. A thread that has it in another mode keeps that one.
 class ComScope {
 public:
     ComScope() : m_Begun(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}

@@ -10,8 +10,8 @@ namespace PngEncoder {
 
 enum Depth { OneBit, Plain, WithAlpha };
 
-// The bytes of a PNG file at 96 dots per inch. `pixels` are 0xAARRGGBB from the top left on, width * height of them.
-// OneBit takes a pixel as white when its green is 128 or more. False when the system can't.
+// The bytes of a PNG file at 96 dots per inch. `pixels` are 0xAARRGGBB, rows from the top and from the left, width *
+// height of them. OneBit makes a pixel white when its green is 128 or more. False when the system can't.
 bool Encode(const DWORD* pixels, int width, int height, Depth depth, CByteArray& file);
 
 } // namespace PngEncoder

@@ -44,7 +44,7 @@ bool CRenderDC::ChangesWidths(const CRenderOptions& options) {
 }
 
 int CRenderDC::StrokeWidth(const CRenderOptions& options, int width) {
-    // GDI takes the magnitude, and 0 as 1.
+    // GDI uses the magnitude, and 1 for 0.
     const double given = std::max(1.0, std::fabs(static_cast<double>(width)));
     return std::max(options.leastLineWidth, Truncate(std::min(given * options.lineWidthScale + 0.5, 32767.0)));
 }
@@ -67,8 +67,8 @@ CPen* CRenderDC::SelectObject(CPen* pen) {
     const int asked = static_cast<int>(given.lopnWidth.x);
     const int width = ChangesWidths(m_Options) ? StrokeWidth(m_Options, asked) : asked;
     CPen own;
-    // GDI draws a plain pen of more than one pixel without its pattern: such a line stays solid when it gets thin, and
-    // a patterned one is widened as a pen of the other sort.
+    // GDI draws a plain pen of more than one pixel without its pattern. So such a line stays solid when it becomes
+    // thin, and a patterned line that becomes wide gets a geometric pen.
     const double* pattern = Pattern(static_cast<int>(given.lopnStyle));
     if (pattern != nullptr && std::abs(given.lopnWidth.x) > 1) {
         given.lopnStyle = PS_SOLID;
@@ -119,7 +119,7 @@ CFont* CRenderDC::SelectObject(CFont* font) {
 }
 
 COLORREF CRenderDC::SetTextColor(COLORREF color) {
-    // The caller puts the result back through here: what it finds is what it set, or the context's own black.
+    // Callers restore the former colour through this function: what they restore is what they had set, or black.
     return CDC::SetTextColor(StrokeColor(m_Options, color));
 }
 

@@ -1,17 +1,18 @@
-// CRenderDC: a device context that changes colours and line widths on their way, for prints in black and in other
-// widths. Layer 8: render.
+// CRenderDC: a device context that replaces colours and line widths before it draws, for prints in black and in other
+// widths.
+// Layer 8: render.
 #pragma once
 
 #include "DrawingRender.h"
 
-// What the caller selects stays the caller's; in its place a pen or font of this object's own is in force. Selecting
-// gives back what the caller had selected before, so that the usual "select the old one back" works.
+// The caller keeps what it selects; a pen or font that this object owns is selected in its place. Selecting returns
+// what the caller had selected before, so that the usual "select the old one back" works.
 class CRenderDC : public CDC {
 public:
     explicit CRenderDC(const CRenderOptions& options);
-    // Takes its own objects out of the context; the handles stay with whom they came from.
+    // Deselects its own objects; the callers' handles stay theirs.
     ~CRenderDC() override;
-    // Draws where `dc` does, which is borrowed.
+    // Draws on `dc`, which is borrowed.
     void Wrap(CDC* dc);
 
     using CDC::SelectObject;
@@ -21,16 +22,16 @@ public:
     COLORREF SetBkColor(COLORREF color) override;
 
     static COLORREF StrokeColor(const CRenderOptions& options, COLORREF color);
-    // Lengths of ink and gap of a style from PS_DASH to PS_DASHDOTDOT, in widths of the line, ended by 0: those that
-    // GDI gives to pens of one pixel, and here to wider ones as well. Null for any other style.
+    // Lengths of ink and gap of a style from PS_DASH to PS_DASHDOTDOT, in line widths, ended by 0. GDI uses them for
+    // pens of one pixel, this class for wider ones as well. Null for any other style.
     static const double* Pattern(int style);
     static bool ChangesWidths(const CRenderOptions& options);
-    // A pen's width in pixels after the options' scale, and at least their least.
+    // A pen's width in pixels, scaled by the options and at least their least width.
     static int StrokeWidth(const CRenderOptions& options, int width);
 
 private:
     CRenderOptions m_Options;
-    CPen* m_pFirstPen = nullptr; // What was selected before anything.
+    CPen* m_pFirstPen = nullptr; // What was selected in the context at first.
     CFont* m_pFirstFont = nullptr;
     CPen* m_pPen = nullptr; // What the caller selected last.
     CFont* m_pFont = nullptr;

@@ -25,7 +25,7 @@ void AppendUtf8(CSvgBuffer& out, unsigned code) {
     }
 }
 
-// The character at `i`, which moves on to its last half.
+// The code point at `i`, which is advanced to its last half.
 unsigned CharacterAt(const CString& text, int& i) {
     const unsigned c = text[i];
     if (c >= 0xD800 && c < 0xE000) {
@@ -68,7 +68,7 @@ bool SvgText::AppendNumber(CSvgBuffer& out, double number) {
         return false;
     }
     char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof(digits), number + 0.0); // No "-0".
+    const auto end = std::to_chars(digits, digits + sizeof(digits), number + 0.0); // Without a sign for -0.
     out.Append(digits, end.ptr);
     return true;
 }

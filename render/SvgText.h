@@ -7,8 +7,8 @@
 #include <cstring>
 #include <vector>
 
-// Bytes that grow at their end. No std::string: with the checks of the guarded build every object that uses one holds a
-// copy of its functions, which would be exported for the tests and meet the tests' own.
+// Bytes that grow at their end. Not std::string: in the guarded build every unit that uses it has a copy of its
+// functions, which would be exported for the tests and collide with the tests' own.
 class CSvgBuffer {
 public:
     void operator+=(char c) { m_Bytes.push_back(c); }

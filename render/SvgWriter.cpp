@@ -18,15 +18,16 @@
 namespace {
 
 constexpr double kTurn = 6.283185307179586;
-constexpr int kMeasured = 1000; // Pixels of the cell in which a face is measured.
+constexpr int kMeasured = 1000; // The height in pixels of the cell in which a face is measured.
 constexpr double kTickOvershoot = 2.5;
 
-// Where the painter has a stroke, in pixels to the right of and below its exact place, on average over all fractions.
-constexpr double kOddWidth = 0.5;   // Its middle is that of a pixel, which lies right of and below the pixel's number.
-constexpr double kTruncated = -0.5; // Coordinates that are truncated; those that are rounded stay on average.
-constexpr double kBoxEnd = -0.25;   // A circle's box is without its last row and column.
+// The place of the painter's stroke, in pixels to the right of and below the exact place, on average over all
+// fractions.
+constexpr double kOddWidth = 0.5;   // Its middle is that of a pixel, half a pixel right of and below its number.
+constexpr double kTruncated = -0.5; // For truncated coordinates; rounded ones stay in place on average.
+constexpr double kBoxEnd = -0.25;   // A circle's box lacks its last row and column.
 
-// What a Draw of the library reads of its own object, and no accessor gives.
+// Gives access to what a Draw of the library reads of its own object and no accessor returns.
 struct DrawableAccess : CDrawable {
     static auto Color() { return &DrawableAccess::InnerGetPenColor; }
     static auto Wide() { return &DrawableAccess::InnerGetLineWide; }
@@ -161,7 +162,7 @@ void CSvgWriter::EndLayer() {
 }
 
 CSvgWriter::WriteKind CSvgWriter::KindOf(CDrawable* object) {
-    // A class of a host is written as the kind of the library that it derives from; a derived kind comes before its
+    // A class of a host is written as the kind of the library that it derives from; a derived kind is tested before its
     // base.
     static const struct {
         const CRuntimeClass* kind;
@@ -225,7 +226,7 @@ CSvgWriter::Pen CSvgWriter::PenOf(CDrawable* object, bool locked, float floorWid
     pen.color = CRenderDC::StrokeColor(m_Options, (object->*DrawableAccess::Color())(&m_Geometry));
     pen.style = (object->*DrawableAccess::Type())(&m_Geometry);
     const int given = Truncate((object->*DrawableAccess::Width())(&m_Geometry, locked, floorWidth));
-    // Written so that a width which is no number counts as fixed.
+    // Written so that a width that is not-a-number counts as fixed.
     pen.fixed = locked || !(m_pTran->DToL((object->*DrawableAccess::Wide())(&m_Geometry)) >= 1.0f);
     CRenderOptions unscaled;
     pen.pixels = CRenderDC::StrokeWidth(m_Options, given);
@@ -237,7 +238,7 @@ CSvgWriter::Pen CSvgWriter::PenOf(CDrawable* object, bool locked, float floorWid
     return pen;
 }
 
-// `stretch` is what a step of the pattern measures along the line.
+// `stretch` is the length of one step of the pattern along the line.
 void CSvgWriter::Stroke(const Pen& pen, double stretch) {
     if (pen.style == PS_NULL) {
         return;
@@ -290,8 +291,8 @@ void CSvgWriter::PutClass(int pixels, int style) {
     SvgText::AppendInteger(m_Text, style);
 }
 
-// The lengths of fixed strokes in pixels, for programs that can keep them so; others take the attributes in drawing
-// units, which are the same at the size that was asked for.
+// The lengths of fixed strokes in pixels, for programs that support them; others use the attributes in drawing units,
+// which are the same at the size that was asked for.
 void CSvgWriter::WriteStyles() {
     if (m_Fixed.empty()) {
         return;
@@ -325,7 +326,7 @@ void CSvgWriter::WriteStraight(const Pen& pen, const CGePoint2d& a, const CGePoi
     Put("L");
     Point(b);
     if (thereAndBack && IsDashed(pen.style)) {
-        // The second stroke's pattern begins at the other end and fills gaps of the first one's.
+        // The pattern of the second stroke begins at the other end and fills gaps of the first one.
         Put("M");
         Point(b);
         Put("L");
@@ -367,7 +368,7 @@ bool CSvgWriter::WriteLine(CDrawable* object) {
         return true;
     }
     Pen pen = PenOf(line, line->GetLockMode() == 1);
-    const bool inverted = line->GetDrawState() == CDrawable::Dragging; // As the finished sides of a rectangle are.
+    const bool inverted = line->GetDrawState() == CDrawable::Dragging; // Such as the finished sides of a rectangle.
     if (inverted) {
         pen.color = ~m_Background & 0xFFFFFF;
         pen.style = PS_SOLID;
@@ -401,7 +402,7 @@ bool CSvgWriter::WritePLine(CDrawable* object) {
         double radius = 0.0;
         const CGePoint2d top = straight ? end : CDraw_Common::GetArcMidHighPt(start, end, bulge);
         if (!straight && CArc::Calarc(start, top, end, center, radius) == 0) {
-            break; // As painting ends there.
+            break; // The painting ends there too.
         }
         if (IsDashed(pen.style) && straight) {
             WriteStraight(pen, start, end, true);
@@ -422,8 +423,8 @@ bool CSvgWriter::WritePLine(CDrawable* object) {
             Point(end);
             continue;
         }
-        // The radius from the bulge itself: the built one has the digits of a float only.
-        // Between its arcs' quarter pixel and none, as its straight parts have it.
+        // The radius is computed from the bulge: that of the built arc has only the digits of a float.
+        // The average shift lies between the quarter pixel of an arc and none, that of straight parts.
         open.cut = open.pixels % 2 != 0 ? kBoxEnd : 0.0;
         const double chord = std::hypot(end.x - start.x, end.y - start.y);
         const double size = CDraw_Common::GetAbs(bulge);
@@ -489,7 +490,7 @@ bool CSvgWriter::WriteCenterPoint(CDrawable* object) {
     return IsPlainState(mark);
 }
 
-// Hidden or not, and in every state.
+// Written hidden or not, and in every state.
 bool CSvgWriter::WriteCombRect(CDrawable* object) {
     auto* frame = static_cast<CCombRect*>(object);
     CGePoint2d a;
@@ -563,7 +564,7 @@ void CSvgWriter::Run(CText* text, const CString& shown, double ratio, bool box) 
     if (Truncate(m_pTran->DToL(height)) < 1) {
         height = m_pTran->GetScale(); // A text too small for a pixel is shown one pixel high.
     }
-    const int tenths = WrapMultiply(Truncate(text->*TextAccess::Angle()), 10) % 3600; // As the font has it.
+    const int tenths = WrapMultiply(Truncate(text->*TextAccess::Angle()), 10) % 3600; // The font's angle.
     CString drawn = name.Left(LF_FACESIZE - 1);
     Put(box ? "<g" : "<text");
     Put(" transform=\"translate(");
@@ -612,7 +613,7 @@ bool CSvgWriter::WriteTextParm(CDrawable* object) {
     if (!IsHidden(text)) {
         CString stored = text->GetText();
         const int pixels = std::max(1, Truncate(m_pTran->DToL(text->GetTextHeight())));
-        // A width that comes out as no pixel is the font's own.
+        // A width of zero pixels means the font's own width.
         const double ratio = text->GetTextRatio();
         Run(text, m_Geometry.GetTextParm_ShowText(stored), std::fabs(pixels / 2 * ratio) < 1.0 ? 0.0 : ratio, false);
     }
@@ -622,7 +623,7 @@ bool CSvgWriter::WriteTextParm(CDrawable* object) {
 // ---- The label -----------------------------------------------------------------------------------------------------
 
 void CSvgWriter::Tick(const CGeVector2d& u, const CGePoint2d& p, double len, double half, const Pen& pen) {
-    // As seen on the screen a quarter turn onwards, which with y upwards is one backwards.
+    // A quarter turn clockwise on the screen; with y upwards it is the other direction.
     const CGeVector2d way = CGeVector2d(u.x + u.y, u.y - u.x) * len;
     const CGeVector2d q = CGeVector2d(-way.y, way.x).normal() * half;
     if (!IsDirection(q)) {
@@ -673,7 +674,7 @@ bool CSvgWriter::WriteLabel(CDrawable* object) {
         WriteStraight(pen, c, d + beyond, false);
     }
     if (label->GetTextShow() != 0) {
-        // The label itself says what its figure is and where its place is, by drawing it.
+        // Drawing the label places its figure and sets the text.
         (label->*LabelAccess::PlaceFigure())(&m_Measure, &m_Geometry, b, d);
         CText* figure = label->GetLabelText();
         if (!IsHidden(figure) && figure->GetDrawState() != CDrawable::Dragging) {

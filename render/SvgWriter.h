@@ -13,8 +13,8 @@ class CText;
 
 // The file's coordinates are drawing units with y downwards, that is the drawing's y negated, which loses nothing; the
 // viewBox is the picture's window. Attributes are those that the painter resolves at the picture's scale: colours,
-// styles, and pen widths in its whole pixels, which follow the drawing where they come from drawing units (stroke-width
-// in units) and stay pixels where they are locked or were raised to 1 (vector-effect). A transform of less than a pixel
+// styles, and pen widths in whole pixels. A width that comes from drawing units scales with the picture (stroke-width
+// in units); one that is locked or was raised to 1 stays in pixels (vector-effect). A transform of less than a pixel
 // moves a stroke to where the painter has it on average. Objects are in drawing order; a group begins whenever the
 // layer changes, so that groups never change what lies on top.
 class CSvgWriter {
@@ -29,12 +29,12 @@ private:
     struct Pen {
         COLORREF color = 0;
         int pixels = 1;     // The width on the picture.
-        bool fixed = false; // Stays at its pixels at every size of the picture; else it is so many drawing units.
+        bool fixed = false; // Stays this many pixels at every size of the picture; else scales with it.
         int style = PS_SOLID;
         bool stepped = false; // A pattern that GDI counts in steps from pixel to pixel, not along the line.
-        double cut = 0.0;     // How far the painter's whole numbers move the stroke on average: see PutPlace.
+        double cut = 0.0;     // How far rounding moves the painter's stroke on average: see PutPlace.
     };
-    // How a face lies in the cell that GDI measures heights by; all for a cell of height 1.
+    // The place of a face in the cell by which GDI measures heights; for a cell of height 1.
     struct Face {
         double ascent = 0.8;
         double em = 1.0;
@@ -52,8 +52,8 @@ private:
     void BeginLayer(int layer, const char* prefix);
     void EndLayer();
 
-    // Each appends its elements and gives false when the object is not shown in this form; a number that is none sets
-    // m_Broken.
+    // Each appends its elements and returns false when this format does not show the object; a number that is not
+    // finite sets m_Broken.
     bool WriteLine(CDrawable* object);
     bool WritePLine(CDrawable* object);
     bool WriteCircle(CDrawable* object);
@@ -66,18 +66,18 @@ private:
 
     Pen PenOf(CDrawable* object, bool locked, float floorWidth = 1.0f);
     void Stroke(const Pen& pen, double stretch = 1.0);
-    // Moves an element by so many pixels to the right and downwards.
+    // Moves an element by that many pixels to the right and downwards.
     void PutPlace(double pixels);
     void PutPattern(int style, double unit);
     void PutClass(int pixels, int style);
     void WriteStyles();
     void WriteStraight(const Pen& pen, const CGePoint2d& a, const CGePoint2d& b, bool thereAndBack);
     void ArcTo(double radius, bool large, bool clockwise, const CGePoint2d& end);
-    // The end of a path's data, which are open, the attributes of its stroke and its end.
+    // Ends the path element that is open: the end of its data, and the attributes of its stroke.
     void EndPath(const Pen& pen);
     void Circle(const CGePoint2d& center, double radius, Pen pen, bool filled);
     void Tick(const CGeVector2d& u, const CGePoint2d& p, double len, double half, const Pen& pen);
-    // One text; `ratio` as CTextParm has it, `box` on its background.
+    // One text; `ratio` as in CTextParm, `box`: with its background.
     void Run(CText* text, const CString& shown, double ratio, bool box);
     const Face& FaceOf(const CString& name);
     double WidthOf(const CString& face, const CString& text);
@@ -92,7 +92,7 @@ private:
     CVectorViewCoordTran* m_pTran;
     CDrawGeometry m_Geometry;
     CSize m_Size;
-    COLORREF m_Background = 0;               // Also where none is written: what an inverted line inverts.
+    COLORREF m_Background = 0;               // Also where no background is written: what an inverted line inverts.
     CDC m_Measure;                           // For measuring, and for labels to place their figures.
     std::map<CString, Face, Before> m_Faces; // By name.
     std::map<int, int> m_GroupCount;         // By layer.

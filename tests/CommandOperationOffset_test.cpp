@@ -291,7 +291,7 @@ TEST(CommandOperationOffset, ATypedDistanceMovesABentSegmentToTheRightWhereverTh
     }
 }
 
-TEST(CommandOperationOffset, APressGivesTheMouseBackTheDistance) {
+TEST(CommandOperationOffset, AfterAPressTheMouseChangesTheDistanceAgain) {
     ViewDriver d;
     d.AddPolyline({{100, 100}, {200, 100}});
     d.Start(L"offset");

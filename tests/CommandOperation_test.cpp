@@ -145,7 +145,7 @@ TEST(CommandOperation, ThePerpendicularFootComesAfterTheObjectsOwnGrips) {
     EXPECT_EQ(0, tool.GetGripPoint(CGePoint2d(20, 3), hit)) << "without bit 8 nothing is dropped";
 }
 
-TEST(CommandOperation, AToolThatAcceptedNoPointDropsFromTheOrigin) {
+TEST(CommandOperation, AToolThatAcceptedNoPointDropsPerpendicularsFromTheOrigin) {
     ViewHost host;
     AddLine(host, 50, 200, 150, 200);
     Tool tool(host);

@@ -57,7 +57,7 @@ TEST(CommandSelectGripPoint, TheNextClickDropsItAndTheObjectStaysSelected) {
     EXPECT_EQ(d.Selected().GetSize(), 1);
 }
 
-TEST(CommandSelectGripPoint, WhereNoGripIsNothingRuns) {
+TEST(CommandSelectGripPoint, AClickThatMeetsNoGripStartsNothing) {
     ViewDriver d;
     SelectedLine(d);
     d.ClickAt(130, 102); // On the selected line, off its grips.

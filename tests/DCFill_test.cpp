@@ -123,7 +123,7 @@ TEST(DCFill, APenThatTheMappingMakesGiantIsDrawnAsSuch) {
     EXPECT_EQ(0x302010u, picture.dc.Pixel(100, 100));
 }
 
-TEST(DCFill, GiantPensTakeNoTimeToSpeakOf) {
+TEST(DCFill, GiantPensAreDrawnQuickly) {
     Picture picture(800, 600);
     picture.dc.SelectStockObject(NULL_BRUSH);
     for (const int width : {10000, 30000, 100000, 1000000000}) {

@@ -64,7 +64,7 @@ TEST(DCText, AGiantTextHasThePlaceAndSizeOfTheDevicesOwn) {
     }
 }
 
-TEST(DCText, TheLastOfManyCharactersStandsWhereTheDevicePutsIt) {
+TEST(DCText, TheLastOfManyCharactersIsDrawnWhereTheDeviceDrawsIt) {
     Pair pair(1300, 0, 0, 700, 1300);
     const CSize size = pair.layer.dc.GetTextExtent(L"12345678901234567890", 20);
     pair.layer.dc.TextOut(700 - size.cx, 0, L"12345678901234567890", 20);
@@ -90,7 +90,7 @@ TEST(DCText, AGiantWidthIsTheDevicesOwn) {
     }
 }
 
-TEST(DCText, AlignmentsMeanWhatTheyMeanToTheDevice) {
+TEST(DCText, AlignmentsAreThoseOfTheDevice) {
     for (const UINT vertical : {TA_TOP, TA_BASELINE, TA_BOTTOM}) {
         for (const UINT horizontal : {TA_LEFT, TA_CENTER, TA_RIGHT}) {
             for (const int escapement : {0, 200}) {
@@ -203,7 +203,7 @@ TEST(DCText, UnderAMappingTheTextIsTheDevicesOwn) {
     }
 }
 
-TEST(DCText, AFontOfAnyHeightAndWidthIsDrawnInNoTimeToSpeakOf) {
+TEST(DCText, AFontOfAnyHeightAndWidthIsDrawnQuickly) {
     const int widths[] = {0, 1, 2000, 1000000, INT_MAX, INT_MIN};
     Picture picture(800, 600);
     picture.dc.SetBkMode(TRANSPARENT);

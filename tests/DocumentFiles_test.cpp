@@ -362,7 +362,7 @@ TEST(DocumentFiles, AFailedStoreUnderANewNameLeavesNoFile) {
     EXPECT_EQ(making, FilesInTheMaking());
 }
 
-TEST(DocumentFiles, WhatAFailedSaveLeavesGoesUnderAChosenNewNameAlone) {
+TEST(DocumentFiles, WhatAFailedSaveLeavesIsDeletedOnlyUnderAChosenNewName) {
     const Bytes half = {'h', 'a', 'l', 'f'};
     CVectorViewCoordTran tran;
     {

@@ -509,7 +509,7 @@ TEST(DocumentStream, NullObjectsAreSkipped) {
     EXPECT_EQ(0, lone.Objects().GetSize());
 }
 
-TEST(DocumentStream, XmlFormsAreEmptyPlaces) {
+TEST(DocumentStream, XmlFormsAreEmpty) {
     LoneDocument lone;
     lone.Load(ReadTestData("line_schema5.nrv"));
     EXPECT_TRUE(lone.document.GetXML().IsEmpty());

@@ -331,7 +331,7 @@ TEST(Document, AFirstObjectWithoutExtentStretchesADrawingOnTheLeftToTheOrigin) {
     EXPECT_EQ(2.0, max.y);
 }
 
-TEST(Document, ADrawingWhereNothingHasAnExtentReportsTheSeeds) {
+TEST(Document, ADrawingWhereNothingHasAnExtentReportsTheStartValues) {
     LoneDocument lone;
     lone.document.AddDrawAobject(new CExtent);
     lone.document.AddDrawAobject(new CExtent);

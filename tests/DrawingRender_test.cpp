@@ -246,7 +246,7 @@ TEST(DrawingRender, RefusesWhatIsOutOfRange) {
 
 // ---- Colours, widths, what is shown --------------------------------------------------------------------------------
 
-TEST(DrawingRender, TheBackgroundIsTheDrawingsOrOnesOwn) {
+TEST(DrawingRender, TheBackgroundIsTheDrawingsOrTheOneThatIsGiven) {
     Drawing drawing;
     drawing.Document().SetBKColor(RGB(1, 2, 3));
     CRenderOptions options = Hundred();

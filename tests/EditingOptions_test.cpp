@@ -261,7 +261,7 @@ TEST(EditingOptions, AGripsPreviewAndItsMarkerComeBackAfterAPan) {
     EXPECT_EQ(d.DifferenceFromFresh(), 0);
 }
 
-TEST(EditingOptions, ThePaintShowsMovedObjectsWhereTheyWereSoThatNoGhostStays) {
+TEST(EditingOptions, ThePaintShowsMovedObjectsAtTheirOldPlaceSoThatNoTraceStays) {
     Optioned d(&CEditingOptions::previewsReturn, true);
     d.AddLine(10, 10, 390, 10);
     d.Select(d.AddLine(60, 30, 90, 60));
@@ -277,7 +277,7 @@ TEST(EditingOptions, ThePaintShowsMovedObjectsWhereTheyWereSoThatNoGhostStays) {
     EXPECT_EQ(Words(d.Object(1)), "line (60,30)-(90,60) selected -1");
 }
 
-TEST(EditingOptions, APaintBehindTheQuestionLeavesTheObjectsWhereTheClickHasPutThem) {
+TEST(EditingOptions, APaintDuringTheQuestionLeavesTheObjectsWhereTheClickHasPutThem) {
     Optioned d(&CEditingOptions::previewsReturn, true);
     for (const bool moved : {true, false}) {
         CDrawable* line = d.AddLine(60, 30, 90, 60);

@@ -117,7 +117,7 @@ TEST(GeVector2d, VectorsAreAddedSubtractedAndScaled) {
     EXPECT_FALSE(a == CGeVector2d(3, 4.00000000000001));
 }
 
-TEST(GeVector2d, TurningSignsTurnsThatOfAZeroToo) {
+TEST(GeVector2d, NegatingChangesTheSignOfAZeroToo) {
     const CGeVector2d n = CGeVector2d(0.0, -0.0).negate();
     EXPECT_TRUE(std::signbit(n.x));
     EXPECT_FALSE(std::signbit(n.y));
@@ -230,7 +230,7 @@ TEST(GeMatrix2d, ADownwardMirrorLineGivesTheMatrixOfTheUpwardOneButForTheDigitsO
     EXPECT_NEAR(0.0, up.m[0][1], 1e-15);
 }
 
-TEST(GeMatrix2d, NoLineToMirrorInGivesNoNumberAnywhere) {
+TEST(GeMatrix2d, MirroringInOnePointGivesNotANumberEverywhere) {
     const CGeMatrix2d m = CGeMatrix2d::mirroring(CGePoint2d(3, 4), CGePoint2d(3, 4));
     for (int i = 0; i < 2; ++i) {
         for (int j = 0; j < 3; ++j) {

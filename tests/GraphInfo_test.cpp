@@ -5,7 +5,7 @@
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
 
-TEST(GraphInfo, TheAnchorsOfTheTableAreAtTheirIndices) {
+TEST(GraphInfo, WellKnownColoursAreAtTheirIndices) {
     CGraphColorInfo* table = CGraphColorInfo::GetInstance();
     EXPECT_EQ(0x00FFF8F0u, table->GetColor(0));   // AliceBlue F0F8FF
     EXPECT_EQ(0x00FFFF00u, table->GetColor(2));   // Aqua 00FFFF

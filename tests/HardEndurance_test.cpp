@@ -110,7 +110,7 @@ protected:
 
 } // namespace
 
-TEST_F(HardEndurance, Repaints) {
+TEST_F(HardEndurance, RepaintsLeaveNothingAllocated) {
     ViewHost host;
     Fill(host.view);
     EndureBoth("window repaints", 1000, 100000,
@@ -133,7 +133,7 @@ TEST_F(HardEndurance, Repaints) {
     ::SelectObject(dc.m_hDC, old);
 }
 
-TEST_F(HardEndurance, Commands) {
+TEST_F(HardEndurance, CommandsLeaveNothingAllocated) {
     ViewHost host;
     const LPCTSTR words[] = {L"line", L"circle", L"pline", L"arc", L"viewmove", L"pline_bound"};
     size_t next = 0;
@@ -148,7 +148,7 @@ TEST_F(HardEndurance, Commands) {
     });
 }
 
-TEST_F(HardEndurance, ParameterEdits) {
+TEST_F(HardEndurance, ParameterEditsLeaveNothingAllocated) {
     ParentWindow parent;
     EnduringView view;
     view.GetVectorViewCoordTran()->SetScreenSize(CSize(400, 300));
@@ -172,7 +172,7 @@ TEST_F(HardEndurance, ParameterEdits) {
     EXPECT_EQ(edits, edited);
 }
 
-TEST_F(HardEndurance, Views) {
+TEST_F(HardEndurance, ViewsLeaveNothingAllocated) {
     EndureBoth("views", 100, 1000, [&] {
         ParentWindow parent;
         EnduringView view;

@@ -473,7 +473,7 @@ TEST(VectorGraphic, AMidpointIsATriangleAnInsertPointACrossAVertexASquare) {
         SameCalls(Framed({"MoveTo(93,105)", "LineTo(107,105)", "LineTo(100,93)", "LineTo(93,105)"}), Marker(7)));
 }
 
-TEST(VectorGraphic, AKindWithoutABitOnlySelects) {
+TEST(VectorGraphic, AMarkerOfNoKindOnlySelects) {
     EXPECT_TRUE(SameCalls(Framed({}), Marker(0)));
     EXPECT_TRUE(SameCalls(Framed({}), Marker(16)));
 }

@@ -368,7 +368,7 @@ TEST(OperationCreatePline, AnotherCommandKeepsWhatThereIs) {
     EXPECT_EQ(d.Document().GetCurrentObject(), nullptr);
 }
 
-TEST(OperationCreatePline, HostsBreakItOffAndItIsKeptToo) {
+TEST(OperationCreatePline, ItIsKeptAlsoWhenAHostCancelsIt) {
     ViewDriver d;
     d.Start(L"pline");
     d.ClickAt(20, 30);

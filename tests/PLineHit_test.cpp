@@ -85,7 +85,7 @@ TEST(PLineHit, AnArcIsHitOnItsFullCircle) {
     EXPECT_EQ(5.0f, line.HitTest(CGePoint2d(5, 0))) << "on the chord, in the centre";
 }
 
-TEST(PLineHit, ABulgeOfTenToTheMinusFourIsAlreadyAnArcHere) {
+TEST(PLineHit, ABulgeOfTenToTheMinusFourIsHitAsAnArc) {
     // Half a chord of 1 and a top of 0.0001: a circle of 10000 across, whose far side is at (1, -10000).
     CPLine arc;
     FillLine(arc, 0, 0, 2, 0, -0.0001);

@@ -22,7 +22,7 @@ TEST(Serialable, RoundingToOneDecimalGivesWholeNumbersAndRoundsUpFrom95) {
     EXPECT_EQ(2, CSerialable::GetNear(2.5, 1));
 }
 
-TEST(Serialable, TheStepAboveAWholeNumberIsOneMore) {
+TEST(Serialable, GetNearXOfAWholeNumberIsOneMore) {
     EXPECT_EQ(3, CSerialable::GetNear_X(2.0, 0));
     EXPECT_EQ(3, CSerialable::GetNear_X(2.7, 0));
     EXPECT_EQ(-2, CSerialable::GetNear_X(-2.5, 0));

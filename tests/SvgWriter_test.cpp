@@ -292,7 +292,7 @@ TEST_F(SvgWriter, AGroupBeginsWheneverTheLayerChanges) {
     EXPECT_LT(text.find("<g id=\"net0\">"), text.find("<g id=\"layer0\">"));
 }
 
-TEST_F(SvgWriter, WhatHasNoNumbersIsLeftOutAndCounted) {
+TEST_F(SvgWriter, ObjectsWithNumbersThatAreNotFiniteAreLeftOutAndCounted) {
     Line(0, std::nan(""), 1, 1);
     Line(0, 0, 1, HUGE_VAL);
     Add(new CCircle(Gdiplus::PointF(0, 0), 5, 0))->setRadius(-HUGE_VAL);

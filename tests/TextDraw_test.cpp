@@ -272,7 +272,7 @@ TEST(TextDraw, ATextThatBecomesTooSmallIsDrawnAtOnePixel) {
     EXPECT_EQ(static_cast<float>(SampleHeight(1)) * 100.0f, text.m_MinCalHeight) << "and that font is measured";
 }
 
-TEST(TextDraw, HeightsThatAreNoneBecomeOnePixel) {
+TEST(TextDraw, UnusableHeightsBecomeOnePixel) {
     Scene scene;
     OpenText text;
     Prepare(text);

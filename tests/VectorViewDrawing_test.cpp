@@ -134,7 +134,7 @@ CSize ScreenExtent(const CString& text) {
 
 // ---- The table -----------------------------------------------------------------------------------------------------
 
-TEST_F(VectorViewDrawing, EveryAddingOperationSetsThisAndNothingElse) {
+TEST_F(VectorViewDrawing, EveryAddingOperationSetsTheListedFieldsAndNothingElse) {
     TwoVertices();
     CString text = L"1200";
     CString name = L"B1";
@@ -221,7 +221,7 @@ TEST_F(VectorViewDrawing, TheAlphaOfAColourIsDropped) {
     EXPECT_EQ(-2, obj->GetPenColorIndex());
 }
 
-TEST_F(VectorViewDrawing, ANetLineIsInNoListThatCounts) {
+TEST_F(VectorViewDrawing, ANetLineIsInTheNetListOnly) {
     view.AddNetLine(CGePoint2d(-100, -100), CGePoint2d(100, 100), kColor, 1);
     EXPECT_EQ(0, Objects().GetSize());
     CGePoint2d min(7, 8);

@@ -371,7 +371,7 @@ Bytes Nested(int depth) {
     return bytes;
 }
 
-TEST(AfxArchiveObjects, NestingBeyondAllReasonIsRefusedBeforeTheStackEnds) {
+TEST(AfxArchiveObjects, NestingBeyondTheLimitIsRefusedBeforeTheStackEnds) {
     EXPECT_EQ(Cause(Nested(300000), 1), CArchiveException::genericException);
     // Five hundred are fine.
     Load(Joined({Nested(500), {0, 0}}), [](CArchive& ar) {

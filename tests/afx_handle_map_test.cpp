@@ -75,7 +75,7 @@ TEST(AfxHandleMap, TheOneBeforeMayLeaveWhileItIsCovered) {
     EXPECT_EQ(map.Find(Handle(1)), nullptr);
 }
 
-TEST(AfxHandleMap, TemporaryObjectsGoTogetherAndEachOnce) {
+TEST(AfxHandleMap, TemporaryObjectsAreFreedTogetherAndEachOnce) {
     ASSERT_EQ(Counted::alive, 0);
     {
         HandleMap<Counted> map;
@@ -179,7 +179,7 @@ TEST(AfxHandleMap, ObjectsOfFreedHandlesAreUsedAgainAndNeverFreed) {
     EXPECT_EQ(Counted::alive, 0);
 }
 
-TEST(AfxHandleMap, NoHandleIsNeverFound) {
+TEST(AfxHandleMap, TheNullHandleIsNotFound) {
     HandleMap<Counted> map;
     EXPECT_EQ(map.Find(nullptr), nullptr);
     Counted object;

@@ -308,7 +308,7 @@ static void ExpectOfRow(const Row* row, NrvResult expected, NrvResult actual) {
     CTestInt(expected, actual, row->name, __FILE__, __LINE__);
 }
 
-C_TEST(CapiCalls, NoHandleThatIsNoneIsTaken) {
+C_TEST(CapiCalls, AValueThatIsNoHandleIsRefused) {
     CHost host;
     NrvHandle freed = NULL;
     REQUIRE(CHostOpen(&host, NRV_PARM_VIEW_CLASS));
@@ -446,7 +446,7 @@ C_TEST(CapiCalls, AnIdOfNoParameterOpensNoEdit) {
 }
 
 // All with arguments that are right; what each does is in the other tests. None gives an error by its arguments.
-C_TEST(CapiCalls, EachCallIsTakenOnEachHandleThatItIsFor) {
+C_TEST(CapiCalls, EachCallWorksOnEachKindOfHandleThatItIsFor) {
     CHost view;
     REQUIRE(CHostOpen(&view, NRV_PARM_VIEW_CLASS));
     g_layer.size = sizeof g_layer;

@@ -63,7 +63,7 @@ C_TEST(CapiLoad, ADrawingComesBackWholeFromABuffer) {
 }
 
 // A cut stream is never taken for a good one, and a box never comes.
-C_TEST(CapiLoad, EachCutOfAStreamIsToldAsWhatItIs) {
+C_TEST(CapiLoad, EachCutOfAStreamIsReportedAsPartlyReadOrRefused) {
     const uint32_t size = SampleStream();
     NrvHandle drawing = NULL;
     int parts = 0;

@@ -342,7 +342,7 @@ C_TEST(CapiPicture, NumbersAreShownAsTheDrawingShowsThemOrAsAskedFor) {
 
 // ---- Forms, buffers, files ----
 
-C_TEST(CapiPicture, APngAnEmfAndAnSvgAreWhatTheyAreCalled) {
+C_TEST(CapiPicture, APngAnEmfAndAnSvgHaveTheFormOfTheirName) {
     const NrvPicture p = Hundred();
     ENHMETAHEADER header;
     REQUIRE(Begin());

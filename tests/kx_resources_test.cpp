@@ -166,7 +166,7 @@ TEST(LibraryResources, CrossHairsPointWithTheirMiddle) {
     }
 }
 
-TEST(LibraryResources, SixteenIconsOfSixteenPixels) {
+TEST(LibraryResources, ThereAreSixteenIconsOfSixteenPixels) {
     int count = 0;
     for (int number = 1; number < 1000; ++number) {
         const std::vector<BYTE> group = Resource(number, RT_GROUP_ICON);

@@ -171,7 +171,7 @@ TEST_F(Nrv, PrintsJson) {
     EXPECT_EQ(0u, run.code);
 }
 
-TEST_F(Nrv, JsonHasNoWordForWhatIsNoNumber) {
+TEST_F(Nrv, JsonWritesNullForANumberThatIsNotFinite) {
     CVectorView view;
     AddParm(view, L"N", L"1", std::nan(""), HUGE_VAL);
     Save(L"a.nrv", view);
@@ -445,7 +445,7 @@ TEST_F(Nrv, ExplainsItself) {
     EXPECT_EQ("nrv 1.0.0\n", Start(L"--version").out);
 }
 
-TEST_F(Nrv, ACommandLineItDoesNotUnderstandIsTwo) {
+TEST_F(Nrv, ACommandLineThatItDoesNotUnderstandGivesTheExitCodeTwo) {
     Outcome run = Start(L"");
     EXPECT_EQ(2u, run.code);
     EXPECT_EQ("nrv: no command given\nTry \"nrv --help\".\n", run.err);

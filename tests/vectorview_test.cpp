@@ -185,7 +185,7 @@ TEST(VectorView, OfADoubleClickTheEngineGetsTheFirstPressAndBothReleases) {
               calls);
 }
 
-TEST(VectorView, TwoQuickPressesThatComeAsSuchAreTwoPairs) {
+TEST(VectorView, TwoQuickPressesThatAreNoDoubleClickAreTwoPairs) {
     Recorded r;
     Calls calls;
     for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDOWN, WM_LBUTTONUP}) {
@@ -381,7 +381,7 @@ TEST(VectorView, AnMfcExceptionInThePaintIsReportedByItselfFirst) {
     EXPECT_EQ((Calls{"trouble", "CVectorView::OnPaint() 错误"}), boxes.Texts());
 }
 
-TEST(VectorView, AFailureBeforeThePaintHasBegunIsShownOnceAndNotBoxUponBox) {
+TEST(VectorView, AFailureBeforeThePaintHasBegunIsShownOnce) {
     Recorded r;
     int failures = 0;
     r.view.Engine().inPreRedraw = [&] {

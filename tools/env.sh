@@ -9,7 +9,7 @@ die() { printf '%s\n' "$*" >&2; exit 1; }
 
 # --- a run from its beginning to its end
 
-# begin: installs what is missing, and waits for another run in this tree, which would use the same prefix and folders.
+# begin: installs missing packages, and waits for another run in this tree, which would use the same prefix and folders.
 begin() {
     unset NR_WINEPREFIX NR_DISPLAY
     "$env_top/tools/packages.sh" || exit 1
@@ -102,7 +102,7 @@ wine_environment() {
     esac
 }
 
-# quiet_wine SECONDS ARGS...: without output, and with no pipe that its services would keep open.
+# quiet_wine SECONDS ARGS...: runs Wine without output, and with no pipe that its services would keep open.
 quiet_wine() { (wine_environment; exec timeout -k 5 "$1" "$WINELOADER" "${@:2}" >/dev/null 2>&1 </dev/null 9>&-); }
 wineserver() { (wine_environment; exec timeout -k 5 60 "$WINESERVER" "$@" >/dev/null 2>&1 </dev/null 9>&-); }
 

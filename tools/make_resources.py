@@ -148,7 +148,7 @@ def mask_rows(canvas):
 
 
 def image_32(canvas):
-    """True colour with alpha; the mask serves what knows no alpha."""
+    """True colour with alpha; the mask is for systems without alpha."""
     size = canvas.size
     data = struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0, 0, 0, 0, 0, 0)
     for y in reversed(range(size)):

@@ -15,7 +15,7 @@
 #include <cwctype>
 #include <new>
 
-// The C runtime leaves arguments as they are: in the name of an output a star has a meaning of its own.
+// Keeps the C runtime from expanding the arguments: in the name of an output a star has a meaning of its own.
 extern "C" {
 extern int _dowildcard;
 int _dowildcard = 0;
@@ -86,8 +86,8 @@ int Usage(const CString& problem) {
     return kNrvBadUsage;
 }
 
-// What the pattern finds, in the order of the system; a name without a star or a question mark, and a pattern that
-// finds nothing, stays as it is.
+// Appends the files that the pattern finds, in the order of the system. A name without a star or a question mark, and a
+// pattern that finds nothing, is appended unchanged.
 void AppendFiles(std::vector<CString>& files, const CString& pattern) {
     WIN32_FIND_DATAW found = {};
     const HANDLE find = pattern.FindOneOf(L"*?") >= 0 ? ::FindFirstFileW(pattern, &found) : INVALID_HANDLE_VALUE;
@@ -104,14 +104,14 @@ void AppendFiles(std::vector<CString>& files, const CString& pattern) {
     ::FindClose(find);
 }
 
-// All of the text as a number.
+// Reads all of the text as one number.
 bool NumberOf(const CString& text, double& number) {
     wchar_t* end = nullptr;
     number = std::wcstod(text, &end);
     return !text.IsEmpty() && *end == L'\0' && std::isfinite(number);
 }
 
-// So many numbers with that character between them.
+// Reads `count` numbers with that character between them.
 bool NumbersOf(CString text, wchar_t between, double* numbers, int count) {
     for (int i = 0; i < count; ++i) {
         const int at = i + 1 < count ? text.Find(between) : text.GetLength();
@@ -213,7 +213,7 @@ bool HasValue(const CString& name, bool render) {
            std::any_of(std::begin(kNames), std::end(kNames), [&name](LPCTSTR known) { return name == known; });
 }
 
-// An output that two files would have, one over the other; empty where each has its own.
+// An output name that two files have in common, so that one would overwrite the other; empty where there is none.
 CString DoubledOutput(const NrvOptions& options) {
     std::vector<CString> outputs;
     for (const CString& file : options.files) {
@@ -226,7 +226,7 @@ CString DoubledOutput(const NrvOptions& options) {
     return found != outputs.end() ? *found : CString();
 }
 
-// A lack of memory is a failure of the one file.
+// Runs the command for one file. A lack of memory is a failure of that file only.
 int Run(NrvCommand run, const NrvOptions& options, const CString& file, CNrvPrinter& printer) {
     try {
         return run(options, file, printer);
@@ -238,7 +238,7 @@ int Run(NrvCommand run, const NrvOptions& options, const CString& file, CNrvPrin
     return kNrvFailed;
 }
 
-// What the arguments after the command say; `problem` stays empty when all of it is understood.
+// Evaluates the arguments after the command; `problem` stays empty when all of them are understood.
 void Parse(const std::vector<CString>& arguments, NrvOptions& options, CString& problem) {
     const bool render = options.command == L"render";
     const bool set = options.command == L"set";
@@ -399,13 +399,13 @@ int wmain(int argc, wchar_t** argv) {
     options.withFile = options.withFile || options.files.size() > 1;
     CNrvPrinter printer(options);
     int code = kNrvDone;
-    // The standard input is read by this process alone.
+    // Only this process can read the standard input.
     const bool piped = std::find(options.files.begin(), options.files.end(), L"-") != options.files.end();
     if (options.jobs > 1 && options.files.size() > 1 && !piped) {
         printer.Begin();
         code = NrvRunJobs(options, printer);
     } else {
-        // Pictures and drawings may go to the standard output, which then carries nothing else.
+        // Pictures and drawings may be written to the standard output, which then contains nothing else.
         const bool prints = options.output.IsEmpty();
         if (prints) {
             printer.Begin();

@@ -17,7 +17,7 @@ enum class NrvFormat { Plain, Json, Csv };
 struct NrvOptions {
     CString command;
     std::vector<CString> files;
-    std::vector<CString> switches; // All other arguments, without -j: what further processes get.
+    std::vector<CString> switches; // All other arguments, without -j: passed on to further processes.
     NrvFormat format = NrvFormat::Plain;
     bool withFile = false; // Plain lines begin with the file's name.
     bool part = false;     // One of several processes: no frame around the output.
@@ -33,9 +33,9 @@ class CNrvPrinter {
 public:
     explicit CNrvPrinter(const NrvOptions& options) : m_Options(options) {}
     void Begin();
-    // One row, with its line end in the plain form and CSV; between rows of JSON come the commas.
+    // Prints one row, with its line end in plain text and CSV; between rows of JSON this adds the commas.
     void Row(const std::string& row);
-    // As it is, between Begin and End: what a process that ran a part of the files has printed.
+    // Prints unchanged, between Begin and End, what a process that ran a part of the files has printed.
     void Part(const std::string& rows);
     void End();
     void Write(const std::string& text);
@@ -62,7 +62,7 @@ int NrvRender(const NrvOptions& options, const CString& file, CNrvPrinter& print
 // Where the picture of a file is put.
 CString NrvOutputOf(const NrvOptions& options, const CString& file);
 
-// Several processes of this program, each with a part of the files; the output comes in the order of the files.
+// Runs several processes of this program, each with a part of the files; the output is in the order of the files.
 int NrvRunJobs(const NrvOptions& options, CNrvPrinter& printer);
-// "3 of 10 NAME" on the standard error while it is a terminal; an empty name takes the line away.
+// "3 of 10 NAME" on the standard error while it is a terminal; an empty name removes the line.
 void NrvProgress(size_t done, size_t all, const CString& name);

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-// What the library would say in message boxes is kept instead.
+// Keeps the texts that the library would show in message boxes.
 class CNrvApp : public CWinApp {
 public:
     int DoMessageBox(LPCTSTR prompt, UINT, UINT) override {
@@ -39,7 +39,7 @@ public:
     // "-" is the standard input. Drops what was loaded before.
     State Load(const CString& file);
     State GetState() const { return m_State; }
-    // Why it isn't whole, with the offset at which reading ends.
+    // Why the drawing isn't whole, with the offset at which reading ends.
     CString Reason() const { return m_Reason; }
     CGraphicDocument* Document() { return m_Graphic.GetDocument(); }
     CVectorGraphic& Graphic() { return m_Graphic; }
@@ -54,7 +54,7 @@ public:
     int SchemaOf(const char* className) const;
 
 private:
-    // The objects that the first `length` bytes give; the number of message boxes tells a failure.
+    // Loads the first `length` bytes. False when that failed, which the number of message boxes tells.
     bool LoadBytes(size_t length);
 
     CVectorViewCoordTran m_Tran;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr size_t kLargestBatch = 16;
 
-// As the C runtime takes a command line apart.
+// Quotes the argument so that the C runtime splits the command line as it was.
 void AppendArgument(std::wstring& line, const CString& argument) {
     line += L" \"";
     int slashes = 0;
@@ -108,7 +108,7 @@ int Finish(Batch& batch, CNrvPrinter& printer) {
 } // namespace
 
 int NrvRunJobs(const NrvOptions& options, CNrvPrinter& printer) {
-    // The same options, in front of each process's own files.
+    // The options, which each process gets before its own files.
     std::wstring common;
     AppendArgument(common, options.command);
     common += L" --part";
@@ -128,7 +128,7 @@ int NrvRunJobs(const NrvOptions& options, CNrvPrinter& printer) {
     int code = kNrvDone;
     size_t started = 0;
     for (size_t next = 0; next < batches.size(); ++next) {
-        // At most `jobs` run from the one whose output comes next.
+        // At most `jobs` processes run at once, counted from the one whose output is printed next.
         for (; started < batches.size() && started < next + jobs; ++started) {
             if (!Start(batches[started], common, options)) {
                 NrvText::Complain(options.files[batches[started].begin], L"no process can be started");

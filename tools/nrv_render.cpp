@@ -69,8 +69,7 @@ int NrvRender(const NrvOptions& options, const CString& file, CNrvPrinter&) {
         NrvText::Complain(file, StatusText(status));
         return kNrvFailed;
     }
-    // Objects that failed to draw said so in what would have been message boxes; a picture without them is no failed
-    // run.
+    // Objects that failed to draw have reported it in messages; a picture without them does not count as a failure.
     CString note;
     if (NrvApp().Count() != boxes) {
         note.Format(L"%d failures to draw, the last: ", NrvApp().Count() - boxes);

@@ -32,7 +32,7 @@ bool IsLowSurrogate(wchar_t c) {
     return c >= 0xDC00 && c < 0xE000;
 }
 
-// Hands each character of the text, as its number, to `take`; half a surrogate pair becomes U+FFFD.
+// Calls `take` with each code point of the text; half a surrogate pair becomes U+FFFD.
 template <class Take>
 void ForEachCharacter(const CString& text, Take take) {
     for (int i = 0; i < text.GetLength(); ++i) {

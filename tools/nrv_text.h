@@ -12,18 +12,18 @@ namespace NrvText {
 // \xNN, and a backslash \\.
 void AppendField(std::string& out, const CString& text);
 void AppendJson(std::string& out, const CString& text);
-// null for what is no finite number: JSON has no word for it.
+// Writes null for a number that is not finite: JSON has no word for it.
 void AppendJson(std::string& out, double number);
-// Quoted where commas, quotes or line ends ask for it; spreadsheets read it back.
+// Quoted where commas, quotes or line ends require it; spreadsheets read it back.
 void AppendCsv(std::string& out, const CString& text);
-// The shortest form that reads back as the same number; "nan" and "inf" for what is none.
+// The shortest form that reads back as the same number; "nan" and "inf" for numbers that are not finite.
 void AppendNumber(std::string& out, double number);
 void AppendNumber(std::string& out, float number);
 // "#rrggbb" of a COLORREF.
 void AppendColor(std::string& out, COLORREF color);
 
 std::string Utf8(const CString& text);
-// The system's words for an error of Windows, in English.
+// The system's text for an error number of Windows, in English.
 CString SystemText(DWORD error);
 // "nrv: FILE: REASON" on the standard error. An empty file is left out.
 void Complain(const CString& file, const CString& reason);

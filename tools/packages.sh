@@ -10,7 +10,7 @@ if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         command -v "$program" >/dev/null || [ -e "$program" ] || missing+=" $program"
     done
     [ -n "$missing" ] || exit 0
-    printf 'This is no Debian or Ubuntu. Please install what is called there: %s\nNot found here:%s\n' \
+    printf 'This is neither Debian nor Ubuntu. Please install the equivalents of these packages: %s\nNot found here:%s\n' \
         "${packages[*]}" "$missing" >&2
     exit 1
 fi

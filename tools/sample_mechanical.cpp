@@ -35,7 +35,7 @@ CGePoint2d AroundHub(double radius, double degrees) {
     return CGePoint2d(kHub.x + radius * std::cos(degrees * kPi / 180), kHub.y + radius * std::sin(degrees * kPi / 180));
 }
 
-// The bulge of an arc of so many degrees, anticlockwise.
+// The bulge of an arc of that many degrees, anticlockwise.
 double BulgeOf(double degrees) {
     return std::tan(degrees / 4 * kPi / 180);
 }

@@ -2,10 +2,6 @@
 // of the working folder.
 #include <afxwin.h>
 
-#if NRAFX_VERSION < 0x010000
-#error This program needs version 1.0 of the layer.
-#endif
-
 static const wchar_t kFile[] = L"points.dat";
 
 struct CPointsDocument : CDocument {
@@ -19,9 +15,8 @@ public:
         if (::GetFileAttributes(kFile) != INVALID_FILE_ATTRIBUTES) {
             m_Document.OnOpenDocument(kFile);
         }
-        const HBRUSH background = ::GetSysColorBrush(COLOR_WINDOW);
-        CreateEx(0, AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_CROSS), background), L"Points",
-                 WS_OVERLAPPEDWINDOW, 60, 60, 480, 360, nullptr, nullptr);
+        CreateEx(0, AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_CROSS), ::GetSysColorBrush(COLOR_WINDOW)),
+                 L"Points", WS_OVERLAPPEDWINDOW, 60, 60, 480, 360, nullptr, nullptr);
     }
     ~CPointsWindow() override { DestroyWindow(); }
 
@@ -38,7 +33,7 @@ public:
         }
     }
     afx_msg void OnClose() {
-        m_Document.OnSaveDocument(kFile); // says itself why it failed
+        m_Document.OnSaveDocument(kFile); // shows why it failed
         CWnd::OnClose();
     }
     DECLARE_MESSAGE_MAP()
@@ -59,9 +54,7 @@ class CPointsApp : public CWinApp {
         window.ShowWindow(m_nCmdShow);
         return window.m_hWnd != nullptr;
     }
-};
-
-CPointsApp theApp;
+} theApp;
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE former, LPSTR, int show) {
     return AfxWinMain(instance, former, nullptr, show);

@@ -40,7 +40,7 @@
 #define NRV_VERSION_MINOR 0 /* A higher one has more functions, constants or fields. */
 #define NRV_VERSION_PATCH 0 /* A higher one has mended defects. */
 
-/* What each function of the DLL is declared with, and its calling convention. */
+/* The export mark and the calling convention of every function. */
 #ifdef NRVECTORVIEW_BUILD
 #define NRV_API __declspec(dllexport)
 #else
@@ -157,16 +157,16 @@ typedef struct NrvLoad {
 } NrvLoad;
 
 /* Replaces the drawing by a stream in memory, which is only read. NRV_OK when all of it was read, NRV_E_PARTLY,
- * or NRV_E_REFUSED; in these three cases the old drawing is gone, its ids are stale, and `load` (may be null) is
+ * or NRV_E_REFUSED; in these three cases the old drawing has been freed, its ids are stale, and `load` (may be null) is
  * filled in. No message box is shown: NrvGetLastMessage has the text. Scale and origin are those of the stream. */
 NRV_API NrvResult NRV_CALL NrvLoadBuffer(NrvHandle handle, const void* data, uint32_t size, NrvLoad* load);
 /* The same from a file. NRV_E_FILE, with the old drawing unchanged, when it can't be read or is empty. */
 NRV_API NrvResult NRV_CALL NrvLoadFile(NrvHandle handle, const NrvChar* path, NrvLoad* load);
 /* The stream into the caller's buffer; capacity and size in bytes. The background net is no part of it. */
 NRV_API NrvResult NRV_CALL NrvSaveBuffer(NrvHandle handle, void* buffer, uint32_t capacity, uint32_t* size);
-/* Into a file. One that is there is replaced only by a whole one. */
+/* The stream into a file. An existing file is replaced only by a complete one. */
 NRV_API NrvResult NRV_CALL NrvSaveFile(NrvHandle handle, const NrvChar* path);
-/* Frees all objects of the drawing; net, layers, background and mapping stay. Breaks off an open edit, and a running
+/* Frees all objects of the drawing; net, layers, background and mapping stay. Cancels an open edit, and a running
  * command that works on them. */
 NRV_API NrvResult NRV_CALL NrvClear(NrvHandle handle);
 /* Whether something was changed since the last load or save. Every command of NrvDoCommand counts as a change, unless
@@ -406,20 +406,19 @@ NRV_API NrvResult NRV_CALL NrvSetSelection(NrvHandle handle, const NrvId* ids, u
  * memory for it. All other functions here give NRV_E_STATE while it is off. */
 NRV_API NrvResult NRV_CALL NrvGetHistory(NrvHandle handle, int32_t* on);
 NRV_API NrvResult NRV_CALL NrvSetHistory(NrvHandle handle, int32_t on);
-/* Takes the last step back, or repeats the last one that was taken back. A running command and an open edit are ended
- * first. NRV_E_STATE when there is no step, and within an event of an edit. An object that comes back has its old id.
- */
+/* Undoes the last step, or repeats the last one that was undone. A running command and an open edit are
+ * ended first. NRV_E_STATE when there is no step, and within an event of an edit. A restored object has its old id. */
 NRV_API NrvResult NRV_CALL NrvUndo(NrvHandle handle);
 NRV_API NrvResult NRV_CALL NrvRedo(NrvHandle handle);
-/* The steps that can be taken back, or with `redo` 1 those that can be repeated. */
+/* The number of steps that can be undone, or with `redo` 1 repeated. */
 NRV_API NrvResult NRV_CALL NrvGetStepCount(NrvHandle handle, int32_t redo, uint32_t* count);
-/* What NrvUndo, or with `redo` 1 NrvRedo, would take back or repeat, for a menu: in Chinese, or with `english` 1 in
- * English. Empty when there is no step. */
+/* The name of the step that NrvUndo, or with `redo` 1 NrvRedo, would undo or repeat, for a menu: in Chinese, or with
+ * `english` 1 in English. Empty when there is no step. */
 NRV_API NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_t english, NrvChar* buffer,
                                           uint32_t capacity, uint32_t* length);
 /* What is changed between the two calls is one step. Without them each object that is added is a step, and what the
  * other functions change is part of the next one; commands and edits of the user are steps in any case. Null names: a
- * general word. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. */
+ * general name. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. */
 NRV_API NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english);
 NRV_API NrvResult NRV_CALL NrvEndStep(NrvHandle handle);
 
@@ -437,18 +436,18 @@ enum NrvCommandField {
     NRV_COMMAND_CHINESE = 4, /* What it does, as its step is called. */
     NRV_COMMAND_ENGLISH = 5
 };
-/* How many there are. */
+/* The number of commands. */
 NRV_API NrvResult NRV_CALL NrvGetCommandCount(uint32_t* count);
-/* A text of one, of enum NrvCommandField. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
+/* One text of a command, named by enum NrvCommandField. `index` from 0; NRV_E_ARGUMENT beyond the last one. */
 NRV_API NrvResult NRV_CALL NrvGetCommand(uint32_t index, int32_t field, NrvChar* buffer, uint32_t capacity,
                                          uint32_t* length);
-/* Starts a command by its word, with case; "open" and "save" show the file dialog. A running one is broken off.
+/* Starts a command by its word, with case; "open" and "save" show the file dialog. A running one is cancelled.
  * NRV_E_WORD for an unknown word, which changes nothing. Commands that ask a question ask it in a box, unless the host
  * answers NRV_N_MESSAGE. The view takes the keyboard focus. */
 NRV_API NrvResult NRV_CALL NrvDoCommand(NrvHandle handle, const NrvChar* word);
 /* The word of the running command; "grip" while a grip is moved, empty when none runs. */
 NRV_API NrvResult NRV_CALL NrvGetRunningCommand(NrvHandle handle, NrvChar* buffer, uint32_t capacity, uint32_t* length);
-/* Breaks the running command off; objects that it has moved go back. NRV_OK also when none runs. */
+/* Cancels the running command; objects that it has moved are put back. NRV_OK also when none runs. */
 NRV_API NrvResult NRV_CALL NrvCancelCommand(NrvHandle handle);
 /* What typing a whole number of drawing units and Return does. NRV_E_STATE when no command waits for a distance. */
 NRV_API NrvResult NRV_CALL NrvEnterDistance(NrvHandle handle, int32_t distance);
@@ -528,8 +527,8 @@ NRV_API NrvResult NRV_CALL NrvSetShowDecimals(NrvHandle handle, int32_t show);
 /* The background, 0x00RRGGBB; black at first. */
 NRV_API NrvResult NRV_CALL NrvGetBackground(NrvHandle handle, uint32_t* color);
 NRV_API NrvResult NRV_CALL NrvSetBackground(NrvHandle handle, uint32_t color);
-/* The same as an entry of the colour table, 0 to 140, or -2 for a colour of its own, which an index hides and does not
- * lose. */
+/* The same as an entry of the colour table, 0 to 140, or -2 for the colour of NrvSetBackground, which is
+ * kept while an index is set. */
 NRV_API NrvResult NRV_CALL NrvGetBackgroundIndex(NrvHandle handle, int32_t* index);
 NRV_API NrvResult NRV_CALL NrvSetBackgroundIndex(NrvHandle handle, int32_t index);
 /* An entry of the colour table, 0x00RRGGBB. NRV_E_ARGUMENT outside 0 to 140. On any thread. */
@@ -558,21 +557,21 @@ enum NrvShow {
     NRV_SHOW_MAPPING = 2 /* What the mapping of the view or drawing shows, from its top left corner on. */
 };
 
-/* In which colours. */
+/* The colours of a picture. */
 enum NrvColors {
     NRV_COLORS_STORED = 0,
     NRV_COLORS_BLACK = 1,     /* Every stroke and text black, every filled area and the background white. */
     NRV_COLORS_MONOCHROME = 2 /* The same, with texts that are not smoothed. */
 };
 
-/* On which background. */
+/* The background of a picture. */
 enum NrvGround {
     NRV_GROUND_DRAWING = 0, /* That of the drawing; white in the two black forms. */
     NRV_GROUND_COLOR = 1,   /* `ground_color`. */
     NRV_GROUND_NONE = 2     /* Transparent. */
 };
 
-/* How a picture is made. Begin with NrvGetDefaultPicture or NrvGetPaperPicture and change what is to be different. */
+/* How a picture is made. Begin with NrvGetDefaultPicture or NrvGetPaperPicture and change single fields. */
 typedef struct NrvPicture {
     uint32_t size;     /* Of this record, in bytes. */
     int32_t show;      /* Of enum NrvShow. */
@@ -595,7 +594,7 @@ typedef struct NrvPicture {
     int32_t reserved;         /* 0. */
 } NrvPicture;
 
-/* What a picture came to. */
+/* Facts about a picture that was made. */
 typedef struct NrvPictureResult {
     uint32_t size;     /* Of this record, in bytes. */
     int32_t width;     /* Pixels. */
@@ -616,7 +615,7 @@ NRV_API NrvResult NRV_CALL NrvGetPaperPicture(NrvPicture* picture, int32_t width
                                               double n);
 
 /* For the functions below: `picture` may be null for the default one; NRV_E_ARGUMENT when its size, scale or another
- * number is out of range. `result` may be null, but not where it is all that is asked for. NRV_E_PAINT when `left_out`
+ * number is out of range. `result` may be null, but not where it is the only result. NRV_E_PAINT when `left_out`
  * is not 0: the picture is made all the same. NRV_E_MEMORY without memory for it, NRV_E_SYSTEM when the system has no
  * encoder for PNG. What goes wrong with an object is an NRV_N_MESSAGE after the picture. */
 
@@ -626,7 +625,7 @@ NRV_API NrvResult NRV_CALL NrvMeasurePicture(NrvHandle handle, const NrvPicture*
  * that asks for the size alone. */
 NRV_API NrvResult NRV_CALL NrvRender(NrvHandle handle, const NrvPicture* picture, int32_t format, void* buffer,
                                      uint32_t capacity, uint32_t* size, NrvPictureResult* result);
-/* Into a file. One that is there is replaced only by a whole one. NRV_E_FILE when it can't be written. */
+/* The picture into a file. An existing file is replaced only by a complete one. NRV_E_FILE when it can't be written. */
 NRV_API NrvResult NRV_CALL NrvRenderFile(NrvHandle handle, const NrvPicture* picture, int32_t format,
                                          const NrvChar* path, NrvPictureResult* result);
 /* Onto a device context of the caller: an HDC whose unit is the pixel, with the top left corner at its origin. What
@@ -640,9 +639,9 @@ NRV_API NrvResult NRV_CALL NrvPaintPicture(NrvHandle handle, const NrvPicture* p
  * NRV_E_ARGUMENT for none, NRV_E_KIND for objects of the net. */
 NRV_API NrvResult NRV_CALL NrvSaveObjects(NrvHandle handle, const NrvId* ids, uint32_t id_count, void* buffer,
                                           uint32_t capacity, uint32_t* size);
-/* Adds the objects of a stream on top of the drawing, moved by (dx, dy) drawing units as NrvTransform moves. All or
- * nothing: NRV_E_REFUSED, without a message, for a stream that is not whole or has no object. `count` (may be null) is
- * how many there are; they are the last ones of NRV_LIST_DRAWING. */
+/* Adds the objects of a stream on top of the drawing, moved by (dx, dy) drawing units as NrvTransform moves. Adds all
+ * or nothing: NRV_E_REFUSED, without a message, for a stream that is not complete or has no object. `count` (may be
+ * null) is how many there are; they are the last ones of NRV_LIST_DRAWING. */
 NRV_API NrvResult NRV_CALL NrvInsertBuffer(NrvHandle handle, const void* data, uint32_t size, double dx, double dy,
                                            uint32_t* count);
 /* The same stream to the clipboard, in the registered format "NRVectorView Objects". Windows only. NRV_E_SYSTEM while
@@ -654,7 +653,7 @@ NRV_API NrvResult NRV_CALL NrvCopyPicture(NrvHandle handle, const NrvPicture* pi
 /* 1 when there are objects on the clipboard. On any thread. */
 NRV_API NrvResult NRV_CALL NrvCanPaste(int32_t* can);
 /* Begins a command, "paste", that puts the objects of the clipboard where the user clicks: the lower left corner of
- * their extent comes to the click. Windows only. A running command is broken off. NRV_E_STATE when there are none,
+ * their extent is placed at the click. Windows only. A running command is cancelled. NRV_E_STATE when there are none,
  * NRV_E_REFUSED when they can't be read. */
 NRV_API NrvResult NRV_CALL NrvPaste(NrvHandle handle);
 
@@ -710,15 +709,15 @@ enum NrvCode {
     /* A message: text, reason: the flags of MessageBox. answer: set to a number of a button (IDOK 1, IDCANCEL 2, IDYES
      * 6, IDNO 7) it is the answer, and no box is shown. Left at 0: a box is shown, see NrvSetMessages. */
     NRV_N_MESSAGE = 0x4E0F,
-    /* Tab or Return has ended the edit of the parameter id, and the next one is about to open. answer 0: it is not; the
-     * handler may open another one by NrvBeginEdit. */
+    /* Tab or Return has ended the edit of the parameter id, and the next one is about to open. answer 0 prevents that;
+     * the handler may open another one by NrvBeginEdit. */
     NRV_N_EDIT_NEXT = 0x4E10,
     /* The window is being painted, and the drawing is: hdc, in pixels of the window, on which the handler may paint
      * more. What it selects there is put back after it. */
     NRV_N_PAINT = 0x4E11
 };
 
-/* How a command ended: it did its work, it was broken off, or what it worked on was freed. */
+/* How a command ended: it did its work, it was cancelled, or an object that it worked on was freed. */
 enum NrvEnd { NRV_END_DONE = 1, NRV_END_CANCELLED = 2, NRV_END_LOST = 3 };
 
 /* What changes in a drawing. */
@@ -786,8 +785,8 @@ enum NrvMessages {
 /* Of enum NrvMessages. */
 NRV_API NrvResult NRV_CALL NrvGetMessages(NrvHandle handle, int32_t* mode);
 NRV_API NrvResult NRV_CALL NrvSetMessages(NrvHandle handle, int32_t mode);
-/* The text of the last message, also of one that was not shown. Empty before the first one, and at the begin of each
- * load, save and paint by a function of this header. */
+/* The text of the last message, also of one that was not shown. Empty before the first one, and at the beginning of
+ * each load, save and paint by a function of this header. */
 NRV_API NrvResult NRV_CALL NrvGetLastMessage(NrvHandle handle, NrvChar* buffer, uint32_t capacity, uint32_t* length);
 
 /* For message loops: gives a message to the view that it belongs to, before accelerators are translated. `msg` is an

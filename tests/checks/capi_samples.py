@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The samples that no compiler here sees declare the C interface as capi/include/nrview.h does: each function with the kinds
-of its arguments, each record with its fields and their places, each constant with its number. The samples in C are compiled
-against the header alone.
+of its arguments, each record with its fields and their places, each constant with its number. The samples in C, and the C
+blocks of docs/c-interface.md, are compiled against the header alone.
 
 capi_samples.py [TREE]
 """
@@ -119,6 +119,23 @@ def used_undeclared(name, text, sample):
             yield f"{name}: calls {called}, which it does not declare"
 
 
+def compiled(root, *arguments, **more):
+    """What the C compiler says to a source; nothing when it accepts it."""
+    done = subprocess.run(["x86_64-w64-mingw32-gcc-posix", "-std=c11", "-pedantic", "-Wall", "-Wextra", "-Werror", "-DUNICODE",
+                           "-D_UNICODE", "-fsyntax-only", "-Icapi/include", *arguments], cwd=root, capture_output=True, text=True,
+                          check=False, **more)
+    return [done.stderr] if done.returncode != 0 else []
+
+
+def program_of(page):
+    """A source with each C block of a page as the body of a function, after their includes and what the page takes for granted."""
+    blocks = re.findall(r"^```c\n(.*?)^```", page, re.S | re.M)
+    includes = [line for block in blocks for line in re.findall(r"^#include .*$", block, re.M)]
+    bodies = [re.sub(r"^#include .*$", "", block, flags=re.M) for block in blocks]
+    return "\n".join([*includes, "extern HWND parent, view;", "extern HINSTANCE instance;", "extern NrvHandle drawing;",
+                      "extern NrvId id;", *(f"void block{i}(void) {{\n{body}}}" for i, body in enumerate(bodies, 1))])
+
+
 def problems_of(root):
     declared = header(root)
     for name, read in (("python/rectangle.py", python_sample), ("csharp/Rectangle.cs", csharp_sample),
@@ -127,11 +144,9 @@ def problems_of(root):
         yield from differences(name, sample, declared)
         yield from used_undeclared(name, common.text_of(root, "samples", "hosts", name), sample)
     for name in ("c/rectangle.c", "dialog/rectangle.c"):
-        done = subprocess.run(["x86_64-w64-mingw32-gcc-posix", "-std=c11", "-pedantic", "-Wall", "-Wextra", "-Werror", "-DUNICODE",
-                               "-D_UNICODE", "-fsyntax-only", "-Icapi/include", os.path.join("samples/hosts", name)], cwd=root,
-                              capture_output=True, text=True, check=False)
-        if done.returncode != 0:
-            yield done.stderr
+        yield from compiled(root, os.path.join("samples/hosts", name))
+    page = program_of(common.text_of(root, "docs", "c-interface.md"))
+    yield from (f"docs/c-interface.md: {said}" for said in compiled(root, "-Wno-unused", "-xc", "-", input=page))
 
 
 if __name__ == "__main__":

@@ -67,13 +67,13 @@ SOUND = {
     "tests/Low_test.cpp": "TEST(Low, Holds) {}\n",
 }
 
-# check, file, its broken text (None: the file is gone), words that the complaint must hold
+# check, file, its broken text (None: the file is removed), words that the complaint must contain
 BROKEN = [
     ("map.py", "Source/New.h", UNIT.format(layer="2: low", rest=""), "Source/New is missing"),
-    ("map.py", "Source/High.cpp Source/High.h", None, "Source/High is gone"),
+    ("map.py", "Source/High.cpp Source/High.h", None, "there is no Source/High"),
     ("map.py", "Source/Low.h", UNIT.format(layer="3: high", rest=""), "its head says 'Layer 3: high.'"),
     ("map.py", "Source/Low.h", "class Low;\n", "give no purpose"),
-    ("map.py", "Source/Low.h", SOUND["Source/Low.h"].replace("What", "Why"), "not the purpose that its head gives"),
+    ("map.py", "Source/Low.h", SOUND["Source/Low.h"].replace("What", "Why"), "not have the purpose that its head gives"),
     ("map.py", "Source/Low.cpp", UNIT.format(layer="2: low", rest=""), "repeats that of the unit's header"),
     ("map.py", "afx/ground.h", UNIT.format(layer="1: afx", rest="class CGround {\n"), "doesn't list its classes"),
     ("map.py", "ARCHITECTURE.md", MAP.replace("| 2 low | |", "| cellar | |"), "in no layer"),

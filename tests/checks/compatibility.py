@@ -22,7 +22,7 @@ def problems_of(root):
     tests = {".".join(found) for name in common.files_of(root, "tests") if name.endswith(".cpp")
              for found in TEST.findall(common.text_of(root, "tests", name))}
     pointers = {}
-    for folder in ("afx", "kx", "Source", "capi", "demo"):
+    for folder in ("afx", "kx", "Source", "render", "capi", "demo"):
         for name in common.files_of(root, folder):
             for number in POINTER.findall(common.text_of(root, folder, name)):
                 pointers.setdefault(int(number), f"{folder}/{name}")

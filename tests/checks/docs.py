@@ -84,7 +84,7 @@ def command_problems(root):
         words = set(re.findall(r'^    \{L"(\w+)", L"[^"]*", L"[^"]*", New', common.text_of(table), re.M))
         headings = re.findall(r'^### "(\w+)"', common.text_of(root, "docs", "commands.md"), re.M)
         for word in sorted(words ^ set(headings)):
-            yield f"docs/commands.md: the command {word} is {'missing' if word in words else 'none'}"
+            yield f"docs/commands.md: the command {word} {'is missing' if word in words else 'does not exist'}"
     texts = os.path.join(root, "demo", "demo_en.rc")
     if words and os.path.exists(texts):
         sections = dict(re.findall(r'^### "(\w+)"\n(.*?)(?=^#|\Z)', common.text_of(root, "docs", "commands.md"), re.S | re.M))
@@ -92,7 +92,7 @@ def command_problems(root):
             word, _, *prompts = row.split("\\n")
             for prompt in prompts:
                 if f'"{prompt}"' not in " ".join(sections.get(word, "").split()):
-                    yield f"docs/commands.md: {word} has not the prompt {prompt}"
+                    yield f"docs/commands.md: {word} lacks the prompt {prompt}"
 
 
 def problems_of(root):

@@ -1,6 +1,6 @@
 #!/bin/bash
-# What a host's own compiler flags meet in the layer's headers: -Wall -Wextra finds nothing to warn about in message maps
-# and class records, and a build without Unicode is told so.
+# The layer's headers under a host's own compiler flags: -Wall -Wextra gives no warning for message maps and class records,
+# and a build without Unicode is refused.
 cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
 compile() { x86_64-w64-mingw32-g++-posix -std=c++17 -fsyntax-only -Iafx -Itests -isystem /usr/src/googletest/googletest/include "$@" 2>&1; }
 code=0

@@ -67,7 +67,7 @@ def problems_of(root):
         for unit in sorted(units.keys() - folder.rows.keys()):
             yield f"ARCHITECTURE.md: {name}/{unit} is missing"
         for unit in sorted(folder.rows.keys() - units.keys()):
-            yield f"ARCHITECTURE.md: {name}/{unit} is gone"
+            yield f"ARCHITECTURE.md: there is no {name}/{unit}"
         for unit in sorted(units.keys() & folder.rows.keys()):
             row = folder.rows[unit]
             if len(folder.layers) > 1 and row.layer not in folder.layers:
@@ -76,7 +76,7 @@ def problems_of(root):
             if not purpose:
                 yield f"{name}/{unit}: its first lines give no purpose"
             elif row.purpose != purpose:
-                yield f"ARCHITECTURE.md: {name}/{unit} has not the purpose that its head gives (map.py --write)"
+                yield f"ARCHITECTURE.md: {name}/{unit} does not have the purpose that its head gives (map.py --write)"
     yield from head_problems(root, tree)
     yield from name_problems(root, tree)
 

@@ -59,7 +59,7 @@ def problems_of(root):
         if name.endswith(".cpp"):
             for text in CHINESE.findall(common.text_of(root, "demo", name)):
                 if text != FONT:
-                    yield f"demo/{name}: the text {text} belongs into the resource scripts"
+                    yield f"demo/{name}: the text {text} belongs in the resource scripts"
 
 
 if __name__ == "__main__":

@@ -93,7 +93,7 @@ def read(data, frame, classes):
         reader.object(known[tag])
         kinds.append(known[tag])
     if reader.at != len(data):
-        raise Wrong(f"goes on after {reader.at}")
+        raise Wrong(f"continues after {reader.at}")
     return kinds
 
 

@@ -3,7 +3,7 @@
 
 #include <afx.h>
 
-// The cause of the archive exception, -1 when none was thrown. Any other exception comes through.
+// The cause of the archive exception, -1 when none was thrown. Any other exception is passed on.
 template <typename F>
 int ArchiveCause(F code) {
     try {
@@ -28,7 +28,7 @@ int FileCause(F code) {
     return -1;
 }
 
-// Whether exactly an E was thrown, not one of its bases or of its kin.
+// Whether exactly an E was thrown, not one of its bases or of its derived classes.
 template <typename E, typename F>
 bool Throws(F code) {
     try {

@@ -49,7 +49,7 @@ void BoxAnswer::Answer(HWND box) {
     m_seen.push_back(box);
     wchar_t text[1024] = {};
     const int length = ::GetWindowText(message, text, 1024);
-    // Without a CString, whose memory a test may be refusing.
+    // Without a CString, because a test may be refusing its memory.
     m_texts.push_back(ToUtf8(text, length));
     int answer = 0;
     if (!m_answers.empty()) {

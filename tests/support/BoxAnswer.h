@@ -16,7 +16,7 @@ public:
     BoxAnswer(const BoxAnswer&) = delete;
     BoxAnswer& operator=(const BoxAnswer&) = delete;
 
-    // What the boxes said, in UTF-8, in order.
+    // The texts of the boxes, in UTF-8, in order.
     const std::vector<std::string>& Texts() const { return m_texts; }
 
 private:

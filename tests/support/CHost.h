@@ -12,7 +12,7 @@
 extern "C" {
 #endif
 
-// Answers an event before it is written down.
+// Called for an event before it is written down.
 typedef void (*CHostHandler)(NrvEvent* event);
 
 typedef struct CHost {
@@ -21,22 +21,22 @@ typedef struct CHost {
     HWND other;  // Another control, a button, without a size.
 } CHost;
 
-// Makes the windows; 0 when one can't be made. The record is emptied.
+// Makes the windows; 0 when one can't be made. Empties the record.
 int CHostOpen(CHost* host, const wchar_t* className);
 void CHostClose(CHost* host);
-// For the events of all hosts, through WM_NOTIFY; null for none.
+// Sets the handler for the events of all hosts, which come by WM_NOTIFY; null for none.
 void CHostSetHandler(CHostHandler handler);
 // The events since the last call, one after another, each ended by "; ". Cursor events are left out.
 const wchar_t* CHostTakeLog(void);
 // Writes an event down, as the parent does. For callbacks.
 void CHostWriteDown(NrvEvent* event);
 
-// Handles what waits, in a loop that knows nothing of the library.
+// Handles the waiting messages, in a loop that knows nothing of the library.
 void CHostPump(void);
 // The same, with each message given to IsDialogMessage first, or to NrvTranslateMessage.
 void CHostPumpDialog(HWND dialog);
 void CHostPumpTranslated(void);
-// Client pixels of the view; posted as the system posts them, then handled.
+// Points are client pixels of the view; messages are posted as the system posts them, then handled.
 void CHostMove(CHost* host, int x, int y);
 void CHostClick(CHost* host, int x, int y);
 // Posts a key to the window with the focus; nothing is handled.
@@ -47,7 +47,7 @@ void CHostType(const wchar_t* text);
 typedef void (*CHostWork)(void* data);
 void CHostRunOnThread(CHostWork work, void* data);
 
-// The value of a string of an object; in memory that the next call uses again.
+// The value of an object's string; valid until the next call.
 const wchar_t* CHostString(NrvHandle handle, NrvId id, int32_t what);
 // The child window of the view that is shown; null for none.
 HWND CHostBox(CHost* host);

@@ -10,7 +10,7 @@ extern "C" {
 #endif
 
 void CTestRegister(const char* suite, const char* name, const char* file, int line, void (*run)(void));
-// Each gives whether the expectation is met.
+// Each returns whether the expectation is met.
 int CTestTrue(int met, const char* text, const char* file, int line);
 int CTestInt(int64_t expected, int64_t actual, const char* text, const char* file, int line);
 int CTestNear(double expected, double actual, double tolerance, const char* text, const char* file, int line);

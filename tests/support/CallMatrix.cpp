@@ -50,7 +50,7 @@ void DeleteObject(CallHost& host, CDrawable* object) {
     delete object;
 }
 
-// The dialogs of a run: each is answered with Yes or OK, after the host has done what it does inside.
+// Answers the dialogs of a run: each with Yes or OK, after the host has done what it does inside.
 void AnswerDialog(CallHost& host, HWND dialog) {
     if (host.inside && dialog != nullptr) {
         host.RunInside();
@@ -329,7 +329,7 @@ void RunCallMatrix(const char* title, const std::vector<CallState>& states, cons
     const std::vector<CallRow> events = LaterEvents();
     size_t cells = 0;
     {
-        // What the library allocates once for the whole process is there before anything is counted.
+        // Makes what the library allocates once for the whole process, before anything is counted.
         auto host = make();
         calls.front().act(*host);
     }

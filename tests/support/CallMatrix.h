@@ -19,7 +19,7 @@ public:
     virtual ~CallHost();
 
     CVectorView* view = nullptr; // Null once it has been freed.
-    // What the host does the next time that the view hears from an edit box or a dialog opens; once.
+    // What the host does the next time that the view gets a message of an edit box or that a dialog opens; done once.
     std::function<void()> inside;
     // Pointers that may stay registered with the leak tracer: a running tool whose engine was freed, erased objects.
     std::vector<void*> mayStay;
@@ -52,7 +52,7 @@ private:
     std::unique_ptr<ParentWindow> m_parent;
 };
 
-// For a view class with a default constructor. Its notifications of edit boxes reach `inside`.
+// For a view class with a default constructor. Notifications of its edit boxes call `inside`.
 template <class View>
 class CallHostOf : public CallHost {
 public:
@@ -102,8 +102,8 @@ std::vector<CallRow> PublicCalls();
 // What a user and a host do afterwards; the driver lets each of them be the first.
 std::vector<CallRow> LaterEvents();
 
-// Calls everything in every state, each time on a fresh host, then drives the view on and frees it. `trigger` is null
-// where the call comes between two events; otherwise it is the event in which the call comes, through CallHost::inside.
+// Calls everything in every state, each time on a fresh host, then sends the view further events and frees it. Without
+// a `trigger` the call comes between two events; otherwise within that event, through CallHost::inside.
 struct CallState {
     std::string name;
     std::function<void(CallHost&)> enter;

@@ -35,7 +35,7 @@ struct PropertyList {
     ~PropertyList() { list.Clear(); }
     PropertyList(const PropertyList&) = delete;
     PropertyList& operator=(const PropertyList&) = delete;
-    // As the property window does it: a new value, and the mark that it was edited.
+    // Sets a new value and marks it as edited, as the property window does.
     void Change(LPCTSTR key, const COleVariant& value) {
         CSimpleProperty* row = list.Find(key);
         row->m_Value = value;

@@ -1,4 +1,4 @@
-// Catches what the program tells a debugger. Layer 16: tests.
+// Catches what the program writes to the debugger. Layer 16: tests.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +18,7 @@ public:
 private:
     static LONG CALLBACK OnException(EXCEPTION_POINTERS* info) {
         const EXCEPTION_RECORD& record = *info->ExceptionRecord;
-        // Windows raises the wide form first, Wine the narrow one alone, in its own code page: tests compare ASCII.
+        // Windows raises the wide form first, Wine only the narrow one, in its own code page: tests compare ASCII.
         const DWORD wide = 0x4001000A;
         const DWORD narrow = 0x40010006;
         if (record.ExceptionCode == wide && record.NumberParameters >= 2) {

@@ -31,7 +31,7 @@ struct DrawStage {
     RecordingDC dc{100, 100};
 };
 
-// Any of the kinds, deleted: only a stream does that otherwise.
+// An object of any kind with the deleted mark, which otherwise only a stream sets.
 template <class Kind>
 class Deleted : public Kind {
 public:

@@ -1,4 +1,4 @@
-// Random coordinates with many that are hard on arithmetic. Layer 16: tests.
+// Random coordinates, many of which are difficult for arithmetic. Layer 16: tests.
 #pragma once
 
 #include <limits>
@@ -9,7 +9,7 @@ public:
     explicit EdgeNumbers(unsigned seed) : m_engine(seed) {}
     double Between(double low, double high) { return low + (high - low) * m_engine() / 4294967296.0; }
     int Below(int limit) { return static_cast<int>(m_engine() % static_cast<unsigned>(limit)); }
-    // One in `rarity` is no ordinary number: none at all, infinite, huge, tiny, or a small whole one, which others are
+    // One in `rarity` is a special number: not-a-number, infinite, huge, tiny, or a small whole one, which others are
     // likely to share.
     double Coordinate(int rarity = 4) {
         if (Below(rarity) != 0) {

@@ -8,7 +8,7 @@
 
 class FailingStrokeDC : public RecordingDC {
 public:
-    // Plain: what it throws is no CException.
+    // `plain`: the exception thrown is no CException.
     explicit FailingStrokeDC(bool plain = false) : RecordingDC(100, 100), m_plain(plain) {}
 
     using RecordingDC::Arc;
@@ -30,8 +30,8 @@ private:
     bool m_plain;
 };
 
-// The calls of a drawing that fails in its stroke, on a context that was in R2_MASKPEN: what it did before, and what it
-// put back. The stroke itself is not among them.
+// The calls of a drawing that fails in its stroke, on a context in R2_MASKPEN: what it did before, and what it
+// restored. The stroke itself is not among them.
 inline Calls FailStroke(DrawStage& stage, CDrawable& object, bool plain = false) {
     FailingStrokeDC dc(plain);
     dc.SetROP2(R2_MASKPEN);

@@ -1,4 +1,4 @@
-// What a test that makes many calls is doing now, for the line that a fault prints.
+// What a test that makes many calls is doing now, for the line that is printed at a fault.
 // Layer 16: tests.
 #pragma once
 
@@ -6,7 +6,7 @@
 
 inline char g_faultNote[256] = "";
 
-// Keeps the first 255 bytes. An empty text says nothing.
+// Keeps the first 255 bytes. An empty text prints nothing.
 inline void NoteForFault(const std::string& text) {
     g_faultNote[text.copy(g_faultNote, sizeof g_faultNote - 1)] = 0;
 }

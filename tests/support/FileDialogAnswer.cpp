@@ -53,7 +53,7 @@ void CALLBACK FileDialogAnswer::OnTimer(HWND, UINT, UINT_PTR, DWORD) {
 
 void FileDialogAnswer::Answer(HWND dialog) {
     if (std::find(m_answered.begin(), m_answered.end(), dialog) != m_answered.end()) {
-        // A timer's turn comes after the posted answer's. Disabled, the dialog shows a box of its own.
+        // A timer message is handled after the posted answer. A disabled dialog is showing a box of its own.
         if (::IsWindowEnabled(dialog) && m_cancelled != dialog) {
             ++m_refused;
             m_cancelled = dialog;

@@ -9,7 +9,7 @@
 namespace {
 
 #ifdef NR_GUARDED
-constexpr bool kGuarded = true; // The modules' own allocator does more.
+constexpr bool kGuarded = true; // The modules' own allocator checks more.
 #else
 constexpr bool kGuarded = false;
 #endif
@@ -18,11 +18,11 @@ constexpr int kFreed = 0xDD;
 constexpr size_t kKept = 20000; // blocks
 constexpr size_t kLargestKept = 1 << 16;
 
-// The C runtime's own, which no replaced import reaches.
+// The C runtime's own functions, which no replaced import reaches.
 void*(__cdecl* g_malloc)(size_t);
 void(__cdecl* g_free)(void*);
 
-// All plain data: nothing here may take memory itself.
+// All plain data: nothing here may allocate memory.
 SRWLOCK g_lock = SRWLOCK_INIT;
 void* g_kept[kKept];
 size_t g_next;

@@ -15,7 +15,7 @@ namespace {
 enum class Form : std::uint32_t { Single = 0x53494E47, Array = 0x41525259 };
 enum class Place : std::uint32_t { Slot = 1, Pages = 2, Heap = 3 };
 
-// Is right before the block. An underrun overwrites it, which delete notices.
+// Lies right before the block. An underrun overwrites it, which delete notices.
 struct Header {
     Form form;
     Place place;
@@ -26,8 +26,8 @@ struct Header {
 
 constexpr std::size_t kPage = 4096;
 // Nearly all blocks fit one page. Those are in slots, a page with an inaccessible one after it, which are cut from
-// slabs and never given back: taking and freeing one is a change of protection each, where pages of its own would
-// cost the system four changes of its map.
+// slabs and never given back: allocating and freeing one only changes a page's protection, where pages of its own would
+// cost the system four changes of its memory map.
 constexpr std::size_t kSlot = 2 * kPage;
 constexpr LONG kSlotsInSlab = 128;
 // A live guarded block costs the host system two memory mappings, of which Linux grants a process 65,530 (pages of
@@ -43,7 +43,7 @@ constexpr std::size_t kHeapTail = 16;
 
 struct Shared {
     volatile LONG lock; // of the queue
-    ULONG head;         // the free slots, in the order in which they came free
+    ULONG head;         // the free slots, in the order in which they were freed
     ULONG tail;
     void* queue[kQueue];
     LONG slots; // cut so far
@@ -54,7 +54,7 @@ struct Shared {
 };
 static_assert(kQueue > kMaxSlots + kQuarantine + kSlotsInSlab);
 
-// One record a process: each module maps the same named section.
+// One record for each process: each module maps the same named section.
 Shared* OpenShared() {
     wchar_t name[64];
     _snwprintf(name, 64, L"Local\\nr_guard_pages_%lu", GetCurrentProcessId());
@@ -89,8 +89,8 @@ constexpr std::size_t RoundUp(std::size_t n, std::size_t to) {
 }
 
 // How exactly the block can end at the page. An object's size is a multiple of its alignment, so an array may end
-// exactly there. A single allocation may be a head with a tail of another type after it, so it keeps 8 at least; the
-// bytes between its end and the page are canaries.
+// exactly there. A single allocation may be a head with a tail of another type after it, so it keeps an alignment of 8
+// at least; the bytes between its end and the page are canaries.
 std::size_t Alignment(std::size_t size, Form form, std::size_t wanted) {
     if (wanted) {
         return wanted;
@@ -135,14 +135,14 @@ void PutSlot(Shared& shared, void* slot) {
     shared.queue[shared.tail++ % kQueue] = slot;
 }
 
-// A slot that came free long enough ago, else one that was never used, else null.
+// A slot that was freed long enough ago, else one that was never used, else null.
 unsigned char* TakeSlot(Shared& shared) {
     const QueueLock lock(shared);
     if (shared.tail - shared.head <= static_cast<ULONG>(kQuarantine) && shared.slots < kMaxSlots + kQuarantine) {
         auto* const slab = static_cast<unsigned char*>(
             VirtualAlloc(nullptr, kSlotsInSlab * kSlot, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
         if (slab) {
-            // To the front: what was freed waits its time.
+            // To the front, because freed slots have to wait.
             for (LONG i = kSlotsInSlab; i-- > 0;) {
                 shared.queue[--shared.head % kQueue] = slab + static_cast<std::size_t>(i) * kSlot;
             }
@@ -155,7 +155,7 @@ unsigned char* TakeSlot(Shared& shared) {
     return static_cast<unsigned char*>(shared.queue[shared.head++ % kQueue]);
 }
 
-// Where a block with its header lies that ends, but for its alignment, at an inaccessible page; or null.
+// The place of a block with its header that ends, except for its alignment, at an inaccessible page; or null.
 unsigned char* TakeGuarded(Shared& shared, std::size_t pages, Place& place) {
     DWORD before = 0;
     if (pages == kPage) {
@@ -213,7 +213,7 @@ void Release(void* pointer, Form form) {
     auto* const block = static_cast<unsigned char*>(pointer);
     unsigned char* const at = block - sizeof(Header);
     Header h;
-    std::memcpy(&h, at, sizeof h); // a block freed before faults here
+    std::memcpy(&h, at, sizeof h); // a block that was freed before faults here
     if (h.check != Check(h, at)) {
         Fail("freed what was never allocated, or something wrote before the block", pointer);
     }
@@ -236,7 +236,7 @@ void Release(void* pointer, Form form) {
         HeapFree(GetProcessHeap(), 0, h.base);
         return;
     }
-    Shared& shared = *GetShared(); // there is one, or no block would be guarded
+    Shared& shared = *GetShared(); // exists, or no block would be guarded
     if (h.place == Place::Slot) {
         DWORD before = 0;
         VirtualProtect(h.base, kPage, PAGE_NOACCESS, &before);

@@ -1,5 +1,5 @@
-// Replaces functions that modules of this process import, such as malloc, while it exists. For tests of what a failing
-// system leaves: the modules themselves stay as they ship.
+// Replaces functions that modules of this process import, such as malloc, while it exists. For tests of failures of the
+// system: the modules themselves stay as they ship.
 // Layer 16: tests.
 #pragma once
 
@@ -11,17 +11,17 @@
 // before does not. Not for two threads at once.
 class ImportPatch {
 public:
-    // Of every loaded module of the project: the DLLs alone, or the test program as well.
+    // Patches every loaded module of the project: the DLLs alone, or the test program as well.
     enum Modules { Libraries, LibrariesAndProgram };
     explicit ImportPatch(Modules modules = Libraries);
-    // Of one other module, which is loaded.
+    // Patches one other module, which must be loaded.
     explicit ImportPatch(LPCWSTR module);
-    // Puts back what was there.
+    // Restores the tables.
     ~ImportPatch();
     ImportPatch(const ImportPatch&) = delete;
     ImportPatch& operator=(const ImportPatch&) = delete;
 
-    // Every import of `function`, from whatever DLL. Gives the number of tables that had it.
+    // Replaces every import of `function`, from whatever DLL. Returns the number of tables that had it.
     template <class Function>
     int Replace(const char* function, Function* replacement) {
         return ReplaceAddress(function, reinterpret_cast<void*>(replacement));

@@ -162,7 +162,7 @@ void RunLongSession(const TemporaryPath& path, const std::function<void(const ch
         view.reset();
         frame.reset();
     });
-    // The program is idle between two of its user's sessions.
+    // The program is idle between two sessions.
     CGdiObject::DeleteTempMap();
     CDC::DeleteTempMap();
     CWnd::DeleteTempMap();

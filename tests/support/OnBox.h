@@ -22,7 +22,7 @@ public:
 
     size_t Seen() const { return m_seen.size(); }
 
-    // All that tries to leave a box without one of its buttons, and then the button.
+    // Tries everything that leaves a box without one of its buttons, and then presses the button.
     static void TryToLeave(HWND box, int button) {
         ::PostMessage(box, WM_KEYDOWN, VK_ESCAPE, 1);
         ::PostMessage(box, WM_CLOSE, 0, 0);

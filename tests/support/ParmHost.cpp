@@ -126,7 +126,7 @@ void ParmViewFixture::SetUp() {
     view.GetVectorViewCoordTran()->SetScreenSize(CSize(500, 300));
     parent.SetForegroundWindow();
     other.SetFocus();
-    // Not through PreTranslateMessage, which makes the tooltip.
+    // Without PreTranslateMessage, which makes the tooltip.
     Pump(false);
     log.clear();
 }
@@ -202,7 +202,7 @@ void ParmViewFixture::ControlKey(UINT key) {
     keys[VK_CONTROL] = 0x80;
     keys[VK_LCONTROL] = 0x80;
     ::SetKeyboardState(keys);
-    // The loop of Pump would ask for the state of the moment: handled here, with the key held.
+    // The loop of Pump would ask for the present state of the keys: handled here, with the key held.
     MSG msg = {};
     msg.hwnd = ::GetFocus();
     msg.message = WM_KEYDOWN;

@@ -23,7 +23,7 @@ public:
     std::function<void(NMVECTORPARM*)> onNotify;
     NMVECTORPARM last = {};
     WPARAM lastParam = 0;
-    std::vector<int> wheels; // The deltas that arrived here.
+    std::vector<int> wheels; // The deltas that reached the parent.
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -39,7 +39,7 @@ public:
     std::function<void(CTextParm*, const CString&, CString&)> onChanging;
     std::function<void(CTextParm*)> onChanged;
     std::function<void(CTextParm*)> onEnd;
-    std::function<void(UINT)> onDefault; // With the message, before the window's default.
+    std::function<void(UINT)> onDefault; // Called with the message, before the window's default.
 
     CInPlaceEdit& Edit() { return m_Edit; }
     CTextParm* EditParm() { return m_pEditParm; }
@@ -77,13 +77,13 @@ protected:
     CTextParm* AddParm(const wchar_t* name, const wchar_t* text, int x, int y);
     // Paints, so that texts have their height.
     void Paint();
-    // Messages are posted as the system posts them, then everything that waits is handled.
+    // Posts messages as the system posts them, then handles everything that waits.
     void Click(int x, int y);
     void Click(CTextParm* parm);
     void Key(UINT key, bool translated = true);
     void ControlKey(UINT key);
     void Type(const wchar_t* text);
-    // `translated`: through PreTranslateMessage, as a host's loop does it.
+    // `translated`: with PreTranslateMessage first, as a host's loop does.
     void Pump(bool translated = true);
     Events Take();
 
@@ -115,7 +115,7 @@ struct ThreeParms : ParmViewFixture {
         c = AddParm(L"C", L"30", 50, 150);
         Paint();
     }
-    // An edit of A with the text 7 in its box; the log is empty then.
+    // Opens an edit of A with the text 7 in its box, and empties the log.
     void EditA() {
         Three();
         Click(a);

@@ -10,8 +10,8 @@
 #include <vector>
 
 // Lines look like `MoveTo(1,2)`, `SetROP2(6)`, `TextOut(1,2,"text")` (UTF-8), `PatBlt(0,0,10,10,0x00F00021)`. A
-// selected object is told by its attributes: `SelectObject(pen style=2 width=1 color=0x00FF0000)`; the object that the
-// context had from the start is `SelectObject(pen default)`. Colours are 0x00BBGGRR.
+// selected object is described by its attributes: `SelectObject(pen style=2 width=1 color=0x00FF0000)`; the object that
+// the context had from the start is `SelectObject(pen default)`. Colours are 0x00BBGGRR.
 class RecordingDC : public CDC {
 public:
     explicit RecordingDC(int width = 400, int height = 300, COLORREF background = RGB(255, 255, 255));

@@ -1,4 +1,4 @@
-// Whether a window waits for the repaint of all that it shows.
+// Whether a window waits for the repaint of its whole client area.
 // Layer 16: tests.
 #pragma once
 

@@ -37,7 +37,7 @@ private:
     CString m_path;
 };
 
-// Files in the temporary folder that a save writes beside its target.
+// The number of files in the temporary folder that a save writes beside its target.
 inline int FilesInTheMaking() {
     wchar_t folder[MAX_PATH] = {};
     ::GetTempPath(MAX_PATH, folder);

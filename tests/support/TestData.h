@@ -17,9 +17,9 @@ Bytes ReadTestData(const std::string& name);
 struct LoneDocument {
     LoneDocument() { document.SetVectorViewCoordTran(&tran); }
     CDrawableArray& Objects() { return *document.GetDrawableObjs(); }
-    // Through OpenDocument on the bytes, which are copied to a block of exactly their size.
+    // Calls OpenDocument with the bytes, copied to a block of exactly their size.
     int Load(const Bytes& bytes);
-    // Through ReadData, without the message boxes of the frame; the exception's cause, or -1 for none.
+    // Calls ReadData, without the message boxes of the frame; gives the exception's cause, or -1 for none.
     int LoadRaw(const Bytes& bytes);
     Bytes Store();
 

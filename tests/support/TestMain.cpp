@@ -20,7 +20,7 @@ constexpr int kExitNoTests = 71;
 // GoogleTest can be asked for the running test only while it runs tests: not from a destructor at exit.
 bool g_testing = false;
 
-// Ends the line of a fault with the running test, and the process.
+// Ends the line of a fault with the name of the running test, and ends the process.
 [[noreturn]] void EndWithNote() {
     const testing::TestInfo* const test = g_testing ? testing::UnitTest::GetInstance()->current_test_info() : nullptr;
     if (test) {
@@ -56,7 +56,7 @@ LONG WINAPI OnFault(EXCEPTION_POINTERS* fault) {
     EndWithNote();
 }
 
-// abort(), in whatever module: an exception that is not caught, a failed check of the runtime.
+// Called by abort(), in whatever module: an uncaught exception, or a failed check of the runtime.
 [[noreturn]] void OnAbort(int) {
     std::fprintf(stderr, "ABORT");
     EndWithNote();

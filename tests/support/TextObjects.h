@@ -1,4 +1,4 @@
-// Texts and labels with their insides in reach, rows of an object, and a painter with a memory picture to draw on.
+// Texts and labels with access to their private fields, rows of an object, and a painter with a bitmap to draw on.
 // Layer 16: tests.
 #pragma once
 
@@ -51,7 +51,7 @@ struct Indices : CIndexArray {
     }
 };
 
-// The rows of an object, freed in the end.
+// The rows of an object, freed at the end.
 struct Rows {
     explicit Rows(CDrawable& object) { object.GetProperty(list); }
     ~Rows() { list.Clear(); }
@@ -89,7 +89,7 @@ struct Scene {
     CDrawGeometry geometry;
 };
 
-// A white picture in memory with a device context on it; row 0 is the top.
+// A white bitmap with a device context on it; row 0 is the top.
 class Canvas {
 public:
     explicit Canvas(int width = 800, int height = 600, COLORREF ground = RGB(255, 255, 255));

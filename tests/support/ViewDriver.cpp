@@ -27,7 +27,7 @@ public:
 
     void Execute() override { m_Inner->Execute(); }
     void Cancel() override {
-        PeekAt(*m_Inner, ToolAlive()).End(); // As the engine does it with a tool of its own.
+        PeekAt(*m_Inner, ToolAlive()).End(); // The engine does the same with a tool of its own.
         m_Inner->Cancel();
     }
     ResultState OnLButtonDown(unsigned int f, CGePoint2d p) override {
@@ -387,10 +387,10 @@ bool DialogScript::Notice(HWND dialog) {
     wchar_t name[16] = {};
     ::GetClassName(dialog, name, 16);
     if (std::wstring(name) != L"#32770" ||
-        std::find(m_standing.begin(), m_standing.end(), dialog) != m_standing.end()) {
+        std::find(m_answered.begin(), m_answered.end(), dialog) != m_answered.end()) {
         return false;
     }
-    m_standing.push_back(dialog);
+    m_answered.push_back(dialog);
     ++m_count;
     return true;
 }
@@ -399,8 +399,8 @@ LRESULT CALLBACK DialogScript::Hook(int code, WPARAM wParam, LPARAM lParam) {
     DialogScript* script = s_current;
     const auto window = reinterpret_cast<HWND>(wParam);
     if (code == HCBT_DESTROYWND && script != nullptr) {
-        auto& standing = script->m_standing;
-        standing.erase(std::remove(standing.begin(), standing.end(), window), standing.end());
+        auto& answered = script->m_answered;
+        answered.erase(std::remove(answered.begin(), answered.end(), window), answered.end());
     } else if (code == HCBT_ACTIVATE && script != nullptr && script->Notice(window)) {
         if (script->m_count <= script->m_steps.size()) {
             script->m_steps[script->m_count - 1](window);

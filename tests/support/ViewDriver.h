@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-// Wraps the running tool and writes down what each of its handlers gave back.
+// Wraps the running tool and writes down the results of its handlers.
 class SpyTool;
 
 // A view of 400 by 300 pixels at scale 1 with an empty drawing: the drawing point (x, y) is on pixel (x, 300 - y).
@@ -25,7 +25,7 @@ public:
 
     // ---- Events ----
 
-    // The word, through the view. What runs afterwards is watched.
+    // Starts a command by its word, through the view, and watches what runs afterwards.
     void Start(LPCTSTR word);
     void MoveTo(double x, double y, UINT flags = 0);
     // A press alone, and the pair of press and release.
@@ -44,7 +44,7 @@ public:
     bool IsRunning();
     // The name of its class, or "".
     std::string ToolName();
-    // What its handlers gave back since the last call, such as "down 0, move 0".
+    // The results of its handlers since the last call, such as "down 0, move 0".
     std::string TakeResults();
     CDrawable* Object(INT_PTR i) { return Objects()[i]; }
     INT_PTR Count() { return Objects().GetSize(); }
@@ -95,7 +95,7 @@ private:
 // state and the pen colour index.
 std::string Words(CDrawable* object);
 
-// Runs the steps given, in order, on the dialogs that come up on this thread, a step each, as soon as they show.
+// Runs the given steps, in order, one on each dialog that opens on this thread, as soon as it shows.
 class DialogScript {
 public:
     using Step = std::function<void(HWND dialog)>;
@@ -107,7 +107,7 @@ public:
     DialogScript& operator=(const DialogScript&) = delete;
     size_t Seen() const { return m_count; }
 
-    // Steps: a text into a control and a button, or the button alone.
+    // Steps: put a text into a control and press a button, or press the button alone.
     static Step Answer(int button);
     static Step TypeAndAnswer(int control, std::wstring text, int button);
 
@@ -117,7 +117,7 @@ private:
 
     std::vector<Step> m_steps;
     Step m_further;
-    std::vector<HWND> m_standing; // Handles are used again after a dialog is destroyed.
+    std::vector<HWND> m_answered; // Emptied of destroyed dialogs, whose handles are used again.
     size_t m_count = 0;
     HHOOK m_hook;
     static DialogScript* s_current;

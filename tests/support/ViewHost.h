@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// Handles what is waiting; no more than that.
+// Handles the messages that are waiting, and no others.
 void PumpMessages();
 
 // The pixels of a window's client area, as the screen has them; 0x00BBGGRR, row by row from the top.
@@ -43,7 +43,7 @@ struct ViewHost {
     CVectorViewCoordTran& Tran() { return *view.GetVectorViewCoordTran(); }
     CGraphicDocument& Document() { return *view.GetDocument(); }
     CDrawableArray& Objects() { return *view.GetDocument()->GetDrawableObjs(); }
-    // Messages as the system sends them, in client pixels, and the repaint that they ask for.
+    // Sends a message as the system does, in client pixels, then makes the repaint that it asks for.
     void Send(UINT message, WPARAM wParam, CPoint pixel);
     void Move(CPoint pixel, UINT flags = 0) { Send(WM_MOUSEMOVE, flags, pixel); }
     void Click(CPoint pixel);

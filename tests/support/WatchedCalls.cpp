@@ -9,7 +9,7 @@
 namespace {
 
 #ifdef NR_GUARDED
-constexpr bool kGuarded = true; // The modules' own allocator is asked, and nothing is counted.
+constexpr bool kGuarded = true; // The modules' own allocator is used, and nothing is counted.
 void RefuseByGuardPages(bool (*isRefused)()) {
     SetGuardPagesRefusal(isRefused);
 }
@@ -18,7 +18,7 @@ constexpr bool kGuarded = false;
 void RefuseByGuardPages(bool (*)()) {}
 #endif
 
-DWORD g_thread; // Of all others, nothing is counted or refused.
+DWORD g_thread; // Calls of other threads are neither counted nor refused.
 LONG g_blocks;
 LONG g_objects;
 int g_kind;
@@ -118,7 +118,7 @@ struct Watched<Kind, Function> {
     }
 };
 
-// A function that gives an object of GDI back.
+// A function that frees a GDI object.
 template <auto Function>
 struct Freed;
 template <class... A, BOOL(WINAPI* Function)(A...)>

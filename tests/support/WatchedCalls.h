@@ -1,5 +1,5 @@
 // Counts what the project's DLLs take from the system, and makes the system refuse some of it. The DLLs stay as they
-// ship: their import tables are changed for the time.
+// ship: their import tables are changed while it exists.
 // Layer 16: tests.
 #pragma once
 
@@ -22,20 +22,20 @@ public:
     WatchedCalls(const WatchedCalls&) = delete;
     WatchedCalls& operator=(const WatchedCalls&) = delete;
 
-    // The nth call of the kind from now on, counted from 1, or all from there. 0 refuses none. A refused call gives
-    // what the system gives: null or zero, and for files the error of a full disk, or of refused access where a file is
-    // opened.
+    // Refuses the nth call of the kind from now on, counted from 1, or all from there; 0 refuses none. A refused call
+    // returns what the system returns: null or zero, and for files the error of a full disk, or of refused access where
+    // a file is opened.
     void Refuse(Kind kind, LONG nth, Extent extent = One);
     void RefuseNone() { Refuse(Memory, 0); }
     // Since the last call of Refuse: the calls of its kind, and how many of them were refused.
     LONG Seen() const;
     LONG Refused() const;
 
-    // Taken and not given back since this object was made. Negative where older ones were given back.
+    // Blocks that were taken and not given back since this object was made. Negative where older ones were given back.
     LONG Blocks() const;
     LONG DrawingObjects() const;
 
 private:
     ImportPatch m_all;
-    ImportPatch m_libraries; // Laid over the other, and so taken off first.
+    ImportPatch m_libraries; // Patches after the other, and so is restored first.
 };

@@ -41,7 +41,7 @@ int Add(const wchar_t* name, const wchar_t* ppd, const wchar_t* port) {
     const HANDLE added = ::AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&printer));
     if (added != nullptr) {
         ::ClosePrinter(added);
-    } else if (::GetLastError() != ERROR_PRINTER_ALREADY_EXISTS) { // That is left of an interrupted run.
+    } else if (::GetLastError() != ERROR_PRINTER_ALREADY_EXISTS) { // An interrupted run has left it.
         return 3;
     }
     return ::SetDefaultPrinterW(name) ? 0 : 4;

@@ -8,15 +8,15 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 wine_environment
 case $1 in
 *_tests.exe)
-    # On a busy machine Wine now and then ends a program before its first instruction, at once and without a word; a test
-    # program's first act is to say what it runs. Such a start is made once more, and said.
+    # On a busy machine Wine sometimes ends a program before its first instruction, at once and without output. A test
+    # program prints first what it runs, so such a start is recognized. It is repeated once, with a message.
     log=$env_build/start.$$
     trap 'rm -f "$log"' EXIT
     begun=$SECONDS
     timeout -k 5 "${NR_TIMEOUT:-300}" "$WINELOADER" "$@" </dev/null >"$log" 2>&1
     code=$?
     if [ "$code" != 0 ] && [ ! -s "$log" ] && [ $((SECONDS - begun)) -le 2 ]; then
-        echo "$(basename "$1") did not begin (exit code $code); once more"
+        echo "$(basename "$1") did not start (exit code $code); starting it once more"
         timeout -k 5 "${NR_TIMEOUT:-300}" "$WINELOADER" "$@" </dev/null >"$log" 2>&1
         code=$?
     fi
