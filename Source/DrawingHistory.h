@@ -74,6 +74,8 @@ public:
     int Mark(LPCTSTR chinese = nullptr, LPCTSTR english = nullptr);
     // The same after the one change that a new object was added on top or at the very bottom, without comparing.
     int MarkAdded(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
+    // The same after the one change that an object of the drawing got other values.
+    int MarkChanged(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
     // What happens between the two is one step. Groups may be nested: the outermost one counts. What was not marked
     // before the group becomes a step of its own. EndGroup gives 1 when there is a new step.
     void BeginGroup(LPCTSTR chinese, LPCTSTR english);
@@ -116,14 +118,12 @@ public:
     // 1 when a mark has seen the object in the drawing, or the document has erased it: it is the history's once it has
     // left the drawing. One that came and went by DeleteObject between two marks is the caller's.
     int Knows(CDrawable* object) const;
-    // Forgets everything and takes the drawing as it is for the first state.
-    void Restart();
+    void Restart(); // Forgets everything and takes the drawing as it is for the first state.
     // Round a load: nothing is marked or undone in between, and then it starts anew.
     void BeginLoad() { m_bBusy = true; }
     void EndLoad();
 
-    // Null for none. Not owned.
-    void SetListener(CDrawingHistoryListener* listener) { m_pListener = listener; }
+    void SetListener(CDrawingHistoryListener* listener) { m_pListener = listener; } // Null for none. Not owned.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); } // Whether this history still exists.
 
 protected:
@@ -143,18 +143,18 @@ private:
     };
     using StepOwner = std::unique_ptr<Step>;
 
-    // False when the memory did not suffice. `added`: see MarkAdded; or null.
-    bool Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english, bool& recorded);
+    // `object`: all that was `added`, or else changed; null when nothing is known.
+    int MarkKnown(CDrawable* object, bool added, LPCTSTR chinese, LPCTSTR english);
+    // The same; false when the memory did not suffice.
+    bool Advance(CDrawable* object, bool added, LPCTSTR chinese, LPCTSTR english, bool& recorded);
     int Travel(bool back);
     CString NameOf(int step, int english) const;
-    // Takes steps out, from the oldest, until the limits hold.
-    void Trim();
+    void Trim(); // Takes steps out, from the oldest, until the limits hold.
     // Those that were taken out, with the objects that only they know. `visited`: see CHistoryBaseline::Advance.
     void DropForgotten(bool visited);
     void Tell(CDrawingHistoryListener::Change change);
     void SetModified(BOOL modified);
-    // All records and steps, and the objects that are the history's.
-    void Clear();
+    void Clear(); // All records and steps, and the objects that are the history's.
     // By the document, of each object that it erases: the history's, also when no mark has seen it.
     void Adopt(CDrawable* object);
 

@@ -79,6 +79,9 @@ public:
     // The same where the host says that one new object at the end or the front is all. Null when that is not so, which
     // is tested as far as it takes no time.
     std::unique_ptr<CHistoryPatch> AdvanceAdded(CDrawable* object);
+    // The same where the host says that the fields of one object are all; `patch` is null when they are as they were.
+    // False when a mark has not seen the object in the drawing.
+    bool AdvanceChanged(CDrawable* object, std::unique_ptr<CHistoryPatch>& patch);
     // The drawing as it is in the other state of the patch, which is a neighbour of the present one. The drawing has to
     // be as the baseline is. False when the memory does not suffice: nothing has changed then.
     bool Toggle(CHistoryPatch& patch);
