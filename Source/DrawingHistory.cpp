@@ -24,6 +24,21 @@ bool Attempt(Call call) {
     return false;
 }
 
+// The patch to what the drawing is now; null when nothing has changed. `object`: all that was `added`, or else changed;
+// null when nothing is known. `compared`: whether all of the drawing was.
+std::unique_ptr<CHistoryPatch> MakePatch(CHistoryBaseline& baseline, CDrawable* object, bool added, bool& compared) {
+    std::unique_ptr<CHistoryPatch> patch;
+    compared = false;
+    if (object != nullptr && added) {
+        patch = baseline.AdvanceAdded(object);
+    }
+    if (patch == nullptr && (object == nullptr || added || !baseline.AdvanceChanged(object, patch))) {
+        compared = true;
+        patch = baseline.Advance();
+    }
+    return patch;
+}
+
 // True for the length of a block.
 class CBusyScope {
 public:
@@ -100,7 +115,7 @@ void CDrawingHistory::EndLoad() {
 
 // ---- Marking -------------------------------------------------------------------------------------------------------
 
-bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english, bool& recorded) {
+bool CDrawingHistory::Advance(CDrawable* object, bool added, LPCTSTR chinese, LPCTSTR english, bool& recorded) {
     recorded = false;
     if (m_Baseline == nullptr) {
         Restart();
@@ -109,7 +124,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
     bool trimmed = false;
     {
         const CBusyScope busy(m_bBusy);
-        bool quick = false;
+        bool compared = false;
         const bool done = Attempt([&] {
             // All memory is allocated first: after the comparison the step must not get lost.
             auto step = std::make_unique<Step>();
@@ -119,11 +134,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
                 m_Steps.reserve(m_Steps.size() * 2 + 8);
             }
             m_Forgotten.reserve(m_Steps.capacity());
-            step->patch = added != nullptr ? m_Baseline->AdvanceAdded(added) : nullptr;
-            quick = step->patch != nullptr;
-            if (!quick) {
-                step->patch = m_Baseline->Advance();
-            }
+            step->patch = MakePatch(*m_Baseline, object, added, compared);
             if (step->patch == nullptr) {
                 return;
             }
@@ -148,7 +159,7 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
         if (recorded) {
             SetModified(TRUE);
         }
-        DropForgotten(!quick);
+        DropForgotten(compared);
     }
     const CKxAliveToken alive(m_Alive);
     if (recorded) {
@@ -161,15 +172,23 @@ bool CDrawingHistory::Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english
 }
 
 int CDrawingHistory::Mark(LPCTSTR chinese, LPCTSTR english) {
-    return MarkAdded(nullptr, chinese, english);
+    return MarkKnown(nullptr, false, chinese, english);
 }
 
 int CDrawingHistory::MarkAdded(CDrawable* object, LPCTSTR chinese, LPCTSTR english) {
+    return MarkKnown(object, true, chinese, english);
+}
+
+int CDrawingHistory::MarkChanged(CDrawable* object, LPCTSTR chinese, LPCTSTR english) {
+    return MarkKnown(object, false, chinese, english);
+}
+
+int CDrawingHistory::MarkKnown(CDrawable* object, bool added, LPCTSTR chinese, LPCTSTR english) {
     if (m_pDocument == nullptr || m_bBusy || m_Group != 0 || IsQuiet() == 0) {
         return 0;
     }
     bool recorded = false;
-    Advance(object, chinese, english, recorded);
+    Advance(object, added, chinese, english, recorded);
     return recorded;
 }
 
@@ -214,7 +233,7 @@ int CDrawingHistory::Travel(bool back) {
         return 0;
     }
     bool recorded = false;
-    if (IsQuiet() == 0 || !Advance(nullptr, nullptr, nullptr, recorded) || !alive.IsAlive() || m_Group != 0 ||
+    if (IsQuiet() == 0 || !Advance(nullptr, false, nullptr, nullptr, recorded) || !alive.IsAlive() || m_Group != 0 ||
         m_Baseline == nullptr) {
         return 0;
     }
@@ -266,7 +285,7 @@ void CDrawingHistory::SetClean() {
         m_Clean = -1;
         return;
     }
-    const bool marked = Advance(nullptr, nullptr, nullptr, recorded);
+    const bool marked = Advance(nullptr, false, nullptr, nullptr, recorded);
     if (!alive.IsAlive()) {
         return;
     }

@@ -73,6 +73,8 @@ public:
     int Mark(LPCTSTR chinese = nullptr, LPCTSTR english = nullptr);
     // The same, without comparing, when the one change was that a new object was added on top or at the very bottom.
     int MarkAdded(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
+    // The same, when the one change was that an object of the drawing got other values.
+    int MarkChanged(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
     // Changes between the two calls are one step. Groups may be nested: the outermost one counts. What was not marked
     // before the group becomes a step of its own. EndGroup gives 1 when there is a new step.
     void BeginGroup(LPCTSTR chinese, LPCTSTR english);
@@ -121,8 +123,7 @@ public:
     void BeginLoad() { m_bBusy = true; }
     void EndLoad();
 
-    // Null for none. Not owned.
-    void SetListener(CDrawingHistoryListener* listener) { m_pListener = listener; }
+    void SetListener(CDrawingHistoryListener* listener) { m_pListener = listener; } // Null for none. Not owned.
     CKxAliveToken GetAlive() const { return CKxAliveToken(m_Alive); } // Whether this history still exists.
 
 protected:
@@ -142,8 +143,10 @@ private:
     };
     using StepOwner = std::unique_ptr<Step>;
 
-    // False when the memory did not suffice. `added`: see MarkAdded; or null.
-    bool Advance(CDrawable* added, LPCTSTR chinese, LPCTSTR english, bool& recorded);
+    // `object`: all that was `added`, or else changed; null when nothing is known.
+    int MarkKnown(CDrawable* object, bool added, LPCTSTR chinese, LPCTSTR english);
+    // The same; false when the memory did not suffice.
+    bool Advance(CDrawable* object, bool added, LPCTSTR chinese, LPCTSTR english, bool& recorded);
     int Travel(bool back);
     CString NameOf(int step, int english) const;
     // Takes steps out, from the oldest, until the limits hold.

@@ -337,6 +337,24 @@ std::unique_ptr<CHistoryPatch> CHistoryBaseline::AdvanceAdded(CDrawable* object)
     return patch;
 }
 
+bool CHistoryBaseline::AdvanceChanged(CDrawable* object, std::unique_ptr<CHistoryPatch>& patch) {
+    patch.reset();
+    CHistoryRecord* record = RecordOf(object);
+    if (record == nullptr || record->listed == 0) {
+        return false;
+    }
+    if (record->IsChanged()) {
+        auto made = std::make_unique<CHistoryPatch>();
+        made->selection = m_Selection;
+        made->changes.push_back({record, CDrawableState()});
+        m_States.Keep(*object, record->namesAll, made->changes.back().state);
+        std::swap(record->state, made->changes.back().state);
+        ++record->patched;
+        patch = std::move(made);
+    }
+    return true;
+}
+
 // The selection as the last walk has seen it; the former one where it is the same.
 std::shared_ptr<const CHistorySelection> CHistoryBaseline::Selection() {
     m_Seen.selected.clear();

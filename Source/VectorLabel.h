@@ -82,8 +82,10 @@ protected:
     void DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CGePoint2d q);
 
 private:
-    // Text, place, angle and height of the figure between p and q.
-    void LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, float height);
+    // Text, place, angle and height of the figure between p and q; `lifted`: by its height along the extension line.
+    void LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, float height, bool lifted);
+    // The same, beyond the dimension line and never upside down; on a vertical line it is read upwards.
+    void LayOutReadable(const CGePoint2d& p, const CGePoint2d& q, float height);
 
     CGePoint2d m_LeftLabelStartPt;
     CGePoint2d m_LeftLabelEndPt;

@@ -33,9 +33,15 @@ bool IsDirection(const CGeVector2d& u) {
     return !std::isnan(u.x) && !std::isnan(u.y);
 }
 
-// A figure from p to q would be read upside down.
-bool IsUpsideDown(const CGePoint2d& p, const CGePoint2d& q) {
-    return kxcommon::CompareDbl(q.x, p.x) < 0;
+// A figure from p to q would be read upside down, or downwards on a vertical line.
+bool IsTurnedAway(const CGePoint2d& p, const CGePoint2d& q) {
+    const int x = kxcommon::CompareDbl(q.x, p.x);
+    return x < 0 || (x == 0 && kxcommon::CompareDbl(q.y, p.y) < 0);
+}
+
+// The figure is then beyond the dimension line, on the line otherwise.
+bool PointsUp(const CGeVector2d& extensionLine) {
+    return kxcommon::CompareDbl(extensionLine.angle(), kHalfTurn) < 0;
 }
 
 void MoveTo(CDC* pDC, const CGePoint2d& p) {
@@ -203,10 +209,11 @@ void CKXVectorLabel::DoDrawText(CDC* pDC, CDrawGeometry* pGeom, CGePoint2d p, CG
         return;
     }
     const CEditingOptions& options = pGeom->GetEditingOptions();
-    if (options.textsAsShown && IsUpsideDown(p, q)) {
-        std::swap(p, q);
+    if (options.textsAsShown) {
+        LayOutReadable(p, q, options.figureHeight);
+    } else {
+        LayOutFigure(p, q, kFigureHeight, PointsUp(m_LeftLabelEndPt - m_LeftLabelStartPt));
     }
-    LayOutFigure(p, q, options.textsAsShown ? options.figureHeight : kFigureHeight);
     m_LabelText.Draw(pDC, pGeom);
 }
 
@@ -214,12 +221,7 @@ void CKXVectorLabel::MergeFigure(float figureHeight, CGePoint2d& min, CGePoint2d
     if (m_TextShow == 0) {
         return;
     }
-    CGePoint2d p = m_LeftLabelEndPt;
-    CGePoint2d q = m_RightLabelEndPt;
-    if (IsUpsideDown(p, q)) {
-        std::swap(p, q);
-    }
-    LayOutFigure(p, q, figureHeight);
+    LayOutReadable(m_LeftLabelEndPt, m_RightLabelEndPt, figureHeight);
     CGePoint2d corners[4];
     m_LabelText.GetShownCorners(corners);
     for (const CGePoint2d& corner : corners) {
@@ -231,15 +233,22 @@ void CKXVectorLabel::MergeFigure(float figureHeight, CGePoint2d& min, CGePoint2d
     }
 }
 
-void CKXVectorLabel::LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, float height) {
+void CKXVectorLabel::LayOutReadable(const CGePoint2d& p, const CGePoint2d& q, float height) {
+    const bool away = IsTurnedAway(p, q);
+    const CGeVector2d e = m_LeftLabelEndPt - m_LeftLabelStartPt;
+    // A figure that reads upwards has its foot on its right.
+    const bool vertical = kxcommon::CompareDbl(p.x, q.x) == 0 && kxcommon::CompareDbl(p.y, q.y) != 0;
+    LayOutFigure(away ? q : p, away ? p : q, height, vertical ? e.x < 0.0 : PointsUp(e));
+}
+
+void CKXVectorLabel::LayOutFigure(const CGePoint2d& p, const CGePoint2d& q, float height, bool lifted) {
     const double size = static_cast<double>(height / kFigureHeight);
     CString figure;
     figure.Format(L"%d", Truncate(p.distance(q) + 0.5));
     CGePoint2d m = Middle(p, q);
     const CGeVector2d v = q - p;
     const CGeVector2d e = m_LeftLabelEndPt - m_LeftLabelStartPt;
-    // The figure is above the dimension line when the extension lines point upwards, otherwise on it.
-    if (kxcommon::CompareDbl(e.angle(), kHalfTurn) < 0) {
+    if (lifted) {
         m = m + e.normal() * (kFigureLift * size);
     }
     // Moved back by half the assumed width, 40 units for each two characters, whatever the font measures.

@@ -140,6 +140,9 @@ NrvResult AccessInt(CNrvControl& control, CDrawable& object, int32_t what, int32
                    [&] { text.SetBKMode(set != 0 ? OPAQUE : TRANSPARENT); });
         });
         return result(has, IsFlag(set));
+    case NRV_INT_NUMBER:
+        access([&] { return object.GetID(); }, [] {});
+        return result(get != nullptr, true);
     default:
         return NRV_E_ARGUMENT;
     }

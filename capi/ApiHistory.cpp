@@ -57,6 +57,9 @@ NrvResult NRV_CALL NrvGetHistory(NrvHandle handle, int32_t* on) {
 NrvResult NRV_CALL NrvSetHistory(NrvHandle handle, int32_t on) {
     return NrvCall(handle, [&](CNrvControl& control) -> NrvResult {
         const int is = control.View().EnableHistory(on);
+        if (CDrawingHistory* history = control.View().GetHistory()) {
+            history->SetListener(&control);
+        }
         return on != 0 && is == 0 ? NRV_E_MEMORY : NRV_OK;
     });
 }

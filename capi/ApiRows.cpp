@@ -258,6 +258,9 @@ NrvResult NRV_CALL NrvSetLayer(NrvHandle handle, uint32_t index, const NrvLayer*
             return NRV_E_ENDED;
         }
         CLayerInfo* info = LayerAt(control, index);
+        if (info == nullptr) {
+            return NRV_E_ARGUMENT; // The handler has removed the layers.
+        }
         info->SetName(name);
         info->m_ColorIndex = layer->color_index;
         info->m_Color = NrvSwapColor(layer->color);

@@ -112,8 +112,8 @@ NrvResult NrvObjectCall(NrvHandle handle, NrvId id, Body body) noexcept {
     });
 }
 
-// A change of one object. `edit` is called twice: with false it only says whether the change is possible, with true it
-// makes it, after the host was told that the object is about to change.
+// A change of one object. `edit` with false only says whether the change is possible, which is asked before and after
+// the host was told that the object is about to change; with true it makes it.
 template <class Edit>
 NrvResult NrvEditCall(NrvHandle handle, NrvId id, Edit edit) noexcept {
     return NrvObjectCall(handle, id, [&](CNrvControl& control, CDrawable& before) -> NrvResult {
@@ -127,6 +127,11 @@ NrvResult NrvEditCall(NrvHandle handle, NrvId id, Edit edit) noexcept {
         CDrawable* object = control.Find(id);
         if (object == nullptr) {
             return NRV_E_OBJECT;
+        }
+        // The handler may have changed it.
+        const NrvResult still = edit(control, *object, false);
+        if (still != NRV_OK) {
+            return still;
         }
         const NrvResult result = edit(control, *object, true);
         control.Watch().Enter(object);

@@ -247,9 +247,44 @@ bool CNrvControl::Changing(int32_t reason, std::vector<NrvId> ids, LPCTSTR word)
 void CNrvControl::Changed(int32_t reason, std::vector<NrvId> ids) {
     Document().SetModifiedFlag(TRUE);
     Repaint();
+    MarkStep(reason, ids);
     CNrvNote note(NRV_N_CHANGED);
     note.reason = reason;
     note.ids = std::move(ids);
+    Queue(std::move(note));
+}
+
+void CNrvControl::MarkStep(int32_t reason, const std::vector<NrvId>& ids) {
+    CDrawingHistory* history = View().GetHistory();
+    if (history == nullptr) {
+        return;
+    }
+    switch (reason) {
+    case NRV_CHANGE_MODIFIED:
+        history->MarkChanged(ids.size() == 1 ? m_Ids.Find(ids.front()) : nullptr, L"修改对象", L"Change object");
+        break;
+    case NRV_CHANGE_REMOVED:
+        history->Mark(L"删除对象", L"Remove object");
+        break;
+    case NRV_CHANGE_ORDER:
+        history->Mark(L"调整次序", L"Change order");
+        break;
+    case NRV_CHANGE_LAYERS:
+        history->Mark(L"修改图层", L"Change layers");
+        break;
+    case NRV_CHANGE_BACKGROUND:
+        history->Mark(L"修改背景", L"Change background");
+        break;
+    default: // What is added has been marked already; a load and a clearing begin the history anew.
+        break;
+    }
+}
+
+void CNrvControl::OnHistoryChanged(CDrawingHistory*, Change change) {
+    static constexpr int32_t kReasons[] = {NRV_STEPS_NEW, NRV_STEPS_UNDONE, NRV_STEPS_REDONE, NRV_STEPS_FORGOTTEN,
+                                           NRV_STEPS_SAVED};
+    CNrvNote note(NRV_N_STEPS);
+    note.reason = kReasons[change];
     Queue(std::move(note));
 }
 

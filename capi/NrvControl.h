@@ -7,6 +7,7 @@
 
 #include "CommandOperationManager.h"
 #include "Document.h"
+#include "DrawingHistory.h"
 
 #include <atomic>
 #include <deque>
@@ -34,7 +35,7 @@ struct CNrvNote {
 
 // A second base of the two view classes of this layer. Calls and window messages hold a reference while they run, so
 // that the object outlives its window until the last of them has left it.
-class CNrvControl : public std::enable_shared_from_this<CNrvControl> {
+class CNrvControl : public std::enable_shared_from_this<CNrvControl>, public CDrawingHistoryListener {
 public:
     explicit CNrvControl(int32_t kind) : m_Kind(kind), m_Thread(::GetCurrentThreadId()) {}
     CNrvControl(const CNrvControl&) = delete;
@@ -95,7 +96,9 @@ public:
     void Settle();
     // Announces a change. False when the control has ended meanwhile.
     bool Changing(int32_t reason, std::vector<NrvId> ids = {}, LPCTSTR word = L"");
+    // A change by a call of the host is complete. Outside a command it is a step of the history.
     void Changed(int32_t reason, std::vector<NrvId> ids = {});
+    void OnHistoryChanged(CDrawingHistory* history, Change change) override;
     // Queues what has changed since the watch began. True when anything has.
     bool QueueDifference();
 
@@ -139,6 +142,7 @@ public:
     CString* textToStore = nullptr; // While NRV_N_EDIT_STORING is sent.
 
 private:
+    void MarkStep(int32_t reason, const std::vector<NrvId>& ids);
     void QueueSelection();
     // Queues what the ended tool did, and its end.
     void QueueEnd();

@@ -139,6 +139,6 @@
 #define IDS_OFF_SHEET 1078
 #define IDS_SCALE_RANGE 1079
 #define IDS_EMPTY_DRAWING 1080
-// The library's own messages and questions: its text, then what the demo shows.
+// The library's own messages, questions, dialogs and rows of properties: its text, then what the demo shows.
 #define IDS_LIBRARY_FIRST 1081
-#define IDS_LIBRARY_LAST 1083
+#define IDS_LIBRARY_LAST 1133

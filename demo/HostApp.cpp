@@ -9,6 +9,7 @@
 #include "HostFrame.h"
 #include "DemoIds.h"
 #include "HostText.h"
+#include "LibraryWindows.h"
 
 namespace {
 
@@ -18,6 +19,7 @@ public:
 
     BOOL InitInstance() override {
         SetThreadLanguage();
+        TranslateLibraryWindows();
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
         ::InitCommonControlsEx(&controls);
         m_frame = std::make_unique<CHostFrame>();
@@ -50,13 +52,7 @@ public:
         if (m_frame) {
             m_frame->NoteMessage();
         }
-        // The library's own texts are Chinese.
-        for (UINT id = IDS_LIBRARY_FIRST; id <= IDS_LIBRARY_LAST; ++id) {
-            if (LoadTextLine(id, 0) == text) {
-                return CWinApp::DoMessageBox(LoadTextLine(id, 1), type, help);
-            }
-        }
-        return CWinApp::DoMessageBox(text, type, help);
+        return CWinApp::DoMessageBox(TranslateLibraryText(text), type, help);
     }
 
     int ExitInstance() override {

@@ -153,8 +153,11 @@ bool CHostFrame::OfferRecovery() {
         const bool wanted = AfxMessageBox(LoadText(IDS_RECOVER), MB_YESNO | MB_ICONQUESTION) == IDYES;
         if (wanted) {
             // It has no file of its own, and is not saved yet.
-            OpenFile(path);
+            const bool whole = OpenFile(path);
             m_recent.Remove(path);
+            if (!whole && m_view.GetDocument()->GetDrawableObjs()->IsEmpty()) {
+                continue; // It stays, and is offered again.
+            }
             m_path.Empty();
             m_view.GetDocument()->SetPathName(L"", FALSE);
             m_view.GetDocument()->SetModifiedFlag(TRUE);

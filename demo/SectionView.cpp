@@ -2,6 +2,7 @@
 
 #include "DemoIds.h"
 #include "HostText.h"
+#include "LibraryWindows.h"
 
 #include <KxBaseClass.h>
 #include <TextParm.h>
@@ -54,6 +55,7 @@ BEGIN_MESSAGE_MAP(CSectionView, CVectorViewParm)
     ON_WM_KILLFOCUS()
     ON_WM_KEYDOWN()
     ON_WM_CHAR()
+    ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
 
 BOOL CSectionView::CreateIn(CWnd* parent, const RECT& rect, UINT id) {
@@ -413,6 +415,11 @@ void CSectionView::OnMButtonDown(UINT nFlags, CPoint point) {
 
 BOOL CSectionView::OnMouseWheel(UINT nFlags, short zDelta, CPoint point) {
     return FinishEdit() ? CVectorViewParm::OnMouseWheel(nFlags, zDelta, point) : TRUE;
+}
+
+// The menu of the right button is the library's.
+void CSectionView::OnInitMenuPopup(CMenu* popup, UINT, BOOL) {
+    TranslateLibraryMenu(*popup);
 }
 
 void CSectionView::OnSize(UINT nType, int cx, int cy) {

@@ -52,6 +52,7 @@ protected:
     afx_msg void OnKillFocus(CWnd* next);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL sysMenu);
     DECLARE_MESSAGE_MAP()
 
 private:

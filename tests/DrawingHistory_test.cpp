@@ -52,6 +52,37 @@ TEST(DrawingHistory, AnAddedObjectGoesAndComesBackAsItself) {
     EXPECT_EQ(0, d.history.Redo());
 }
 
+TEST(DrawingHistory, AChangedObjectIsMarkedWithoutLookingAtTheOthers) {
+    Drawing d;
+    CLine* a = d.Add(1);
+    CLine* b = d.Add(2);
+    d.Mark();
+    a->SetStartPoint(CGePoint2d(7, 1));
+    b->SetStartPoint(CGePoint2d(8, 1));
+    EXPECT_EQ(1, d.history.MarkChanged(a, L"步骤", L"Step"));
+    EXPECT_EQ(0, d.history.MarkChanged(a, L"步骤", L"Step"));
+    EXPECT_EQ(2, d.history.GetUndoCount());
+    EXPECT_EQ(1, d.Mark()); // The other one.
+    EXPECT_EQ(1, d.history.Undo());
+    EXPECT_EQ(7, X(a));
+    EXPECT_EQ(2, X(b));
+    EXPECT_EQ(1, d.history.Undo());
+    EXPECT_EQ(1, X(a));
+    EXPECT_EQ(1, d.history.Redo());
+    EXPECT_EQ(7, X(a));
+    // A further change takes the place of what could be redone.
+    a->SetStartPoint(CGePoint2d(9, 1));
+    EXPECT_EQ(1, d.history.MarkChanged(a, L"步骤", L"Step"));
+    EXPECT_EQ(0, d.history.CanRedo());
+    EXPECT_EQ(1, d.history.Undo());
+    EXPECT_EQ(7, X(a));
+    // An object that no mark has seen: the whole drawing is compared.
+    CLine* c = d.Add(3);
+    EXPECT_EQ(1, d.history.MarkChanged(c, L"步骤", L"Step"));
+    EXPECT_EQ(1, d.history.Undo());
+    EXPECT_EQ(Pointers({a, b}), d.List());
+}
+
 TEST(DrawingHistory, AnErasedObjectComesBackAtItsPlaceSelectedAsItWas) {
     Drawing d;
     CLine* a = d.Add(1);

@@ -634,18 +634,24 @@ TEST(EditingOptions, TheHitBoxTurnsWithTheTextOnlyWithTheSwitch) {
     }
 }
 
+// A dimension whose figure is 20 units high, with its left extension line and its right one.
+CKXVectorLabel* AddFigure(Optioned& d, CGePoint2d a, CGePoint2d b, CGePoint2d c, CGePoint2d e) {
+    CEditingOptions options = d.Document().GetEditingOptions();
+    options.figureHeight = 20.0f;
+    d.Document().SetEditingOptions(options);
+    auto* label = new CKXVectorLabel;
+    KX_ADD_MEMORY(label);
+    label->SetTextShow(1);
+    label->SetLeftLabel(a, b);
+    label->SetRightLabel(c, e);
+    d.Document().AddDrawAobject(label);
+    return label;
+}
+
 TEST(EditingOptions, AFigureHasTheHostsHeightAndCountsInTheExtentOnlyWithTheSwitch) {
     for (const bool on : {false, true}) {
         Optioned d(&CEditingOptions::textsAsShown, on);
-        CEditingOptions options = d.Document().GetEditingOptions();
-        options.figureHeight = 20.0f;
-        d.Document().SetEditingOptions(options);
-        auto* label = new CKXVectorLabel;
-        KX_ADD_MEMORY(label);
-        label->SetTextShow(1);
-        label->SetLeftLabel(CGePoint2d(100, 100), CGePoint2d(100, 140));
-        label->SetRightLabel(CGePoint2d(200, 100), CGePoint2d(200, 140));
-        d.Document().AddDrawAobject(label);
+        CKXVectorLabel* label = AddFigure(d, {100, 100}, {100, 140}, {200, 100}, {200, 140});
         CGePoint2d low;
         CGePoint2d high;
         ASSERT_EQ(d.Document().GetRect(low, high), 1);
@@ -667,20 +673,11 @@ TEST(EditingOptions, AFigureHasTheHostsHeightAndCountsInTheExtentOnlyWithTheSwit
 TEST(EditingOptions, AFigureIsNeverUpsideDownOnlyWithTheSwitch) {
     for (const bool on : {false, true}) {
         Optioned d(&CEditingOptions::textsAsShown, on);
-        CEditingOptions options = d.Document().GetEditingOptions();
-        options.figureHeight = 20.0f;
-        d.Document().SetEditingOptions(options);
         // From right to left, as a mirrored dimension: one above its points at 100, one below them.
         for (const double y : {140.0, 60.0}) {
-            auto* label = new CKXVectorLabel;
-            KX_ADD_MEMORY(label);
-            label->SetTextShow(1);
-            label->SetLeftLabel(CGePoint2d(200, 100), CGePoint2d(200, y));
-            label->SetRightLabel(CGePoint2d(100, 100), CGePoint2d(100, y));
-            d.Document().AddDrawAobject(label);
+            CKXVectorLabel* label = AddFigure(d, {200, 100}, {200, y}, {100, 100}, {100, y});
             d.TakeFresh();
-            // The upper one's figure is between the line and 20 above it, the lower one's between the line and 20
-            // below.
+            // Each figure is between its line and 20 units beyond it.
             const double inside = y > 100.0 ? 150.0 : 50.0;
             EXPECT_EQ(label->HitTest(CGePoint2d(150, inside)) == 0.0f, on) << y;
             if (on) {
@@ -690,6 +687,20 @@ TEST(EditingOptions, AFigureIsNeverUpsideDownOnlyWithTheSwitch) {
                 EXPECT_NEAR(high.y, 160.0, 1e-5);
                 EXPECT_NEAR(low.y, y > 100.0 ? 97.0 : 40.0, 1e-5);
             }
+        }
+    }
+}
+
+TEST(EditingOptions, AFigureOnAVerticalLineIsReadUpwardsBeyondTheLineOnlyWithTheSwitch) {
+    for (const bool on : {false, true}) {
+        for (const double x : {140.0, 60.0}) { // From top to bottom, on the right and on the left of the points.
+            Optioned d(&CEditingOptions::textsAsShown, on);
+            CKXVectorLabel* label = AddFigure(d, {100, 200}, {x, 200}, {100, 100}, {x, 100});
+            d.TakeFresh();
+            EXPECT_NEAR(PeekAt(*label->GetLabelText(), TextAngle()), on ? 90.0 : 270.0, 1e-4) << x;
+            // Between the line and 20 units beyond it, and not on its other side.
+            EXPECT_TRUE(!on || label->HitTest(CGePoint2d(x > 100.0 ? 150.0 : 50.0, 150)) == 0.0f) << x;
+            EXPECT_TRUE(!on || label->HitTest(CGePoint2d(x > 100.0 ? 130.0 : 70.0, 150)) > 0.0f) << x;
         }
     }
 }

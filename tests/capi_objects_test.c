@@ -725,6 +725,30 @@ C_TEST(CapiObjects, WhatIsKeptForTheHostComesBackFromAStream) {
     End();
 }
 
+C_TEST(CapiObjects, TheNumberOfAnObjectIsReadFromItsStream) {
+    unsigned char bytes[1024];
+    unsigned char changed[1024];
+    uint32_t size = 0;
+    int found = 0;
+    NrvId id = 0;
+    REQUIRE(NrvCreateDrawing(&g_drawing) == NRV_OK);
+    EXPECT_INT(NRV_OK, NrvAddLine(g_drawing, 1, 2, 3, 4, 0, &id));
+    EXPECT_INT(0, Int(id, NRV_INT_NUMBER));
+    EXPECT_INT(NRV_E_KIND, NrvSetInt(g_drawing, id, NRV_INT_NUMBER, 1));
+    REQUIRE(NrvSaveBuffer(g_drawing, bytes, sizeof bytes, &size) == NRV_OK);
+    // The number is four bytes at one place of the stream; behind the header of 38 bytes any place is tried.
+    for (uint32_t at = 38; at + 4 <= size; ++at) {
+        memcpy(changed, bytes, size);
+        memcpy(changed + at, "\x7B\x01\xC8\x01", 4);
+        if (NrvLoadBuffer(g_drawing, changed, size, NULL) == NRV_OK &&
+            NrvGetObject(g_drawing, NRV_LIST_DRAWING, 0, &id) == NRV_OK) {
+            found += Int(id, NRV_INT_NUMBER) == 0x01C8017B;
+        }
+    }
+    EXPECT_INT(1, found);
+    End();
+}
+
 C_TEST(CapiObjects, ALabelHasAGapOrNone) {
     const NrvPoint four[4] = {{0, 0}, {0, 10}, {20, 0}, {20, 10}};
     NrvId label = 0;

@@ -672,6 +672,54 @@ C_TEST(CapiView, AnObjectThatAHandlerRemovesBeforeItsChangeIsNotTouched) {
     CHostClose(&host);
 }
 
+static void RemoveLayers(NrvEvent* event) {
+    if (event->header.code == NRV_N_CHANGING) {
+        CHostSetHandler(NULL);
+        EXPECT_INT(NRV_OK, NrvRemoveLayers(event->source));
+    }
+}
+
+C_TEST(CapiView, ALayerThatAHandlerRemovesBeforeItsChangeIsNotTouched) {
+    CHost host;
+    NrvLayer layer = {0};
+    uint32_t count = 99;
+    REQUIRE(CHostOpen(&host, NRV_VIEW_CLASS));
+    layer.size = sizeof layer;
+    REQUIRE(NrvGetLayer(host.view, 0, &layer) == NRV_OK);
+    CHostSetHandler(RemoveLayers);
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetLayer(host.view, 0, &layer));
+    EXPECT_INT(NRV_OK, NrvGetLayerCount(host.view, &count));
+    EXPECT_INT(0, count);
+    CHostClose(&host);
+}
+
+static void RemoveVertex(NrvEvent* event) {
+    if (event->header.code == NRV_N_CHANGING && event->count == 1) {
+        const NrvId id = event->ids[0];
+        CHostSetHandler(NULL);
+        EXPECT_INT(NRV_OK, NrvRemoveVertex(event->source, id, 0));
+    }
+}
+
+C_TEST(CapiView, APolylineThatAHandlerShortensBeforeItsChangeIsAskedOnceMore) {
+    CHost host;
+    NrvId pline = 0;
+    const NrvPoint points[3] = {{0, 0}, {100, 0}, {100, 100}};
+    const double bulges[3] = {0.5, 0.25, 0};
+    double got[3] = {9, 9, 9};
+    uint32_t count = 0;
+    REQUIRE(CHostOpen(&host, NRV_VIEW_CLASS));
+    REQUIRE(NrvAddPolyline(host.view, points, NULL, 3, 0, 0, &pline) == NRV_OK);
+    CHostSetHandler(RemoveVertex);
+    EXPECT_INT(NRV_E_ARGUMENT, NrvSetBulges(host.view, pline, bulges, 3));
+    EXPECT_INT(NRV_OK, NrvGetBulges(host.view, pline, got, 3, &count));
+    EXPECT_INT(2, count);
+    EXPECT_NEAR_TO(0, got[0], 0);
+    CHostSetHandler(RemoveVertex); // Its grips are vertex, midpoint, vertex now, and one afterwards.
+    EXPECT_INT(NRV_E_ARGUMENT, NrvMoveGrip(host.view, pline, 2, 1, 1));
+    CHostClose(&host);
+}
+
 // ---- The classes ----
 
 C_TEST(CapiView, AViewIsAControlOfADialogTemplate) {

@@ -215,6 +215,12 @@ std::vector<BYTE> StreamOf(CVectorView& view) {
     return bytes;
 }
 
+TEST_F(Nrv, AMessageHasThePathAsItIs) {
+    const Outcome run = Start(L"check \"" + folder + L"missing.nrv\"");
+    EXPECT_EQ("nrv: " + std::string(CStringA(CString(folder.c_str()))) + "missing.nrv: cannot open: File not found\n",
+              run.err);
+}
+
 TEST_F(Nrv, ADamagedFileIsPrintedUpToTheDamage) {
     CVectorView view;
     AddParm(view, L"A", L"1", 0, 0);
@@ -308,6 +314,15 @@ TEST_F(Nrv, ListPrintsEveryObjectWithItsProperties) {
                            R"("shown": true, "color": "#ff0000", "extents": [-1, 2, 30.5, 4], )"))
         << run.out;
     EXPECT_NE(std::string::npos, run.out.find(R"(["m_Text", "内容", "a\u0009b"])")) << run.out;
+}
+
+TEST_F(Nrv, ANumberOfSinglePrecisionHasItsOwnDigits) {
+    CVectorView view;
+    CDrawable* text = view.AddText(CGePoint2d(0, 0), L"a", 0, Gdiplus::Color(0xFFFFFFFF), 0);
+    static_cast<CText*>(text)->SetTextRatio(0.1f);
+    Save(L"a.nrv", view);
+    EXPECT_NE(std::string::npos, Start(L"list a.nrv").out.find("=0.1\n")) << Start(L"list a.nrv").out;
+    EXPECT_NE(std::string::npos, Start(L"list --json a.nrv").out.find(R"("文字宽高比", 0.1])"));
 }
 
 TEST_F(Nrv, PrintsParametersAsCsv) {
@@ -458,7 +473,12 @@ TEST_F(Nrv, ACommandLineThatItDoesNotUnderstandGivesTheExitCodeTwo) {
     EXPECT_EQ(2u, Start(L"params a.nrv -j").code);
     EXPECT_EQ(2u, Start(L"render a.nrv").code);
     EXPECT_EQ(2u, Start(L"render a.nrv -o a.jpg").code);
-    EXPECT_EQ(2u, Start(L"render a.nrv -o a.png --size 100").code);
+    for (const wchar_t* wrong : {L"--size 100", L"--size 0x0", L"--size 800.5x600", L"--size 40000x3",
+                                 L"--line-width 1001", L"--line-width 0", L"--scale -1", L"--margin 100%"}) {
+        run = Start(std::wstring(L"render a.nrv -o a.png ") + wrong);
+        EXPECT_EQ(2u, run.code) << CString(wrong);
+        EXPECT_NE(std::string::npos, run.err.find(": not understood: ")) << run.err;
+    }
     EXPECT_EQ(2u, Start(L"render a.nrv -o a.png --background #12345").code);
     EXPECT_EQ(2u, Start(L"render a.nrv b.nrv -o a.png").code);
     EXPECT_EQ(2u, Start(L"set a.nrv -o b.nrv").code);

@@ -61,7 +61,7 @@ Options of render:
   --background COLOR #rrggbb, black, white, or none for a transparent picture (default: the drawing's own)
   --black            black on white
   --mono             the same in two colours, without smoothing
-  --line-width F     times the width of every line
+  --line-width F     times the width of every line, at most 1000
   --least-width N    pixels that every line is wide at least
   --hide-decimals    numbers of parameters as a parameter view shows them
 
@@ -151,19 +151,22 @@ bool TakePictureOption(NrvOptions& options, const CString& name, const CString& 
     CRenderOptions& picture = options.picture;
     double numbers[4] = {};
     if (name == L"--size") {
-        if (!NumbersOf(value, L'x', numbers, 2) || numbers[0] < 0 || numbers[1] < 0 || numbers[0] > 32767 ||
-            numbers[1] > 32767) {
+        const int x = value.Find(L'x');
+        int width = 0;
+        int height = 0;
+        if (x < 0 || !WholeOf(value.Left(x), 0, 32767, width) || !WholeOf(value.Mid(x + 1), 0, 32767, height)) {
             return false;
         }
-        picture.size.SetSize(static_cast<int>(numbers[0]), static_cast<int>(numbers[1]));
-        picture.keepSize = numbers[0] > 0 && numbers[1] > 0;
-        return true;
+        picture.size.SetSize(width, height);
+        picture.keepSize = width > 0 && height > 0;
+        return width > 0 || height > 0;
     }
     if (name == L"--scale") {
         return NumberOf(value, picture.scale) && picture.scale > 0.0;
     }
     if (name == L"--line-width") {
-        return NumberOf(value, picture.lineWidthScale) && picture.lineWidthScale > 0.0;
+        return NumberOf(value, picture.lineWidthScale) && picture.lineWidthScale > 0.0 &&
+               picture.lineWidthScale <= 1000.0;
     }
     if (name == L"--least-width") {
         return WholeOf(value, 1, 1000, picture.leastLineWidth);

@@ -156,7 +156,7 @@ void NrvProgress(size_t done, size_t all, const CString& name) {
     std::string line = "\r\x1b[K";
     if (!name.IsEmpty()) {
         line += std::to_string(done + 1) + " of " + std::to_string(all) + " ";
-        NrvText::AppendField(line, name.GetLength() > 50 ? L"..." + name.Right(47) : name);
+        NrvText::AppendLine(line, name.GetLength() > 50 ? L"..." + name.Right(47) : name);
     }
     shown = !name.IsEmpty();
     std::fwrite(line.data(), 1, line.size(), stderr);

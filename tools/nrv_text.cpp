@@ -57,11 +57,14 @@ void AppendHex(std::string& out, unsigned code, int digits) {
 } // namespace
 
 void NrvText::AppendField(std::string& out, const CString& text) {
+    CString doubled = text;
+    doubled.Replace(L"\\", L"\\\\");
+    AppendLine(out, doubled);
+}
+
+void NrvText::AppendLine(std::string& out, const CString& text) {
     ForEachCharacter(text, [&out](unsigned c) {
         switch (c) {
-        case '\\':
-            out += "\\\\";
-            break;
         case '\t':
             out += "\\t";
             break;
@@ -118,6 +121,14 @@ void NrvText::AppendJson(std::string& out, double number) {
     }
 }
 
+void NrvText::AppendJson(std::string& out, float number) {
+    if (std::isfinite(number)) {
+        AppendNumber(out, number);
+    } else {
+        out += "null";
+    }
+}
+
 void NrvText::AppendCsv(std::string& out, const CString& text) {
     const std::string plain = Utf8(text);
     if (plain.find_first_of(",\"\r\n") == std::string::npos) {
@@ -162,10 +173,10 @@ CString NrvText::SystemText(DWORD error) {
 void NrvText::Complain(const CString& file, const CString& reason) {
     std::string line = "nrv: ";
     if (!file.IsEmpty()) {
-        AppendField(line, file);
+        AppendLine(line, file);
         line += ": ";
     }
-    AppendField(line, reason);
+    AppendLine(line, reason);
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
     std::fflush(stderr);

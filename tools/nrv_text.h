@@ -11,9 +11,12 @@ namespace NrvText {
 // Within a field of a plain line a tab is written \t, a line feed \n, a carriage return \r, any other control character
 // \xNN, and a backslash \\.
 void AppendField(std::string& out, const CString& text);
+// The same for people, with backslashes as they are.
+void AppendLine(std::string& out, const CString& text);
 void AppendJson(std::string& out, const CString& text);
 // Writes null for a number that is not finite: JSON has no word for it.
 void AppendJson(std::string& out, double number);
+void AppendJson(std::string& out, float number);
 // Quoted where commas, quotes or line ends require it; spreadsheets read it back.
 void AppendCsv(std::string& out, const CString& text);
 // The shortest form that reads back as the same number; "nan" and "inf" for numbers that are not finite.

@@ -264,9 +264,10 @@ enum NrvInt {
     /* 1: drawn by inversion, as a preview is; the sides of a rectangle that a command drew are, unless the editing
      * option clean_rectangle is set. 0 for a selected object. Setting 1 takes it out of the selection. */
     NRV_INT_INVERTED = 15,
-    NRV_INT_BRUSH = 16,      /* For the host: stored, not used. */
-    NRV_INT_TEXT_COLOR = 17, /* Texts and parameters: 0x00RRGGBB behind the characters, not stored. */
-    NRV_INT_TEXT_OPAQUE = 18 /* Texts and parameters: 1: NRV_INT_TEXT_COLOR is painted. Not stored. */
+    NRV_INT_BRUSH = 16,       /* For the host: stored, not used. */
+    NRV_INT_TEXT_COLOR = 17,  /* Texts and parameters: 0x00RRGGBB behind the characters, not stored. */
+    NRV_INT_TEXT_OPAQUE = 18, /* Texts and parameters: 1: NRV_INT_TEXT_COLOR is painted. Not stored. */
+    NRV_INT_NUMBER = 19       /* A number that is stored with the object and only read: setting gives NRV_E_KIND. */
 };
 
 /* Numbers of objects, in drawing units where nothing else is told. All but radius, angles and label sizes are kept in
@@ -416,9 +417,10 @@ NRV_API NrvResult NRV_CALL NrvGetStepCount(NrvHandle handle, int32_t redo, uint3
  * `english` 1 in English. Empty when there is no step. */
 NRV_API NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_t english, NrvChar* buffer,
                                           uint32_t capacity, uint32_t* length);
-/* What is changed between the two calls is one step. Without them each object that is added is a step, and what the
- * other functions change is part of the next one; commands and edits of the user are steps in any case. Null names: a
- * general name. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. */
+/* What is changed between the two calls is one step. Without them each call that changes something is a step, and while
+ * a command runs a part of the command's; commands and edits of the user are steps in any case. Null names: a general
+ * name. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. A step of removed
+ * objects, or of a change that is no object's, takes time proportional to the drawing: make many such calls one step. */
 NRV_API NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english);
 NRV_API NrvResult NRV_CALL NrvEndStep(NrvHandle handle);
 
@@ -714,7 +716,8 @@ enum NrvCode {
     NRV_N_EDIT_NEXT = 0x4E10,
     /* The window is being painted, and the drawing is: hdc, in pixels of the window, on which the handler may paint
      * more. What it selects there is put back after it. */
-    NRV_N_PAINT = 0x4E11
+    NRV_N_PAINT = 0x4E11,
+    NRV_N_STEPS = 0x4E12 /* What can be undone or redone has changed: reason of enum NrvSteps. For menus. */
 };
 
 /* How a command ended: it did its work, it was cancelled, or an object that it worked on was freed. */
@@ -734,6 +737,15 @@ enum NrvChange {
     /* An undo or a redo; no ids. Before its NRV_N_CHANGED those with the objects come, as for a command; what no object
      * has, such as the background, may have changed too. */
     NRV_CHANGE_HISTORY = 10
+};
+
+/* What has happened to the steps of the history. */
+enum NrvSteps {
+    NRV_STEPS_NEW = 1,       /* There is a new one; those that could be redone are gone. */
+    NRV_STEPS_UNDONE = 2,    /* One was taken back. */
+    NRV_STEPS_REDONE = 3,    /* One was repeated. */
+    NRV_STEPS_FORGOTTEN = 4, /* Some are gone: by the limits, or because the drawing was loaded or cleared. */
+    NRV_STEPS_SAVED = 5      /* The drawing was saved: to come back to this state clears the modified flag. */
 };
 
 /* Laid out as NMHDR. */

@@ -111,6 +111,7 @@ BROKEN = [
     ("resources.py", "demo/demo_en.rc", RC.replace("%s", "%d"), "IDS_A differs in form"),
     ("resources.py", "demo/demo_en.rc", RC.replace("IDC_A", "IDC_B"), "IDD_A differs in form"),
     ("resources.py", "demo/demo_zh.rc demo/demo_en.rc", RC.replace("\\nBegins", ""), "does not say what it does"),
+    ("resources.py", "Source/Low.cpp", 'void A() {\n    AfxMessageBox(L"中文");\n}\n', "does not translate 中文"),
     ("resources.py", "demo/main.cpp", UNIT.format(layer="5: demo", rest='const wchar_t a[] = L"中文";\n'), "中文 belongs"),
     ("format.sh", "Source/Low.cpp", "int   x ;\n", "Low.cpp"),
 ]

@@ -5,6 +5,8 @@
   a menu item of the demo also says what the item does.
 - Dialogs: in both, with the same controls.
 - No source of the demo has a Chinese text of its own, the name of a font aside.
+- What the library shows to a user of the demo (labels of property rows, words for kinds, its dialogs, its menu, its whole
+  messages) is among the texts that the demo translates.
 """
 import os
 import re
@@ -19,6 +21,10 @@ CONTROL = re.compile(r'^\s+(?:[LCR]TEXT|EDITTEXT|COMBOBOX|AUTOCHECKBOX|CONTROL|D
 PLACE = re.compile(r"%[-+0-9.]*l?[a-zA-Z]|%\d")
 CHINESE = re.compile(r'L"([^"]*[\u4e00-\u9fff][^"]*)"')
 FONT = "宋体"
+TRANSLATED = re.compile(r'^\s+IDS_LIBRARY_FIRST[^"]*"(.*?)\\n', re.M)
+SHOWN = (re.compile(r'PropertyRows::Add\w*\(list, L"[^"]*", L"([^"]*)"'), re.compile(r'::GetName\(\)[^{]*\{\s*return L"([^"]*)";'),
+         re.compile(r'AfxMessageBox\(L"([^"]*)"[,)]'))
+SHOWN_RESOURCES = re.compile(r'^\s*(?:CAPTION|DEFPUSHBUTTON|PUSHBUTTON|MENUITEM) "([^"]*)"', re.M)
 
 
 def strings_of(text):
@@ -40,6 +46,20 @@ def compare(folder, names, first, second):
             yield f"{folder}: {item} differs in form: {first[item]} and {second[item]}"
 
 
+def untranslated_in(root):
+    known = set(TRANSLATED.findall(common.text_of(root, "demo", "demo_en.rc")))
+    if os.path.exists(os.path.join(root, "resources", "NRVectorView.rc")):
+        for text in SHOWN_RESOURCES.findall(common.text_of(root, "resources", "NRVectorView.rc")):
+            if text not in known:
+                yield f"demo/demo_en.rc does not translate {text} of resources/NRVectorView.rc"
+    for name in common.files_of(root, "Source"):
+        if name.endswith(".cpp"):
+            for pattern in SHOWN:
+                for text in pattern.findall(common.text_of(root, "Source", name)):
+                    if text not in known:
+                        yield f"demo/demo_en.rc does not translate {text} of Source/{name}"
+
+
 def problems_of(root):
     for folder, *names in PAIRS:
         if not all(os.path.exists(os.path.join(root, folder, name)) for name in names):
@@ -55,6 +75,7 @@ def problems_of(root):
         for item, form in strings[0].items():
             if item.startswith(("ID_HOST_", "ID_FILE_", "ID_EDIT_", "ID_APP_")) and form["lines"] < 2:
                 yield f"{folder}/{names[0]}: {item} does not say what it does"
+    yield from untranslated_in(root)
     for name in common.files_of(root, "demo"):
         if name.endswith(".cpp"):
             for text in CHINESE.findall(common.text_of(root, "demo", name)):

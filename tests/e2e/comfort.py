@@ -171,6 +171,29 @@ def recover(out, path):
         host.wait_for("the copy to go", lambda: not glob.glob(os.path.join(out, "recovery-*.nrv")))
 
 
+def refuse_unreadable(out):
+    """A copy that can't be read stays until it is declined."""
+    path = os.path.join(out, "recovery-1.nrv")
+    with open(path, "wb") as file:
+        file.write(b"no drawing")
+    with host.Demo(out) as demo:
+        demo.settled()
+        before = demo.windows()
+        demo.key("y")
+        for _ in range(2):  # What the library says, and what the demo does.
+            host.wait_for("another box", lambda: demo.windows() - before)
+            box = (demo.windows() - before).pop()
+            demo.settled()
+            demo.key("Return")
+            demo.gone(box)
+        demo.settled()
+        host.expect(os.path.exists(path), "the copy is gone")
+    with host.Demo(out) as demo:
+        demo.settled()
+        demo.key("n")
+        host.wait_for("the copy to go", lambda: not os.path.exists(path))
+
+
 def main(out):
     for name in glob.glob(os.path.join(out, "*.nrv")) + glob.glob(os.path.join(out, "demo.ini")):
         os.remove(name)
@@ -179,6 +202,7 @@ def main(out):
         file.write(drawing.empty_drawing(600))
     edit(out, path)
     recover(out, os.path.join(out, "recovered.nrv"))
+    refuse_unreadable(out)
 
 
 if __name__ == "__main__":

@@ -18,6 +18,7 @@ void CHostWriteDown(NrvEvent* event) {
     static const wchar_t* const ends[] = {L"?", L"done", L"cancelled", L"lost"};
     static const wchar_t* const changes[] = {L"?",       L"added",  L"removed",    L"modified", L"order",  L"loaded",
                                              L"cleared", L"layers", L"background", L"command",  L"history"};
+    static const wchar_t* const steps[] = {L"?", L"new", L"undone", L"redone", L"forgotten", L"saved"};
     wchar_t line[512] = L"";
     switch (event->header.code) {
     case NRV_N_CLICK:
@@ -66,6 +67,9 @@ void CHostWriteDown(NrvEvent* event) {
     case NRV_N_MESSAGE:
         _snwprintf(line, 511, L"message %ls", event->text);
         break;
+    case NRV_N_STEPS:
+        _snwprintf(line, 511, L"steps %ls", NameOf(steps, 6, event->reason));
+        break;
     default:
         return;
     }
@@ -78,7 +82,7 @@ void CHostWriteDown(NrvEvent* event) {
 static LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY) {
         NrvEvent* event = (NrvEvent*)lParam;
-        if (event->header.code >= NRV_N_CLICK && event->header.code <= NRV_N_PAINT) {
+        if (event->header.code >= NRV_N_CLICK && event->header.code <= NRV_N_STEPS) {
             CHostWriteDown(event);
             if (g_handler != NULL) {
                 g_handler(event);
