@@ -324,16 +324,15 @@ std::unique_ptr<CHistoryPatch> CHistoryBaseline::AdvanceAdded(CDrawable* object)
         return nullptr;
     }
     auto patch = std::make_unique<CHistoryPatch>();
-    std::vector<std::unique_ptr<CHistoryRecord>> records(1);
     patch->start = last ? m_List.size() : 0;
     patch->count = 1;
     patch->selection = m_Selection;
     if (m_List.size() == m_List.capacity()) {
         m_List.reserve(m_List.size() * 2 + 16);
     }
-    records[0] = MakeRecord(object);
-    m_List.insert(last ? m_List.end() : m_List.begin(), records[0].get());
-    Enter(records[0].release());
+    CHistoryRecord* const record = MakeRecord(object).release(); // The list has the memory for it.
+    m_List.insert(last ? m_List.end() : m_List.begin(), record);
+    Enter(record);
     return patch;
 }
 

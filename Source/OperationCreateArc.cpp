@@ -37,6 +37,7 @@ CCommandOperation::ResultState COperationCreateArc::OnLButtonDown(unsigned int, 
 }
 
 CCommandOperation::ResultState COperationCreateArc::OnMouseMove(unsigned int nFlags, CGePoint2d point) {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the circle's own preview is left out.
     COperationCreateObjAb::OnMouseMove(nFlags, point);
     ErasShirrLine();
     switch (m_ClickCount) {

@@ -13,9 +13,6 @@ enum Schema : UINT {
     kSchemaTags = 4   // each segment's tags
 };
 
-// In the map from grips to vertices: the grip is the middle of a segment.
-constexpr int kMidpointGrip = -1;
-
 void RaiseUnless(bool valid) {
     if (!valid) {
         AfxThrowInvalidArgException();
@@ -216,38 +213,32 @@ void CPLine::AddInsertPoint(CGePoint2d p) {
 // An arc next to a moved vertex is computed anew through its middle, which is moved by the whole vector too; a straight
 // neighbour stays straight, and a bulge below kStraightHit becomes 0.
 void CPLine::moveGripPointsAt(const CIndexArray& indices, const CGeVector2d& v) {
-    CGePointArray grips;
-    CIndexArray vertexOf;
+    CGePointArray grips; // vertex 0, the middle of segment 0, vertex 1, ...
     CPLine::getGripPoints(grips, kGripPainted);
-    for (INT_PTR i = 0; i < grips.GetSize(); ++i) {
-        int vertex = i % 2 == 0 ? static_cast<int>(i / 2) : kMidpointGrip;
-        vertexOf.Add(vertex);
-    }
     const int g = indices.GetAt(0);
-    const int lastGrip = static_cast<int>(vertexOf.GetUpperBound());
-    const int m = vertexOf.GetAt(g);
+    const int lastGrip = static_cast<int>(grips.GetUpperBound());
+    const CGePoint2d moved = grips.GetAt(g) + v;
+    const int m = g / 2;
 
-    if (m == kMidpointGrip) {
+    if (g % 2 != 0) {
         // The last grip is a midpoint only of a closed polyline: that of the segment back to vertex 0.
         const int next = g == lastGrip ? 0 : g + 1;
-        const int segment = vertexOf[g - 1];
-        if (segment < m_BulgeList.GetSize()) {
-            m_BulgeList[segment] = BulgeThrough(grips[g - 1], grips[next], grips[g] + v);
+        if (m < m_BulgeList.GetSize()) {
+            m_BulgeList[m] = BulgeThrough(grips[g - 1], grips[next], moved);
         }
         return;
     }
 
     m_PointList[m] = m_PointList[m] + v;
-    grips[g] = grips[g] + v;
     const auto repair = [&](int segment, int midGrip, const CGePoint2d& start, const CGePoint2d& end) {
         double& bulge = m_BulgeList[segment];
         bulge = CDraw_Common::GetAbs(bulge) > kStraightHit ? BulgeThrough(start, end, grips[midGrip] + v) : 0.0;
     };
     if (g >= 2) {
-        repair(vertexOf[g - 2], g - 1, grips[g - 2], grips[g]);
+        repair(m - 1, g - 1, grips[g - 2], moved);
     }
     if (g + 1 < lastGrip) {
-        repair(m, g + 1, grips[g], grips[g + 2]);
+        repair(m, g + 1, moved, grips[g + 2]);
     }
 }
 

@@ -320,9 +320,9 @@ struct MarkerHost {
 
 class MarkerTool : public CCommandOperation {
 public:
-    explicit MarkerTool(MarkerHost& host)
-        : CCommandOperation(&host.view, host.view.Graphic(), host.view.GetVectorViewCoordTran(),
-                            host.view.GetDocument()) {
+    explicit MarkerTool(MarkerHost& host) : MarkerTool(host, host.view.Graphic()) {}
+    MarkerTool(MarkerHost& host, CVectorGraphic* graphic)
+        : CCommandOperation(&host.view, graphic, host.view.GetVectorViewCoordTran(), host.view.GetDocument()) {
         m_OsnapMode = 7;
     }
     ResultState OnLButtonDown(unsigned int, CGePoint2d) override { return RS_Continue; }
@@ -400,6 +400,14 @@ TEST(CommandOperation, TheMarkerIsDrawnMovedAndErasedWithoutATrace) {
     EXPECT_LT(50, first.Difference(second));
     EXPECT_EQ(CCommandOperation::RS_Cancelled, tool.OnMouseMove(0, CGePoint2d(0, 0)));
     EXPECT_EQ(0, tool.m_SnapMarkDrawn);
+    EXPECT_TRUE(host.fresh == TakePicture(host.view));
+}
+
+TEST(CommandOperation, AToolWithoutAPainterFindsTheSnapPointAndShowsNoMarker) {
+    MarkerHost host;
+    MarkerTool tool(host, nullptr);
+    EXPECT_EQ(CCommandOperation::RS_Continue, tool.OnMouseMove(0, CGePoint2d(102, 99)));
+    EXPECT_TRUE(tool.m_SnapMark == CGePoint2d(100, 100));
     EXPECT_TRUE(host.fresh == TakePicture(host.view));
 }
 

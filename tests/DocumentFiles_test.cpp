@@ -623,6 +623,22 @@ TEST(DocumentFiles, TheWordOpenRepaintsAndTheWordSaveSavesAndBothLeaveTheDocumen
     EXPECT_EQ(3, loaded.Objects().GetSize());
 }
 
+TEST(DocumentFiles, WithMarksByChangeTheWordOpenMarksTheDocumentByWhatItAdds) {
+    const TemporaryPath path;
+    path.Write(ReadTestData("lines_two.nrv"));
+    for (const bool isCancelled : {false, true}) {
+        ViewHost host;
+        CEditingOptions options;
+        options.modifiedByChange = true;
+        host.Document().SetEditingOptions(options);
+        FileDialogAnswer dialog(isCancelled ? CString() : CString(path));
+        host.view.DoCommand(L"open");
+        EXPECT_EQ(1u, dialog.Seen().size());
+        EXPECT_EQ(isCancelled ? 0 : 2, host.Objects().GetSize());
+        EXPECT_EQ(!isCancelled, host.Document().IsModified() != 0);
+    }
+}
+
 // ---- Too little memory ---------------------------------------------------------------------------------------------
 
 TEST(DocumentFiles, ALoadThatIsRefusedMemoryAnywhereIsReported) {

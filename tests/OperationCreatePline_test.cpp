@@ -82,6 +82,18 @@ TEST(OperationCreatePline, TheFinishedOneLiesUnderEverythingDrawnBefore) {
     EXPECT_EQ(d.AllWords(), "pline (20,30) (120,80) normal -2; line (200,200)-(260,240) normal -1");
 }
 
+// Nothing in the library clears the field.
+TEST(OperationCreatePline, WithoutItsFieldTheFinishedOneLiesAboveEverything) {
+    ViewDriver d;
+    d.AddLine(200, 200, 260, 240);
+    d.Start(L"pline");
+    PeekAt(static_cast<COperationCreatePline&>(*d.Tool()), PlineToBottom()) = 0;
+    d.ClickAt(20, 30);
+    d.ClickAt(120, 80);
+    d.RightAt(10, 10);
+    EXPECT_EQ(d.AllWords(), "line (200,200)-(260,240) normal -1; pline (20,30) (120,80) normal -2");
+}
+
 TEST(OperationCreatePline, ALineDrawnLaterLiesAtTheEnd) {
     ViewDriver d;
     d.Start(L"pline");

@@ -5,10 +5,14 @@
 
 #include "Circle.h"
 #include "ObjectStream.h"
+#include "PLine.h"
 #include "support/ViewDriver.h"
 
 #include <KXBaseOpr.h>
 #include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <limits>
 
 namespace {
 
@@ -16,23 +20,30 @@ struct PainterAccess : CVectorView {
     static auto Painter() { return &PainterAccess::m_Graphic; }
 };
 
+CLine* NewLine(double x1, double y1, double x2, double y2) {
+    auto* line = new CLine;
+    line->SetStartPoint(CGePoint2d(x1, y1));
+    line->SetEndPoint(CGePoint2d(x2, y2));
+    return line;
+}
+
+// The stream of the objects, which are freed.
+void Store(std::initializer_list<CDrawable*> added, CByteArray& bytes) {
+    CVectorGraphic graphic;
+    CDrawableArray objects;
+    for (CDrawable* object : added) {
+        object->SetPenColorIndex(137);
+        graphic.GetDocument()->AddDrawAobject(object);
+        objects.Add(object);
+    }
+    CObjectStream::Store(graphic.GetDocument(), objects, bytes);
+}
+
 // The stream of a line from (1000, 500) to (1040, 530) and of a circle within its extent.
 const CByteArray& LineAndCircle() {
     static CByteArray bytes;
     if (bytes.IsEmpty()) {
-        CVectorGraphic graphic;
-        CDrawableArray objects;
-        auto* line = new CLine;
-        line->SetStartPoint(CGePoint2d(1000, 500));
-        line->SetEndPoint(CGePoint2d(1040, 530));
-        line->SetPenColorIndex(137);
-        CDrawable* added[] = {line, new CCircle(Gdiplus::PointF(1020, 515), 10, 0)};
-        added[1]->SetPenColorIndex(137);
-        for (CDrawable* object : added) {
-            graphic.GetDocument()->AddDrawAobject(object);
-            objects.Add(object);
-        }
-        CObjectStream::Store(graphic.GetDocument(), objects, bytes);
+        Store({NewLine(1000, 500, 1040, 530), new CCircle(Gdiplus::PointF(1020, 515), 10, 0)}, bytes);
     }
     return bytes;
 }
@@ -60,6 +71,20 @@ TEST(OperationPlaceObjects, OneClickPutsTheLowerLeftCornerThere) {
     EXPECT_TRUE(d.Document().IsModified());
     d.Update();
     EXPECT_EQ(0, d.DifferenceFromFresh());
+}
+
+TEST(OperationPlaceObjects, TheCornerIsThatOfTheObjectsThatAreSeen) {
+    ViewDriver d;
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    CLine* hidden = NewLine(1, 2, 3, 4);
+    hidden->SetIsShow(0);
+    CByteArray bytes;
+    Store({hidden, NewLine(-kInfinity, 2, 3, 4), new CPLine, NewLine(1000, 500, 1040, 530)}, bytes);
+    ASSERT_EQ(1, Begin(d, bytes));
+    d.ClickAt(100, 120);
+    ASSERT_EQ(4, d.Count());
+    EXPECT_TRUE(static_cast<CLine*>(d.Object(3))->GetStartPoint() == CGePoint2d(100, 120));
+    EXPECT_TRUE(static_cast<CLine*>(d.Object(0))->GetStartPoint() == CGePoint2d(-899, -378));
 }
 
 TEST(OperationPlaceObjects, TheStepOfAHistoryIsCalledPaste) {

@@ -395,12 +395,12 @@ void WalkWithHistory(unsigned seed, bool comfortable) {
     walk.CheckWhatIsLeft();
 }
 
-// More walks by hand: NR_SEED the first seed, NR_ROUNDS how many.
+// More walks by hand: NR_SEED the first seed, NR_WALKS how many.
 TEST(CommandWalkUndo4, BringsBackTheBytesOfEachStateFromFurtherSeeds) {
     const char* first = std::getenv("NR_SEED");
-    const char* rounds = std::getenv("NR_ROUNDS");
+    const char* walks = std::getenv("NR_WALKS");
     const unsigned from = first != nullptr ? static_cast<unsigned>(std::atoi(first)) : 1000;
-    const unsigned count = rounds != nullptr ? static_cast<unsigned>(std::atoi(rounds)) : 1;
+    const unsigned count = walks != nullptr ? static_cast<unsigned>(std::atoi(walks)) : 1;
     for (unsigned seed = from; seed != from + count; ++seed) {
         SCOPED_TRACE(seed);
         WalkWithHistory(seed, seed % 2 != 0);
