@@ -16,7 +16,7 @@ rm -rf "$folder/results"
 mkdir -p "$folder/results"
 say "testing coverage"
 # One at a time: two programs that end at once would lose counts of each other.
-export NR_ROUNDS=1500
+export NR_ROUNDS=1500 # mutated streams a suite: this build is slow
 step 3000 ctest --test-dir "$folder" -j 1 --no-label-summary --output-on-failure -R "$pattern" | tail -n 40
 set -o pipefail
 python3 -B tools/coverage.py "$folder" | tee "$folder/results/coverage.txt"
