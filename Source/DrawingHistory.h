@@ -61,8 +61,7 @@ public:
     CDrawingHistory(const CDrawingHistory&) = delete;
     CDrawingHistory& operator=(const CDrawingHistory&) = delete;
 
-    // Begins anew with another document, or with none. A document has one history: its former one is detached. A
-    // document that is freed calls this with null.
+    // Begins anew with another document, whose former history is detached; or with null, as a freed document does.
     void Attach(CGraphicDocument* document);
     CGraphicDocument* GetDocument() const { return m_pDocument; } // Null where there is none.
 
@@ -71,9 +70,8 @@ public:
     // Makes a step of what has changed since the last mark; null means a general name. 1 when there is a new step.
     // Within a group, and while a command runs in a view, nothing is marked. Takes time proportional to the drawing.
     int Mark(LPCTSTR chinese = nullptr, LPCTSTR english = nullptr);
-    // The same, without comparing, when the one change was that a new object was added on top or at the very bottom.
+    // The same for one known change: a new object on top or at the very bottom, or other values of one object.
     int MarkAdded(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
-    // The same, when the one change was that an object of the drawing got other values.
     int MarkChanged(CDrawable* object, LPCTSTR chinese, LPCTSTR english);
     // Changes between the two calls are one step. Groups may be nested: the outermost one counts. What was not marked
     // before the group becomes a step of its own. EndGroup gives 1 when there is a new step.
@@ -151,8 +149,7 @@ private:
     CString NameOf(int step, int english) const;
     // Takes steps out, from the oldest, until the limits hold.
     void Trim();
-    // Frees the steps that were taken out, with the objects that only they refer to. `visited`: see
-    // CHistoryBaseline::Advance.
+    // Frees the steps taken out, and the objects that only they have. `visited`: see CHistoryBaseline::Advance.
     void DropForgotten(bool visited);
     void Tell(CDrawingHistoryListener::Change change);
     void SetModified(BOOL modified);

@@ -79,8 +79,8 @@ public:
     // The same when the host says that the only change is one new object at the end or the front. Null when that is not
     // so, as far as it can be tested in constant time.
     std::unique_ptr<CHistoryPatch> AdvanceAdded(CDrawable* object);
-    // The same when the host says that the only changes are those of one object's fields; `patch` is null when they are as
-    // they were. False when no mark has seen the object in the drawing.
+    // The same when the host says that the only changes are those of one object's fields; `patch` is null when they are
+    // as they were. False when no mark has seen the object in the drawing.
     bool AdvanceChanged(CDrawable* object, std::unique_ptr<CHistoryPatch>& patch);
     // Puts the drawing into the other state of the patch, which is a neighbour of the present one. The drawing has to
     // be as the baseline is. False when the memory does not suffice: nothing has changed then.

@@ -420,7 +420,7 @@ NRV_API NrvResult NRV_CALL NrvGetStepName(NrvHandle handle, int32_t redo, int32_
 /* What is changed between the two calls is one step. Without them each call that changes something is a step, and while
  * a command runs a part of the command's; commands and edits of the user are steps in any case. Null names: a general
  * name. The calls may be nested: the outermost ones count. Within them there is no undo: NRV_E_STATE. A step of removed
- * objects, or of a change that is no object's, takes time proportional to the drawing: make many such calls one step. */
+ * objects, or of a change that is no object's, takes time proportional to the drawing: group many such calls. */
 NRV_API NrvResult NRV_CALL NrvBeginStep(NrvHandle handle, const NrvChar* chinese, const NrvChar* english);
 NRV_API NrvResult NRV_CALL NrvEndStep(NrvHandle handle);
 
