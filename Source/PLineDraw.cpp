@@ -298,7 +298,7 @@ bool CPLine::IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) c
     const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
     tran.DPToLP(min.x, min.y, &x1, &y1);
     tran.DPToLP(max.x, max.y, &x2, &y2);
-    return !std::isnan(sum) && IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), penWidth);
+    return !std::isnan(sum) && IsOutOfSight(pDC, pGeom, {x1, y1, x2, y2}, penWidth);
 }
 
 // Each segment is a stroke of its own with its own pen: a dash pattern begins anew at each vertex, and a segment may
