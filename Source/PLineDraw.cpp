@@ -245,18 +245,16 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (IsPathOutOfSight(pDC, pGeom, look.width)) {
             return false;
         }
-        CGePointArray points;
+        CGePointArray closed; // Of a closed one, with the first vertex at the end as well.
         if (m_isClosed != 0) {
-            // Memory for the first vertex at the end, without which the whole copy would be moved a second time.
-            points.SetSize(0, m_PointList.GetSize() + 1);
-        }
-        points.Copy(m_PointList);
-        if (m_isClosed != 0) {
-            CGePoint2d first = points[0];
-            points.Add(first);
+            // Memory for that one, without which the whole copy would be moved a second time.
+            closed.SetSize(0, m_PointList.GetSize() + 1);
+            closed.Copy(m_PointList);
+            CGePoint2d first = closed[0];
+            closed.Add(first);
         }
         stage = L"1";
-        DrawPolyLine(pDC, pGeom, points, m_BulgeList, look.style);
+        DrawPolyLine(pDC, pGeom, m_isClosed != 0 ? closed : m_PointList, m_BulgeList, look.style);
         return true;
     });
 }
