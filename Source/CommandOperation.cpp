@@ -291,7 +291,12 @@ bool CCommandOperation::IsWithin(const CGePoint2d& grip, const CGePoint2d& point
 
 // Compatibility 110: a hidden object can be picked in a view zoomed far out.
 bool CCommandOperation::IsHit(CDrawable* object, const CGePoint2d& point) const {
-    return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= kPickAperture * Options().pixelScale;
+    const float aperture = kPickAperture * Options().pixelScale;
+    const double scale = m_pCoordTran->GetScale();
+    if (scale > 0.0 && IsLineFar(object, point, aperture * scale)) {
+        return false;
+    }
+    return m_pCoordTran->DToL(static_cast<double>(object->HitTest(point))) <= aperture;
 }
 
 CDrawable* CCommandOperation::FirstHit(const CGePoint2d& point, const CRuntimeClass* kind) const {

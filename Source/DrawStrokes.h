@@ -16,7 +16,7 @@ inline int PixelOf(float coordinate) {
 
 // The box of a circle in pixels.
 inline CPixelBox RoundBox(float x, float y, float radius) {
-    return CPixelBox::Around(x - radius, y - radius, x + radius, y + radius);
+    return {x - radius, y - radius, x + radius, y + radius};
 }
 
 // A circular arc in pixels with fractions: the box of its circle and its two ends. Angles are taken with y upwards and

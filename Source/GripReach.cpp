@@ -1,8 +1,10 @@
 #include "GripReach.h"
 
 #include "Arc.h"
+#include "Line.h"
 #include "Text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <typeinfo>
 
@@ -28,4 +30,24 @@ bool AreGripsFar(CDrawable* object, const CGePoint2d& point, int aperture) {
     // Beyond this sum a grip may be infinite, and an infinite point equals it.
     constexpr double kLargest = 1e300;
     return numbers < kLargest && (std::fabs(point.x - middle.x) > limit || std::fabs(point.y - middle.y) > limit);
+}
+
+bool IsLineFar(CDrawable* object, const CGePoint2d& point, double reach) {
+    if (&typeid(*object) != &typeid(CLine) || object->GetIsShow() == 0) {
+        return false;
+    }
+    auto* line = static_cast<CLine*>(object);
+    const CGePoint2d a = line->GetStartPoint();
+    const CGePoint2d b = line->GetEndPoint();
+    const double gapX = std::max(std::min(a.x, b.x) - point.x, point.x - std::max(a.x, b.x));
+    const double gapY = std::max(std::min(a.y, b.y) - point.y, point.y - std::max(a.y, b.y));
+    const double gap = std::max(gapX, gapY);
+    const double size = std::fabs(b.x - a.x) + std::fabs(b.y - a.y); // Not-a-number where a coordinate is.
+    // Beyond these sizes a number of the hit test may not be normal. Between them its roundings are far below
+    // what is added here.
+    constexpr double kLeast = 1e-30;
+    constexpr double kLargest = 1e100;
+    constexpr double kRoundings = 1e-6;
+    return size > kLeast && size < kLargest && gap > kLeast && gap < kLargest &&
+           gap > reach + kRoundings * (gap + size);
 }

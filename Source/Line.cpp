@@ -136,7 +136,7 @@ void CLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         tran->DPToLP(m_X1, m_Y1, &x1, &y1);
         tran->DPToLP(m_X2, m_Y2, &x2, &y2);
         stage = L"1";
-        if (IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), look.width)) {
+        if (IsOutOfSight(pDC, pGeom, {x1, y1, x2, y2}, look.width)) {
             pDC->SetBkMode(TRANSPARENT);
             return false;
         }

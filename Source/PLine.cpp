@@ -2,6 +2,8 @@
 
 #include "ObjectSchema.h"
 
+#include <algorithm>
+
 IMPLEMENT_SERIAL(CPLine, CDrawable, VERSIONABLE_SCHEMA | 5)
 
 namespace {
@@ -12,6 +14,16 @@ enum Schema : UINT {
     kSchemaBulge = 3, // bulges and the whole polyline's tags
     kSchemaTags = 4   // each segment's tags
 };
+
+// Overwrites the entry of a list, or appends it.
+template <class List, class Value>
+void PutAt(List& list, int index, Value& value) {
+    if (index < list.GetSize()) {
+        list[index] = value;
+    } else {
+        list.Add(value);
+    }
+}
 
 void RaiseUnless(bool valid) {
     if (!valid) {
@@ -99,14 +111,13 @@ void CPLine::AppendVertex(CGePoint2d p, double bulge, CString name, CString msg)
     m_SegPenFlagList.Add(0);
 }
 
-void CPLine::RemoveAllVertices() {
-    m_VertexCount = 0;
-    m_PointList.RemoveAll();
-    m_BulgeList.RemoveAll();
-    m_ParmNameList.RemoveAll();
-    m_ParmMsgList.RemoveAll();
-    m_SegPenColorList.RemoveAll();
-    m_SegPenFlagList.RemoveAll();
+void CPLine::RemoveVerticesFrom(int index) {
+    m_PointList.SetSize(index);
+    m_BulgeList.SetSize(index);
+    m_ParmNameList.SetSize(index);
+    m_ParmMsgList.SetSize(index);
+    m_SegPenColorList.SetSize(index);
+    m_SegPenFlagList.SetSize(index);
 }
 
 void CPLine::AddPoint(CGePoint2d p) {
@@ -302,7 +313,14 @@ void CPLine::Serialize(CArchive& ar) {
         StoreVertices(ar);
         return;
     }
-    RemoveAllVertices();
+    // What is read overwrites the lists, so that a preview, which reads the same polyline at each move of the mouse,
+    // takes no memory anew. In the end, also where reading fails, they are as long as what was read.
+    struct CRestRemoved {
+        CPLine& line;
+        ~CRestRemoved() { line.RemoveVerticesFrom(std::max(line.m_VertexCount, 0)); }
+    };
+    m_VertexCount = 0;
+    const CRestRemoved rest = {*this};
     const bool current = IsCurrentForm(ar);
     const UINT schema = current ? kCurrentSchema : ObjectSchema(ar);
     if (current) {
@@ -350,7 +368,14 @@ void CPLine::LoadVertices(CArchive& ar, int count, UINT schema) {
         if (schema >= kSchemaTags) {
             ar >> name >> msg;
         }
-        AppendVertex(CGePoint2d(x, y), bulge, name, msg);
+        CGePoint2d point(x, y);
+        UINT flag = 0;
+        PutAt(m_PointList, m_VertexCount, point);
+        PutAt(m_BulgeList, m_VertexCount, bulge);
+        PutAt(m_ParmNameList, m_VertexCount, name);
+        PutAt(m_ParmMsgList, m_VertexCount, msg);
+        PutAt(m_SegPenColorList, m_VertexCount, m_PenColor);
+        PutAt(m_SegPenFlagList, m_VertexCount, flag);
         ++m_VertexCount;
     }
 }

@@ -114,7 +114,7 @@ protected:
 private:
     bool IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) const;
     void AppendVertex(CGePoint2d p, double bulge, CString name, CString msg);
-    void RemoveAllVertices();
+    void RemoveVerticesFrom(int index); // At most the length of each list.
     void StoreVertices(CArchive& ar);
     void LoadVertices(CArchive& ar, int count, UINT schema);
 

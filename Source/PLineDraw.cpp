@@ -241,18 +241,16 @@ void CPLine::Draw(CDC* pDC, CDrawGeometry* pGeom) {
         if (IsPathOutOfSight(pDC, pGeom, look.width)) {
             return false;
         }
-        CGePointArray points;
+        CGePointArray closed; // Of a closed one, with the first vertex at the end as well.
         if (m_isClosed != 0) {
             // Reserves memory for the first vertex at the end, so that appending it does not move the whole copy.
-            points.SetSize(0, m_PointList.GetSize() + 1);
-        }
-        points.Copy(m_PointList);
-        if (m_isClosed != 0) {
-            CGePoint2d first = points[0];
-            points.Add(first);
+            closed.SetSize(0, m_PointList.GetSize() + 1);
+            closed.Copy(m_PointList);
+            CGePoint2d first = closed[0];
+            closed.Add(first);
         }
         stage = L"1";
-        DrawPolyLine(pDC, pGeom, points, m_BulgeList, look.style);
+        DrawPolyLine(pDC, pGeom, m_isClosed != 0 ? closed : m_PointList, m_BulgeList, look.style);
         return true;
     });
 }
@@ -294,7 +292,7 @@ bool CPLine::IsPathOutOfSight(CDC* pDC, CDrawGeometry* pGeom, double penWidth) c
     const CVectorViewCoordTran& tran = *pGeom->GetVectorViewCoordTran();
     tran.DPToLP(min.x, min.y, &x1, &y1);
     tran.DPToLP(max.x, max.y, &x2, &y2);
-    return !std::isnan(sum) && IsOutOfSight(pDC, pGeom, CPixelBox::Around(x1, y1, x2, y2), penWidth);
+    return !std::isnan(sum) && IsOutOfSight(pDC, pGeom, {x1, y1, x2, y2}, penWidth);
 }
 
 // Each segment is a stroke of its own with its own pen: a dash pattern begins anew at each vertex, and a segment may

@@ -5,33 +5,30 @@
 #include "TextMeasures.h"
 
 #include <algorithm>
+#include <cmath>
 
 class CDrawable;
 
-// A box of pixels, with fractions.
+// A box of pixels, with fractions: two opposite corners, any of them.
 struct CPixelBox {
-    // Around two corners in any order. A not-a-number becomes one of the edges.
-    static CPixelBox Around(double x1, double y1, double x2, double y2) {
-        return {x1 < x2 ? x1 : x2, y1 < y2 ? y1 : y2, x1 < x2 ? x2 : x1, y1 < y2 ? y2 : y1};
-    }
-    // Grows the box to the point.
+    // Grows the box to the point; before, the first corner is the upper left one.
     void Add(double x, double y) {
-        left = std::min(left, x);
-        top = std::min(top, y);
-        right = std::max(right, x);
-        bottom = std::max(bottom, y);
+        x1 = std::min(x1, x);
+        y1 = std::min(y1, y);
+        x2 = std::max(x2, x);
+        y2 = std::max(y2, y);
     }
     // Whether all edges fit an int: one that does not is drawn as INT_MIN.
     bool FitsInt() const {
         constexpr double kMost = 2e9;
-        return left > -kMost && top > -kMost && right < kMost && bottom < kMost;
+        return std::fabs(x1) < kMost && std::fabs(y1) < kMost && std::fabs(x2) < kMost && std::fabs(y2) < kMost;
     }
 
-    // The edges, y downwards.
-    double left;
-    double top;
-    double right;
-    double bottom;
+    // y downwards.
+    double x1;
+    double y1;
+    double x2;
+    double y2;
 };
 
 // The painter makes one and gives it to its CDrawGeometry for the duration of the paint. Contexts of hosts, printers
@@ -53,15 +50,19 @@ public:
         // A round pen end adds half the width; the rest covers the rounding of coordinates and devices.
         const double margin = (penWidth < 0.0 ? -penWidth : penWidth) + kRounding;
         return object == m_Object && pDC == m_pDC &&
-               (box.right + margin < static_cast<double>(m_Seen.left) ||
-                box.left - margin > static_cast<double>(m_Seen.right) ||
-                box.bottom + margin < static_cast<double>(m_Seen.top) ||
-                box.top - margin > static_cast<double>(m_Seen.bottom)) &&
+               (AreBeyond(box.x1, box.x2, margin, m_Seen.left, m_Seen.right) ||
+                AreBeyond(box.y1, box.y2, margin, m_Seen.top, m_Seen.bottom)) &&
                box.FitsInt();
     }
 
 private:
     static constexpr double kRounding = 4.0; // Pixels.
+
+    // Both on the same side. The two are not ordered first: which is the smaller one no processor can foretell.
+    static bool AreBeyond(double a, double b, double margin, LONG low, LONG high) {
+        return (a + margin < static_cast<double>(low) && b + margin < static_cast<double>(low)) ||
+               (a - margin > static_cast<double>(high) && b - margin > static_cast<double>(high));
+    }
 
     const CDC* m_pDC;
     const CRect m_Seen;

@@ -297,7 +297,7 @@ bool CText::IsLineOutOfSight(CDC* pDC, CDrawGeometry* pGeom, const LOGFONTW& fon
     const double turn = static_cast<double>(font.lfEscapement) / 10.0 * kHalfTurn / 180.0;
     const double alongX = std::cos(turn);
     const double alongY = -std::sin(turn);
-    CPixelBox box = CPixelBox::Around(x, y, x, y);
+    CPixelBox box = {static_cast<double>(x), static_cast<double>(y), static_cast<double>(x), static_cast<double>(y)};
     for (const double along : {-cell, *length + cell}) {
         for (const double down : {-cell, 2.0 * cell}) {
             box.Add(x + along * alongX - down * alongY, y + along * alongY + down * alongX);

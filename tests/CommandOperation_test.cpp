@@ -224,6 +224,56 @@ TEST(CommandOperation, NoGripOfARoundKindOrATextIsPassedOverForAnyNumbers) {
     EXPECT_GT(passedOver, 10000);
 }
 
+TEST(CommandOperation, NoLineThatAClickHitsIsPassedOverForAnyNumbers) {
+    EdgeNumbers random(23);
+    int hits = 0;
+    int passedOver = 0;
+    for (int i = 0; i < 300000; ++i) {
+        const int rarity = i % 2 == 0 ? 4 : 1000000;
+        CLine line;
+        const CGePoint2d start(random.Coordinate(rarity), random.Coordinate(rarity));
+        CGePoint2d end(random.Coordinate(rarity), random.Coordinate(rarity));
+        if (const int way = random.Below(4); way < 2) { // Along an axis.
+            (way == 0 ? end.x : end.y) = way == 0 ? start.x : start.y;
+        }
+        line.SetStartPoint(start);
+        line.SetEndPoint(end);
+        const float scales[] = {1.0f, 0.25f, 3.0f, 1e-30f, 1e-44f, 1e30f};
+        CVectorViewCoordTran tran;
+        tran.SetScale(scales[i % 3 == 0 ? random.Below(6) : 0]);
+        const double reach = 4.0 * static_cast<double>(tran.GetScale());
+        // Around the edge of what is hit beside an end, or anywhere.
+        CGePoint2d point(random.Coordinate(rarity), random.Coordinate(rarity));
+        if (const int place = random.Below(6); place < 4) {
+            const double shifts[] = {0.0, 0.9, 0.9999999, 1.0, 1.0000001, 1.01};
+            point = place < 2 ? start : end;
+            (place % 2 == 0 ? point.x : point.y) += (random.Below(2) == 0 ? reach : -reach) * shifts[random.Below(6)];
+        }
+        const bool isHit = tran.DToL(static_cast<double>(line.HitTest(point))) <= 4.0f;
+        const bool isFar = IsLineFar(&line, point, reach);
+        ASSERT_FALSE(isHit && isFar) << i << ": " << point.x << ", " << point.y << ", scale " << tran.GetScale();
+        hits += isHit ? 1 : 0;
+        passedOver += isFar ? 1 : 0;
+    }
+    EXPECT_GT(hits, 30000);
+    EXPECT_GT(passedOver, 10000);
+}
+
+TEST(CommandOperation, OnlyAShownLineOfTheLibraryIsPassedOver) {
+    class Marked : public CLine {};
+    const CGePoint2d away(1000, 1000);
+    CLine line;
+    line.SetEndPoint(CGePoint2d(10, 10));
+    EXPECT_TRUE(IsLineFar(&line, away, 4.0));
+    line.SetIsShow(0); // Its hit test gives 100 everywhere.
+    EXPECT_FALSE(IsLineFar(&line, away, 4.0));
+    Marked marked;
+    marked.SetEndPoint(CGePoint2d(10, 10));
+    EXPECT_FALSE(IsLineFar(&marked, away, 4.0));
+    CArc arc;
+    EXPECT_FALSE(IsLineFar(&arc, away, 4.0));
+}
+
 TEST(CommandOperation, AHostsKindOfArcSnapsByItsOwnGrips) {
     class Marked : public CArc {
     public:

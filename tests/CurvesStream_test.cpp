@@ -367,6 +367,56 @@ TEST(CurvesStream, ACountBeyondTheStreamEndsAtItsEndWithATrueCount) {
     EXPECT_EQ(1000.0f, copy.HitTest(CGePoint2d(3, 2000)));
 }
 
+TEST(CurvesStream, WhatIsReadOverALongerPolylineIsAllThatIsLeft) {
+    struct Lists : CPLine {
+        using CPLine::m_ParmMsgList;
+        using CPLine::m_ParmNameList;
+        using CPLine::m_SegPenColorList;
+        using CPLine::m_SegPenFlagList;
+
+        std::vector<INT_PTR> Sizes() {
+            return {m_PointList.GetSize(),   m_BulgeList.GetSize(),       m_ParmNameList.GetSize(),
+                    m_ParmMsgList.GetSize(), m_SegPenColorList.GetSize(), m_SegPenFlagList.GetSize()};
+        }
+        void Fill() {
+            for (int i = 0; i < 4; ++i) {
+                AddPoint(CGePoint2d(i, 10), 0.5);
+                SetSLPenColor(i, 0x123456);
+                SetSLineInfo(i, L"name", L"info");
+            }
+            SetPoint(4, CGePoint2d(9, 9)); // In the lists, and not counted.
+        }
+    };
+    CPLine shorter;
+    shorter.SetPenColor(0x654321);
+    shorter.AddPoint(CGePoint2d(1, 2), 0.25);
+    shorter.AddPoint(CGePoint2d(3, 4), 0.0);
+    const Bytes bytes = StoreObject(shorter);
+    Lists line;
+    line.Fill();
+    EXPECT_EQ(std::vector<INT_PTR>(6, 5), line.Sizes());
+    EXPECT_EQ(-1, Restore(line, bytes));
+    EXPECT_EQ(2, line.GetVertexCount());
+    EXPECT_EQ(std::vector<INT_PTR>(6, 2), line.Sizes());
+    EXPECT_EQ(bytes, StoreObject(line));
+    EXPECT_EQ(0u, line.m_SegPenFlagList[0]);
+    EXPECT_EQ(0x654321u, line.m_SegPenColorList[1]);
+    EXPECT_TRUE(line.m_ParmNameList[0].IsEmpty());
+    EXPECT_TRUE(line.m_ParmMsgList[1].IsEmpty());
+    // Cut within the second vertex, which has 24 bytes of numbers and two empty texts of one byte each.
+    Lists cut;
+    cut.Fill();
+    EXPECT_EQ(CArchiveException::endOfFile, Restore(cut, Bytes(bytes.begin(), bytes.end() - 20)));
+    EXPECT_EQ(1, cut.GetVertexCount());
+    EXPECT_EQ(std::vector<INT_PTR>(6, 1), cut.Sizes());
+    // Cut before the count.
+    Lists empty;
+    empty.Fill();
+    EXPECT_EQ(CArchiveException::endOfFile, Restore(empty, Bytes(bytes.begin(), bytes.begin() + 50)));
+    EXPECT_EQ(0, empty.GetVertexCount());
+    EXPECT_EQ(std::vector<INT_PTR>(6, 0), empty.Sizes());
+}
+
 TEST(CurvesStream, EveryPrefixOfEveryGoldenStreamLoadsWithoutAFault) {
     for (const std::string& name : GoldenNames()) {
         const Bytes golden = ReadTestData(name);
