@@ -44,11 +44,6 @@ function(nr_precompile target)
   target_compile_options(${target} PRIVATE -fpch-preprocess)
 endfunction()
 
-# nr_ships(target): the compiler takes more time for what ships, the fastest code in return.
-function(nr_ships target)
-  target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O3>)
-endfunction()
-
 # nr_dll(name sources...): a DLL with its import library under lib/.
 function(nr_dll name)
   add_library(${name} SHARED ${ARGN})

@@ -196,17 +196,30 @@ class Demo:
     def __init__(self, out, *arguments):
         self.out = out
         self.log = open(os.path.join(out, "demo.log"), "ab")
-        program = os.path.join(os.environ["NR_BUILD"], "bin", self.PROGRAM)
-        self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *self.LANGUAGE, *arguments],
-                                        stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log,
-                                        env={**os.environ, "NRVV_DEMO_DATA": windows_path(out)})
+        said = os.path.getsize(self.log.name)
+        self.start(arguments)
         try:
             screen().repeat_keys(False)
-            self.window = wait_for("the demo's window", self.find_window)
+            # On a busy machine Wine now and then ends a program before its first instruction: once more then.
+            begun = time.monotonic()
+            try:
+                self.window = wait_for("the demo's window", self.find_window)
+            except Failed:
+                if self.process.poll() is None or time.monotonic() - begun > 2 or os.path.getsize(self.log.name) != said:
+                    raise
+                print("the demo did not begin; once more")
+                self.start(arguments)
+                self.window = wait_for("the demo's window", self.find_window)
             self.place()
         except BaseException:
             self.stop()
             raise
+
+    def start(self, arguments):
+        program = os.path.join(os.environ["NR_BUILD"], "bin", self.PROGRAM)
+        self.process = subprocess.Popen([os.environ["NR_WITH_WINE"], program, *self.LANGUAGE, *arguments],
+                                        stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log,
+                                        env={**os.environ, "NRVV_DEMO_DATA": windows_path(self.out)})
 
     def __enter__(self):
         return self
